@@ -1,0 +1,234 @@
+#pragma once
+
+#include <list>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/g_longlong.h"
+#include "base/index_set.h"
+#include "bdd/bdd.h"
+#include "bdd/bdd_node.h"
+
+namespace kiva {
+
+/// Version of the package.
+std::string Bdd_version();
+
+/// A store of reduced, ordered binary decision diagrams with complement edges, and the variables
+/// they test.
+///
+/// Conventions: an `id` is a variable's number of creation, an `index` its place in the order, both
+/// from 0; `link` is a polarity, +1 or -1; a literal array has one int for each variable, by index:
+/// 0 false, 1 true, 2 unknown or absent. Wrong calls write one line on the error stream and give
+/// the neutral result named at the operation. One thread at a time.
+class bddpp_manager {
+ public:
+  bddpp_manager();
+  /// The variables of `other` with its order and names, and no other node.
+  explicit bddpp_manager(const bddpp_manager* other);
+  bddpp_manager(const bddpp_manager&) = delete;
+  bddpp_manager& operator=(const bddpp_manager&) = delete;
+  ~bddpp_manager();
+
+  std::string Bdd_version() const { return kiva::Bdd_version(); }
+
+  // Variables. A name that exists already gives its variable.
+  bdd New_var_last(const std::string& name);
+  bdd_node* New_node_var_last(const std::string& name);
+  /// Inserts at `index`; a default-built handle or null when the index is out of range.
+  bdd New_var_before(long index, const std::string& name);
+  bdd New_var_before(const bdd& var, const std::string& name);
+  bdd_node* New_node_var_before(long index, const std::string& name);
+  bdd New_var_after(long index, const std::string& name);
+  bdd New_var_after(const bdd& var, const std::string& name);
+  bdd_node* New_node_var_after(long index, const std::string& name);
+
+  long Nb_bdd_vars() const { return internal_bdd_vars; }
+  long internal_vars() const { return internal_bdd_vars; }
+  /// Capacity of the variable tables: 16 at first, doubled when full.
+  long Max_bdd_vars() const { return internal_max_bdd_vars; }
+  long idtoindex(long id) const { return internal_idtoindex_table[id]; }
+  long indextoid(long index) const { return internal_indextoid_table[index]; }
+
+  /// Zero when out of range.
+  bdd Bdd_var_by_id(long id);
+  /// One for -1, a default-built handle when out of range otherwise.
+  bdd Bdd_var_by_index(long index);
+  /// Zero for an unknown name. Answers to names given at creation, whatever renamings followed.
+  bdd Bdd_var_by_name(const std::string& name);
+  /// -1 for an unknown name.
+  long Id_var_by_name(const std::string& name) const;
+  long Index_var_by_name(const std::string& name) const;
+  /// Top variable; -1 on a constant, -3 on a handle of another manager or a default-built one.
+  long Id_var_by_bdd(const bdd& f) const { return Bdd_if_id(f); }
+  long Index_var_by_bdd(const bdd& f) const { return Bdd_if_index(f); }
+  long Bdd_if_id(const bdd& f) const;
+  long Bdd_if_index(const bdd& f) const;
+  /// The id or index must be valid.
+  std::string Name_var_by_id(long id) const;
+  std::string Name_var_by_index(long index) const;
+  /// Name of the top variable; "1" and "0" for the constants. Ends the process on a bad handle.
+  std::string Name_var_by_bdd(const bdd& f) const;
+
+  // Renaming changes what the Name_ operations give; look-ups by name keep the first name.
+  void Change_name_by_id(long id, const std::string& name);
+  void Change_name_by_index(long index, const std::string& name);
+  void Rename_var(const std::string& new_name, const std::string& old_name);
+  void Replace_char_in_all_names(char from, char to);
+  /// A name that begins with "_" gets the prefix "v".
+  void No_begin_underscore_name();
+
+  bdd Bdd_one() { return bdd(this, 1, internal_bdd_node_one); }
+  bdd Bdd_zero() { return bdd(this, -1, internal_bdd_node_one); }
+  bdd_node* Bdd_node_one() const { return internal_bdd_node_one; }
+
+  // Nodes.
+  /// The only place where a decision node is found or made. The caller sets `link` (normally to 1);
+  /// it receives the polarity of the result. Null for a bad index.
+  bdd_node* Find_or_create_bdd_node(long index, int then_link, int else_link, bdd_node* then_node,
+                                    bdd_node* else_node, int& link);
+  void Map_integrate(bdd_node* node);
+  void Map_suppress(bdd_node* node);
+  /// All nodes of the unique table in key order (variable id, then, else, polarity).
+  std::vector<bdd_node*> internal_bdd_node_map() const;
+
+  void Bdd_clear_marks(bdd_node* node);
+  void Bdd_clear_marks(const bdd& f) { Bdd_clear_marks(f.node()); }
+  void Bdd_global_clear_marks();
+  /// Marks the unmarked nodes from `node` down, then before else, and numbers them from `start`;
+  /// gives the next free number.
+  long Bdd_incremental_id(bdd_node* node, long start);
+  /// Number of nodes, the constant included.
+  long Bdd_node_size(bdd_node* node);
+  long Bdd_size(const bdd& f) { return Bdd_node_size(f.node()); }
+  /// The next global id: one above the number of nodes ever made.
+  long Bdd_total_size() const { return internal_next_node_id; }
+  int Bdd_is_correct(const bdd& f);
+  /// Destroys the nodes that are no variable and have no reference left.
+  void Bdd_gc();
+
+  // Kept as part of the interface; each writes one line and does nothing else.
+  void Bdd_free(const bdd& f);
+  bdd Bdd_dup(const bdd& f);
+  void Bdd_var_reorder();
+  bdd Bdd_swap_vars(const bdd& f, const bdd& a, const bdd& b);
+
+  // Operators.
+  bdd Bdd_not(const bdd& f) { return bdd(f.manager_ref(), -f.link_type(), f.node()); }
+  bdd Bdd_and(const bdd& f, const bdd& g);
+  bdd Bdd_or(const bdd& f, const bdd& g);
+  bdd_node* Bdd_and(int f_link, bdd_node* f, int g_link, bdd_node* g, int& link);
+  bdd_node* Bdd_or(int f_link, bdd_node* f, int g_link, bdd_node* g, int& link);
+  bdd Bdd_nand(const bdd& f, const bdd& g);
+  bdd Bdd_nor(const bdd& f, const bdd& g);
+  bdd Bdd_xor(const bdd& f, const bdd& g);
+  bdd Bdd_xnor(const bdd& f, const bdd& g);
+  bdd Bdd_eq(const bdd& f, const bdd& g) { return Bdd_xnor(f, g); }
+  bdd Bdd_implication(const bdd& f, const bdd& g);
+  /// 1 when f implies g.
+  int Bdd_imply(const bdd& f, const bdd& g);
+  int Bdd_equiv(const bdd& f, const bdd& g);
+  /// 1 when f and g are disjoint.
+  int Bdds_excl(const bdd& f, const bdd& g);
+  int Bdds_exclude(const bdd& f, const bdd& g) { return Bdds_excl(f, g); }
+  bdd Bdd_ite(const bdd& f, const bdd& g, const bdd& h);
+  /// On the variable of `index` taken with `link`; -1 means the constant.
+  bdd Bdd_ite(int link, long index, const bdd& g, const bdd& h);
+
+  /// Cofactors of the top variable; of any constant both are one.
+  bdd Bdd_then(const bdd& f);
+  bdd Bdd_else(const bdd& f);
+  /// The top variable; zero on a constant.
+  bdd Bdd_if(const bdd& f);
+
+  /// Quantify one variable; f itself when v is neither a variable nor a negated one.
+  bdd Bdd_exist(const bdd& f, const bdd& v);
+  bdd Bdd_forall(const bdd& f, const bdd& v);
+  /// The cofactor of f by a cube; by a constant f itself.
+  bdd Bdd_cube_reduce(const bdd& f, const bdd& cube);
+  /// The product of the cofactors of f by the cubes of c. Where c is no cube the result need not
+  /// agree with f on c.
+  bdd Bdd_reduce(const bdd& f, const bdd& c);
+  /// Substitutes g for the variable v; zero when v is no variable.
+  bdd Bdd_compose(const bdd& f, const bdd& v, const bdd& g);
+  /// `map` gives the new index of each old index.
+  bdd Bdd_replace_vars(const bdd& f, const long* map);
+  /// Each part of the diagram that tests index n or more becomes one.
+  bdd Bdd_keep_first_variables(const bdd& f, long n);
+  /// Drops variables of f, in ascending id order, while f stays disjoint from g.
+  bdd Bdd_simplify(const bdd& f, const bdd& g);
+  /// The same, but tries only ids smaller than the index of f's top variable.
+  bdd Bdd_simplify2(const bdd& f, const bdd& g);
+
+  /// One cube that implies f, the then side tried first; one when f is zero.
+  bdd Bdd_satisfy(const bdd& f);
+  int Bdd_OneSat(bdd_node* node, int link, int* literals);
+  bdd Literals_to_bdd(const int* literals);
+  void Bdd_to_literals(const bdd& f, int* literals);
+  void Bdd_node_to_literals(int link, bdd_node* node, int* literals);
+  bdd Bdd_eval(const bdd& f, const int* literals);
+  /// 0, 1, or 2 when the result depends on an unknown and the two branches differ.
+  int Bdd_eval_for_literal(const bdd& f, const int* literals);
+
+  // Shape tests.
+  int Bdd_is_var(const bdd& f) const;
+  int Bdd_is_negvar(const bdd& f) const;
+  int Bdd_is_cube(const bdd& f) const;
+  /// 1 for either constant.
+  int Bdd_is_tautology(const bdd& f) const;
+  /// `polarity` not 0 asks for one, 0 for zero.
+  int Bdd_is_tautology(const bdd& f, int polarity) const;
+  int Bdd_is_one_tautologic(const bdd& f) const;
+  int Bdd_is_zero_tautologic(const bdd& f) const;
+
+  // Dependence.
+  int Bdd_depends_on(const bdd& f, const bdd& g) const;
+  int Bdd_node_depends_on(bdd_node* n, bdd_node* m) const;
+  int exists_common_variables(const bdd& f, const bdd& g) const;
+  int Variable_awaited(const bdd& f, long index);
+  int Variable_true_awaited(const bdd& f, long index);
+  int Variable_false_awaited(const bdd& f, long index);
+  index_set set_of_id_depend_on(const bdd& f) const;
+  index_set set_of_index_depend_on(const bdd& f) const;
+  /// present[index] becomes 1 for each variable of f, 0 for the others.
+  void Present_variables(const bdd& f, int* present) const;
+
+  // Tables over n chosen variables; entry m takes vars[i] from bit i of m.
+  bdd Minterm(int m, int n, const bdd* vars);
+  void Truth_table(const bdd& f, int n, const bdd* vars, char* out);
+  void Bdd_truth_table(const bdd& f, int n, const bdd* vars, bdd* out);
+
+  // Associations of functions with variables.
+  void Bdd_assoc_bdd_to_var(const bdd& f, const bdd& v);
+  bdd Bdd_follow_assoc(const bdd& f, int* loop);
+
+ private:
+  friend class bdd_node;
+  long internal_bdd_vars = 0;
+  long internal_max_bdd_vars = 16;
+  long internal_next_node_id = 2;
+  std::vector<std::string> internal_names_table;
+  std::vector<bdd_node*> internal_variables_table;
+  std::vector<long> internal_idtoindex_table;
+  std::vector<long> internal_indextoid_table;
+  std::vector<bdd> internal_assoc_var_table;
+  bdd_node* internal_bdd_node_one = nullptr;
+};
+
+inline long bdd_node::var_index() const {
+  if (internal_manager_ref == nullptr) return -3;
+  return internal_var_id < 0 ? internal_var_id
+                             : internal_manager_ref->internal_idtoindex_table[internal_var_id];
+}
+
+/// Copies f into another manager. Same indices in both managers.
+bdd Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, const bdd& f);
+/// `corr` gives the destination index of each source index.
+bdd_node* Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, bdd_node* node, const long* corr);
+bdd Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, const bdd& f, const long* corr);
+/// By the names of the source; a variable that `to` lacks is appended there.
+bdd Bdd_isomorphe_by_name(bddpp_manager* to, bddpp_manager* from, const bdd& f);
+
+}  // namespace kiva

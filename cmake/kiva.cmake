@@ -1,0 +1,26 @@
+# The settings that every target of our own shares; generated parsers get them without the warnings.
+add_library(kiva_settings INTERFACE)
+target_include_directories(kiva_settings INTERFACE ${PROJECT_SOURCE_DIR})
+add_library(kiva_warnings INTERFACE)
+target_compile_options(kiva_warnings INTERFACE -Wall -Wextra $<$<BOOL:${KIVA_WERROR}>:-Werror>)
+
+# kiva_floor(NAME FOLDER... [USES TARGET...]): a library of all sources in the folders.
+function(kiva_floor name)
+  cmake_parse_arguments(FLOOR "" "" "FOLDERS;USES" ${ARGN})
+  set(sources)
+  foreach(folder ${FLOOR_FOLDERS})
+    file(GLOB found CONFIGURE_DEPENDS ${folder}/*.cc ${folder}/*.h)
+    list(APPEND sources ${found})
+  endforeach()
+  add_library(${name} STATIC ${sources})
+  target_link_libraries(${name} PUBLIC kiva_settings ${FLOOR_USES} PRIVATE kiva_warnings)
+endfunction()
+
+# kiva_tests(NAME [USES TARGET...]): one test program of all *_test.cc in tests/NAME.
+function(kiva_tests name)
+  cmake_parse_arguments(TESTS "" "" "USES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cc)
+  add_executable(${name}_tests ${sources})
+  target_link_libraries(${name}_tests PRIVATE kiva_test_support ${TESTS_USES} kiva_warnings)
+  gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX ${name}. PROPERTIES TIMEOUT 300)
+endfunction()

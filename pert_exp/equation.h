@@ -1,0 +1,113 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "base/index_set.h"
+#include "bdd/bddpp.h"
+
+namespace kiva {
+
+class Bddexpressionwood;
+
+/// One equation: a variable of the wood's manager (left member) defined by a function (right
+/// member). An abstract equation has no function: its truth comes from a data expression.
+class Bddexpression {
+ public:
+  /// Empty: abstract, in no wood.
+  Bddexpression() = default;
+  /// Empty, in a wood, not learnt by it.
+  explicit Bddexpression(Bddexpressionwood* wood) : pw(wood) {}
+
+  // Each of the following is learnt by its wood. A null wood makes an abstract equation without
+  // variable that nothing learns.
+  Bddexpression(const std::string& name, Bddexpressionwood* wood, const bdd& var, const bdd& exp,
+                long early, long late, int usertype = 0);
+  /// Abstract when `exp_def` is not empty.
+  Bddexpression(const std::string& name, Bddexpressionwood* wood, const bdd& var, const bdd& exp,
+                const std::string& exp_def, long early, long late, int usertype);
+  /// Named as its variable.
+  Bddexpression(Bddexpressionwood* wood, const bdd& var, const bdd& exp, long early, long late);
+  /// Abstract equation of the variable of `index`, which reads the indices of `deps`; each index of
+  /// `extra` is entered as a reader of this one. Either may be null.
+  Bddexpression(long index, Bddexpressionwood* wood, const index_set* deps, const index_set* extra,
+                long early, long late);
+  Bddexpression(long index, Bddexpressionwood* wood, const index_set* deps, const index_set* extra,
+                const std::string& exp_def, long early, long late);
+  Bddexpression(long index, Bddexpressionwood* wood, const index_set& deps,
+                const std::string& exp_def, long early, long late);
+
+  /// Copies, not learnt, into a wood of the same variable order.
+  Bddexpression(Bddexpressionwood* wood, const Bddexpression& other);
+  Bddexpression(Bddexpressionwood* to, Bddexpressionwood* from, const Bddexpression& other);
+  Bddexpression(const Bddexpression&) = default;
+  Bddexpression& operator=(const Bddexpression&) = default;
+
+  /// Compares abstraction, variable, function, user type, weight, name and textual definition.
+  friend bool operator==(const Bddexpression& a, const Bddexpression& b);
+
+  const std::string& my_name() const { return name; }
+  /// Name of the variable; "" without wood or variable.
+  std::string my_bddname() const;
+  Bddexpressionwood* my_wood() const { return pw; }
+  bddpp_manager* my_bdd_manager() const;
+  bddpp_manager* my_manager() const { return my_bdd_manager(); }
+  /// Index of the left member; -3 without one.
+  long my_index_var() const;
+  const bdd& my_bdd_var() const { return bdd_var; }
+  const bdd& my_bdd_exp() const { return bdd_exp; }
+  const std::string& my_exp_def() const { return exp_def; }
+  const std::string& getExpDef() const { return exp_def; }
+  void setExpDef(const std::string& text) { exp_def = text; }
+  void setName(const std::string& text) { name = text; }
+  /// Not 0: no function stands for this equation.
+  int getAbstraction() const { return abstraction; }
+  void setAbstraction(int value) { abstraction = value; }
+  int getUserType() const { return usertype; }
+  void setUserType(int type) { usertype = type; }
+  long getW() const { return w; }
+  void setW(long weight) { w = weight; }
+  long getEarlyDate() const { return earliest_date; }
+  void setEarlyDate(long date) { earliest_date = date; }
+  /// The late date stands in the wood's table; 0 without wood or variable.
+  long getLateDate() const;
+  void setLateDate(long date);
+  const index_set& set_of_var_dependances() const { return vars_dependance; }
+  void set_set_of_var_dependances(const index_set& deps) { vars_dependance = deps; }
+  /// The dependences and the left member.
+  index_set set_of_index_used_variables() const;
+  void add_specific_var_dependance(long index) { vars_dependance.insert(index); }
+  void setBddexpressionwood(Bddexpressionwood* wood) { pw = wood; }
+
+  // Changes of the right member keep the wood's readers in step. Without wood each reports and
+  // changes nothing.
+  void setBddExp(const bdd& f);
+  /// Sets both dates, and leaves the readers' cycle warnings out.
+  void setBddExp(const bdd& f, long early, long late);
+  void append_or_exp(const bdd& g);
+  void append_and_exp(const bdd& g);
+  void append_not_exp();
+  /// For an equation in no wood; refused otherwise.
+  void setBddVar(bddpp_manager* manager, const bdd& var);
+  void setBddExp(bddpp_manager* manager, const bdd& f);
+
+  void build_normal_dependances();
+  void internal_build_dependances();
+  void internal_build_dependances(bddpp_manager* manager);
+
+ private:
+  friend class Bddexpressionwood;
+
+  Bddexpressionwood* pw = nullptr;
+  std::string name;
+  bdd bdd_var;
+  int abstraction = 1;
+  std::string exp_def;
+  bdd bdd_exp;
+  long w = 1;
+  index_set vars_dependance;
+  long earliest_date = 0;
+  int usertype = 0;
+};
+
+}  // namespace kiva

@@ -1,0 +1,176 @@
+#pragma once
+
+#include <iosfwd>
+#include <list>
+#include <string>
+#include <vector>
+
+#include "base/index_set.h"
+#include "bdd/bddpp.h"
+#include "pert_exp/equation.h"
+
+namespace kiva {
+
+/// The equations of one module over one manager. All indices are variable indices of that manager;
+/// all iteration is by ascending index. The wood owns its equations.
+class Bddexpressionwood {
+ public:
+  /// Over a manager of its own.
+  Bddexpressionwood();
+  /// Over a manager that somebody else owns.
+  explicit Bddexpressionwood(bddpp_manager* manager);
+  /// A copy with copies of all equations; shares the manager if `other` does, else makes a manager
+  /// with the same variables. A null `other` gives an empty shell without manager.
+  explicit Bddexpressionwood(const Bddexpressionwood* other);
+  Bddexpressionwood(const Bddexpressionwood& other) : Bddexpressionwood(&other) {}
+  Bddexpressionwood& operator=(const Bddexpressionwood& other);
+  ~Bddexpressionwood();
+
+  /// Not 0: the manager is shared and outlives the wood.
+  int get_common_bdd_manager() const { return common_bdd_manager; }
+  void set_common_bdd_manager(int common) { common_bdd_manager = common; }
+  bddpp_manager* my_bdd_manager() const { return man; }
+
+  // Variables; the tables follow.
+  bdd New_var_last(const std::string& name);
+  /// Index of the variable of that name, made last if there is none.
+  long Index_new_var_last(const std::string& name);
+  bdd New_var_before_by_bdd(const bdd& var, const std::string& name);
+  bdd New_var_before_by_index(long index, const std::string& name);
+  bdd New_var_after_by_bdd(const bdd& var, const std::string& name);
+  bdd New_var_after_by_index(long index, const std::string& name);
+  /// Brings the tables to the manager's number of variables.
+  void update_bdd_vars();
+  /// The same after one variable was inserted at `new_index`.
+  void update_bdd_vars(long new_index);
+
+  // Equations.
+  void learn_expression(Bddexpression* e);
+  /// Enters each index of `extra` (may be null) as a reader of e.
+  void learn_abstract_expression(Bddexpression* e, const index_set* extra);
+  /// Learns a copy of each equation of `other`, by variable name.
+  void integrate_wood(Bddexpressionwood* other);
+  /// Deletes the equation unless its variable is still read.
+  void forget_expression_by_bddid(long index);
+  /// The same, but leaves the readers' sets and the late date alone.
+  void absolute_forget_expression_by_bddid(long index);
+  void add_amont_dependance(long var_index, long user_index);
+  void sup_amont_dependance(long var_index, long user_index);
+  /// The indices of the equations that read the variable.
+  const index_set& set_of_amont_dependances(long index) const;
+  void append_not_expression(long index);
+
+  void update_nb_level(long level) { nb_level = level; }
+  /// One above the largest date known; 0 when undated.
+  long Nb_level() const { return nb_level; }
+  long Nb_bdd_vars() const { return nb_var_bdd; }
+  long Nb_max_bdd_vars() const { return nb_max_var_bdd; }
+  /// Number of equations.
+  long exp_number() const { return static_cast<long>(ens_exp.size()); }
+  /// By index; null where a variable has no equation.
+  Bddexpression** Exp_table() { return exp_table.data(); }
+  const index_set& Set_of_exp() const { return ens_exp; }
+  index_set Set_of_index_used_variables() const;
+  void setLateDate(const bdd& var, long date);
+  long getLateDate(const bdd& var) const;
+  long getLateDate(long index) const;
+
+  // Look-ups. Each reports what it does not find, and gives null, "" or -1.
+  Bddexpression* exp_by_index(long index) const;
+  Bddexpression* exp_by_bddname(const std::string& name) const;
+  Bddexpression* exp_by_bdd(const bdd& f) const;
+  /// The first equation, by index, of that name.
+  Bddexpression* exp_by_name(const std::string& name) const;
+  /// The n-th equation, from 0.
+  Bddexpression* exp(int n) const;
+  long Index_exp_by_name(const std::string& name) const;
+  long Index_exp_by_bdd(const bdd& f) const;
+  long Index_exp_by_bddname(const std::string& name) const;
+  std::string Bddname_exp_by_index(long index) const;
+  std::string Name_exp_by_index(long index) const;
+  std::string Bddname_exp_by_bdd(const bdd& f) const;
+  std::string Name_exp_by_bdd(const bdd& f) const;
+
+  // Dates (dates.cc).
+  /// Dates the whole wood if it has no dates; gives the number of levels.
+  long compute_dates();
+  /// Propagates from the listed indices only.
+  long compute_dates(const std::list<long>& indices);
+  void early_propagation(long index, long date);
+  void late_propagation(long index, long date);
+  /// The members of cycles, ascending; empty on an acyclic wood.
+  std::list<long> loop_detection();
+  /// All indices with an equation, by early date, then by index: an order of evaluation.
+  std::list<long> earliest_sort() const;
+  /// All indices with an equation, by falling late date, then by index.
+  std::list<long> latest_sort() const;
+  /// `known` and all transitive readers of the variable.
+  index_set down_dependances(long index, long depth, const index_set& known) const;
+  /// `known` and all that the variable's equation reads, transitively.
+  index_set up_dependances(long index, long depth, const index_set& known) const;
+  /// Weight of the heaviest chain of readers, or of dependences; warns of a cycle.
+  long down_critical_path(long index, long depth, long weight);
+  long up_critical_path(long index, long depth, long weight);
+  void stat(std::ostream& out);
+  void stat_early_dep(std::ostream& out, long index);
+  void internal_stat_early_dep(std::ostream& out, long index, int indent, std::list<long>* seen);
+  /// Reports each variable whose stored readers differ from those computed.
+  void coherence_dependances_check(std::ostream& out) const;
+  void delete_prefixe_names(const std::string& prefix);
+
+  // The manager's operations under their own names.
+  long Bdd_if_index(const bdd& f) const { return man->Bdd_if_index(f); }
+  int Bdd_is_tautology(const bdd& f, int polarity) const {
+    return man->Bdd_is_tautology(f, polarity);
+  }
+  bdd Bdd_one() { return man->Bdd_one(); }
+  bdd Bdd_zero() { return man->Bdd_zero(); }
+  bdd Bdd_if(const bdd& f) { return man->Bdd_if(f); }
+  bdd Bdd_then(const bdd& f) { return man->Bdd_then(f); }
+  bdd Bdd_else(const bdd& f) { return man->Bdd_else(f); }
+  bdd Bdd_var_by_name(const std::string& name) { return man->Bdd_var_by_name(name); }
+  bdd Bdd_var_by_index(long index) { return man->Bdd_var_by_index(index); }
+  long Index_var_by_bdd(const bdd& f) const { return man->Index_var_by_bdd(f); }
+  long Index_var_by_name(const std::string& name) const { return man->Index_var_by_name(name); }
+  std::string Name_var_by_index(long index) const { return man->Name_var_by_index(index); }
+  std::string Name_var_by_bdd(const bdd& f) const { return man->Name_var_by_bdd(f); }
+  bdd Bdd_ite(const bdd& f, const bdd& g, const bdd& h) { return man->Bdd_ite(f, g, h); }
+  bdd Bdd_and(const bdd& f, const bdd& g) { return man->Bdd_and(f, g); }
+  bdd Bdd_nand(const bdd& f, const bdd& g) { return man->Bdd_nand(f, g); }
+  bdd Bdd_or(const bdd& f, const bdd& g) { return man->Bdd_or(f, g); }
+  bdd Bdd_nor(const bdd& f, const bdd& g) { return man->Bdd_nor(f, g); }
+  bdd Bdd_xor(const bdd& f, const bdd& g) { return man->Bdd_xor(f, g); }
+  bdd Bdd_xnor(const bdd& f, const bdd& g) { return man->Bdd_xnor(f, g); }
+  bdd Bdd_implication(const bdd& f, const bdd& g) { return man->Bdd_implication(f, g); }
+  bdd Bdd_not(const bdd& f) { return man->Bdd_not(f); }
+  bdd Bdd_eq(const bdd& f, const bdd& g) { return man->Bdd_eq(f, g); }
+  int Bdds_excl(const bdd& f, const bdd& g) { return man->Bdds_excl(f, g); }
+  bdd Bdd_compose(const bdd& f, const bdd& v, const bdd& g) { return man->Bdd_compose(f, v, g); }
+  bdd Bdd_replace_vars(const bdd& f, const long* map) { return man->Bdd_replace_vars(f, map); }
+  bdd Bdd_reduce(const bdd& f, const bdd& c) { return man->Bdd_reduce(f, c); }
+  bdd Bdd_simplify(const bdd& f, const bdd& g) { return man->Bdd_simplify(f, g); }
+  bdd Bdd_simplify2(const bdd& f, const bdd& g) { return man->Bdd_simplify2(f, g); }
+  bdd Bdd_exist(const bdd& f, const bdd& v) { return man->Bdd_exist(f, v); }
+  bdd Bdd_forall(const bdd& f, const bdd& v) { return man->Bdd_forall(f, v); }
+  void Rename_var(const std::string& new_name, const std::string& old_name) {
+    man->Rename_var(new_name, old_name);
+  }
+
+ private:
+  friend class Bddexpression;
+
+  int common_bdd_manager = 0;
+  bddpp_manager* man = nullptr;
+  index_set ens_exp;
+  long nb_var_bdd = 0;
+  long nb_max_var_bdd = 1;
+  std::vector<Bddexpression*> exp_table;
+  std::vector<index_set> amont_dep_table;
+  std::vector<long> latest_date_table;
+  long nb_level = 0;
+};
+
+/// Dates the wood.
+long PERT(Bddexpressionwood* wood);
+
+}  // namespace kiva
