@@ -1,0 +1,118 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "SIMULATOR_ZUC/engine/signal_state.h"
+#include "base/sock.h"
+#include "tarn/model/module.h"
+
+namespace kiva {
+
+class FlatEquations;
+
+/// All that an instant leaves behind, and all that the next one starts from. A copy of it, put back
+/// with `Simulation::restore`, continues as if nothing had happened since.
+struct SimulationState {
+  std::vector<int> context;  ///< by variable index: 0, 1, or 2 for unknown
+
+  // The choices for the next instant; inputs by row.
+  std::vector<SignalState> inputs;
+  std::vector<std::string> input_texts;
+  bool set = true;
+  bool reset = false;
+
+  // What a person sees. Outputs and locals as they stood before the registers moved, registers
+  // after it.
+  std::vector<SignalState> shown_outputs;
+  std::vector<SignalState> shown_locals;
+  std::vector<SignalState> shown_registers;
+  std::vector<std::string> output_values;  ///< by output row; "--" for none
+
+  long instant = 0;  ///< number of instants run since the load or the last initialisation
+
+  friend bool operator==(const SimulationState&, const SimulationState&) = default;
+};
+
+/// A module being run: the one implementation of a reaction, for the window and for the console.
+/// Failures that end the process do so through `end_process`; exceptions of the library pass.
+class Simulation {
+ public:
+  /// Lays the module's equations flat once and stands at the start (`load`). The module must not
+  /// change afterwards, and must outlive the simulation.
+  explicit Simulation(Module* module);
+  ~Simulation();
+  Simulation(const Simulation&) = delete;
+  Simulation& operator=(const Simulation&) = delete;
+
+  Module* module() const { return module_; }
+  /// Rows: inputs and outputs without those whose value comes from a binding; all locals; all
+  /// registers. Names as the panels show them.
+  const std::vector<Signal*>& input_rows() const { return input_rows_; }
+  const std::vector<Signal*>& output_rows() const { return output_rows_; }
+  const std::vector<std::string>& input_names() const { return input_names_; }
+  const std::vector<std::string>& output_names() const { return output_names_; }
+  const std::vector<std::string>& local_names() const { return local_names_; }
+  const std::vector<std::string>& register_names() const { return register_names_; }
+  long equation_number() const;
+
+  const SimulationState& state() const { return state_; }
+  /// The state must come from a simulation of the same module.
+  void restore(const SimulationState& state) { state_ = state; }
+
+  // The choices, for all instants from now on.
+  void choose_input(size_t row, SignalState state) { state_.inputs[row] = state; }
+  void type_input(size_t row, const std::string& text) { state_.input_texts[row] = text; }
+  void raise_set(bool raised) { state_.set = raised; }
+  void raise_reset(bool raised) { state_.reset = raised; }
+
+  /// The state right after a load: all entries unknown but the registers', which have their initial
+  /// values; inputs Bottom; set raised.
+  void load();
+  /// Back to the start, as the button Init does it: inputs Bottom, texts "--", the equations run
+  /// once over unknown inputs and registers, then the registers get their initial values.
+  void initialise();
+  /// One instant. `socket` is the connection to the evaluation server, null for none.
+  void step(Sock socket);
+
+  /// The flattened pass over all boolean equations, alone: for measurements and comparisons.
+  void run_equations(int* context) const;
+
+ private:
+  struct Action;
+
+  void plan();
+  void reset_choices();
+  void run_pass(ValueTexts* values, ConstantTexts* constants, Sock socket);
+  void run_action(const Action& action, ValueTexts* values, ConstantTexts* constants, Sock socket);
+  ValueTexts build_values() const;
+  void show_outputs_and_locals();
+  void show_registers();
+  void serve_output_bindings(ValueTexts* values, ConstantTexts* constants, Sock socket);
+  bool is_present(long status_id, long value_id) const {
+    return state_.context[status_id] == 1 && state_.context[value_id] == 0;
+  }
+
+  struct Pair {
+    long status_id;
+    long value_id;
+  };
+  Pair pair_of_name(const std::string& name) const;
+
+  Module* module_;
+  std::vector<Signal*> input_rows_;
+  std::vector<Signal*> output_rows_;
+  std::vector<std::string> input_names_;
+  std::vector<std::string> output_names_;
+  std::vector<std::string> local_names_;
+  std::vector<std::string> register_names_;
+  std::vector<Pair> output_pairs_;
+  std::vector<Pair> local_pairs_;
+  std::vector<Pair> register_pairs_;
+  std::vector<Action> actions_;
+  std::unique_ptr<FlatEquations> equations_;
+  SimulationState state_;
+};
+
+}  // namespace kiva

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <list>
+#include <string>
+
+#include "base/sock.h"
+
+namespace kiva {
+
+class DataConstantTable;
+class DataMethodTable;
+class DataTypeTable;
+class Module;
+class ModuleTable;
+
+/// What all compilations and reads of one process share.
+class Compilation {
+ public:
+  // User types of equations: odd is a status, even a value.
+  static constexpr int STAT = 1;
+  static constexpr int VAL = 2;
+  static constexpr int SINPUT = 3;
+  static constexpr int VINPUT = 4;
+  static constexpr int SOUTPUT = 5;
+  static constexpr int VOUTPUT = 6;
+  static constexpr int SREG = 7;
+  static constexpr int VREG = 8;
+  static constexpr int SWIRE = 9;
+  static constexpr int VWIRE = 10;
+  static constexpr int SCLOCK = 11;
+  static constexpr int VCLOCK = 12;
+
+  static bool isStatusType(int type) { return type % 2 != 0; }
+  static bool isValueType(int type) { return type % 2 == 0; }
+
+  /// The name without its first three characters; std::out_of_range for a shorter one.
+  static std::string bddNameToSignalName(const std::string& name) { return name.substr(3); }
+
+  static std::string EmptyString;
+  /// Modules compiled from source text, and modules read from ZUC text; both report on the
+  /// standard output.
+  static ModuleTable* ModTable;
+  static ModuleTable* ZucModTable;
+  /// Null until the first entry.
+  static DataTypeTable* GDataTypeTable;
+  static DataMethodTable* GDataMethodTable;
+  static DataConstantTable* GDataConstantTable;
+  /// The tables, made on first need.
+  static DataTypeTable& typeTable();
+  static DataMethodTable& methodTable();
+  static DataConstantTable& constantTable();
+
+  // Reading ZUC text (tarn/zuc).
+  /// Reads a module; null, with a message on the error stream, when that fails. `instance` is
+  /// appended to signal names; the awaited lists, where not null or empty, restrict the names of
+  /// inputs and outputs. The parser's trace goes to the file's name with ".log" behind it.
+  static Module* zuc_parse(const std::string& file, const std::string& instance,
+                           const std::string& run_instance, const std::list<std::string>* inputs,
+                           const std::list<std::string>* outputs);
+  static Module* zuc_parse(const std::string& file, const std::string& instance,
+                           const std::list<std::string>* inputs,
+                           const std::list<std::string>* outputs);
+  /// The first file of Module::CompilationFileList whose first line (256 characters at most) holds
+  /// the module's name; "" when there is none.
+  static std::string getZucFileName(const std::string& module);
+  /// The `reincarnate` flag of that file; -1 when there is none.
+  static int getReincarnateFromZucFile(const std::string& module);
+  static Module* createModuleFromZucCode(const std::string& module,
+                                         const std::list<std::string>* inputs,
+                                         const std::list<std::string>* outputs);
+
+  /// One exchange with the evaluation server: the reply, or "" on any failure.
+  static std::string Socket_call(const std::string& message, Sock socket);
+};
+
+}  // namespace kiva

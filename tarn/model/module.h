@@ -1,0 +1,230 @@
+#pragma once
+
+#include <array>
+#include <iosfwd>
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "pert_exp/Bddexpression.h"
+#include "tarn/model/data.h"
+#include "tarn/model/equationtable.h"
+#include "tarn/model/signal_list.h"
+#include "tarn/model/signal_manager.h"
+
+namespace kiva {
+
+class Statement;
+
+/// One register: the variable of the present instant, that of the next, and the initial value.
+class regclass {
+ public:
+  regclass(Signal* actual, Signal* next, int initial)
+      : internal_actual_var(actual), internal_next_var(next), internal_is_initialy_true(initial) {}
+  friend bool operator==(const regclass&, const regclass&) = default;
+  Signal* actual_var() const { return internal_actual_var; }
+  Signal* next_var() const { return internal_next_var; }
+  int is_initialy_true() const { return internal_is_initialy_true; }
+  void actual_var(Signal* signal) { internal_actual_var = signal; }
+  void next_var(Signal* signal) { internal_next_var = signal; }
+  void is_initialy_true(int value) { internal_is_initialy_true = value; }
+
+ private:
+  Signal* internal_actual_var;
+  Signal* internal_next_var;
+  int internal_is_initialy_true;
+};
+
+/// Next variable, blank, actual variable, blank, "1" or "0"; "? " for an absent variable.
+std::ostream& operator<<(std::ostream& out, const regclass& reg);
+
+using RegisterList = std::vector<regclass*>;
+using DataTable = std::map<std::string, DataBinding*>;
+
+/// Value of the environment variable, or "./" when it is not set.
+std::string my_getenv(const std::string& name);
+
+/// One synchronous module, compiled or under compilation: its interface, registers, wires,
+/// equations and data bindings. It owns its wood; its signals, references and bindings live as long
+/// as the process.
+class Module {
+ public:
+  /// Empty, over a new wood.
+  explicit Module(const std::string& name);
+  /// Takes over the lists. `wires` holds set, reset and rtl. IllegalOperationException for a
+  /// register without actual or next variable.
+  Module(const std::string& name, signal_list inputs, signal_list outputs, signal_list locals,
+         signal_list data, RegisterList registers, const std::array<Signal*, 3>& wires,
+         Bddexpressionwood* wood);
+  /// A deep copy over a new wood; statement and run declarations are not shared.
+  Module(Module& other);
+  Module& operator=(const Module&) = delete;
+  ~Module();
+
+  // Statics: directories and files of a run, and the counters of statement names.
+  static std::string SimulationDir;
+  static std::string SimulationZucDir;
+  static std::string OutputDir;
+  /// Chosen name of generated files; when empty they are named after the module.
+  static std::string OutputFile;
+  /// ZUC and ZU files of the compilation; may be null.
+  static std::list<std::string>* CompilationFileList;
+  static int PauseNumber, NothingNumber, HaltNumber, ParallelNumber, SequenceNumber, PresentNumber,
+      LoopNumber, LocalNumber, WaitNumber, AbortNumber, EmitNumber, NoEmitNumber,
+      SustainUntilNumber, RunNumber, SustainNumber, AutomatonNumber, MealyMachineNumber,
+      TransitionNumber;
+
+  // Look-ups of signals; null when nothing is found. Inputs and outputs go by original name, locals
+  // and data signals by internal name.
+  Signal* getInputSignal(const std::string& name) const;
+  Signal* getOutputSignal(const std::string& name) const;
+  Signal* getLocalSignal(const std::string& name) const;
+  Signal* getDataSignal(const std::string& name) const;
+  Signal* getOutputLocalSignal(const std::string& name) const;
+  /// Inputs, outputs, data signals, locals, in this order.
+  Signal* getSignal(const std::string& name) const;
+  /// The same order, by internal name throughout.
+  Signal* getSignalFromInternalName(const std::string& name) const;
+
+  /// Null when no reference has that variable id in the wood.
+  Signal* getSignalById(long id, Bddexpressionwood* wood) const;
+  /// IllegalOperationException without a reference.
+  const std::string& getSignalNameById(long id, Bddexpressionwood* wood) const;
+  /// The other id of the same reference: status for value, value for status.
+  long getOtherBddId(long id, Bddexpressionwood* wood) const;
+
+  const std::string& getName() const { return name; }
+  void setName(const std::string& text) { name = text; }
+  Statement* getStatement() const { return statement; }
+  void addBodyStatement(Statement* body) { statement = body; }
+  EquationTable* getCompilation() const { return compilation; }
+  EquationTable* getEquationTable() const { return compilation; }
+  void setCompilation(EquationTable* table) { compilation = table; }
+  signal_list& getInputSignalList() { return input_signal_list; }
+  signal_list& getOutputSignalList() { return output_signal_list; }
+  signal_list& getLocalSignalList() { return local_signal_list; }
+  signal_list& getDataSignalList() { return data_signal_list; }
+  const signal_list& getInputSignalList() const { return input_signal_list; }
+  const signal_list& getOutputSignalList() const { return output_signal_list; }
+  const signal_list& getLocalSignalList() const { return local_signal_list; }
+  const signal_list& getDataSignalList() const { return data_signal_list; }
+  void setInputSignalList(signal_list list) { input_signal_list = std::move(list); }
+  void setOutputSignalList(signal_list list) { output_signal_list = std::move(list); }
+  void setLocalSignalList(signal_list list) { local_signal_list = std::move(list); }
+  void setDataSignalList(signal_list list) { data_signal_list = std::move(list); }
+  RegisterList& getRegisterList() { return register_list; }
+  const RegisterList& getRegisterList() const { return register_list; }
+  void setRegisterList(RegisterList list) { register_list = std::move(list); }
+  /// Null until the first declaration.
+  const std::map<std::string, std::string>* getRunDeclTable() const { return run_decl_table.get(); }
+  void setRunDeclTable(std::unique_ptr<std::map<std::string, std::string>> table) {
+    run_decl_table = std::move(table);
+  }
+  int getCurrentInstance() const { return current_instance; }
+  void setCurrentInstance(int instance) { current_instance = instance; }
+  void incrCurrentInstance() { ++current_instance; }
+  Bddexpressionwood* getBddWood() const { return compilation->getBddexpressionWood(); }
+  SignalManager* getSignalManager() const { return signal_manager; }
+  /// Null until the first binding; by internal name of the bound signal.
+  DataTable* getDataTable() const { return data_table.get(); }
+  bool getReincarnate() const { return reincarnate; }
+  void setReincarnate(bool value) { reincarnate = value; }
+  int getFinalised() const { return finalised; }
+  void setFinalised(int value) { finalised = value; }
+  Signal* getSet() const { return set_wire; }
+  Signal* getReset() const { return reset_wire; }
+  Signal* getRtl() const { return rtl_wire; }
+  void setSet(Signal* wire) { set_wire = wire; }
+  void setReset(Signal* wire) { reset_wire = wire; }
+  void setRtl(Signal* wire) { rtl_wire = wire; }
+  long getPertLevel() const { return compilation->getPertLevel(); }
+
+  void addInputSignal(Signal* signal) { input_signal_list.push_back(signal); }
+  void addOutputSignal(Signal* signal) { output_signal_list.push_back(signal); }
+  void addLocalSignal(Signal* signal) { local_signal_list.push_back(signal); }
+  void addDataSignal(Signal* signal) { data_signal_list.push_back(signal); }
+  /// A wire goes to the locals.
+  void addWireSignal(Signal* signal) { local_signal_list.push_back(signal); }
+  void addRegisterSignal(Signal* actual, Signal* next, int initial = 0);
+  void addRegisterSignal(regclass* reg) { register_list.push_back(reg); }
+  /// Makes both signals, local and marked as register and wire, actual first.
+  void addRegisterDecl(const char* actual, int initial, const char* next);
+  /// IllegalOperationException for a run declared twice. The location is dir, "/", file.
+  void addRunDecl(const std::string& run, const std::string& file, const std::string& dir);
+  /// Null when unknown.
+  const std::string* getModuleLocation(const std::string& run) const;
+
+  // Bindings.
+  /// Files the binding under the bound signal's current name in the wood; replaces an earlier one.
+  void addBinding(DataBinding* binding, Bddexpressionwood* wood);
+  void addBinding(DataBinding* binding) { addBinding(binding, getBddWood()); }
+  /// Null when there is none.
+  DataBinding* getBinding(const std::string& signal_name) const;
+  void removeBinding(const std::string& signal_name);
+  /// Binds without clock and makes the two abstract equations of `signal`.
+  Signal* addSignalBinding(DataExpr* e, Signal* signal);
+  /// Binds with a clock (may be null); makes no equations.
+  Signal* addSignalBinding(DataExpr* e, Signal* signal, Signal* clock);
+  /// Each makes a new valued signal for an intermediate value, binds it and makes its equations.
+  Signal* addSignalBinding(DataExpr* e, const std::string& prefix);
+  Signal* addSignalBinding(DataExpr* e, Signal* clock, Bddexpressionwood* wood);
+  Signal* addSignalBinding(DataExpr* e, const std::string& prefix, Signal* clock);
+  /// The signals bound with that clock, in table order; null for a module without bindings.
+  std::unique_ptr<std::vector<Signal*>> getSignalBindingByClock(const Signal* clock) const;
+  /// The bindings with that clock, in table order; null when there are none.
+  std::unique_ptr<std::vector<DataBinding*>> getDataBindingByClock(const Signal* clock) const;
+
+  /// Gives the equations of outputs, registers and clocks their user types.
+  void update_user_type();
+  void replace_at_in_name_variables();
+  void loose_first_underscore_in_name_variables();
+
+  /// The module's name, the prefix, "_" and the counter, which grows by one.
+  std::string generateName(const char* prefix, int& counter) const;
+
+ private:
+  DataTable& bindings();
+  void make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& ids);
+  index_set dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any);
+  Signal* bind_intermediate(DataExpr* e, const std::string& signal_name, Signal* clock,
+                            Bddexpressionwood* wood);
+
+  std::string name;
+  Statement* statement = nullptr;
+  signal_list input_signal_list;
+  signal_list output_signal_list;
+  signal_list local_signal_list;
+  signal_list data_signal_list;
+  std::unique_ptr<std::map<std::string, std::string>> run_decl_table;
+  RegisterList register_list;
+  EquationTable* compilation;
+  Signal* set_wire = nullptr;
+  Signal* reset_wire = nullptr;
+  Signal* rtl_wire = nullptr;
+  bool reincarnate = false;
+  int finalised = 0;
+  int current_instance = -1;
+  SignalManager* signal_manager;
+  std::unique_ptr<DataTable> data_table;
+};
+
+/// The known modules by name.
+class ModuleTable {
+ public:
+  explicit ModuleTable(std::ostream* out) : out_(out) {}
+  /// HashTableAddException for a name already there.
+  void add(Module* module);
+  /// Null when there is none.
+  Module* get(const std::string& name) const;
+  const std::map<std::string, Module*>& modules() const { return modules_; }
+  void remove(const std::string& name) { modules_.erase(name); }
+  std::ostream& out() const { return *out_; }
+
+ private:
+  std::map<std::string, Module*> modules_;
+  std::ostream* out_;
+};
+
+}  // namespace kiva

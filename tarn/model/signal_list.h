@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "tarn/model/signal.h"
+
+namespace kiva {
+
+/// A list of signals in declaration order. Look-ups by name give what a walk from the front would
+/// give, from an index that follows the list.
+class signal_list {
+ public:
+  using const_iterator = std::vector<Signal*>::const_iterator;
+
+  signal_list() = default;
+  signal_list(std::initializer_list<Signal*> signals) {
+    for (Signal* signal : signals) push_back(signal);
+  }
+
+  void push_back(Signal* signal);
+  /// Removes the signal where it first stands; nothing if it is not there.
+  void remove(Signal* signal);
+  void clear();
+
+  /// The first signal of that name; null if there is none.
+  Signal* find_original(const std::string& name) const;
+  Signal* find_internal(const std::string& name) const;
+
+  size_t size() const { return signals_.size(); }
+  bool empty() const { return signals_.empty(); }
+  Signal* operator[](size_t position) const { return signals_[position]; }
+  const_iterator begin() const { return signals_.begin(); }
+  const_iterator end() const { return signals_.end(); }
+
+ private:
+  using Index = std::unordered_map<std::string_view, Signal*>;
+  std::vector<Signal*> signals_;
+  Index by_original_;
+  Index by_internal_;
+};
+
+}  // namespace kiva

@@ -1,0 +1,131 @@
+#pragma once
+
+#include <iosfwd>
+#include <list>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "pert_exp/Bddexpression.h"
+
+namespace kiva {
+
+class Module;
+class Signal;
+
+/// Ids of the two variables of one occurrence, by wood.
+class BddIdsWood {
+ public:
+  struct Entry {
+    Bddexpressionwood* wood;
+    long status_id;
+    long value_id;
+  };
+  Entry* find(const Bddexpressionwood* wood);
+  const Entry* find(const Bddexpressionwood* wood) const;
+  void enter(Bddexpressionwood* wood, long status_id, long value_id);
+  void remove(const Bddexpressionwood* wood);
+  const std::vector<Entry>& entries() const { return entries_; }
+
+ private:
+  std::vector<Entry> entries_;
+};
+
+/// One occurrence of a signal: its current name, and the ids of its variables "_s_" and "_v_" plus
+/// that name in each wood in which the occurrence exists.
+class SignalRef {
+ public:
+  // Each makes the two variables, status first, last in the wood's order unless they exist, and
+  // enters the reference in the module's SignalManager.
+  SignalRef(const std::string& name, Module* module, Bddexpressionwood* wood, bool valued = false);
+  SignalRef(const std::string& original, const std::string& internal, Module* module,
+            Bddexpressionwood* wood, bool valued = false);
+  SignalRef(const std::string& original, const std::string& internal, const std::string& current,
+            int occurrence, Module* module, Bddexpressionwood* wood, bool valued = false);
+
+  /// Index of the variable of that name, made last if there is none.
+  static long computeId(const std::string& name, Bddexpressionwood* wood);
+
+  /// IllegalOperationException when the reference has ids for the wood already.
+  void addBddIds(long status_id, long value_id, Bddexpressionwood* wood);
+  /// IllegalOperationException for a wood without ids.
+  long getBddStatusId(Bddexpressionwood* wood) const;
+  long getBddValueId(Bddexpressionwood* wood) const;
+  void setBddStatusId(long id, Bddexpressionwood* wood);
+  void setBddValueId(long id, Bddexpressionwood* wood);
+  bool isDefinedWood(const Bddexpressionwood* wood) const;
+  void removeWood(const Bddexpressionwood* wood);
+
+  const std::string& getOriginalName() const { return original_name; }
+  const std::string& getInternalName() const { return internal_name; }
+  const std::string& getCurrentName() const { return current_name; }
+  int getCurrentOccurrence() const { return current_occurrence; }
+  /// "pure" until a type is set.
+  const std::string& getType() const { return type; }
+  bool isPre() const { return is_pre; }
+  bool isValued() const { return is_valued; }
+  const BddIdsWood& getBddIdsWood() const { return bdd_ids_wood; }
+  void setIsPre(bool pre) { is_pre = pre; }
+  void setIsValued(bool valued) { is_valued = valued; }
+  void setType(const std::string& text) { type = text; }
+
+  void print(std::ostream& out) const;
+
+ private:
+  std::string original_name;
+  std::string internal_name;
+  std::string current_name;
+  int current_occurrence = 0;
+  std::string type = "pure";
+  BddIdsWood bdd_ids_wood;
+  bool is_pre = false;
+  bool is_valued = false;
+};
+
+/// All references of a module, by current name and by variable id in each wood.
+class SignalManager {
+ public:
+  SignalManager() = default;
+  SignalManager(const SignalManager&) = delete;
+  SignalManager& operator=(const SignalManager&) = delete;
+
+  /// HashTableAddException for a current name already there.
+  void addSignalRef(SignalRef* ref);
+  /// IllegalOperationException when an id is taken.
+  void addSignalRefIdTable(long status_id, long value_id, SignalRef* ref, Bddexpressionwood* wood);
+  void extendSignalRef(long status_id, long value_id, SignalRef* ref, Bddexpressionwood* wood);
+
+  /// Null when there is none.
+  SignalRef* getSignalRefByName(const std::string& current_name) const;
+  SignalRef* getSignalRefById(long id, const Bddexpressionwood* wood) const;
+  SignalRef* getSignalRefByOccurrence(const Signal* signal, int occurrence) const;
+  /// The references with the signal's internal name that are defined in the wood, in name order.
+  std::list<SignalRef*> getAllSignalRef(const Signal* signal, const Bddexpressionwood* wood) const;
+  /// The first of those with the greatest occurrence number; null when there is none.
+  SignalRef* getCurrentOccurrence(const Signal* signal, const Bddexpressionwood* wood) const;
+  /// The first of those; null when there is none.
+  SignalRef* firstSignalRef(const Signal* signal, const Bddexpressionwood* wood) const;
+
+  /// Gives every reference defined in `from` the same ids in `to`.
+  void duplicate(Bddexpressionwood* from, Bddexpressionwood* to);
+  /// Takes the wood out of all references and tables, then destroys it.
+  void deleteWood(Bddexpressionwood* wood);
+
+  void printSignalTableByName(std::ostream& out) const;
+  void printSignalTableById(std::ostream& out) const;
+
+ private:
+  /// Entries by variable id; null where an id has no reference.
+  using SignalRefTable = std::vector<SignalRef*>;
+
+  std::unordered_map<std::string, SignalRef*> signalref_table;
+  /// References by internal name, each list in name order.
+  std::unordered_map<std::string, std::vector<SignalRef*>> by_internal_name;
+  std::map<const Bddexpressionwood*, SignalRefTable> signalref_id_table;
+};
+
+std::ostream& operator<<(std::ostream& out, const SignalRef& ref);
+
+}  // namespace kiva
