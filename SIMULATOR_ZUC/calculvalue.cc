@@ -1,0 +1,29 @@
+#include "SIMULATOR_ZUC/calculvalue.h"
+
+#include <iostream>
+
+namespace kiva {
+
+std::mutex& CalculValue::evaluation_mutex() {
+  static std::mutex mutex;
+  return mutex;
+}
+
+void CalculValue::evaluer() {
+  const std::lock_guard<std::mutex> guard(evaluation_mutex());
+  bdd_eval = std::make_unique<Signal_eval>();
+  context = bdd_eval->bdds_evaluate(pautom, context);
+}
+
+void CalculValue::run() {
+  evaluer();
+  pluginManager = std::make_unique<PluginManager>();
+  pluginManager->LoadAllPlugins();
+  if (pluginManager->plugin == nullptr) {
+    std::cerr << "***error:CalculValue:run: no plugin loaded" << std::endl;
+    return;
+  }
+  pluginManager->plugin->evaluated(nullptr);
+}
+
+}  // namespace kiva
