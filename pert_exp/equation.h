@@ -82,7 +82,7 @@ class Bddexpression {
   // Changes of the right member keep the wood's readers in step. Without wood each reports and
   // changes nothing.
   void setBddExp(const bdd& f);
-  /// Sets both dates, and leaves the readers' cycle warnings out.
+  /// Sets both dates, and leaves the cycle warnings out.
   void setBddExp(const bdd& f, long early, long late);
   void append_or_exp(const bdd& g);
   void append_and_exp(const bdd& g);
@@ -91,12 +91,19 @@ class Bddexpression {
   void setBddVar(bddpp_manager* manager, const bdd& var);
   void setBddExp(bddpp_manager* manager, const bdd& f);
 
+  /// Dependences from the function, after the wood's tables have followed the manager. An abstract
+  /// equation keeps its own.
   void build_normal_dependances();
   void internal_build_dependances();
   void internal_build_dependances(bddpp_manager* manager);
 
  private:
   friend class Bddexpressionwood;
+
+  /// Whether there is a wood; if not, reports under the name of `operation`.
+  bool has_wood(const char* operation) const;
+  void replace_function(const bdd& f);
+  void learn_abstract(const index_set* extra, long late);
 
   Bddexpressionwood* pw = nullptr;
   std::string name;

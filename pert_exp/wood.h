@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <list>
 #include <string>
@@ -12,7 +13,8 @@
 namespace kiva {
 
 /// The equations of one module over one manager. All indices are variable indices of that manager;
-/// all iteration is by ascending index. The wood owns its equations.
+/// all iteration is by ascending index. The wood owns the equations that it has learnt; one that is
+/// replaced by another of its variable is not deleted, and is its maker's again.
 class Bddexpressionwood {
  public:
   /// Over a manager of its own.
@@ -45,10 +47,12 @@ class Bddexpressionwood {
   void update_bdd_vars(long new_index);
 
   // Equations.
+  /// Reports and leaves the wood alone when e is null or its left member is no variable here.
   void learn_expression(Bddexpression* e);
   /// Enters each index of `extra` (may be null) as a reader of e.
   void learn_abstract_expression(Bddexpression* e, const index_set* extra);
-  /// Learns a copy of each equation of `other`, by variable name.
+  /// Learns a copy of each equation of `other`, by variable name; an equation that stood here for
+  /// such a variable is deleted.
   void integrate_wood(Bddexpressionwood* other);
   /// Deletes the equation unless its variable is still read.
   void forget_expression_by_bddid(long index);
@@ -108,7 +112,9 @@ class Bddexpressionwood {
   index_set down_dependances(long index, long depth, const index_set& known) const;
   /// `known` and all that the variable's equation reads, transitively.
   index_set up_dependances(long index, long depth, const index_set& known) const;
-  /// Weight of the heaviest chain of readers, or of dependences; warns of a cycle.
+  /// Weight of the heaviest chain of readers, or of dependences, from `weight` on; warns of a
+  /// cycle. `up_` ends the process on a variable that depends on itself. A depth of 0 or 1 cuts no
+  /// chain of an acyclic wood.
   long down_critical_path(long index, long depth, long weight);
   long up_critical_path(long index, long depth, long weight);
   void stat(std::ostream& out);
@@ -158,6 +164,28 @@ class Bddexpressionwood {
 
  private:
   friend class Bddexpression;
+  // Views of the tables as graphs, and the dating that walks them (wood_graph.h, dates.cc).
+  struct Readers;
+  struct Dependences;
+  class Dating;
+
+  /// Steps common to both ways of learning; false when e was refused or known already.
+  bool enter_expression(Bddexpression* e);
+  void enter_as_reader(long user_index, const index_set& deps);
+  void leave_as_reader(long user_index, const index_set& deps);
+  /// The slot of `index` if it can be forgotten, else null; reports an index out of range.
+  Bddexpression* forgettable(long index) const;
+  void remove_expression(long index);
+  void resize_tables(long nb_vars);
+  void copy_from(const Bddexpressionwood& other);
+  void clear();
+  bool in_tables(long index) const { return index >= 0 && index < nb_var_bdd; }
+  /// The equation of a variable, null outside the tables.
+  Bddexpression* slot(long index) const { return in_tables(index) ? exp_table[index] : nullptr; }
+  template <class Graph>
+  long heaviest_chain(const Graph& graph, long index, long depth);
+  /// Ends the process with a report if the equation of `index` has readers and reads itself.
+  void refuse_self_dependence(long index) const;
 
   int common_bdd_manager = 0;
   bddpp_manager* man = nullptr;
@@ -168,7 +196,14 @@ class Bddexpressionwood {
   std::vector<index_set> amont_dep_table;
   std::vector<long> latest_date_table;
   long nb_level = 0;
+  // Scratch of heaviest_chain, kept from call to call so that a short walk costs no clearing.
+  std::vector<std::uint64_t> walk_mark;
+  std::vector<long> walk_value;
+  std::uint64_t walk_number = 0;
 };
+
+/// One line a wood, one an equation: its variable, what it reads, its dates.
+std::ostream& operator<<(std::ostream& out, const Bddexpressionwood& wood);
 
 /// Dates the wood.
 long PERT(Bddexpressionwood* wood);

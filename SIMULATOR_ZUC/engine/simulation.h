@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "SIMULATOR_ZUC/engine/context.h"
 #include "SIMULATOR_ZUC/engine/signal_state.h"
 #include "base/sock.h"
 #include "tarn/model/module.h"
@@ -87,18 +88,15 @@ class Simulation {
   void run_pass(ValueTexts* values, ConstantTexts* constants, Sock socket);
   void run_action(const Action& action, ValueTexts* values, ConstantTexts* constants, Sock socket);
   ValueTexts build_values() const;
-  void show_outputs_and_locals();
+  void show_outputs();
+  void show_locals();
   void show_registers();
   void serve_output_bindings(ValueTexts* values, ConstantTexts* constants, Sock socket);
   bool is_present(long status_id, long value_id) const {
     return state_.context[status_id] == 1 && state_.context[value_id] == 0;
   }
 
-  struct Pair {
-    long status_id;
-    long value_id;
-  };
-  Pair pair_of_name(const std::string& name) const;
+  SignalIds ids_of_name(const std::string& name) const;
 
   Module* module_;
   std::vector<Signal*> input_rows_;
@@ -107,9 +105,11 @@ class Simulation {
   std::vector<std::string> output_names_;
   std::vector<std::string> local_names_;
   std::vector<std::string> register_names_;
-  std::vector<Pair> output_pairs_;
-  std::vector<Pair> local_pairs_;
-  std::vector<Pair> register_pairs_;
+  std::vector<SignalIds> output_ids_;
+  std::vector<SignalIds> local_ids_;
+  std::vector<SignalIds> register_ids_;
+  ChoiceIds choice_ids_;
+  std::vector<RegisterIds> registers_;
   std::vector<Action> actions_;
   std::unique_ptr<FlatEquations> equations_;
   SimulationState state_;

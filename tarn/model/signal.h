@@ -123,7 +123,6 @@ class Signal : public Expression {
   void printSignalOccurrence(std::ostream& out) const;
 
  private:
-  void create(Module* module, Bddexpressionwood* wood);
   SignalRef& referenceOrThrow(Module* module, Bddexpressionwood* wood, const char* no_occurrence,
                               const char* no_reference) const;
 

@@ -1,0 +1,262 @@
+// The steps of an instant, in their order:
+//
+//   choices -> context -> one pass over the equations -> outputs and locals are shown
+//           -> registers move -> registers are shown -> valued outputs get their values
+//
+// The pass is made of segments of boolean equations; between two segments stands an action that
+// asks for data: an abstract equation, or a binding whose clock takes a value as its equation
+// fires. A module without data is one segment and asks nobody anything.
+
+#include "SIMULATOR_ZUC/engine/simulation.h"
+
+#include <iostream>
+
+#include "SIMULATOR_ZUC/engine/context.h"
+#include "SIMULATOR_ZUC/engine/flat_equations.h"
+#include "base/process_end.h"
+#include "tarn/model/compilation.h"
+
+namespace kiva {
+
+namespace {
+const char* const no_value = "--";
+}  // namespace
+
+/// What follows a segment: the data work of the equation at `status_id`.
+struct Simulation::Action {
+  enum Kind { abstract_equation, binding_fires } kind;
+  long status_id;
+  DataBinding* binding;  ///< null for an abstract equation that has none
+};
+
+Simulation::Simulation(Module* module)
+    : module_(module),
+      input_rows_(signals_with_row(module->getInputSignalList())),
+      output_rows_(signals_with_row(module->getOutputSignalList())),
+      choice_ids_(choice_ids(module)),
+      registers_(register_ids(module)) {
+  for (const Signal* signal : input_rows_) input_names_.push_back(signal->getOriginalName());
+  for (const Signal* signal : output_rows_) {
+    output_names_.push_back(signal->getOriginalName());
+    output_ids_.push_back(ids_of_name(output_names_.back()));
+  }
+  for (const Signal* signal : module->getLocalSignalList()) {
+    local_names_.push_back(signal->getOriginalName());
+    local_ids_.push_back(ids_of_name(local_names_.back()));
+  }
+  for (const regclass* reg : module->getRegisterList()) {
+    register_names_.push_back(reg->actual_var()->getOriginalName());
+    register_ids_.push_back(ids_of_name(register_names_.back()));
+  }
+  plan();
+  load();
+}
+
+Simulation::~Simulation() = default;
+
+SignalIds Simulation::ids_of_name(const std::string& name) const {
+  SignalIds ids{};
+  get_id_signals(module_, name, ids.status_id, ids.value_id);
+  return ids;
+}
+
+long Simulation::equation_number() const {
+  return equations_->equations();
+}
+
+void Simulation::plan() {
+  Bddexpressionwood* wood = module_->getBddWood();
+  equations_ = std::make_unique<FlatEquations>(wood->my_bdd_manager());
+  const bool has_bindings = module_->getDataTable() != nullptr;
+  for (long index : wood->earliest_sort()) {
+    const Bddexpression* e = wood->Exp_table()[index];
+    const bool is_status = index % 2 == 0;
+    if (e->getAbstraction() == 0) {
+      equations_->add(e->my_index_var(), e->my_bdd_exp());
+      if (!has_bindings || !is_status) continue;
+      DataBinding* binding = module_->getBinding(module_->getSignalNameById(index, wood));
+      if (binding == nullptr || binding->getClock() == nullptr || binding->getClock()->isOutput() ||
+          !wood->set_of_amont_dependances(index).empty())
+        continue;
+      actions_.push_back({Action::binding_fires, index, binding});
+    } else if (is_status) {
+      // The value variable of an abstract signal is written with its status.
+      DataBinding* binding = module_->getBinding(module_->getSignalNameById(index, wood));
+      actions_.push_back({Action::abstract_equation, index, binding});
+    } else {
+      continue;
+    }
+    equations_->cut();
+  }
+  equations_->cut();
+}
+
+void Simulation::reset_choices() {
+  state_.inputs.assign(input_rows_.size(), SignalState::bottom);
+  state_.set = true;
+  state_.reset = false;
+}
+
+void Simulation::load() {
+  state_ = SimulationState();
+  state_.context.assign(static_cast<size_t>(module_->getBddWood()->my_bdd_manager()->Nb_bdd_vars()),
+                        2);
+  reset_choices();
+  state_.input_texts.assign(input_rows_.size(), no_value);
+  state_.output_values.assign(output_rows_.size(), no_value);
+  show_outputs();
+  initialise_register_context(module_, state_.context.data());
+  show_registers();
+  show_locals();
+}
+
+void Simulation::initialise() {
+  reset_choices();
+  state_.context.assign(state_.context.size(), 2);
+  evaluate_equations(module_, state_.context.data());
+  show_outputs();
+  show_locals();
+  initialise_register_context(module_, state_.context.data());
+  show_registers();
+  state_.input_texts.assign(input_rows_.size(), no_value);
+  state_.output_values.assign(output_rows_.size(), no_value);
+  state_.instant = 0;
+}
+
+void Simulation::step(Sock socket) {
+  write_choices(choice_ids_, state_.set, state_.reset, state_.inputs, state_.context.data());
+  if (actions_.empty() && module_->getDataTable() == nullptr) {
+    equations_->run(0, state_.context.data());
+    show_outputs();
+    show_locals();
+    move_registers(registers_, state_.context.data());
+    show_registers();
+  } else {
+    ValueTexts values = build_values();
+    ConstantTexts constants;
+    if (Compilation::GDataConstantTable != nullptr)
+      for (const ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
+        constants[constant->getName()] = {constant->getValue(), ""};
+    run_pass(&values, &constants, socket);
+    show_outputs();
+    show_locals();
+    move_registers(registers_, state_.context.data());
+    show_registers();
+    serve_output_bindings(&values, &constants, socket);
+  }
+  state_.set = false;
+  state_.reset = false;
+  ++state_.instant;
+}
+
+void Simulation::run_equations(int* context) const {
+  for (size_t segment = 0; segment < equations_->segments(); ++segment)
+    equations_->run(segment, context);
+}
+
+ValueTexts Simulation::build_values() const {
+  Bddexpressionwood* wood = module_->getBddWood();
+  ValueTexts values;
+  size_t row = 0;
+  for (const Signal* input : module_->getInputSignalList()) {
+    const long status_id = input->getBddStatusId(module_, wood);
+    std::string& text = values[status_id] = no_value;
+    if (input->isValue()) continue;
+    if (is_present(status_id, input->getBddValueId(module_, wood))) text = state_.input_texts[row];
+    ++row;
+  }
+  for (const signal_list* list : {&module_->getLocalSignalList(), &module_->getOutputSignalList()})
+    for (const Signal* signal : *list) values[signal->getBddStatusId(module_, wood)] = no_value;
+  return values;
+}
+
+void Simulation::run_pass(ValueTexts* values, ConstantTexts* constants, Sock socket) {
+  equations_->run(0, state_.context.data());
+  for (size_t i = 0; i < actions_.size(); ++i) {
+    run_action(actions_[i], values, constants, socket);
+    equations_->run(i + 1, state_.context.data());
+  }
+}
+
+void Simulation::run_action(const Action& action, ValueTexts* values, ConstantTexts* constants,
+                            Sock socket) {
+  Bddexpressionwood* wood = module_->getBddWood();
+  int* context = state_.context.data();
+  const auto evaluated = [&] {
+    return action.binding->getValue()->Simul_put(module_, constants, values, context, socket);
+  };
+  if (action.kind == Action::binding_fires) {
+    if (is_present(action.status_id, action.status_id + 1))
+      (*values)[action.binding->getClock()->getBddStatusId(module_, wood)] = evaluated();
+    return;
+  }
+  if (action.binding == nullptr) {
+    std::cerr << "***error:FenPrincipale::Simuler(): No binding for signal:"
+              << module_->getSignalNameById(action.status_id, wood) << '\n';
+    end_process();
+  }
+  const std::string text = evaluated();
+  context[action.status_id] = text == "true" ? 1 : 0;
+  context[action.status_id + 1] = text == "false" ? 1 : 0;
+}
+
+namespace {
+
+void show(std::span<const SignalIds> rows, const std::vector<int>& context,
+          std::vector<SignalState>& shown) {
+  shown.resize(rows.size());
+  for (size_t row = 0; row < rows.size(); ++row)
+    shown[row] = state_of(context[static_cast<size_t>(rows[row].status_id)],
+                          context[static_cast<size_t>(rows[row].value_id)]);
+}
+
+}  // namespace
+
+void Simulation::show_outputs() {
+  show(output_ids_, state_.context, state_.shown_outputs);
+}
+void Simulation::show_locals() {
+  show(local_ids_, state_.context, state_.shown_locals);
+}
+void Simulation::show_registers() {
+  show(register_ids_, state_.context, state_.shown_registers);
+}
+
+void Simulation::serve_output_bindings(ValueTexts* values, ConstantTexts* constants, Sock socket) {
+  if (module_->getDataTable() == nullptr) return;
+  Bddexpressionwood* wood = module_->getBddWood();
+  for (Signal* output : module_->getOutputSignalList()) {
+    std::vector<DataBinding*> bindings;
+    for (const auto& [name, binding] : *module_->getDataTable())
+      if (binding->getClock() == output) bindings.push_back(binding);
+    if (bindings.empty()) continue;
+    if (!is_present(output->getInitialBddStatusId(module_, wood),
+                    output->getInitialBddValueId(module_, wood)))
+      continue;
+
+    std::string text = no_value;
+    for (const DataBinding* binding : bindings) {
+      const Signal* trigger = binding->getSignal();
+      const long status_id = trigger->getInitialBddStatusId(module_, wood);
+      if (!is_present(status_id, trigger->getInitialBddValueId(module_, wood)) ||
+          !wood->set_of_amont_dependances(status_id).empty())
+        continue;
+      text =
+          binding->getValue()->Simul_put(module_, constants, values, state_.context.data(), socket);
+      break;
+    }
+    if (text == no_value)
+      std::cerr << "***error:FenPrincipale:Simuler:  valued output with an undefined value:"
+                << output->getName(module_, wood) << '\n';
+    size_t row = 0;
+    while (row < output_rows_.size() && output_rows_[row] != output) ++row;
+    if (row == output_rows_.size()) {
+      std::cerr << "***error: FenPrincipale:Simuler:  unknown signal:" << output->getInternalName()
+                << '\n';
+      end_process();
+    }
+    state_.output_values[row] = text;
+  }
+}
+
+}  // namespace kiva

@@ -1,0 +1,278 @@
+// Dates: the longest chain before each equation (early) and behind each variable (late).
+//
+// Both kinds are defined by one recursion: a date is pushed to a variable; if it rises there, one
+// more is pushed to all that follow. Dates only rise, so where no cycle can be reached the
+// recursion ends in the least dates above those held that respect every edge it crossed, and the
+// order of the pushes is of no account. On a cycle the dates climb until the level passes twice the
+// number of variables; from then on a push sets its own variable and goes no further. What a cycle
+// leaves behind therefore depends on the order, and so it does on an acyclic wood whose held dates
+// (those of a file, or those an earlier cycle left) pass the bound.
+//
+// The recursion itself revisits paths, exponentially many in the worst case. So a push is put off
+// where it provably cannot reach the bound: at a variable from which no cycle can be reached, and
+// whose date plus the longest way onward stays within the bound. All pushes put off are then served
+// by one pass in topological order (`settle`), before the first push that comes after the bound is
+// passed, or that might pass it, and at the end. Everything else runs as the plain recursion, on a
+// stack of its own.
+//
+// Why a date that is out of date in between does no harm: it is only ever too low, by pushes put
+// off, and what it gives on is then repeated higher by settle(). A push that could pass the bound
+// settles first. The level is too low in between only by amounts that stay within the bound.
+
+#include <algorithm>
+#include <iostream>
+#include <limits>
+
+#include "pert_exp/wood_graph.h"
+
+namespace kiva {
+
+namespace {
+
+/// Dates of a file may be any number.
+long plus(long date, long more) {
+  constexpr long largest = std::numeric_limits<long>::max();
+  return date > largest - more ? largest : date + more;
+}
+
+/// The recursion in one direction. `Dates` is a graph with `get`, `set`, `rises(v, date)`, and
+/// `monotone(date)`: whether a push of `date` can only raise dates.
+template <class Dates>
+class Propagation {
+ public:
+  Propagation(Dates dates, long nb_vars, long& level)
+      : dates_(dates),
+        level_(level),
+        bound_(2 * nb_vars),
+        height_(nb_vars, unseen),
+        put_off_(nb_vars, 0) {}
+
+  const Dates& dates() const { return dates_; }
+
+  /// Pushes `date` to v.
+  void push(long v, long date) {
+    if (!raise(v, date)) return;
+    std::vector<Frame> stack{frame_of(v)};
+    while (!stack.empty()) {
+      Frame& top = stack.back();
+      if (top.at == top.end) {
+        stack.pop_back();
+        continue;
+      }
+      const long next = *top.at++;
+      if (raise(next, plus(top.date, 1))) stack.push_back(frame_of(next));
+    }
+  }
+
+  /// Serves the pushes put off.
+  void settle() {
+    if (!any_put_off_) return;
+    any_put_off_ = false;
+    for (auto v = finished_.rbegin(); v != finished_.rend(); ++v) {
+      if (!put_off_[*v]) continue;
+      put_off_[*v] = 0;
+      const long date = dates_.get(*v);
+      level_ = std::max(level_, plus(date, 1));
+      for (long next : dates_.next(*v)) {
+        if (!dates_.enters(next) || !dates_.rises(next, plus(date, 1))) continue;
+        dates_.set(next, plus(date, 1));
+        put_off_[next] = 1;
+      }
+    }
+  }
+
+ private:
+  struct Frame {
+    long v;
+    index_set::const_iterator at;
+    index_set::const_iterator end;
+    long date;
+    long height = 0;
+    bool reaches_cycle = false;
+  };
+  static constexpr long unseen = -3, on_stack = -2, cyclic = -1;
+
+  Frame frame_of(long v) const {
+    const index_set& next = dates_.next(v);
+    return {v, next.begin(), next.end(), dates_.get(v)};
+  }
+
+  /// One step of the recursion; true when it goes on to what follows v.
+  bool raise(long v, long date) {
+    if (!dates_.enters(v)) return false;
+    if (level_ > bound_) settle();
+    if (!dates_.rises(v, date)) return false;
+    if (level_ <= bound_ && dates_.monotone(date)) {
+      if (height_[v] == unseen) measure(v);
+      if (height_[v] >= 0) {
+        if (plus(date, height_[v] + 1) <= bound_) {
+          dates_.set(v, date);
+          put_off_[v] = 1;
+          any_put_off_ = true;
+          return false;
+        }
+        settle();
+        if (!dates_.rises(v, date)) return false;
+      }
+    }
+    dates_.set(v, date);
+    level_ = std::max(level_, plus(date, 1));
+    return level_ <= bound_;
+  }
+
+  /// Fills height_ from v onward: the edges on the longest way, or `cyclic` where a cycle can be
+  /// reached. finished_ gets the others, each after all that follow it.
+  void measure(long v) {
+    std::vector<Frame> stack{frame_of(v)};
+    height_[v] = on_stack;
+    while (!stack.empty()) {
+      Frame& top = stack.back();
+      if (top.at == top.end) {
+        height_[top.v] = top.reaches_cycle ? cyclic : top.height;
+        if (!top.reaches_cycle) finished_.push_back(top.v);
+        const long height = height_[top.v];
+        stack.pop_back();
+        if (!stack.empty()) absorb(stack.back(), height);
+        continue;
+      }
+      const long next = *top.at++;
+      if (!dates_.enters(next)) continue;
+      if (height_[next] == unseen) {
+        height_[next] = on_stack;
+        stack.push_back(frame_of(next));
+      } else {
+        absorb(top, height_[next]);
+      }
+    }
+  }
+  static void absorb(Frame& frame, long height_behind) {
+    if (height_behind < 0) frame.reaches_cycle = true;
+    frame.height = std::max(frame.height, height_behind + 1);
+  }
+
+  Dates dates_;
+  long& level_;
+  const long bound_;
+  std::vector<long> height_;
+  std::vector<long> finished_;
+  std::vector<char> put_off_;
+  bool any_put_off_ = false;
+};
+
+}  // namespace
+
+class Bddexpressionwood::Dating {
+ public:
+  explicit Dating(Bddexpressionwood& wood)
+      : wood_(wood),
+        early_(Early{{wood}}, wood.nb_var_bdd, wood.nb_level),
+        late_(Late{{wood}, wood.latest_date_table, none_negative(wood.latest_date_table)},
+              wood.nb_var_bdd, wood.nb_level) {}
+  ~Dating() { settle(); }
+  Dating(const Dating&) = delete;
+  Dating& operator=(const Dating&) = delete;
+
+  void push_early(long index, long date) { early_.push(index, date); }
+  void push_late(long index, long date) { late_.push(index, date); }
+
+  /// Pushes from one variable: early dates to its readers, late dates to what it reads. `report`
+  /// begins the line about a reader outside the tables.
+  void push_from(long index, const char* report) {
+    const long nb_vars = wood_.nb_var_bdd;
+    if (wood_.nb_level > 2 * nb_vars) settle();
+    const index_set& readers = wood_.amont_dep_table[index];
+    for (long reader : readers) {
+      if (reader >= nb_vars) {
+        std::cerr << report << reader << ">= " << nb_vars << '\n';
+        continue;
+      }
+      early_.push(reader, plus(early_.dates().get(index), 1));
+    }
+    if (wood_.exp_table[index] == nullptr) return;
+    if (readers.empty()) {
+      wood_.nb_level = std::max(wood_.nb_level, plus(early_.dates().get(index), 1));
+    }
+    for (long dep : late_.dates().next(index)) late_.push(dep, plus(late_.dates().get(index), 1));
+  }
+
+ private:
+  struct Early : Readers {
+    long get(long v) const {
+      const Bddexpression* e = wood.exp_table[v];
+      return e == nullptr ? 0 : e->earliest_date;
+    }
+    void set(long v, long date) { wood.exp_table[v]->earliest_date = date; }
+    bool rises(long v, long date) const { return date > get(v); }
+    bool monotone(long) const { return true; }
+  };
+
+  /// A late date of 0 counts as none, whatever is pushed: with negative dates about, pushes may
+  /// lower dates too.
+  struct Late : Dependences {
+    std::vector<long>& table;
+    bool no_negative_date;
+
+    long get(long v) const { return table[v]; }
+    void set(long v, long date) { table[v] = date; }
+    bool rises(long v, long date) const { return table[v] == 0 || date > table[v]; }
+    bool monotone(long date) const { return no_negative_date && date > 0; }
+  };
+
+  static bool none_negative(const std::vector<long>& dates) {
+    return std::none_of(dates.begin(), dates.end(), [](long date) { return date < 0; });
+  }
+
+  void settle() {
+    early_.settle();
+    late_.settle();
+  }
+
+  Bddexpressionwood& wood_;
+  Propagation<Early> early_;
+  Propagation<Late> late_;
+};
+
+long Bddexpressionwood::compute_dates() {
+  update_bdd_vars();
+  if (nb_level != 0 || nb_var_bdd == 0) return nb_level;
+  std::fill(latest_date_table.begin(), latest_date_table.end(), 0);
+  {
+    Dating dating(*this);
+    for (long index = 0; index < nb_var_bdd; ++index) {
+      dating.push_from(index, "ERREUR dans compute_date(): nombre de variables trop grand :");
+    }
+  }
+  return nb_level;
+}
+
+long Bddexpressionwood::compute_dates(const std::list<long>& indices) {
+  constexpr const char* report =
+      "ERREUR dans compute_date(list ident): numero de variables trop grand :";
+  update_bdd_vars();
+  if (nb_level == 0) return nb_level = compute_dates();
+  {
+    Dating dating(*this);
+    for (long index : indices) {
+      if (in_tables(index)) {
+        dating.push_from(index, report);
+      } else {
+        std::cerr << report << index << ">= " << nb_var_bdd << '\n';
+      }
+    }
+  }
+  return nb_level;
+}
+
+void Bddexpressionwood::early_propagation(long index, long date) {
+  Dating(*this).push_early(index, date);
+}
+
+void Bddexpressionwood::late_propagation(long index, long date) {
+  Dating(*this).push_late(index, date);
+}
+
+long PERT(Bddexpressionwood* wood) {
+  return wood->compute_dates();
+}
+
+}  // namespace kiva

@@ -1,0 +1,159 @@
+// Reachability and heaviest chains, in both directions, on stacks of their own.
+
+#include <algorithm>
+#include <iostream>
+
+#include "base/process_end.h"
+#include "pert_exp/wood_graph.h"
+
+namespace kiva {
+
+namespace {
+
+/// `known` and all that is reached from `index` past members of `known`. `depth` counts the edges
+/// from the caller's start; a way of `nb_vars` edges is cut with `warning`.
+template <class Graph>
+index_set reached(const Graph& graph, long nb_vars, long index, long depth, const index_set& known,
+                  const char* warning) {
+  struct Frame {
+    index_set::const_iterator at;
+    index_set::const_iterator end;
+  };
+  std::vector<char> in_set(nb_vars, 0);
+  for (long member : known) {
+    if (member >= 0 && member < nb_vars) in_set[member] = 1;
+  }
+  std::vector<long> members(known.begin(), known.end());
+  std::vector<Frame> stack;
+  const auto open = [&](long v) {
+    const index_set& next = graph.next(v);
+    stack.push_back({next.begin(), next.end()});
+  };
+  open(index);
+  while (!stack.empty()) {
+    Frame& top = stack.back();
+    if (top.at == top.end) {
+      stack.pop_back();
+      continue;
+    }
+    const long next = *top.at++;
+    const bool in_tables = next >= 0 && next < nb_vars;
+    if (in_tables && in_set[next]) continue;
+    members.push_back(next);
+    if (!in_tables) continue;
+    in_set[next] = 1;
+    if (depth + static_cast<long>(stack.size()) - 1 < nb_vars) {
+      open(next);
+    } else {
+      std::cerr << warning;
+    }
+  }
+  return index_set::from_unsorted(std::move(members));
+}
+
+}  // namespace
+
+index_set Bddexpressionwood::down_dependances(long index, long depth,
+                                              const index_set& known) const {
+  return reached(Readers{*this}, nb_var_bdd, index, depth, known,
+                 "WARNING in Bddexpressionwood::down_dependances():\n"
+                 "   possible infinite recusion due to a signals cycle\n");
+}
+
+index_set Bddexpressionwood::up_dependances(long index, long depth, const index_set& known) const {
+  return reached(Dependences{*this}, nb_var_bdd, index, depth, known,
+                 "WARNING in Bddexpressionwood::up_dependances():\n"
+                 "   possible infinite recursion due to a signals cycle\n");
+}
+
+/// The weight of the heaviest chain of equations behind `index`, its own not counted; 0 for none.
+/// An edge that closes a cycle, or at which the depth has reached the number of variables, adds
+/// nothing: `Graph::check` gets a variable of the cycle, `Graph::warn` tells, once for all cycles.
+template <class Graph>
+long Bddexpressionwood::heaviest_chain(const Graph& graph, long index, long depth) {
+  struct Frame {
+    long v;
+    index_set::const_iterator at;
+    index_set::const_iterator end;
+  };
+  if (!in_tables(index)) return 0;
+  walk_mark.resize(nb_var_bdd, 0);
+  walk_value.resize(nb_var_bdd, 0);
+  walk_number += 2;
+  const std::uint64_t open = walk_number, closed = walk_number + 1;
+
+  std::vector<Frame> stack;
+  const auto enter = [&](long v) {
+    walk_mark[v] = open;
+    walk_value[v] = 0;
+    const index_set& next = graph.next(v);
+    stack.push_back({v, next.begin(), next.end()});
+  };
+  const auto add = [&](long v, long next) {
+    walk_value[v] = std::max(walk_value[v], exp_table[next]->w + walk_value[next]);
+  };
+  bool cycle_told = false;
+  enter(index);
+  while (!stack.empty()) {
+    Frame& top = stack.back();
+    if (top.at == top.end) {
+      const long v = top.v;
+      walk_mark[v] = closed;
+      stack.pop_back();
+      if (!stack.empty()) add(stack.back().v, v);
+      continue;
+    }
+    const long next = *top.at++;
+    if (slot(next) == nullptr) continue;
+    if (depth + static_cast<long>(stack.size()) - 1 >= nb_var_bdd) {
+      graph.check(top.v);
+      graph.warn();
+    } else if (walk_mark[next] == closed) {
+      add(top.v, next);
+    } else if (walk_mark[next] == open) {
+      graph.check(next);
+      if (!cycle_told) graph.warn();
+      cycle_told = true;
+    } else {
+      enter(next);
+    }
+  }
+  return walk_value[index];
+}
+
+long Bddexpressionwood::down_critical_path(long index, long depth, long weight) {
+  struct Warning_readers : Readers {
+    void check(long) const {}
+    void warn() const {
+      std::cerr << "WARNING in Bddexpressionwood::down_critical_path():\n"
+                   "   possible infinite recursion due to a signals cycle\n";
+    }
+  };
+  return weight + heaviest_chain(Warning_readers{{*this}}, index, depth);
+}
+
+long Bddexpressionwood::up_critical_path(long index, long depth, long weight) {
+  struct Warning_dependences : Dependences {
+    void check(long v) const { wood.refuse_self_dependence(v); }
+    void warn() const {
+      std::cerr << "WARNING in Bddexpressionwood::up_critical_path():\n"
+                   "   possible infinite recursion due to a signals cycle\n";
+    }
+  };
+  const Bddexpression* e = slot(index);
+  if (e == nullptr) return weight;
+  return weight + e->w + heaviest_chain(Warning_dependences{{*this}}, index, depth);
+}
+
+void Bddexpressionwood::refuse_self_dependence(long index) const {
+  const Bddexpression* e = slot(index);
+  const index_set& readers = set_of_amont_dependances(index);
+  if (e == nullptr || readers.empty() || e->vars_dependance.empty()) return;
+  if (!readers.contains(index) && !e->vars_dependance.contains(index)) return;
+  std::cerr << "ERROR: detected self-dependance about variable : " << index << " !!!\n"
+            << "in associated wood:\n"
+            << *this;
+  end_process(1);
+}
+
+}  // namespace kiva

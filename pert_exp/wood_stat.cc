@@ -1,0 +1,87 @@
+#include <algorithm>
+#include <map>
+#include <ostream>
+
+#include "pert_exp/list_text.h"
+#include "pert_exp/wood_graph.h"
+
+namespace kiva {
+
+/// A level is a date that an equation or a variable holds: a file's dates may leave gaps of any
+/// size.
+void Bddexpressionwood::stat(std::ostream& out) {
+  const auto line = [&out](const char* title, const auto& elements) {
+    out << title;
+    write_list(out, elements);
+    out << '\n';
+  };
+  const long manager_vars = man == nullptr ? 0 : man->Nb_bdd_vars();
+  out << "wood Bddexpression statistics:\n"
+      << "  - adress: " << this << '\n'
+      << "  - bbd variables number of the bdd manager: " << manager_vars << '\n'
+      << "  - variables number used : " << nb_var_bdd << '\n'
+      << "  - arrays's length  : " << nb_max_var_bdd << '\n';
+  line("  - expression ids set ", ens_exp);
+  out << "  - nb levels " << nb_level << '\n';
+  if (nb_var_bdd != manager_vars) {
+    out << "INTERNAL ERROR: bdd variables number doesn't corresponding !!!\n";
+  }
+  struct Level {
+    std::vector<long> early, late;
+  };
+  std::map<long, Level> levels;
+  for (long index : ens_exp) levels[exp_table[index]->earliest_date].early.push_back(index);
+  for (long index = 0; index < nb_var_bdd; ++index) {
+    levels[latest_date_table[index]].late.push_back(index);
+  }
+  for (const auto& [date, level] : levels) {
+    out << "      level: " << date << '\n';
+    line("        early date: ", level.early);
+    line("        late date: ", level.late);
+  }
+  line("   earliest date sorting:", earliest_sort());
+  line("   latest date sorting:", latest_sort());
+}
+
+void Bddexpressionwood::stat_early_dep(std::ostream& out, long index) {
+  std::list<long> seen;
+  internal_stat_early_dep(out, index, 0, &seen);
+}
+
+/// A variable of `seen` gets its line and no branch; what is branched out enters `seen`.
+void Bddexpressionwood::internal_stat_early_dep(std::ostream& out, long index, int indent,
+                                                std::list<long>* seen) {
+  if (!in_tables(index)) return;
+  struct Frame {
+    index_set::const_iterator at;
+    index_set::const_iterator end;
+  };
+  const Dependences graph{*this};
+  std::vector<char> branched_out(nb_var_bdd, 0);
+  for (long member : *seen) {
+    if (in_tables(member)) branched_out[member] = 1;
+  }
+  std::vector<Frame> stack;
+  const auto show = [&](long v) {
+    for (size_t column = 0; column < indent + stack.size(); ++column) out << "| ";
+    const Bddexpression* e = exp_table[v];
+    out << man->Name_var_by_index(v) << " (" << (e == nullptr ? 0 : e->earliest_date) << ") -->\n";
+    if (branched_out[v]) return;
+    branched_out[v] = 1;
+    seen->push_back(v);
+    const index_set& next = graph.next(v);
+    stack.push_back({next.begin(), next.end()});
+  };
+  show(index);
+  while (!stack.empty()) {
+    Frame& top = stack.back();
+    if (top.at == top.end) {
+      stack.pop_back();
+      continue;
+    }
+    const long next = *top.at++;
+    if (in_tables(next)) show(next);
+  }
+}
+
+}  // namespace kiva

@@ -1,0 +1,36 @@
+#include "tarn/model/compilation.h"
+
+#include <iostream>
+
+#include "tarn/model/arena.h"
+#include "tarn/model/data.h"
+#include "tarn/model/module.h"
+
+namespace kiva {
+
+std::string Compilation::EmptyString;
+ModuleTable* Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
+ModuleTable* Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
+DataTypeTable* Compilation::GDataTypeTable = nullptr;
+DataMethodTable* Compilation::GDataMethodTable = nullptr;
+DataConstantTable* Compilation::GDataConstantTable = nullptr;
+
+namespace {
+template <class Table>
+Table& made_on_need(Table*& table) {
+  if (table == nullptr) table = make_kept<Table>();
+  return *table;
+}
+}  // namespace
+
+DataTypeTable& Compilation::typeTable() {
+  return made_on_need(GDataTypeTable);
+}
+DataMethodTable& Compilation::methodTable() {
+  return made_on_need(GDataMethodTable);
+}
+DataConstantTable& Compilation::constantTable() {
+  return made_on_need(GDataConstantTable);
+}
+
+}  // namespace kiva

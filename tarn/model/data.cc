@@ -1,0 +1,278 @@
+#include "tarn/model/data.h"
+
+#include <iostream>
+
+#include "base/process_end.h"
+#include "tarn/model/arena.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/interface.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+#include "tarn/model/signal.h"
+
+namespace kiva {
+
+int DataExpr::Indexation = 0;
+
+namespace {
+
+using SignalSet = std::unique_ptr<std::set<Signal*>>;
+
+SignalSet joined(SignalSet a, SignalSet b) {
+  if (a == nullptr) return b;
+  if (b != nullptr) a->merge(*b);
+  return a;
+}
+
+ConstantDecl* constant_by_id(int id) {
+  return Compilation::GDataConstantTable == nullptr
+             ? nullptr
+             : Compilation::GDataConstantTable->getConstantById(id);
+}
+
+/// Applies one of the tree-copying operations to each of a list.
+template <class Copy>
+std::list<DataExpr*> copied(const std::list<DataExpr*>& expressions, Copy copy) {
+  std::list<DataExpr*> copies;
+  for (DataExpr* e : expressions) copies.push_back(copy(e));
+  return copies;
+}
+
+}  // namespace
+
+const std::string& DataExpr::getType(Module* module) {
+  if (type.empty()) computeType(module);
+  return type;
+}
+
+std::string DataExpr::C_opname(int op) {
+  static const char* const names[] = {" + ", " - ",  " * ",  " / ", " -",   " && ", " | ",
+                                      " !",  " == ", " != ", " < ", " <= ", " > ",  " >= "};
+  if (op < 0 || op > Supe)
+    throw IllegalOperationException("DataExpr::C_opname", "invalid_operator");
+  return names[op];
+}
+
+// Literals.
+
+void DataValue::computeType(Module*) {
+  throw UndefinedTypeException(value);
+}
+DataExpr* DataValue::instanciate(Interface*) {
+  return duplicate();
+}
+DataExpr* DataValue::duplicate() {
+  return make_kept<DataValue>(value, constant);
+}
+DataExpr* DataValue::changeModule(Module*, Module*) {
+  return duplicate();
+}
+SignalSet DataValue::computeDependencySet() const {
+  return nullptr;
+}
+void DataValue::print_debug(std::ostream& out) const {
+  out << value;
+}
+
+// Constants.
+
+void DataConstant::computeType(Module*) {
+  const ConstantDecl* constant = constant_by_id(constant_index);
+  if (constant == nullptr) throw ModuleUndefinedConstantException("constant", type);
+  type = constant->getType();
+}
+void DataConstant::setIndex(int number) {
+  ConstantDecl* constant = constant_by_id(constant_index);
+  if (constant == nullptr) throw ModuleUndefinedConstantException(type, "constant_table");
+  index = number;
+  if (constant->getEvalIndex() == -1) constant->setEvalIndex(number);
+}
+DataExpr* DataConstant::instanciate(Interface*) {
+  return duplicate();
+}
+DataExpr* DataConstant::duplicate() {
+  return make_kept<DataConstant>(constant_index);
+}
+DataExpr* DataConstant::changeModule(Module*, Module*) {
+  return duplicate();
+}
+SignalSet DataConstant::computeDependencySet() const {
+  return nullptr;
+}
+void DataConstant::print_debug(std::ostream& out) const {
+  out << "C: " << constant_index;
+}
+
+// Values of signals.
+
+void DataSignalValue::computeType(Module* module) {
+  const SignalRef* ref = module->getSignalManager()->firstSignalRef(signal, module->getBddWood());
+  if (ref == nullptr || !ref->isValued()) throw UndefinedTypeException(signal->getInternalName());
+  type = ref->getType();
+}
+DataExpr* DataSignalValue::instanciate(Interface* interface) {
+  const std::string& name = signal->getOriginalName();
+  const char* failure = "DataSignalValue::instanciate";
+  Signal* found = nullptr;
+  if (signal->isInput()) {
+    failure = "Interface::getInputSignal";
+    found = interface->getInputSignal(name);
+  } else if (signal->isOutput()) {
+    failure = "Interface::getOutputSignal";
+    found = interface->getOutputSignal(name);
+  } else if (signal->isLocal()) {
+    failure = "Interface::getLocalSignal";
+    found = interface->getLocalSignal(name);
+  }
+  if (found == nullptr) throw IllegalOperationException(failure, name);
+  return make_kept<DataSignalValue>(found);
+}
+DataExpr* DataSignalValue::duplicate() {
+  return make_kept<DataSignalValue>(signal);
+}
+DataExpr* DataSignalValue::changeModule(Module* to, Module*) {
+  Signal* found = to->getSignal(signal->getInternalName());
+  if (found == nullptr)
+    throw IllegalOperationException("DataSignalValue::changeModule: no signal in new module for:",
+                                    signal->getInternalName());
+  return make_kept<DataSignalValue>(found);
+}
+SignalSet DataSignalValue::computeDependencySet() const {
+  return std::make_unique<std::set<Signal*>>(std::set<Signal*>{signal});
+}
+void DataSignalValue::print_debug(std::ostream& out) const {
+  out << signal->getInternalName();
+}
+
+// Operators.
+
+void DataUnaryOp::computeType(Module* module) {
+  type = operand->getType(module);
+}
+DataExpr* DataUnaryOp::instanciate(Interface* interface) {
+  return make_kept<DataUnaryOp>(op, operand->instanciate(interface));
+}
+DataExpr* DataUnaryOp::duplicate() {
+  return make_kept<DataUnaryOp>(op, operand->duplicate());
+}
+DataExpr* DataUnaryOp::changeModule(Module* to, Module* from) {
+  return make_kept<DataUnaryOp>(op, operand->changeModule(to, from));
+}
+SignalSet DataUnaryOp::computeDependencySet() const {
+  return operand->computeDependencySet();
+}
+void DataUnaryOp::print_debug(std::ostream& out) const {
+  out << op << '(';
+  operand->print_debug(out);
+  out << ')';
+}
+
+void DataBinaryOp::computeType(Module* module) {
+  const std::string left_type = left->getType(module);
+  const std::string right_type = right->getType(module);
+  if (left_type != right_type) {
+    std::cerr << "*** Type check error in binary operator: "
+              << "type: " << left_type << " differs from type: " << right_type << '\n';
+    end_process();
+  }
+  type = left_type;
+}
+DataExpr* DataBinaryOp::instanciate(Interface* interface) {
+  return make_kept<DataBinaryOp>(op, left->instanciate(interface), right->instanciate(interface));
+}
+DataExpr* DataBinaryOp::duplicate() {
+  return make_kept<DataBinaryOp>(op, left->duplicate(), right->duplicate());
+}
+DataExpr* DataBinaryOp::changeModule(Module* to, Module* from) {
+  return make_kept<DataBinaryOp>(op, left->changeModule(to, from), right->changeModule(to, from));
+}
+SignalSet DataBinaryOp::computeDependencySet() const {
+  return joined(left->computeDependencySet(), right->computeDependencySet());
+}
+void DataBinaryOp::print_debug(std::ostream& out) const {
+  out << ' ' << op << '(';
+  left->print_debug(out);
+  out << ", ";
+  right->print_debug(out);
+  out << ')';
+}
+
+// Method calls.
+
+void DataMethodCall::computeType(Module*) {
+  const MethodDecl* method = Compilation::GDataMethodTable == nullptr
+                                 ? nullptr
+                                 : Compilation::GDataMethodTable->getMethodById(method_index);
+  if (method == nullptr) throw UndefinedMethodException("method", std::to_string(method_index));
+  type = method->getReturnType();
+}
+DataExpr* DataMethodCall::instanciate(Interface* interface) {
+  return make_kept<DataMethodCall>(
+      method_index, copied(arguments, [&](DataExpr* e) { return e->instanciate(interface); }));
+}
+DataExpr* DataMethodCall::duplicate() {
+  return make_kept<DataMethodCall>(method_index,
+                                   copied(arguments, [](DataExpr* e) { return e->duplicate(); }));
+}
+DataExpr* DataMethodCall::changeModule(Module* to, Module* from) {
+  return make_kept<DataMethodCall>(
+      method_index, copied(arguments, [&](DataExpr* e) { return e->changeModule(to, from); }));
+}
+SignalSet DataMethodCall::computeDependencySet() const {
+  SignalSet all;
+  for (const DataExpr* e : arguments) all = joined(std::move(all), e->computeDependencySet());
+  return all;
+}
+void DataMethodCall::print_debug(std::ostream& out) const {
+  out << method_index << '(';
+  const char* separator = "";
+  for (const DataExpr* e : arguments) {
+    out << separator;
+    e->print_debug(out);
+    separator = ", ";
+  }
+  out << ')';
+}
+
+// Bindings.
+
+DataBinding::DataBinding(const DataBinding& other, Module* to, Module* from)
+    : clock(nullptr), signal(nullptr), value(nullptr) {
+  const std::string& signal_name = other.signal->getInternalName();
+  signal = to->getSignal(signal_name);
+  if (signal == nullptr)
+    throw IllegalOperationException("DataDinding::DataBinding: no signal in new module for:",
+                                    signal_name);
+  if (other.clock != nullptr) {
+    const std::string& clock_name = other.clock->getInternalName();
+    clock = to->getSignal(clock_name);
+    if (clock == nullptr)
+      throw IllegalOperationException("DataDinding::DataBinding: no clock in new module for:",
+                                      clock_name);
+  }
+  value = other.value->changeModule(to, from);
+}
+
+DataBinding* DataBinding::instanciate(Interface* interface) const {
+  const auto found = [interface](const Signal* wanted) {
+    const std::string& name = wanted->getInternalName();
+    Signal* result = interface->getSignal(name);
+    if (result == nullptr) {
+      std::cerr << " not in interface:" << wanted->getOriginalName() << '\n';
+      end_process();
+    }
+    return result;
+  };
+  Signal* new_signal = found(signal);
+  Signal* new_clock = clock == nullptr ? nullptr : found(clock);
+  return make_kept<DataBinding>(new_signal, value->instanciate(interface), new_clock);
+}
+
+void DataBinding::print_debug(std::ostream& out) const {
+  out << "signal:" << signal->getInternalName();
+  if (clock != nullptr) out << "     clock:" << clock->getInternalName();
+  out << "     value: ";
+  value->print_debug(out);
+}
+
+}  // namespace kiva

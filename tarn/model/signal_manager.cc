@@ -1,0 +1,233 @@
+#include "tarn/model/signal_manager.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+#include "tarn/model/signal.h"
+
+namespace kiva {
+
+const BddIdsWood::Entry* BddIdsWood::find(const Bddexpressionwood* wood) const {
+  for (const Entry& entry : entries_)
+    if (entry.wood == wood) return &entry;
+  return nullptr;
+}
+
+BddIdsWood::Entry* BddIdsWood::find(const Bddexpressionwood* wood) {
+  return const_cast<Entry*>(std::as_const(*this).find(wood));
+}
+
+void BddIdsWood::enter(Bddexpressionwood* wood, long status_id, long value_id) {
+  entries_.push_back({wood, status_id, value_id});
+}
+
+void BddIdsWood::remove(const Bddexpressionwood* wood) {
+  std::erase_if(entries_, [wood](const Entry& entry) { return entry.wood == wood; });
+}
+
+SignalRef::SignalRef(const std::string& name, Module* module, Bddexpressionwood* wood, bool valued)
+    : SignalRef(name, name, name, 0, module, wood, valued) {}
+
+SignalRef::SignalRef(const std::string& original, const std::string& internal, Module* module,
+                     Bddexpressionwood* wood, bool valued)
+    : SignalRef(original, internal, internal, 0, module, wood, valued) {}
+
+SignalRef::SignalRef(const std::string& original, const std::string& internal,
+                     const std::string& current, int occurrence, Module* module,
+                     Bddexpressionwood* wood, bool valued)
+    : original_name(original),
+      internal_name(internal),
+      current_name(current),
+      current_occurrence(occurrence),
+      is_valued(valued) {
+  long status_id = computeId("_s_" + current, wood);
+  long value_id = computeId("_v_" + current, wood);
+  addBddIds(status_id, value_id, wood);
+  module->getSignalManager()->addSignalRef(this);
+}
+
+long SignalRef::computeId(const std::string& name, Bddexpressionwood* wood) {
+  return wood->Index_new_var_last(name);
+}
+
+void SignalRef::addBddIds(long status_id, long value_id, Bddexpressionwood* wood) {
+  if (bdd_ids_wood.find(wood) != nullptr)
+    throw IllegalOperationException("SignalRef::addBddIds: wood already added", current_name);
+  bdd_ids_wood.enter(wood, status_id, value_id);
+}
+
+long SignalRef::getBddStatusId(Bddexpressionwood* wood) const {
+  const BddIdsWood::Entry* entry = bdd_ids_wood.find(wood);
+  if (entry == nullptr)
+    throw IllegalOperationException("SignalRef::getBddStatusId:unknown wood", current_name);
+  return entry->status_id;
+}
+
+long SignalRef::getBddValueId(Bddexpressionwood* wood) const {
+  const BddIdsWood::Entry* entry = bdd_ids_wood.find(wood);
+  if (entry == nullptr)
+    throw IllegalOperationException("SignalRef::getBddValueId:unknown wood", current_name);
+  return entry->value_id;
+}
+
+void SignalRef::setBddStatusId(long id, Bddexpressionwood* wood) {
+  BddIdsWood::Entry* entry = bdd_ids_wood.find(wood);
+  if (entry == nullptr)
+    throw IllegalOperationException("SignalRef::setBddStausId: wood not found", current_name);
+  entry->status_id = id;
+}
+
+void SignalRef::setBddValueId(long id, Bddexpressionwood* wood) {
+  BddIdsWood::Entry* entry = bdd_ids_wood.find(wood);
+  if (entry == nullptr)
+    throw IllegalOperationException("SignalRef::setBddValueId: wood not found", current_name);
+  entry->value_id = id;
+}
+
+bool SignalRef::isDefinedWood(const Bddexpressionwood* wood) const {
+  return bdd_ids_wood.find(wood) != nullptr;
+}
+
+void SignalRef::removeWood(const Bddexpressionwood* wood) {
+  bdd_ids_wood.remove(wood);
+}
+
+void SignalRef::print(std::ostream& out) const {
+  out << "Signal Ref:"
+      << "original: " << original_name << "  internal:  " << internal_name
+      << "  current:  " << current_name;
+  for (const BddIdsWood::Entry& entry : bdd_ids_wood.entries())
+    out << "Bdd ids for wood:" << entry.wood << " : (" << entry.status_id << ", " << entry.value_id
+        << ")";
+}
+
+std::ostream& operator<<(std::ostream& out, const SignalRef& ref) {
+  ref.print(out);
+  return out;
+}
+
+void SignalManager::addSignalRef(SignalRef* ref) {
+  if (!signalref_table.emplace(ref->getCurrentName(), ref).second)
+    throw HashTableAddException(ref->getCurrentName(), "SignalManager::addSignalRef");
+  std::vector<SignalRef*>& same_signal = by_internal_name[ref->getInternalName()];
+  auto at = std::lower_bound(same_signal.begin(), same_signal.end(), ref,
+                             [](const SignalRef* a, const SignalRef* b) {
+                               return a->getCurrentName() < b->getCurrentName();
+                             });
+  same_signal.insert(at, ref);
+  for (const BddIdsWood::Entry& entry : ref->getBddIdsWood().entries())
+    addSignalRefIdTable(entry.status_id, entry.value_id, ref, entry.wood);
+}
+
+void SignalManager::addSignalRefIdTable(long status_id, long value_id, SignalRef* ref,
+                                        Bddexpressionwood* wood) {
+  SignalRefTable& table = signalref_id_table[wood];
+  const size_t needed = static_cast<size_t>(
+      std::max({wood->my_bdd_manager()->Nb_bdd_vars(), status_id + 1, value_id + 1}));
+  if (table.size() < needed) table.resize(needed, nullptr);
+  if (table[status_id] != nullptr)
+    throw IllegalOperationException("addSignalRef (excep1)", ref->getCurrentName());
+  if (table[value_id] != nullptr)
+    throw IllegalOperationException("addSignalRef (excep2)", ref->getCurrentName());
+  table[status_id] = ref;
+  table[value_id] = ref;
+}
+
+void SignalManager::extendSignalRef(long status_id, long value_id, SignalRef* ref,
+                                    Bddexpressionwood* wood) {
+  ref->addBddIds(status_id, value_id, wood);
+  addSignalRefIdTable(status_id, value_id, ref, wood);
+}
+
+SignalRef* SignalManager::getSignalRefByName(const std::string& current_name) const {
+  auto at = signalref_table.find(current_name);
+  return at == signalref_table.end() ? nullptr : at->second;
+}
+
+SignalRef* SignalManager::getSignalRefById(long id, const Bddexpressionwood* wood) const {
+  auto at = signalref_id_table.find(wood);
+  if (at == signalref_id_table.end()) return nullptr;
+  const SignalRefTable& table = at->second;
+  return id < 0 || static_cast<size_t>(id) >= table.size() ? nullptr : table[id];
+}
+
+SignalRef* SignalManager::getSignalRefByOccurrence(const Signal* signal, int occurrence) const {
+  std::string name = signal->getInternalName();
+  if (occurrence != 0) name += "_" + std::to_string(occurrence);
+  return getSignalRefByName(name);
+}
+
+std::list<SignalRef*> SignalManager::getAllSignalRef(const Signal* signal,
+                                                     const Bddexpressionwood* wood) const {
+  std::list<SignalRef*> refs;
+  auto at = by_internal_name.find(signal->getInternalName());
+  if (at == by_internal_name.end()) return refs;
+  for (SignalRef* ref : at->second)
+    if (ref->isDefinedWood(wood)) refs.push_back(ref);
+  return refs;
+}
+
+SignalRef* SignalManager::getCurrentOccurrence(const Signal* signal,
+                                               const Bddexpressionwood* wood) const {
+  auto at = by_internal_name.find(signal->getInternalName());
+  if (at == by_internal_name.end()) return nullptr;
+  SignalRef* latest = nullptr;
+  for (SignalRef* ref : at->second) {
+    if (latest != nullptr && ref->getCurrentOccurrence() <= latest->getCurrentOccurrence())
+      continue;
+    if (ref->isDefinedWood(wood)) latest = ref;
+  }
+  return latest;
+}
+
+SignalRef* SignalManager::firstSignalRef(const Signal* signal,
+                                         const Bddexpressionwood* wood) const {
+  auto at = by_internal_name.find(signal->getInternalName());
+  if (at == by_internal_name.end()) return nullptr;
+  for (SignalRef* ref : at->second)
+    if (ref->isDefinedWood(wood)) return ref;
+  return nullptr;
+}
+
+void SignalManager::duplicate(Bddexpressionwood* from, Bddexpressionwood* to) {
+  auto at = signalref_id_table.find(from);
+  if (at == signalref_id_table.end()) return;
+  const SignalRefTable table = at->second;
+  for (size_t id = 0; id < table.size(); ++id) {
+    SignalRef* ref = table[id];
+    // Both ids of a reference lead to it; its status id comes by once.
+    if (ref == nullptr || ref->getBddStatusId(from) != static_cast<long>(id)) continue;
+    extendSignalRef(ref->getBddStatusId(from), ref->getBddValueId(from), ref, to);
+  }
+}
+
+void SignalManager::deleteWood(Bddexpressionwood* wood) {
+  auto at = signalref_id_table.find(wood);
+  if (at != signalref_id_table.end()) {
+    for (SignalRef* ref : at->second)
+      if (ref != nullptr) ref->removeWood(wood);
+    signalref_id_table.erase(at);
+  }
+  delete wood;
+}
+
+void SignalManager::printSignalTableByName(std::ostream& out) const {
+  std::map<std::string, const SignalRef*> sorted(signalref_table.begin(), signalref_table.end());
+  for (const auto& [name, ref] : sorted) out << name << ": " << *ref << '\n';
+}
+
+void SignalManager::printSignalTableById(std::ostream& out) const {
+  for (const auto& [wood, table] : signalref_id_table) {
+    out << "wood address:" << wood << ":\n";
+    for (size_t id = 0; id < table.size(); ++id) {
+      const SignalRef* ref = table[id];
+      if (ref == nullptr) continue;
+      out << id << ": current: " << ref->getCurrentName() << "  internal:" << ref->getInternalName()
+          << " original: " << ref->getOriginalName() << '\n';
+    }
+  }
+}
+
+}  // namespace kiva

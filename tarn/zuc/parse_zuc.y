@@ -1,0 +1,444 @@
+%code requires {
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tarn/zuc/zuc_parser.h"
+}
+
+%{
+// The grammar of compiled modules. An action hands what it has read to the reader object and traces
+// the reduction: step, alternative, text.
+
+#include <memory>
+
+#include "tarn/zuc/zuc_parser.h"
+
+using kiva::couplelong;
+using kiva::evalnodeparse;
+using kiva::pzuc_parser;
+using kiva::Signal;
+using kiva::signal_list;
+
+#define YYINITDEPTH 200
+#define YYMAXDEPTH 10000
+%}
+
+%define api.prefix {zuc}
+%define api.pure full
+%define parse.error verbose
+
+%union {
+  long number;
+  std::string* text;
+  std::vector<long>* numbers;
+  std::list<std::string>* names;
+  kiva::Signal* signal;
+  kiva::signal_list* signals;
+  kiva::couplelong couple;
+  kiva::evalnodeparse* evaluation;
+}
+
+%code provides {
+int zuclex(ZUCSTYPE* value);
+}
+
+%code {
+static void zucerror(const char* message) { pzuc_parser->syntax_error(message); }
+
+/// Takes over what an action's value points to.
+template <class T>
+static std::unique_ptr<T> owned(T* value) {
+  return std::unique_ptr<T>(value);
+}
+}
+
+%token END_OF_INPUT 0 "$end"
+%token TOKEN_MODULE 258
+%token TOKEN_INPUTS TOKEN_OUTPUTS TOKEN_DATA_SIGNAL TOKEN_LOCALS TOKEN_REGISTERS TOKEN_CONNEXION
+%token TOKEN_EQUATION_DEF TOKEN_EXPRESSION_DEF TOKEN_EGAL TOKEN_END TOKEN_BINDING TOKEN_EVALTABLE
+%token TOKEN_VALUE TOKEN_CLOCK TOKEN_CONSTANT TOKEN_DATA TOKEN_TYPE TOKEN_METHOD TOKEN_IMMEDIAT
+%token TOKEN_DEUX_POINTS TOKEN_VIRGULE TOKEN_POUVRANTE TOKEN_PFERMANTE TOKEN_IDENT TOKEN_NUMBER
+%token TOKEN_REAL TOKEN_CHAINE_CARACTERES TOKEN_SEP TOKEN_DOUBLEPOURCENT TOKEN_POURCENT
+
+%type <number> reincarnate finalised initial_value number evalconstante evalargument
+%type <text> name_declaration ident possibletype next_var actual_var argument constant_string
+%type <signals> iol_list
+%type <signal> iol
+%type <numbers> number_list evalargument_list
+%type <couple> clock_declaration doublenumber
+%type <evaluation> evaluation
+%type <names> argument_list
+
+%destructor { delete $$; } <text> <signals> <numbers> <evaluation> <names>
+
+%%
+
+module_compile:
+    name_declaration reincarnate finalised
+      { pzuc_parser->begin_module(*owned($1)); }
+    input_declarations output_declarations data_declarations local_declarations
+    register_declarations connexion_declarations wood_declaration binding_declaration
+    data_declaration
+      {
+        pzuc_parser->trace(1, 1, "definition finale");
+        if (!pzuc_parser->finish($2 != 0, $3 != 0)) YYABORT;
+      }
+  ;
+
+name_declaration:
+    TOKEN_MODULE ident
+      { $$ = $2; pzuc_parser->trace(2, 1, "definition nom declaration"); }
+  ;
+
+reincarnate: number { $$ = $1; pzuc_parser->trace(3, 1, "reincarnate"); } ;
+
+finalised: number { $$ = $1; pzuc_parser->trace(4, 1, "finalised"); } ;
+
+input_declarations:
+    %empty
+      { pzuc_parser->trace(5, 1, "definition liste inputs vide"); }
+  | TOKEN_INPUTS iol_list TOKEN_SEP
+      {
+        pzuc_parser->trace(5, 2, "definition liste inputs");
+        pzuc_parser->inputs = *owned($2);
+        pzuc_parser->mark_inputs(pzuc_parser->inputs);
+      }
+  ;
+
+output_declarations:
+    %empty
+      { pzuc_parser->trace(6, 1, "definition liste output vide"); }
+  | TOKEN_OUTPUTS iol_list TOKEN_SEP
+      {
+        pzuc_parser->trace(6, 2, "definition liste output");
+        pzuc_parser->outputs = *owned($2);
+        pzuc_parser->mark_outputs(pzuc_parser->outputs);
+      }
+  ;
+
+data_declarations:
+    %empty
+      { pzuc_parser->trace(7, 1, "definition liste data vide"); }
+  | TOKEN_DATA_SIGNAL iol_list TOKEN_SEP
+      {
+        pzuc_parser->trace(7, 2, "definition liste data signals");
+        pzuc_parser->data = *owned($2);
+        pzuc_parser->mark_data(pzuc_parser->data);
+      }
+  ;
+
+local_declarations:
+    %empty
+      { pzuc_parser->trace(8, 1, "definition liste locaux vide"); }
+  | TOKEN_LOCALS iol_list TOKEN_SEP
+      {
+        pzuc_parser->trace(8, 2, "definition liste locaux");
+        pzuc_parser->locals = *owned($2);
+        pzuc_parser->mark_locals(pzuc_parser->locals);
+      }
+  ;
+
+iol_list:
+    iol
+      {
+        pzuc_parser->trace(9, 1, "creation liste iol");
+        $$ = new signal_list;
+        $$->push_back($1);
+      }
+  | iol_list iol
+      { pzuc_parser->trace(9, 2, "ajout iol liste"); $$ = $1; $$->push_back($2); }
+  ;
+
+iol:
+    ident possibletype
+      {
+        auto name = owned($1);
+        auto type = owned($2);
+        pzuc_parser->trace(10, 1, *name);
+        $$ = pzuc_parser->declare(*name, type.get());
+      }
+  ;
+
+possibletype:
+    %empty { pzuc_parser->trace(11, 1, "type vide"); $$ = nullptr; }
+  | TOKEN_DEUX_POINTS ident { pzuc_parser->trace(11, 2, *$2); $$ = $2; }
+  ;
+
+register_declarations:
+    %empty { pzuc_parser->trace(12, 1, "definition liste registres vide"); }
+  | TOKEN_REGISTERS register_list { pzuc_parser->trace(12, 2, "definition liste registres"); }
+  ;
+
+register_list:
+    register { pzuc_parser->trace(13, 1, "creation liste ident"); }
+  | register_list register { pzuc_parser->trace(13, 2, "ajout ident liste"); }
+  ;
+
+register:
+    next_var actual_var initial_value TOKEN_SEP
+      {
+        auto next = owned($1);
+        auto actual = owned($2);
+        pzuc_parser->trace(14, 1, *actual);
+        if (auto* reg = pzuc_parser->declare_register(*next, *actual, $3))
+          pzuc_parser->registers.push_back(reg);
+      }
+  ;
+
+next_var: ident { pzuc_parser->trace(15, 1, "def var suivante"); $$ = $1; } ;
+
+actual_var: ident { pzuc_parser->trace(16, 1, "def var actuelle"); $$ = $1; } ;
+
+initial_value:
+    TOKEN_NUMBER
+      { pzuc_parser->trace(17, 1, "valeur initiale "); $$ = pzuc_parser->initial_value(); }
+  ;
+
+connexion_declarations:
+    TOKEN_CONNEXION ident ident ident TOKEN_SEP
+      {
+        auto set = owned($2);
+        auto reset = owned($3);
+        auto rtl = owned($4);
+        pzuc_parser->trace(18, 1, "connexion");
+        pzuc_parser->declare_wires(*set, *reset, *rtl);
+      }
+  ;
+
+ident:
+    TOKEN_IDENT
+      {
+        pzuc_parser->trace_token(19, 1);
+        $$ = new std::string(pzuc_parser->token_text());
+      }
+  ;
+
+number:
+    TOKEN_NUMBER { pzuc_parser->trace_token(20, 1); $$ = pzuc_parser->token_number(); }
+  ;
+
+wood_declaration:
+    TOKEN_EQUATION_DEF number { pzuc_parser->parsed_nodes_number = $2; }
+    equations_list TOKEN_EXPRESSION_DEF expressions_list TOKEN_END
+      { pzuc_parser->trace(21, 1, "wood declaration"); }
+  ;
+
+equations_list:
+    %empty { pzuc_parser->trace(22, 1, "equation seule"); }
+  | equations_list equation { pzuc_parser->trace(22, 2, "ajout equation gen liste"); }
+  ;
+
+equation:
+    number TOKEN_DEUX_POINTS number TOKEN_DEUX_POINTS number TOKEN_DEUX_POINTS number
+    TOKEN_VIRGULE number
+      {
+        pzuc_parser->trace(23, 1, "equation");
+        pzuc_parser->node_line($1, $3, $5, $7, $9);
+      }
+  ;
+
+expressions_list:
+    %empty { pzuc_parser->trace(24, 1, "expression booleenne gen seule"); }
+  | expressions_list expression_bool { pzuc_parser->trace(24, 2, "ajout expression gen liste"); }
+  ;
+
+expression_bool:
+    number number number TOKEN_DEUX_POINTS number TOKEN_VIRGULE number TOKEN_VIRGULE
+    TOKEN_POUVRANTE number_list TOKEN_PFERMANTE
+      {
+        auto deps = owned($10);
+        pzuc_parser->trace(25, 1, "def expression bool");
+        if (!pzuc_parser->expression_line($1, $2, $3, $5, $7, *deps)) YYABORT;
+      }
+  ;
+
+number_list:
+    %empty { pzuc_parser->trace(26, 1, "liste nombres vide"); $$ = new std::vector<long>; }
+  | number_list number
+      { pzuc_parser->trace(26, 2, "ajout nombre liste"); $$ = $1; $$->push_back($2); }
+  ;
+
+binding_declaration:
+    %empty { pzuc_parser->trace(27, 1, "definition liste bindings vide"); }
+  | TOKEN_BINDING binding_list TOKEN_END TOKEN_EVALTABLE evaltable_list TOKEN_END
+      { pzuc_parser->trace(27, 2, "definition liste bindings"); pzuc_parser->has_bindings = true; }
+  ;
+
+binding_list:
+    %empty { pzuc_parser->trace(28, 1, "creation liste bindings"); }
+  | binding_list binding { pzuc_parser->trace(28, 2, "ajout binding liste"); }
+  ;
+
+binding:
+    doublenumber TOKEN_DEUX_POINTS TOKEN_VALUE number clock_declaration TOKEN_SEP
+      {
+        pzuc_parser->trace(29, 1, "binding");
+        pzuc_parser->binding_list.push_back(
+            {$1.premier, $1.second, $4, $5.premier, $5.second, pzuc_parser->line()});
+      }
+  ;
+
+clock_declaration:
+    %empty { pzuc_parser->trace(30, 1, "clock declaration vide"); $$ = {-1, -1}; }
+  | TOKEN_CLOCK doublenumber
+      { pzuc_parser->trace(30, 2, " clock declaration (nombre,nombre)"); $$ = $2; }
+  ;
+
+doublenumber:
+    TOKEN_POUVRANTE number TOKEN_VIRGULE number TOKEN_PFERMANTE
+      { pzuc_parser->trace(31, 1, "(nombre,nombre)"); $$ = {$2, $4}; }
+  ;
+
+evaltable_list:
+    %empty { pzuc_parser->trace(32, 1, "creation liste evaluations"); }
+  | evaltable_list evaltable { pzuc_parser->trace(32, 2, "ajout evaluation liste"); }
+  ;
+
+evaltable:
+    number TOKEN_DEUX_POINTS evaluation TOKEN_SEP
+      {
+        auto node = owned($3);
+        pzuc_parser->trace(33, 1, "ligne evaluation");
+        node->nodeident = $1;
+        node->line = pzuc_parser->line();
+        pzuc_parser->evalnode_list.push_back(std::move(*node));
+      }
+  ;
+
+evaluation:
+    evalconstante
+      {
+        pzuc_parser->trace(34, 1, "constante");
+        $$ = new evalnodeparse{evalnodeparse::constant, $1, -1, {}};
+      }
+  | number
+      {
+        pzuc_parser->trace(34, 2, "nombre");
+        $$ = new evalnodeparse{evalnodeparse::reference, $1, -1, {}};
+      }
+  | TOKEN_POURCENT number TOKEN_POUVRANTE evalargument_list TOKEN_PFERMANTE
+      {
+        auto arguments = owned($4);
+        pzuc_parser->trace(34, 3, "methode");
+        $$ = new evalnodeparse{evalnodeparse::method, 0, $2, std::move(*arguments)};
+      }
+  | TOKEN_DOUBLEPOURCENT number TOKEN_POUVRANTE evalargument_list TOKEN_PFERMANTE
+      {
+        auto arguments = owned($4);
+        pzuc_parser->trace(34, 4, "operateur predefini");
+        // A signal is its status and its value number, whatever follows.
+        if ($2 % kiva::DataExpr::NbPredefOp == kiva::DataExpr::SignalVal && arguments->size() > 2)
+          arguments->resize(2);
+        $$ = new evalnodeparse{evalnodeparse::operation, 0, $2, std::move(*arguments)};
+      }
+  ;
+
+evalconstante:
+    TOKEN_IMMEDIAT number { pzuc_parser->trace(35, 1, "immediat"); $$ = $2; }
+  ;
+
+evalargument_list:
+    %empty { pzuc_parser->trace(36, 1, "liste arguments vide"); $$ = new std::vector<long>; }
+  | evalargument
+      { pzuc_parser->trace(36, 2, "creation liste arguments"); $$ = new std::vector<long>{$1}; }
+  | evalargument_list TOKEN_VIRGULE evalargument
+      { pzuc_parser->trace(36, 3, "ajout argument liste"); $$ = $1; $$->push_back($3); }
+  ;
+
+evalargument:
+    number { pzuc_parser->trace(37, 1, "argument"); $$ = $1; }
+  | evalconstante { pzuc_parser->trace(37, 2, "argument constante"); $$ = $1; }
+  ;
+
+data_declaration:
+    %empty { pzuc_parser->trace(38, 1, "definition donnees vide"); }
+  | TOKEN_DATA TOKEN_TYPE typedata_list TOKEN_METHOD method_list constant_declaration TOKEN_END
+      { pzuc_parser->trace(38, 2, "definition donnees"); }
+  ;
+
+typedata_list:
+    %empty { pzuc_parser->trace(39, 1, "creation liste types"); }
+  | typedata_list typedata { pzuc_parser->trace(39, 2, "ajout type liste"); }
+  ;
+
+typedata:
+    ident TOKEN_SEP
+      {
+        auto name = owned($1);
+        pzuc_parser->trace(40, 1, *name);
+        if (!pzuc_parser->add_type(*name)) YYABORT;
+      }
+  ;
+
+method_list:
+    %empty { pzuc_parser->trace(41, 1, "creation liste methodes"); }
+  | method_list met { pzuc_parser->trace(41, 2, "ajout methode liste"); }
+  ;
+
+met:
+    ident ident TOKEN_POUVRANTE argument_list TOKEN_PFERMANTE TOKEN_SEP
+      {
+        auto type = owned($1);
+        auto name = owned($2);
+        auto arguments = owned($4);
+        pzuc_parser->trace(42, 1, *name);
+        if (!pzuc_parser->add_method(*type, *name, *arguments)) YYABORT;
+      }
+  ;
+
+argument_list:
+    %empty
+      { pzuc_parser->trace(43, 1, "liste types vide"); $$ = new std::list<std::string>; }
+  | argument
+      {
+        pzuc_parser->trace(43, 2, "creation liste types arguments");
+        $$ = new std::list<std::string>{*owned($1)};
+      }
+  | argument_list TOKEN_VIRGULE argument
+      {
+        pzuc_parser->trace(43, 3, "ajout type argument");
+        $$ = $1;
+        $$->push_back(*owned($3));
+      }
+  ;
+
+argument: ident { pzuc_parser->trace(44, 1, *$1); $$ = $1; } ;
+
+constant_declaration:
+    %empty { pzuc_parser->trace(45, 1, "definition constantes vide"); }
+  | TOKEN_CONSTANT constant_list { pzuc_parser->trace(45, 2, "definition constantes"); }
+  ;
+
+constant_list:
+    %empty { pzuc_parser->trace(46, 1, "creation liste constantes"); }
+  | constant_list constant { pzuc_parser->trace(46, 2, "ajout constante liste"); }
+  ;
+
+constant:
+    ident ident constant_string TOKEN_SEP
+      {
+        auto type = owned($1);
+        auto name = owned($2);
+        auto literal = owned($3);
+        pzuc_parser->trace(47, 1, *name);
+        if (!pzuc_parser->add_constant(*type, *name, literal.get())) YYABORT;
+      }
+  | ident ident TOKEN_SEP
+      {
+        auto type = owned($1);
+        auto name = owned($2);
+        pzuc_parser->trace(47, 2, *name);
+        if (!pzuc_parser->add_constant(*type, *name, nullptr)) YYABORT;
+      }
+  ;
+
+constant_string:
+    TOKEN_CHAINE_CARACTERES
+      {
+        pzuc_parser->trace_token(48, 1);
+        $$ = new std::string(pzuc_parser->token_text());
+      }
+  ;
+
+%%

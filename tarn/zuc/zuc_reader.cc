@@ -1,0 +1,120 @@
+#include "tarn/zuc/zuc_reader.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+#include "tarn/zuc/zuc_parser.h"
+#include "tarn/zuc/zuc_scanner.h"
+
+namespace kiva {
+
+ZucRead read_zuc_file(const std::string& file, const std::string& instance,
+                      const std::string& run_instance, const std::list<std::string>* awaited_inputs,
+                      const std::list<std::string>* awaited_outputs) {
+  ZucRead read;
+  std::error_code error;
+  if (std::filesystem::is_directory(file, error)) {
+    read.problem = file + ": is a directory";
+    return read;
+  }
+  std::ifstream in(file, std::ios::binary);
+  if (!in) {
+    read.problem = file + ": " + std::strerror(errno);
+    return read;
+  }
+  read.opened = true;
+  std::fstream log(file + ".log", std::ios::out | std::ios::trunc);
+  class_zuc_parser parser;
+  zuc_scanner scanner(&in, &log);
+  parser.plexer = &scanner;
+  parser.add_awaited_io(awaited_inputs, awaited_outputs);
+  int result = 1;
+  try {
+    result = parser.parse(log, 1, instance, run_instance);
+  } catch (const LibraryException& exception) {
+    read.problem = file + ":" + std::to_string(parser.line()) + ": " + exception.text();
+    return read;
+  }
+  if (result == 0) {
+    read.module = parser.pmodule_parse;
+  } else {
+    read.problem =
+        file + ":" + std::to_string(parser.problem().line) + ": " + parser.problem().reason;
+  }
+  return read;
+}
+
+Module* Compilation::zuc_parse(const std::string& file, const std::string& instance,
+                               const std::string& run_instance,
+                               const std::list<std::string>* inputs,
+                               const std::list<std::string>* outputs) {
+  const ZucRead read = read_zuc_file(file, instance, run_instance, inputs, outputs);
+  if (!read.opened) {
+    std::cerr << "File: " << file << " does not exist\n";
+  } else if (read.module == nullptr) {
+    std::cerr << read.problem << "\nERROR during loading file : " << file << '\n';
+  }
+  return read.module;
+}
+
+Module* Compilation::zuc_parse(const std::string& file, const std::string& instance,
+                               const std::list<std::string>* inputs,
+                               const std::list<std::string>* outputs) {
+  return zuc_parse(file, instance, EmptyString, inputs, outputs);
+}
+
+namespace {
+
+/// The first line of a file, cut to what the search reads of it.
+std::string first_line(const std::string& file) {
+  constexpr size_t most = 256;
+  std::ifstream in(file);
+  std::string line;
+  for (char c; line.size() < most && in.get(c) && c != '\n';) line += c;
+  return line;
+}
+
+/// The listed file whose first line holds the name, and where the name ends in that line.
+struct Found {
+  std::string file;
+  std::string line;
+  size_t after = 0;
+};
+
+Found find_module(const std::string& module) {
+  if (Module::CompilationFileList != nullptr)
+    for (const std::string& file : *Module::CompilationFileList) {
+      const std::string line = first_line(file);
+      const size_t at = line.find(module);
+      if (at != std::string::npos) return {file, line, at + module.size()};
+    }
+  return {};
+}
+
+}  // namespace
+
+std::string Compilation::getZucFileName(const std::string& module) {
+  return find_module(module).file;
+}
+
+int Compilation::getReincarnateFromZucFile(const std::string& module) {
+  const Found found = find_module(module);
+  if (found.file.empty()) return -1;
+  return static_cast<int>(std::strtol(found.line.c_str() + found.after, nullptr, 10));
+}
+
+Module* Compilation::createModuleFromZucCode(const std::string& module,
+                                             const std::list<std::string>* inputs,
+                                             const std::list<std::string>* outputs) {
+  const std::string file = getZucFileName(module);
+  if (!std::ifstream(file)) return nullptr;
+  return zuc_parse(file, EmptyString, inputs, outputs);
+}
+
+}  // namespace kiva

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <list>
+#include <string>
+
+namespace kiva {
+
+class Module;
+
+/// What came of reading a file.
+struct ZucRead {
+  Module* module = nullptr;  ///< null when the read failed
+  bool opened = false;       ///< the file could be opened
+  std::string problem;       ///< "FILE: reason" or "FILE:LINE: reason" when it failed
+};
+
+/// Reads a compiled module. Only once the file could be opened, the parser's trace goes to a file
+/// of its name with ".log" behind it; a trace file that cannot be written does not matter.
+/// `instance` is appended to signal names; the awaited lists, where not null or empty, restrict the
+/// names of inputs and outputs. Exceptions of the library come back as a problem.
+ZucRead read_zuc_file(const std::string& file, const std::string& instance,
+                      const std::string& run_instance,
+                      const std::list<std::string>* awaited_inputs = nullptr,
+                      const std::list<std::string>* awaited_outputs = nullptr);
+
+}  // namespace kiva
