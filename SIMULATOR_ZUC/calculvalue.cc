@@ -2,6 +2,8 @@
 
 #include <iostream>
 
+#include "tarn/model/sexception.h"
+
 namespace kiva {
 
 std::mutex& CalculValue::evaluation_mutex() {
@@ -16,7 +18,12 @@ void CalculValue::evaluer() {
 }
 
 void CalculValue::run() {
-  evaluer();
+  try {
+    evaluer();
+  } catch (const LibraryException& exception) {
+    std::cerr << "***error:CalculValue:run: " << exception.text() << std::endl;
+    return;
+  }
   pluginManager = std::make_unique<PluginManager>();
   pluginManager->LoadAllPlugins();
   if (pluginManager->plugin == nullptr) {

@@ -28,7 +28,7 @@ class CalculValue : public QThread {
   int* context_after() const { return context; }
   const PluginManager* plugins() const { return pluginManager.get(); }
 
- public slots:
+ public Q_SLOTS:
   void get_Module(Module* module) { pautom = module; }
   void get_Context(int* lent) { context = lent; }
 

@@ -25,7 +25,8 @@ int* Signal_eval::Get_contexts(Module* module, set_reset* flags, List_Signal_col
     std::cerr << "***error:Signal_eval: No module loaded\n";
     end_process();
   }
-  write_choices(module, flags->get_Set(), flags->get_Reset(), colors->chosen_states(), context);
+  write_choices(choice_ids(module), flags->get_Set(), flags->get_Reset(), colors->chosen_states(),
+                context);
   return context;
 }
 

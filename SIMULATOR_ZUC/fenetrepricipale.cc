@@ -7,11 +7,11 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTimer>
-#include <fstream>
 #include <iostream>
 
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "tarn/model/sexception.h"
+#include "tarn/zuc/zuc_reader.h"
 
 namespace kiva {
 
@@ -34,7 +34,7 @@ FenPrincipale::FenPrincipale(std::string file) {
     afficherAll();
   } else {
     // The message waits for the window.
-    QTimer::singleShot(0, this, [this, file] { tell("The file cannot be loaded: " + file); });
+    QTimer::singleShot(0, this, &FenPrincipale::tell_of_failed_load);
   }
 }
 
@@ -73,6 +73,21 @@ bool FenPrincipale::guarded(const char* operation, const std::function<void()>& 
   return false;
 }
 
+Module* FenPrincipale::parse(const std::string& file, std::string& instance) {
+  const ZucRead read = read_zuc_file(file, instance, "");
+  load_problem_ = read.problem;
+  if (!read.opened) {
+    std::cerr << "FILE NOT FOUND !" << std::endl;
+  } else if (read.module == nullptr) {
+    std::cerr << read.problem << "\nERROR about loading file : " << file << std::endl;
+  }
+  return read.module;
+}
+
+void FenPrincipale::tell_of_failed_load() {
+  tell("The module cannot be loaded.\n" + load_problem_);
+}
+
 void FenPrincipale::afficherAll() {
   valued = valuedO = false;
   clear_panels();
@@ -84,7 +99,7 @@ void FenPrincipale::afficherAll() {
     std::string instance;
     if (!guarded("afficherAll", [&] { pautom = parse(file, instance); })) return;
     if (pautom == nullptr) {
-      if (!name.isEmpty()) tell("The file cannot be loaded: " + file);
+      if (!name.isEmpty()) tell_of_failed_load();
       return;
     }
     file_panel->lineEdit_4->setText(name);

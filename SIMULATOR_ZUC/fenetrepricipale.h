@@ -115,11 +115,11 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   PluginManager* pluginManager = nullptr;
   QMenu* panels_menu = nullptr;  ///< of the button `config`: one entry for each panel
 
- signals:
+ Q_SIGNALS:
   void Module_Parsed(Module* module);
   void Context_send(int* context);
 
- public slots:
+ public Q_SLOTS:
   /// Asks for a file unless a module is there, and shows the module at its start.
   void afficherAll();
   /// Shows the text of a ZU file.
@@ -181,8 +181,10 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   /// Tells on the error stream and in a message.
   void complain(const std::string& text);
   void tell(const std::string& text);
+  void tell_of_failed_load();
 
   std::unique_ptr<Simulation> simulation_;
+  std::string load_problem_;  ///< of the last file: name, line and reason
   class QDialog* help_dialog_ = nullptr;
 };
 

@@ -19,10 +19,10 @@ class MyThread : public QThread {
   bool Stop = false;
   std::string fname;
 
- signals:
+ Q_SIGNALS:
   void ModuleParsed(Module* module);
 
- public slots:
+ public Q_SLOTS:
   void FileUploaded(QString name);
 };
 

@@ -17,7 +17,7 @@ class PluginManager : public QObject {
   /// Of the file loaded last; null until a plugin loads, and when that file offers none.
   PluginInterface* plugin = nullptr;
 
- public slots:
+ public Q_SLOTS:
   /// Tries each plain file of the folder; none when there is no folder.
   void LoadAllPlugins();
   /// A file that is no library passes without a message and leaves `plugin` alone.

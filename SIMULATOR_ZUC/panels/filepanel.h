@@ -14,7 +14,7 @@ class FilePanel : public Panel, public Ui::Load_Form {
  public:
   FilePanel();
 
- signals:
+ Q_SIGNALS:
   void NewFile(QString name);
 
  private:
