@@ -18,6 +18,7 @@ namespace kiva {
 namespace {
 
 constexpr size_t kLongestHost = 80;
+constexpr int kTextHeight = 13;  // pixels
 constexpr long kLastPort = 65535;
 
 void choose_style() {
@@ -44,6 +45,10 @@ StartArguments read_start_arguments(int argc, const char* const* argv) {
 void dress_window(FenPrincipale& window) {
   window.setFixedSize(945, 680);
   choose_style();
+  // In a window of fixed size a larger text would be cut off; a dense screen scales both.
+  QFont font = QApplication::font();
+  font.setPixelSize(kTextHeight);
+  QApplication::setFont(font);
   window.setStyleSheet(stringFromResource(":/style/style.qss"));
 }
 

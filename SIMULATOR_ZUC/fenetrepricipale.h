@@ -162,6 +162,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void create_keys();
   void order_focus();
   void fit_tool_buttons();
+  void share_height();
   QString key_texts() const;
 
   void clear_panels();

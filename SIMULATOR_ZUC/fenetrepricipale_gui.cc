@@ -28,6 +28,7 @@ void set_text_colour(QWidget* widget, const QColor& color) {
 void FenPrincipale::create_gui() {
   // Takes no room beside the docks, whichever of them are closed.
   centralwidget->setMaximumWidth(0);
+  QMainWindow::menuBar()->hide();  // it has no menus, and would leave a bright strip over the banner
   create_docks();
   create_tool_buttons();
   set_text_colour(debugger_panel->one, Qt::blue);
@@ -144,6 +145,9 @@ void FenPrincipale::load_data_ui() {
     title0->hide();
     file_panel->hide();
     dock0->hide();
+    inputs_panel->tableWidget->setFocus();
+  } else {
+    file_panel->pushButton_3->setFocus();
   }
   nb_inputs = nb_outputs = nb_regs = nb_locals = 0;
 }
@@ -188,11 +192,19 @@ void FenPrincipale::fit_tool_buttons() {
   for (QToolButton* button : {go, set, reset, config, help}) button->adjustSize();
 }
 
+// Left alone, the layout takes from the Load dock what all rows together lack, and cuts its second
+// line off. The Debugger dock can spare it.
+void FenPrincipale::share_height() {
+  resizeDocks({dock0, dock1, dock5}, {120, 310, 180}, Qt::Vertical);
+  if (dock0->isVisible()) resizeDocks({dock5}, {153}, Qt::Vertical);
+}
+
 bool FenPrincipale::event(QEvent* event) {
   const bool handled = QMainWindow::event(event);
   // The style sheet decides how wide the texts are.
   if ((event->type() == QEvent::StyleChange || event->type() == QEvent::Show) && help != nullptr)
     fit_tool_buttons();
+  if (event->type() == QEvent::Show) share_height();
   return handled;
 }
 
