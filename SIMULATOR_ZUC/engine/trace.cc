@@ -1,0 +1,111 @@
+#include "SIMULATOR_ZUC/engine/trace.h"
+
+#include <iomanip>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+namespace kiva {
+
+namespace {
+
+/// A JSON string; bytes that are no UTF-8 are replaced.
+std::string quoted(const std::string& text) {
+  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+std::vector<std::string> keys(const std::vector<std::string>& names) {
+  std::vector<std::string> keys;
+  for (const std::string& name : names) keys.push_back(quoted(name) + ":");
+  return keys;
+}
+
+void append_states(std::string& line, const std::vector<std::string>& keys,
+                   const std::vector<SignalState>& states) {
+  for (size_t i = 0; i < keys.size(); ++i) {
+    if (i != 0) line += ',';
+    line += keys[i];
+    line += '"';
+    line += look_of(states[i]).word;
+    line += '"';
+  }
+}
+
+}  // namespace
+
+JsonTrace::JsonTrace(const Simulation& simulation)
+    : output_keys_(keys(simulation.output_names())),
+      local_keys_(keys(simulation.local_names())),
+      register_keys_(keys(simulation.register_names())) {}
+
+void JsonTrace::write(std::ostream& out, const SimulationState& state) {
+  std::string line = "{\"instant\":" + std::to_string(state.instant) + ",\"outputs\":{";
+  for (size_t row = 0; row < output_keys_.size(); ++row) {
+    if (row != 0) line += ',';
+    line += output_keys_[row];
+    line += "[\"";
+    line += look_of(state.shown_outputs[row]).word;
+    line += "\",";
+    line += quoted(state.output_values[row]);
+    line += ']';
+  }
+  line += "},\"locals\":{";
+  append_states(line, local_keys_, state.shown_locals);
+  line += "},\"registers\":{";
+  append_states(line, register_keys_, state.shown_registers);
+  line += "}}\n";
+  out << line << std::flush;
+}
+
+namespace {
+
+/// The names in one state, each behind a blank.
+std::string names_in(SignalState wanted, const std::vector<std::string>& names,
+                     const std::vector<SignalState>& states) {
+  std::string text;
+  for (size_t i = 0; i < names.size(); ++i)
+    if (states[i] == wanted) text += " " + names[i];
+  return text;
+}
+
+/// A column of rows of which only those that stand out are named.
+std::string outstanding(const char* title, const std::vector<std::string>& names,
+                        const std::vector<SignalState>& states) {
+  std::string text = names_in(SignalState::one, names, states);
+  for (SignalState state : {SignalState::top, SignalState::unknown}) {
+    const std::string found = names_in(state, names, states);
+    if (!found.empty()) text += " " + std::string(look_of(state).word) + ":" + found;
+  }
+  return text.empty() ? text : " | " + std::string(title) + text;
+}
+
+}  // namespace
+
+void TextTrace::begin(std::ostream& out) {
+  out << "# instant  outputs present, with their values | other outputs by state"
+         " | registers one, top, unknown | locals one, top, unknown\n";
+}
+
+void TextTrace::write(std::ostream& out, const SimulationState& state) {
+  out << std::setw(6) << state.instant << ' ';
+  const std::vector<std::string>& outputs = simulation_.output_names();
+  bool any = false;
+  for (size_t row = 0; row < outputs.size(); ++row) {
+    if (state.shown_outputs[row] != SignalState::one) continue;
+    any = true;
+    out << ' ' << outputs[row];
+    if (state.output_values[row] != "--") out << '=' << state.output_values[row];
+  }
+  if (!any) out << " -";
+  std::string others;
+  for (SignalState kind :
+       {SignalState::zero, SignalState::top, SignalState::bottom, SignalState::unknown}) {
+    const std::string found = names_in(kind, outputs, state.shown_outputs);
+    if (!found.empty()) others += " " + std::string(look_of(kind).word) + ":" + found;
+  }
+  if (!others.empty()) out << " |" << others;
+  out << outstanding("registers:", simulation_.register_names(), state.shown_registers)
+      << outstanding("locals:", simulation_.local_names(), state.shown_locals) << '\n'
+      << std::flush;
+}
+
+}  // namespace kiva

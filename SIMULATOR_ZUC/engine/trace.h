@@ -1,0 +1,44 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "SIMULATOR_ZUC/engine/simulation.h"
+
+namespace kiva {
+
+/// Writes what each instant shows, one line an instant.
+class TraceWriter {
+ public:
+  virtual ~TraceWriter() = default;
+  /// What stands above the first instant.
+  virtual void begin(std::ostream&) {}
+  virtual void write(std::ostream& out, const SimulationState& state) = 0;
+};
+
+/// One JSON object a line: instant, outputs with state word and value, locals, registers; names in
+/// list order.
+class JsonTrace : public TraceWriter {
+ public:
+  explicit JsonTrace(const Simulation& simulation);
+  void write(std::ostream& out, const SimulationState& state) override;
+
+ private:
+  std::vector<std::string> output_keys_, local_keys_, register_keys_;
+};
+
+/// For a person: present outputs with their values, the other outputs by state, then the registers
+/// and locals that are One, Top or unknown.
+class TextTrace : public TraceWriter {
+ public:
+  explicit TextTrace(const Simulation& simulation) : simulation_(simulation) {}
+  void begin(std::ostream& out) override;
+  void write(std::ostream& out, const SimulationState& state) override;
+
+ private:
+  const Simulation& simulation_;
+};
+
+}  // namespace kiva

@@ -1,0 +1,126 @@
+// The simulator without a window: a module and stimuli in, a trace out.
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <fstream>
+#include <iostream>
+
+#include "SIMULATOR_ZUC/engine/simulation.h"
+#include "SIMULATOR_ZUC/engine/stimuli.h"
+#include "SIMULATOR_ZUC/engine/trace.h"
+#include "base/sock.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/sexception.h"
+#include "tarn/zuc/zuc_reader.h"
+
+namespace {
+
+constexpr int unusable = 1;
+constexpr int wrong_usage = 2;
+constexpr const char* program = "kiva-console: ";
+
+struct Options {
+  std::string module;
+  std::string stimuli = "-";
+  std::string format = "text";
+  std::string output;
+  std::pair<std::string, int> server;
+};
+
+int run(const Options& options, std::ostream& out) {
+  using namespace kiva;
+  const ZucRead read =
+      read_zuc_file(options.module, Compilation::EmptyString, Compilation::EmptyString);
+  if (read.module == nullptr) {
+    std::cerr << program << read.problem << '\n';
+    return unusable;
+  }
+  std::ifstream file;
+  if (options.stimuli != "-") {
+    file.open(options.stimuli);
+    if (!file || file.peek() == std::ifstream::traits_type::eof()) file.clear();
+    if (!file.is_open()) {
+      std::cerr << program << options.stimuli << ": cannot be read\n";
+      return unusable;
+    }
+  }
+  std::istream& in = options.stimuli == "-" ? std::cin : file;
+  const std::string stimuli_name = options.stimuli == "-" ? "standard input" : options.stimuli;
+
+  Sock socket = nullptr;
+  if (!options.server.first.empty())
+    socket = SOCK_make_client(options.server.first.c_str(),
+                              static_cast<unsigned short>(options.server.second));
+
+  Simulation simulation(read.module);
+  std::unique_ptr<TraceWriter> trace;
+  if (options.format == "json") {
+    trace = std::make_unique<JsonTrace>(simulation);
+  } else {
+    trace = std::make_unique<TextTrace>(simulation);
+  }
+  trace->begin(out);
+  StimuliReader stimuli(in, simulation);
+  try {
+    while (const auto stimulus = stimuli.next()) {
+      apply(*stimulus, simulation);
+      simulation.step(socket);
+      trace->write(out, simulation.state());
+      if (!out) {
+        std::cerr << program << "the trace cannot be written\n";
+        return unusable;
+      }
+    }
+  } catch (const StimuliError& error) {
+    std::cerr << program << stimuli_name << ":" << error.line << ": " << error.reason << '\n';
+    return unusable;
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);  // a peer that goes away is an ordinary failure
+  Options options;
+  CLI::App app{"Runs a compiled module over stimuli and writes the trace.", "kiva-console"};
+  app.add_option("MODULE", options.module, "module to run (.zuc)")->required();
+  app.add_option("STIMULI", options.stimuli,
+                 "one line an instant; standard input when missing or \"-\"");
+  app.add_option("--format", options.format, "text or json")
+      ->check(CLI::IsMember({"text", "json"}));
+  app.add_option("-o", options.output, "file for the trace instead of the standard output");
+  std::vector<std::string> server;
+  app.add_option("--server", server, "HOST PORT of the evaluation server")->expected(2);
+  try {
+    app.parse(argc, argv);
+    if (!server.empty()) {
+      const CLI::Range ports(1, 65535);
+      const std::string problem = ports(server[1]);
+      if (!problem.empty()) throw CLI::ValidationError("--server", "port " + problem);
+      options.server = {server[0], std::stoi(server[1])};
+    }
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : wrong_usage;
+  }
+
+  // What the engine tells on the standard output must not meet the trace there.
+  std::ostream standard_output(std::cout.rdbuf());
+  std::cout.rdbuf(std::cerr.rdbuf());
+  std::ofstream output_file;
+  if (!options.output.empty()) {
+    output_file.open(options.output);
+    if (!output_file) {
+      std::cerr << program << options.output << ": cannot be written\n";
+      return unusable;
+    }
+  }
+  int status = unusable;
+  try {
+    status = run(options, options.output.empty() ? standard_output : output_file);
+  } catch (const kiva::LibraryException& exception) {
+    std::cerr << program << exception.text() << '\n';
+  }
+  std::cout.rdbuf(standard_output.rdbuf());
+  return status;
+}

@@ -1,0 +1,25 @@
+#include <array>
+#include <iostream>
+
+#include "base/sock.h"
+#include "tarn/model/compilation.h"
+
+namespace kiva {
+
+std::string Compilation::Socket_call(const std::string& message, Sock socket) {
+  if (socket == nullptr) return "";
+  const auto sent = SOCK_write(socket, message.data(), static_cast<int>(message.size()));
+  std::cerr << "Socket_call buffer: " << message << '\n';
+  if (sent == 0) return "";
+  constexpr int most = 1023;
+  std::array<char, most + 1> reply{};
+  const auto received = SOCK_read(socket, reply.data(), most);
+  if (received == 0) std::cout << "connexion stopped by client \n";
+  if (received <= 0) return "";
+  if (received == most)
+    std::cerr << "Warning: reply of 1023 bytes or more to request: " << message
+              << ": what is beyond is lost or taken for the next reply\n";
+  return std::string(reply.data(), static_cast<size_t>(received));
+}
+
+}  // namespace kiva
