@@ -4,13 +4,13 @@
 #include <QStyle>
 #include <QStyleFactory>
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/ressource.h"
-#include "base/Stringpp.h"
 #include "base/sock.h"
 
 namespace kiva {
@@ -62,7 +62,7 @@ void connect_to_server(FenPrincipale& window, const std::string& host, const std
     return;
   }
   std::cerr << "hostname choisi: " << host << std::endl;
-  const long number = Stol(port);
+  const long number = std::strtol(port.c_str(), nullptr, 10);
   if (number == 0) {
     std::cerr << "No port is given; no connection is made." << std::endl;
     return;
@@ -73,8 +73,8 @@ void connect_to_server(FenPrincipale& window, const std::string& host, const std
   }
   window.numsocket = static_cast<int>(number);
   window.socket_client = SOCK_make_client(host.c_str(), static_cast<unsigned short>(number));
-  std::cerr << "adresse socket: " << std::hex << reinterpret_cast<std::uintptr_t>(window.socket_client)
-            << std::dec << std::endl;
+  std::cerr << "adresse socket: " << std::hex
+            << reinterpret_cast<std::uintptr_t>(window.socket_client) << std::dec << std::endl;
 }
 
 int run_window(int argc, char** argv) {

@@ -4,12 +4,15 @@
 #include <QDockWidget>
 #include <QIcon>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QResizeEvent>
 #include <QToolButton>
+#include <algorithm>
 
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
+#include "SIMULATOR_ZUC/row_state.h"
 
 namespace kiva {
 
@@ -28,7 +31,8 @@ void set_text_colour(QWidget* widget, const QColor& color) {
 void FenPrincipale::create_gui() {
   // Takes no room beside the docks, whichever of them are closed.
   centralwidget->setMaximumWidth(0);
-  QMainWindow::menuBar()->hide();  // it has no menus, and would leave a bright strip over the banner
+  QMainWindow::menuBar()
+      ->hide();  // it has no menus, and would leave a bright strip over the banner
   create_docks();
   create_tool_buttons();
   set_text_colour(debugger_panel->one, Qt::blue);
@@ -206,6 +210,33 @@ bool FenPrincipale::event(QEvent* event) {
     fit_tool_buttons();
   if (event->type() == QEvent::Show) share_height();
   return handled;
+}
+
+// Where the docks leave a band free, it says what the colours mean.
+void FenPrincipale::paintEvent(QPaintEvent* event) {
+  QMainWindow::paintEvent(event);
+  const bool closed_below = dock5->isVisible() && !dock5->isFloating();
+  const int bottom = closed_below ? dock5->y() : height();
+  int top = header->height();
+  for (const QDockWidget* dock : {dock0, dock1, dock2, dock3, dock4})
+    if (dock->isVisible() && !dock->isFloating()) top = std::max(top, dock->geometry().bottom());
+  constexpr int chip_width = 84, chip_height = 22, gap = 10;
+  if (bottom - top < 2 * chip_height) return;
+  const SignalState states[] = {SignalState::one, SignalState::zero, SignalState::top,
+                                SignalState::bottom, SignalState::unknown};
+  const int count = static_cast<int>(std::size(states));
+  QRect chip((width() - count * chip_width - (count - 1) * gap) / 2,
+             (top + bottom - chip_height) / 2, chip_width, chip_height);
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (SignalState state : states) {
+    painter.setPen(QColor(0x8b, 0x8b, 0x8b));
+    painter.setBrush(background_of(state));
+    painter.drawRoundedRect(chip, 5, 5);
+    painter.setPen(text_colour_on(background_of(state)));
+    painter.drawText(chip, Qt::AlignCenter, label_of(state));
+    chip.translate(chip_width + gap, 0);
+  }
 }
 
 void FenPrincipale::resizeEvent(QResizeEvent* event) {

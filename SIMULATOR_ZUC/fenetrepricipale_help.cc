@@ -149,12 +149,12 @@ void FenPrincipale::show_help() {
     };
     QString text = tr("<h3>What the colours mean</h3>") + "<table cellspacing=\"2\">";
     for (const auto& row : rows) {
-      const QString ink = row.state == SignalState::one ? "white" : "black";
-      text += QString(
-                  "<tr><td bgcolor=\"%1\"><font color=\"%2\">&nbsp;<b>%3</b>&nbsp;</font></td>"
-                  "<td>&nbsp;%4</td></tr>")
-                  .arg(background_of(row.state).name(), ink,
-                       QString::fromUtf8(look_of(row.state).label.data()), row.meaning);
+      text +=
+          QString(
+              "<tr><td bgcolor=\"%1\"><font color=\"%2\">&nbsp;<b>%3</b>&nbsp;</font></td>"
+              "<td>&nbsp;%4</td></tr>")
+              .arg(background_of(row.state).name(), text_colour_on(background_of(row.state)).name(),
+                   label_of(row.state), row.meaning);
     }
     text += "</table>";
     text +=

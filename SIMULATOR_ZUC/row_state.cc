@@ -11,13 +11,23 @@ namespace {
 template <typename Item>
 void show_state_on(Item* item, SignalState state) {
   if (item == nullptr) return;
-  const QString word = QString::fromUtf8(look_of(state).label.data());
+  const QString word = label_of(state);
+  if (item->toolTip() == word) return;
   item->setBackground(background_of(state));
   item->setToolTip(word);
   item->setData(Qt::AccessibleTextRole, item->text() + ": " + word);
 }
 
 }  // namespace
+
+QString label_of(SignalState state) {
+  const std::string_view label = look_of(state).label;
+  return QString::fromUtf8(label.data(), static_cast<int>(label.size()));
+}
+
+QColor text_colour_on(const QColor& background) {
+  return background == Qt::blue ? Qt::white : Qt::black;
+}
 
 QColor background_of(SignalState state) {
   return QColor::fromRgb(look_of(state).background);

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include "SIMULATOR_ZUC/row_state.h"
+
 namespace kiva {
 
 StateDelegate::StateDelegate(QAbstractItemView* view) : QStyledItemDelegate(view), view_(view) {
@@ -23,8 +25,7 @@ void StateDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
   option->font.setBold(index.row() == bold_row);
   option->fontMetrics = QFontMetrics(option->font);
   const QVariant background = index.data(Qt::BackgroundRole);
-  const bool on_blue = background.isValid() && background.value<QBrush>().color() == Qt::blue;
-  option->palette.setColor(QPalette::Text, on_blue ? Qt::white : Qt::black);
+  option->palette.setColor(QPalette::Text, text_colour_on(background.value<QBrush>().color()));
 }
 
 void StateDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
