@@ -116,7 +116,7 @@ void class_zuc_parser::begin_module(const std::string& name) {
 Signal* class_zuc_parser::declare(const std::string& name, const std::string* type) {
   Signal* signal = make_kept<Signal>(name, name + instance, pmodule_parse, pw);
   if (type != nullptr) signal->setValueType(*type, pmodule_parse);
-  global_signal_list[signal->getInternalName()].push_back(signal);
+  global_signal_list.push_back(signal);
   return signal;
 }
 
@@ -170,9 +170,12 @@ long class_zuc_parser::initial_value() {
 
 regclass* class_zuc_parser::declare_register(const std::string& next, const std::string& actual,
                                              long initial) {
+  if (by_internal_name_.empty())
+    for (Signal* signal : global_signal_list)
+      by_internal_name_[signal->getInternalName()].push_back(signal);
   const auto variable = [this](const std::string& name) -> Signal* {
-    auto at = global_signal_list.find(name + instance);
-    if (at == global_signal_list.end()) return nullptr;
+    auto at = by_internal_name_.find(name + instance);
+    if (at == by_internal_name_.end()) return nullptr;
     for (Signal* signal : at->second) {
       signal->setRegister();
       signal->setWire();
@@ -194,7 +197,7 @@ void class_zuc_parser::declare_wires(const std::string& set, const std::string& 
     Signal* signal = make_kept<Signal>(name, pmodule_parse, pw, true);
     signal->setRegister(false);
     signal->setWire();
-    global_signal_list[signal->getInternalName()].push_back(signal);
+    global_signal_list.push_back(signal);
     return signal;
   };
   pmodule_parse->setSet(wire(set));
