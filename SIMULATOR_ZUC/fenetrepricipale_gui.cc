@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QResizeEvent>
+#include <QTimer>
 #include <QToolButton>
 #include <algorithm>
 
@@ -181,11 +182,16 @@ void FenPrincipale::create_panels_menu() {
   panels_menu->setAccessibleName(tr("Panels"));
   // The title of a dock becomes the text of its entry.
   for (QDockWidget* dock : docks()) panels_menu->addAction(dock->toggleViewAction());
-  // A module from the command line has hidden these two inside their dock.
-  connect(dock0->toggleViewAction(), &QAction::triggered, this, [this](bool shown) {
-    title0->setVisible(shown);
-    file_panel->setVisible(shown);
+  // A module from the command line has hidden these two inside their dock. They come back before
+  // it, for it takes its height from them.
+  connect(dock0->toggleViewAction(), &QAction::toggled, this, [this](bool shown) {
+    if (!shown) return;
+    title0->show();
+    file_panel->show();
   });
+  for (QDockWidget* dock : docks())
+    connect(dock->toggleViewAction(), &QAction::triggered, this,
+            [this] { QTimer::singleShot(0, this, &FenPrincipale::share_height); });
 }
 
 void FenPrincipale::show_panels_menu() {

@@ -165,6 +165,7 @@ void FenPrincipale::show_help() {
            "next instant, <b>Init</b> puts everything back to the start. "
            "<b>Preferences</b> brings a closed panel back.</p><h3>Keys</h3>");
     help_dialog_ = new QDialog(this);
+    help_dialog_->setObjectName("help_dialog");
     help_dialog_->setWindowTitle(tr("KIVA: help"));
     help_dialog_->setAccessibleName(tr("Help"));
     auto* label = new QLabel(text + key_texts());

@@ -1,5 +1,6 @@
 #include "SIMULATOR_ZUC/panels/inputsdialog.h"
 
+#include <QAbstractButton>
 #include <QHeaderView>
 
 namespace kiva {
@@ -10,6 +11,8 @@ InputsDialog::InputsDialog() {
   delegate_->set_marks_chosen_row();
   tableWidget->setAccessibleName(tr("Inputs"));
   tableWidget->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  if (auto* corner = tableWidget->findChild<QAbstractButton*>())
+    corner->setAccessibleName(tr("Select all"));
   setAccessibleName(tr("Inputs Panel"));
 }
 

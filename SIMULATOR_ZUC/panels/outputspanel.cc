@@ -1,5 +1,6 @@
 #include "SIMULATOR_ZUC/panels/outputspanel.h"
 
+#include <QAbstractButton>
 #include <QHeaderView>
 
 #include "SIMULATOR_ZUC/panels/statedelegate.h"
@@ -11,6 +12,8 @@ OutputsPanel::OutputsPanel() {
   new StateDelegate(tableWidget);
   tableWidget->setAccessibleName(tr("Outputs"));
   tableWidget->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  if (auto* corner = tableWidget->findChild<QAbstractButton*>())
+    corner->setAccessibleName(tr("Select all"));
   setAccessibleName(tr("Outputs Panel"));
 }
 

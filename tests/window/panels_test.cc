@@ -62,9 +62,8 @@ TEST(Panels, ViewsBehaveAsTold) {
   EXPECT_EQ(outputs.tableWidget->columnCount(), 0);
   LocalsPanel locals;
   RegisterPanel registers;
-  for (const QAbstractItemView* view :
-       std::initializer_list<QAbstractItemView*>{inputs.tableWidget, outputs.tableWidget,
-                                                 locals.listWidget, registers.listWidget}) {
+  for (const QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{
+           inputs.tableWidget, outputs.tableWidget, locals.listWidget, registers.listWidget}) {
     EXPECT_EQ(view->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
     EXPECT_EQ(view->editTriggers(), QAbstractItemView::NoEditTriggers);
   }
@@ -113,11 +112,21 @@ TEST(Resources, EveryPictureHasItsSize) {
     const char* name;
     QSize size;
   } pictures[] = {
-      {"go", {40, 40}},           {"init", {40, 40}},        {"preferences", {40, 40}},
-      {"help", {40, 40}},         {"view", {40, 40}},        {"Logo", {302, 58}},
-      {"pagefold", {50, 45}},     {"check_off", {19, 20}},   {"check_off_hover", {19, 20}},
-      {"check_on", {19, 20}},     {"check_on_hover", {19, 20}}, {"radio_off", {19, 21}},
-      {"radio_off_hover", {19, 21}}, {"radio_on", {19, 21}}, {"radio_on_hover", {19, 21}},
+      {"go", {40, 40}},
+      {"init", {40, 40}},
+      {"preferences", {40, 40}},
+      {"help", {40, 40}},
+      {"view", {40, 40}},
+      {"Logo", {302, 58}},
+      {"pagefold", {50, 45}},
+      {"check_off", {19, 20}},
+      {"check_off_hover", {19, 20}},
+      {"check_on", {19, 20}},
+      {"check_on_hover", {19, 20}},
+      {"radio_off", {19, 21}},
+      {"radio_off_hover", {19, 21}},
+      {"radio_on", {19, 21}},
+      {"radio_on_hover", {19, 21}},
   };
   for (const auto& picture : pictures) {
     const QString path = QString(":/img/%1").arg(picture.name);

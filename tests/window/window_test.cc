@@ -21,7 +21,9 @@ WindowTest::WindowTest() : before_(dialogs()) {
   };
 }
 
-WindowTest::~WindowTest() { dialogs() = before_; }
+WindowTest::~WindowTest() {
+  dialogs() = before_;
+}
 
 void WindowTest::capture(const std::function<void()>& call) {
   const Outcome outcome = run_captured(call);
@@ -105,12 +107,13 @@ std::string WindowTest::wide_module(int n) {
       const std::string read = std::to_string(2 * k + rail);
       const std::string node = std::to_string(2 * k + rail + 1);
       nodes += node + ": " + read + ":0:0,-1\n";
-      expressions += "1 0 " + std::to_string(2 * (n + k) + rail) + ":" + node + ",1,(" + read + " )\n";
+      expressions +=
+          "1 0 " + std::to_string(2 * (n + k) + rail) + ":" + node + ",1,(" + read + " )\n";
     }
   }
   return "module: wide 0 0\ninput:" + inputs + " ;\noutput:" + outputs +
-         " ;\nconnexion: S R T;\nequation_def:\n" + std::to_string(2 * n + 1) + "\n0: -1:-3:-3,1\n" +
-         nodes + "expressions:\n" + expressions + "end:\n";
+         " ;\nconnexion: S R T;\nequation_def:\n" + std::to_string(2 * n + 1) +
+         "\n0: -1:-3:-3,1\n" + nodes + "expressions:\n" + expressions + "end:\n";
 }
 
 namespace {
@@ -122,8 +125,7 @@ std::string checked_word(const Item* item) {
                             SignalState::bottom, SignalState::unknown}) {
     if (item->toolTip() != label_of(state)) continue;
     EXPECT_EQ(item->background().color(), background_of(state));
-    EXPECT_EQ(item->data(Qt::AccessibleTextRole).toString(),
-              item->text() + ": " + label_of(state));
+    EXPECT_EQ(item->data(Qt::AccessibleTextRole).toString(), item->text() + ": " + label_of(state));
     return std::string(look_of(state).word);
   }
   return "no state";
@@ -135,7 +137,9 @@ std::string shown_word(const QTableWidget* table, int row) {
   return checked_word(table->item(row, 0));
 }
 
-std::string shown_word(const QListWidget* list, int row) { return checked_word(list->item(row)); }
+std::string shown_word(const QListWidget* list, int row) {
+  return checked_word(list->item(row));
+}
 
 void settle() {
   for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();

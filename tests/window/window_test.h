@@ -49,10 +49,10 @@ class WindowTest : public ::testing::Test {
   DebuggerPanel* debugger() const { return window->debugger_panel; }
 
   std::unique_ptr<FenPrincipale> window;
-  QStringList messages;      ///< shown so far
-  QStringList captions;      ///< of the file dialogs
-  QString next_file;         ///< answer of the next file dialog; empty for a cancelled one
-  std::string err;           ///< of the last open, load, or press
+  QStringList messages;  ///< shown so far
+  QStringList captions;  ///< of the file dialogs
+  QString next_file;     ///< answer of the next file dialog; empty for a cancelled one
+  std::string err;       ///< of the last open, load, or press
   QTemporaryDir folder;
 
  private:

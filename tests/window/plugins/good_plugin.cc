@@ -1,4 +1,5 @@
 #include <QObject>
+#include <QVariant>
 
 #include "SIMULATOR_ZUC/plugininterface.h"
 
