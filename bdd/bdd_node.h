@@ -31,7 +31,7 @@ class bdd_node {
   bool var_id_dep(long id) const;
   /// Number given by the last numbering traversal.
   long local_id() const { return internal_local_id; }
-  void local_id(long id) { internal_local_id = id; }
+  void local_id(long id) { internal_local_id = static_cast<int>(id); }
   /// Number of creation in this manager; the constant is 1.
   long global_id() const { return internal_global_id; }
   /// Polarity of the else edge, +1 or -1; +1 on the constant.
@@ -64,19 +64,27 @@ class bdd_node {
  private:
   friend class bddpp_manager;
   friend class unique_table;
+  friend class bdd_internals;
+  friend class node_walk;
+  friend class ternary_evaluation;
 
   bddpp_manager* internal_manager_ref = nullptr;
   bdd_node* internal_then = nullptr;
   bdd_node* internal_else = nullptr;
+  bdd_node* internal_next = nullptr;  ///< in the bucket of the unique table
   long internal_global_id = 0;
-  long internal_local_id = 0;
+  int internal_local_id = 0;
   int internal_var_id = -3;
   int internal_nb_refs = 0;
+  std::uint32_t internal_slot = 0;  ///< place in the memory of the manager
+  /// Stamp of the last internal walk that saw this node, and what that walk found there.
+  mutable std::uint32_t visit_stamp = 0;
+  mutable std::int8_t visit_value = 0;
   std::int8_t internal_else_link_type = 1;
   std::int8_t internal_mark = 0;
-  /// Stamp of the last internal walk that saw this node.
-  mutable std::uint32_t visit_stamp = 0;
+  bool internal_in_table = false;
 };
+static_assert(sizeof(bdd_node) <= 64, "a node is one cache line");
 
 inline bdd::bdd(bddpp_manager* manager, int link_type, bdd_node* node)
     : internal_manager_ref(manager), internal_link_type(link_type), internal_bdd_node(node) {

@@ -1,17 +1,21 @@
 #pragma once
 
-#include <list>
-#include <map>
+#include <functional>
+#include <iosfwd>
+#include <memory>
 #include <string>
-#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/g_longlong.h"
 #include "base/index_set.h"
 #include "bdd/bdd.h"
 #include "bdd/bdd_node.h"
+#include "bdd/unique_table.h"
 
 namespace kiva {
+
+struct call_memory;
 
 /// Version of the package.
 std::string Bdd_version();
@@ -46,7 +50,6 @@ class bddpp_manager {
   bdd_node* New_node_var_after(long index, const std::string& name);
 
   long Nb_bdd_vars() const { return internal_bdd_vars; }
-  long internal_vars() const { return internal_bdd_vars; }
   /// Capacity of the variable tables: 16 at first, doubled when full.
   long Max_bdd_vars() const { return internal_max_bdd_vars; }
   long idtoindex(long id) const { return internal_idtoindex_table[id]; }
@@ -104,7 +107,7 @@ class bddpp_manager {
   long Bdd_node_size(bdd_node* node);
   long Bdd_size(const bdd& f) { return Bdd_node_size(f.node()); }
   /// The next global id: one above the number of nodes ever made.
-  long Bdd_total_size() const { return internal_next_node_id; }
+  long Bdd_total_size() const { return internal_unique_table.next_global_id(); }
   int Bdd_is_correct(const bdd& f);
   /// Destroys the nodes that are no variable and have no reference left.
   void Bdd_gc();
@@ -204,17 +207,38 @@ class bddpp_manager {
   void Bdd_assoc_bdd_to_var(const bdd& f, const bdd& v);
   bdd Bdd_follow_assoc(const bdd& f, int* loop);
 
+  // Structure, for a reader's eye (print_structure.cc).
+  void Print_bdd_structure(std::ostream& out, const bdd& f);
+  /// From the node down, each line behind `indent` blanks and more; numbers must have been given
+  /// and marks cleared.
+  void Print_bdd_structure_loc(std::ostream& out, int indent, bdd_node* node);
+  void Chars(char c, int count, std::ostream& out);
+
  private:
   friend class bdd_node;
+  friend class bdd_internals;
+
+  bdd_node* new_variable(long index, const std::string& name);
+  bdd variable_handle(bdd_node* node);
+  /// The literals of a cube that is not constant, from the root down.
+  void for_each_literal(int link, const bdd_node* node,
+                        const std::function<void(long index, int value)>& take) const;
+
+  unique_table internal_unique_table;
+  std::unique_ptr<call_memory> internal_call_memory;
+  bdd_node* internal_bdd_node_one = nullptr;
+
   long internal_bdd_vars = 0;
   long internal_max_bdd_vars = 16;
-  long internal_next_node_id = 2;
-  std::vector<std::string> internal_names_table;
+  std::vector<std::string> internal_names_table;  // by id, as all but the last of these
   std::vector<bdd_node*> internal_variables_table;
-  std::vector<long> internal_idtoindex_table;
-  std::vector<long> internal_indextoid_table;
-  std::vector<bdd> internal_assoc_var_table;
-  bdd_node* internal_bdd_node_one = nullptr;
+  std::vector<bdd_node*> internal_assoc_var_table;
+  std::vector<int> internal_idtoindex_table;
+  std::vector<int> internal_indextoid_table;  // by index
+  std::unordered_map<std::string, long> internal_names_map;
+  /// The ids that bear a name now; kept from the first renaming on.
+  std::unordered_map<std::string, index_set> internal_ids_of_name;
+  bool internal_ids_of_name_known = false;
 };
 
 inline long bdd_node::var_index() const {
@@ -222,6 +246,9 @@ inline long bdd_node::var_index() const {
   return internal_var_id < 0 ? internal_var_id
                              : internal_manager_ref->internal_idtoindex_table[internal_var_id];
 }
+
+/// Manager, link and node with its key, for error reports.
+std::ostream& operator<<(std::ostream& out, const bdd& f);
 
 /// Copies f into another manager. Same indices in both managers.
 bdd Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, const bdd& f);

@@ -1,0 +1,71 @@
+#include "bdd/bdd_node.h"
+
+#include "bdd/bddpp.h"
+#include "bdd/walk.h"
+
+namespace kiva {
+
+g_longlong bdd_node::signature() const {
+  if (internal_var_id < 0) return g_longlong(static_cast<long>(internal_var_id));
+  // The variable's part has 32 bits before it is widened.
+  const auto variable =
+      static_cast<std::int32_t>(static_cast<std::uint32_t>(internal_var_id) << 20);
+  g_longlong key(static_cast<long>(variable));
+  key = key | static_cast<unsigned long>(internal_then->internal_global_id);
+  key.lshift(20);
+  key = key | static_cast<unsigned long>(internal_else->internal_global_id);
+  key.lshift(1);
+  return key | (internal_else_link_type == 1 ? 1ul : 0ul);
+}
+
+index_set bdd_node::var_id_dep() const {
+  if (internal_manager_ref == nullptr) return {};
+  return internal_manager_ref->set_of_id_depend_on(
+      bdd(internal_manager_ref, 1, const_cast<bdd_node*>(this)));
+}
+
+bool bdd_node::var_id_dep(long id) const {
+  if (internal_manager_ref == nullptr || id < 0 || id >= internal_manager_ref->Nb_bdd_vars())
+    return false;
+  const long wanted = internal_manager_ref->idtoindex(id);
+  bool found = false;
+  node_walk(internal_manager_ref).from(const_cast<bdd_node*>(this), [&](const bdd_node* node) {
+    found = found || node->internal_var_id == id;
+    return !found && node->var_index() >= 0 && node->var_index() < wanted;
+  });
+  return found;
+}
+
+bool bdd_node::is_correct() const {
+  if (internal_manager_ref == nullptr) return false;
+  bool correct = true;
+  node_walk(internal_manager_ref).from(const_cast<bdd_node*>(this), [&](const bdd_node* node) {
+    if (!correct || node->internal_var_id == -1) return false;
+    const auto fits = [&](const bdd_node* child) {
+      return child != nullptr && child != node &&
+             child->internal_manager_ref == internal_manager_ref &&
+             (child->internal_var_id == -1 || child->var_index() > node->var_index());
+    };
+    correct = node->internal_var_id >= 0 &&
+              node->internal_var_id < internal_manager_ref->Nb_bdd_vars() &&
+              fits(node->internal_then) && fits(node->internal_else);
+    return correct;
+  });
+  return correct;
+}
+
+void bdd_node::Lustre_writing_node_used(int* used, bdd_node* one) {
+  std::vector<bdd_node*> open{this};
+  while (!open.empty()) {
+    bdd_node* node = open.back();
+    open.pop_back();
+    if (node == nullptr || node->is_marked()) continue;
+    node->mark();
+    used[node->global_id()] = 1;
+    if (node == one) continue;
+    open.push_back(node->internal_else);
+    open.push_back(node->internal_then);
+  }
+}
+
+}  // namespace kiva
