@@ -21,7 +21,7 @@ void Bddexpressionwood::stat(std::ostream& out) {
       << "  - bbd variables number of the bdd manager: " << manager_vars << '\n'
       << "  - variables number used : " << nb_var_bdd << '\n'
       << "  - arrays's length  : " << nb_max_var_bdd << '\n';
-  line("  - expression ids set ", ens_exp);
+  line("  - expression ids set ", Set_of_exp());
   out << "  - nb levels " << nb_level << '\n';
   if (nb_var_bdd != manager_vars) {
     out << "INTERNAL ERROR: bdd variables number doesn't corresponding !!!\n";
@@ -30,8 +30,10 @@ void Bddexpressionwood::stat(std::ostream& out) {
     std::vector<long> early, late;
   };
   std::map<long, Level> levels;
-  for (long index : ens_exp) levels[exp_table[index]->earliest_date].early.push_back(index);
   for (long index = 0; index < nb_var_bdd; ++index) {
+    if (exp_table[index] != nullptr) {
+      levels[exp_table[index]->earliest_date].early.push_back(index);
+    }
     levels[latest_date_table[index]].late.push_back(index);
   }
   for (const auto& [date, level] : levels) {

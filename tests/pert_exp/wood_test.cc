@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <sstream>
+#include <utility>
 
 #include "pert_exp/Bddexpression.h"
 #include "pert_exp/table_capacity.h"
@@ -143,6 +144,29 @@ TEST_F(Wood, ForgettingKeepsWhatIsRead) {
     EXPECT_EQ(outside.err, "Error in Bddexpressionwood::forget_expression_by_bddid(): " +
                                std::string(absolute ? "5" : "-1") + " value not found ...\n");
   }
+}
+
+TEST_F(Wood, TheSetOfEquationsFollowsChangesInAnyOrder) {
+  for (const bdd& var : {b, a, c}) equation(var, x);
+  EXPECT_EQ(wood.Set_of_exp(), (index_set{2, 3, 4}));
+  wood.forget_expression_by_bddid(2);
+  wood.forget_expression_by_bddid(4);
+  EXPECT_EQ(wood.Set_of_exp(), index_set{3});
+  EXPECT_EQ(wood.exp(0), wood.exp_by_bdd(b));
+  wood.forget_expression_by_bddid(3);
+  EXPECT_EQ(wood.exp_number(), 0);
+  equation(y, x);
+  EXPECT_EQ(wood.Set_of_exp(), index_set{1});
+
+  // A slot that a holder of the table emptied.
+  const std::unique_ptr<Bddexpression> taken(std::exchange(wood.Exp_table()[1], nullptr));
+  const Outcome outcome = run_captured([&] {
+    EXPECT_EQ(wood.Set_of_index_used_variables(), index_set{});
+    EXPECT_THAT(wood.earliest_sort(), IsEmpty());
+  });
+  EXPECT_EQ(outcome.err,
+            "internal error in Bddexpressionwood::Set_of_index_used_variables(): expression not "
+            "found!!!\n");
 }
 
 TEST_F(Wood, AbsoluteForgettingLeavesReadersAndDate) {
@@ -377,8 +401,7 @@ TEST_F(Wood, ACopyStandsAlone) {
   EXPECT_EQ(ca->my_bdd_exp(), copy.Bdd_xor(copy.Bdd_var_by_name("x"), copy.Bdd_var_by_name("y")));
 
   Bddexpressionwood other;
-  const bdd p = other.New_var_last("p");
-  new Bddexpression(&other, other.New_var_last("q"), p, 0, 0);
+  new Bddexpression(&other, other.New_var_last("q"), other.Bdd_one(), 0, 0);
   other = copy;
   EXPECT_EQ(other.exp_number(), 2);
   EXPECT_EQ(other.Index_var_by_name("q"), -1);
@@ -408,7 +431,6 @@ TEST_F(Wood, EqualityOfEquations) {
 }
 
 TEST_F(Wood, IntegrationGoesByName) {
-  std::unique_ptr<Bddexpression> replaced;
   equation(a, x);
   Bddexpressionwood other;
   // The same names in another order, and one that is new here.
