@@ -11,12 +11,16 @@
 #include <algorithm>
 #include <iostream>
 
-#include "pert_exp/list_text.h"
+#include "base/list.h"
 #include "pert_exp/table_capacity.h"
 
 namespace kiva {
 
 namespace {
+
+std::list<long> as_list(const index_set& set) {
+  return {set.begin(), set.end()};
+}
 
 /// `members` after a variable was inserted at `new_index`.
 index_set shifted(const index_set& members, long new_index) {
@@ -364,11 +368,8 @@ void Bddexpressionwood::coherence_dependances_check(std::ostream& out) const {
   for (long index = 0; index < nb_var_bdd; ++index) {
     if (computed[index] == amont_dep_table[index]) continue;
     out << "incoherence sur table des amonts pour la variable " << man->Name_var_by_index(index)
-        << ": calcule: ";
-    write_list(out, computed[index]);
-    out << " trouve";
-    write_list(out, amont_dep_table[index]);
-    out << '\n';
+        << ": calcule: " << as_list(computed[index]) << " trouve" << as_list(amont_dep_table[index])
+        << '\n';
   }
 }
 

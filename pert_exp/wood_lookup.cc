@@ -1,7 +1,7 @@
 #include <iostream>
 #include <iterator>
 
-#include "pert_exp/list_text.h"
+#include "base/list.h"
 #include "pert_exp/wood.h"
 
 namespace kiva {
@@ -42,9 +42,9 @@ Bddexpression* Bddexpressionwood::exp_by_name(const std::string& name) const {
 
 Bddexpression* Bddexpressionwood::exp(int n) const {
   if (n < 0 || n >= exp_number()) {
-    std::cerr << "ERROR in Bddexpressionwood::exp(): " << n << " bad number ...\npossible: ";
-    write_list(std::cerr, Set_of_exp());
-    std::cerr << '\n';
+    const std::list<long> possible(Set_of_exp().begin(), Set_of_exp().end());
+    std::cerr << "ERROR in Bddexpressionwood::exp(): " << n << " bad number ...\n"
+              << "possible: " << possible << '\n';
     return nullptr;
   }
   return exp_table[*std::next(Set_of_exp().begin(), n)];
