@@ -76,11 +76,12 @@ static std::unique_ptr<T> owned(T* value) {
 
 module_compile:
     name_declaration reincarnate finalised
-      { pzuc_parser->begin_module(*owned($1)); }
+      { pzuc_parser->begin_module(*$1); }
     input_declarations output_declarations data_declarations local_declarations
     register_declarations connexion_declarations wood_declaration binding_declaration
     data_declaration
       {
+        auto name = owned($1);
         pzuc_parser->trace(1, 1, "definition finale");
         if (!pzuc_parser->finish($2 != 0, $3 != 0)) YYABORT;
       }

@@ -232,11 +232,16 @@ bool class_zuc_parser::bddexpression_convert(long early, long late, long var, lo
   };
   if (var < 0 || var >= names) return outside(var);
 
+  // A second line for one variable replaces the first.
+  const auto learn = [this, var](auto&&... arguments) {
+    const std::unique_ptr<Bddexpression> replaced(pw->exp_by_index(var));
+    new Bddexpression(std::forward<decltype(arguments)>(arguments)...);  // owned by the wood
+  };
   if (root == -3) {
     for (long dep : deps)
       if (dep < 0 || dep >= names) return outside(dep);
     const index_set reads = index_set::from_unsorted(deps);
-    new Bddexpression(var, pw, reads, "VALUE_SIGNAL", early, late);  // owned by the wood
+    learn(var, pw, reads, "VALUE_SIGNAL", early, late);
     return true;
   }
   if (link != 1 && link != -1)
@@ -245,8 +250,8 @@ bool class_zuc_parser::bddexpression_convert(long early, long late, long var, lo
   int at_line = 0;
   bdd_node* node = nodes_.build(manager, root, problem, at_line);
   if (node == nullptr) return stop(at_line == 0 ? line() : at_line, problem);
-  new Bddexpression(manager->Name_var_by_index(var), pw, manager->Bdd_var_by_index(var),
-                    bdd(manager, static_cast<int>(link), node), early, late);
+  learn(manager->Name_var_by_index(var), pw, manager->Bdd_var_by_index(var),
+        bdd(manager, static_cast<int>(link), node), early, late);
   return true;
 }
 
