@@ -4,13 +4,13 @@
 #include <QStyle>
 #include <QStyleFactory>
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
 #include <memory>
 
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/ressource.h"
+#include "base/number_text.h"
 #include "base/sock.h"
 
 namespace kiva {
@@ -62,7 +62,7 @@ void connect_to_server(FenPrincipale& window, const std::string& host, const std
     return;
   }
   std::cerr << "hostname choisi: " << host << std::endl;
-  const long number = std::strtol(port.c_str(), nullptr, 10);
+  const long number = Stol(port);
   if (number == 0) {
     std::cerr << "No port is given; no connection is made." << std::endl;
     return;

@@ -207,21 +207,15 @@ TEST_F(Step, GoneAndTakenAgainGivesTheSame) {
   EXPECT_EQ(run(), first);
 }
 
-/// A value read from one signal, which cannot be had while `broken` holds.
-class FragileValue : public DataValue {
+/// The value of a signal, which cannot be had while `broken` holds.
+class FragileValue : public DataSignalValue {
  public:
-  explicit FragileValue(Signal* read) : DataValue("true"), read_(read) {}
-  std::unique_ptr<std::set<Signal*>> computeDependencySet() const override {
-    return std::make_unique<std::set<Signal*>>(std::set<Signal*>{read_});
-  }
+  using DataSignalValue::DataSignalValue;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override {
     if (broken) throw IllegalOperationException("no value for", "X");
     return "true";
   }
   bool broken = true;
-
- private:
-  Signal* read_;
 };
 
 TEST_F(Step, AnExceptionIsToldAndTheWindowLivesOn) {
