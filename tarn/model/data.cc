@@ -141,9 +141,6 @@ DataExpr* DataSignalValue::changeModule(Module* to, Module*) {
                                     signal->getInternalName());
   return make_kept<DataSignalValue>(found);
 }
-SignalSet DataSignalValue::computeDependencySet() const {
-  return std::make_unique<std::set<Signal*>>(std::set<Signal*>{signal});
-}
 void DataSignalValue::print_debug(std::ostream& out) const {
   out << signal->getInternalName();
 }

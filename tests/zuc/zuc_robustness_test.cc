@@ -75,7 +75,7 @@ TEST_F(ZucReading, StopsAtTooManyDeclarations) {
   std::string types;
   for (int i = 0; i < 32768; ++i) types += "same;\n";
   const std::string text = with_equations("0\n", "", "data: type: " + types + " method: end:\n");
-  EXPECT_EQ(refused(text), "32776: more than 32767 types in one file");
+  EXPECT_EQ(refused(text), "32777: more than 32767 types in one file");
 }
 
 /// Every way of cutting, changing or doubling a file gives a module or a reason, never more.

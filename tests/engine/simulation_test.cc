@@ -1,0 +1,243 @@
+// The engine: states, choices, registers, passes, and a session that is replayed.
+
+#include "SIMULATOR_ZUC/engine/simulation.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "SIMULATOR_ZUC/engine/context.h"
+#include "tarn/zuc/zuc_reader.h"
+#include "tests/support/process_end.h"
+#include "tests/support/random_module.h"
+#include "tests/support/temp_dir.h"
+
+namespace kiva::test {
+namespace {
+
+using enum SignalState;
+
+class Engine : public testing::Test {
+ protected:
+  Module* module(const std::string& text) {
+    const ZucRead read = read_zuc_file(dir.write("m.zuc", text), "", "");
+    EXPECT_NE(read.module, nullptr) << read.problem << "\n" << text;
+    return read.module;
+  }
+  TempDir dir;
+};
+
+TEST(SignalStates, ArePairsOfKnownEntriesOnly) {
+  EXPECT_EQ(state_of(1, 0), one);
+  EXPECT_EQ(state_of(0, 1), zero);
+  EXPECT_EQ(state_of(1, 1), top);
+  EXPECT_EQ(state_of(0, 0), bottom);
+  for (int status : {-1, 0, 1, 2, 3})
+    for (int value : {-1, 0, 1, 2, 3}) {
+      const bool known = (status == 0 || status == 1) && (value == 0 || value == 1);
+      EXPECT_EQ(state_of(status, value) == unknown, !known) << status << ' ' << value;
+      if (known) {
+        EXPECT_EQ(pair_of(state_of(status, value)).status, status);
+      }
+    }
+}
+
+// I in, O out (what I is), R keeps I for the next instant, P shows R; S shows the set wire.
+const char* const keeper =
+    "module: keeper 0 1\ninput: I ;\noutput: O P S ;\nlocal: R N ;\nregister: N R 1;\n"
+    "connexion: SET RESET RTL;\nequation_def: 5\n0: -1:-3:-3,1\n1: 0:0:0,-1\n2: 1:0:0,-1\n"
+    "3: 8:0:0,-1\n4: 12:0:0,-1\nexpressions:\n1 0 2:1,1,(0 )\n1 0 3:2,1,(1 )\n1 0 4:3,1,(8 )\n"
+    "1 0 5:3,-1,(8 )\n1 0 6:4,1,(12 )\n1 0 7:4,-1,(12 )\n1 0 10:1,1,(0 )\n1 0 11:2,1,(1 )\nend:\n";
+
+TEST_F(Engine, StartsAfterALoadWithRegistersAloneKnown) {
+  Simulation simulation(module(keeper));
+  const SimulationState& state = simulation.state();
+  EXPECT_EQ(state.shown_outputs, (std::vector{unknown, unknown, unknown}));
+  EXPECT_EQ(state.shown_registers, (std::vector{one}));
+  EXPECT_EQ(state.shown_locals, (std::vector{one, unknown}));
+  EXPECT_EQ(state.inputs, (std::vector{bottom}));
+  EXPECT_TRUE(state.set && !state.reset);
+}
+
+TEST_F(Engine, ShowsOutputsAndLocalsBeforeTheRegistersMoveAndRegistersAfter) {
+  Simulation simulation(module(keeper));
+  simulation.choose_input(0, zero);
+  simulation.step(nullptr);
+  EXPECT_EQ(simulation.state().shown_outputs, (std::vector{zero, one, one}));
+  EXPECT_EQ(simulation.state().shown_locals, (std::vector{one, zero}));
+  EXPECT_EQ(simulation.state().shown_registers, (std::vector{zero}));
+  // The next variable is Bottom until its equation runs again; set was raised in one instant only.
+  EXPECT_EQ(simulation.state().context[10], 0);
+  EXPECT_EQ(simulation.state().context[11], 0);
+  EXPECT_FALSE(simulation.state().set);
+  simulation.choose_input(0, top);
+  simulation.step(nullptr);
+  EXPECT_EQ(simulation.state().shown_outputs, (std::vector{top, zero, zero}));
+  EXPECT_EQ(simulation.state().shown_registers, (std::vector{top}));
+  EXPECT_EQ(simulation.state().instant, 2);
+}
+
+TEST_F(Engine, InitialiseRunsTheEquationsOverUnknownInputs) {
+  Simulation simulation(module(keeper));
+  simulation.choose_input(0, one);
+  simulation.step(nullptr);
+  const Outcome outcome = run_captured([&] { simulation.initialise(); });
+  EXPECT_EQ(outcome.out, "i'm in bdds_evaluate()\n");
+  const SimulationState& state = simulation.state();
+  EXPECT_EQ(state.shown_outputs, (std::vector{unknown, unknown, unknown}));
+  EXPECT_EQ(state.shown_registers, (std::vector{one}));
+  EXPECT_EQ(state.shown_locals, (std::vector{unknown, unknown}));
+  EXPECT_EQ(state.inputs, (std::vector{bottom}));
+  EXPECT_TRUE(state.set);
+  EXPECT_EQ(state.instant, 0);
+}
+
+TEST_F(Engine, LeavesInputsAndOutputsBoundToDataWithoutARow) {
+  // J is bound under a clock: it has no row, and no choice reaches it.
+  Module* m = module(
+      "module: m 0 1\ninput: I J K ;\noutput: O ;\nconnexion: S R T;\nequation_def: 2\n"
+      "0: -1:-3:-3,1\n1: 4:0:0,-1\nexpressions:\n1 0 6:1,1,(4 )\n1 0 7:1,-1,(4 )\nend:\n"
+      "binding: (2,3): value: 0 clock: (0,1); end: evaltable: 0: $0; end:\n"
+      "data: type: method: constant: int engine_c \"1\"; end:\n");
+  Simulation simulation(m);
+  EXPECT_EQ(simulation.input_names(), (std::vector<std::string>{"I", "K"}));
+  simulation.choose_input(1, one);  // K, whatever its place in the module's list
+  simulation.step(nullptr);
+  EXPECT_EQ(simulation.state().shown_outputs, (std::vector{one}));
+  EXPECT_EQ(simulation.state().context[2], 0);
+  EXPECT_EQ(simulation.state().context[3], 0);
+}
+
+/// The pass as the diagrams themselves tell it.
+void plain_pass(Module* m, std::vector<int>& context) {
+  Bddexpressionwood* wood = m->getBddWood();
+  for (long index : wood->earliest_sort()) {
+    const Bddexpression* e = wood->Exp_table()[index];
+    context[static_cast<size_t>(index)] =
+        wood->my_bdd_manager()->Bdd_eval_for_literal(e->my_bdd_exp(), context.data());
+  }
+}
+
+TEST_F(Engine, FlatPassesGiveWhatTheDiagramsGive) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  for (int round = 0; round < 400; ++round) {
+    Module* m = module(random_module(random, round % 3 == 0));
+    const Simulation simulation(m);
+    for (int pass = 0; pass < 12; ++pass) {
+      std::vector<int> context(simulation.state().context.size());
+      for (int& entry : context) entry = static_cast<int>(random() % 3);
+      std::vector<int> plain = context;
+      simulation.run_equations(context.data());
+      plain_pass(m, plain);
+      ASSERT_EQ(context, plain) << read_text(dir.file("m.zuc"));
+    }
+  }
+}
+
+TEST_F(Engine, FlatPassesTakeDeepDiagramsWithEveryEntryUnknown) {
+  // Parity of 256 inputs: two nodes a level, 2^256 paths.
+  constexpr int inputs = 256;
+  std::string names, nodes = "0: -1:-3:-3,1\n";
+  for (int i = 0; i < inputs; ++i) names += "I" + std::to_string(i) + " ";
+  for (int i = 0; i < inputs; ++i) {
+    const int node = inputs - i;  // node n tests the n-th variable from the end
+    const std::string below = std::to_string(node - 1);
+    nodes +=
+        std::to_string(node) + ": " + std::to_string(2 * i) + ":" + below + ":" + below + ",-1\n";
+  }
+  Module* m = module("module: parity 0 1 input: " + names + "; output: O ; connexion: S R T; " +
+                     "equation_def: 257\n" + nodes + "expressions: 1 0 512:256,1,() end:\n");
+  Simulation simulation(m);
+  std::vector<int> context = simulation.state().context;
+  simulation.run_equations(context.data());
+  EXPECT_EQ(context[512], 2);
+  for (int i = 0; i < inputs; ++i) context[static_cast<size_t>(2 * i)] = i % 2;
+  simulation.run_equations(context.data());
+  EXPECT_EQ(context[512], 1);  // an even number of zeros
+}
+
+/// What a person can do to a simulation.
+struct Session {
+  Simulation* simulation;
+  SimulationState kept;
+
+  void act(unsigned what) {
+    const size_t row = (what >> 8) % simulation->input_rows().size();
+    switch (what % 8) {
+      case 0:
+        simulation->initialise();
+        break;
+      case 1:
+        simulation->load();
+        break;
+      case 2:
+        kept = simulation->state();
+        break;
+      case 3:
+        simulation->restore(kept);
+        break;
+      case 4:
+        simulation->raise_set((what >> 4) % 2 == 0);
+        break;
+      case 5:
+        simulation->raise_reset((what >> 4) % 2 == 0);
+        break;
+      case 6:
+        simulation->type_input(row, std::to_string(what));
+        break;
+      default:
+        simulation->choose_input(row, static_cast<SignalState>((what >> 4) % 4));
+        simulation->step(nullptr);
+    }
+  }
+};
+
+TEST_F(Engine, ASessionEndsWhereItsReplayEnds) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  run_captured([&] {
+    for (int round = 0; round < 40; ++round) {
+      const std::string texts[] = {random_module(random), random_module(random)};
+      std::vector<unsigned> script;
+      for (int i = 0; i < 120; ++i) script.push_back(static_cast<unsigned>(random()));
+      // The replay runs on modules read anew; half way both load the other module.
+      SimulationState ends[2];
+      for (SimulationState& end : ends) {
+        for (const std::string& text : texts) {
+          Simulation simulation(module(text));
+          Session session{&simulation, simulation.state()};
+          for (unsigned what : script) session.act(what);
+          end = simulation.state();
+        }
+      }
+      ASSERT_EQ(ends[0], ends[1]);
+    }
+  });
+}
+
+TEST_F(Engine, AStatePutBackContinuesAsIfNothingHadHappened) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 50; ++round) {
+    Simulation simulation(module(random_module(random)));
+    const auto run = [&](unsigned pattern) {
+      for (int i = 0; i < 10; ++i, pattern = pattern * 1664525u + 1013904223u) {
+        for (size_t row = 0; row < simulation.input_rows().size(); ++row)
+          simulation.choose_input(row, static_cast<SignalState>((pattern >> (8 + row)) % 4));
+        simulation.step(nullptr);
+      }
+      return simulation.state();
+    };
+    run(static_cast<unsigned>(random()));
+    const SimulationState kept = simulation.state();
+    const SimulationState first = run(12345u);
+    run(777u);
+    simulation.restore(kept);
+    ASSERT_EQ(run(12345u), first);
+  }
+}
+
+}  // namespace
+}  // namespace kiva::test
