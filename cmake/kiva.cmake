@@ -2,7 +2,7 @@
 add_library(kiva_settings INTERFACE)
 target_include_directories(kiva_settings INTERFACE ${PROJECT_SOURCE_DIR})
 add_library(kiva_warnings INTERFACE)
-# GCC 12 warns of overlaps in concatenations of strings where there are none.
+# GCC 12 sees overlaps in additions of strings that cannot be (its bug 105651).
 target_compile_options(kiva_warnings INTERFACE -Wall -Wextra -Wno-restrict $<$<BOOL:${KIVA_WERROR}>:-Werror>)
 
 # kiva_floor(NAME FOLDER... [USES TARGET...]): a library of all sources in the folders.
@@ -13,6 +13,9 @@ function(kiva_floor name)
     file(GLOB found CONFIGURE_DEPENDS ${folder}/*.cc ${folder}/*.h)
     list(APPEND sources ${found})
   endforeach()
+  if(NOT sources)
+    message(FATAL_ERROR "floor ${name} has no sources")
+  endif()
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC kiva_settings ${FLOOR_USES} PRIVATE kiva_warnings)
 endfunction()
@@ -21,6 +24,9 @@ endfunction()
 function(kiva_tests name)
   cmake_parse_arguments(TESTS "" "" "USES" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cc)
+  if(NOT sources)
+    return()
+  endif()
   add_executable(${name}_tests ${sources})
   target_link_libraries(${name}_tests PRIVATE kiva_test_support ${TESTS_USES} kiva_warnings)
   gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX ${name}. PROPERTIES TIMEOUT 300)
