@@ -115,6 +115,7 @@ void FenPrincipale::afficherAll() {
     set_or_reset = std::make_unique<set_reset>();
     bdd_eval = std::make_unique<Signal_eval>();
     couleur_signal->List_initializing(nb_inputs, this, Tab.data());
+    point_at_chosen_row();
     reset_flags();
     paint_all();
   });

@@ -174,6 +174,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void reset_flags();
   void paint_all();
   void choose_row(int row);
+  void point_at_chosen_row();
   /// The common part of the four radio slots.
   void choose_colour(bool b, void (FenPrincipale::*check)(bool), const char* word,
                      void (List_Signal_color::*colour)(FenPrincipale*, const std::string*));

@@ -66,6 +66,14 @@ void FenPrincipale::Set_ListColor(QModelIndex index) {
   }
 }
 
+// A fresh list leaves its last row current, though the next choice still goes to the row chosen
+// before; the eye must find that one.
+void FenPrincipale::point_at_chosen_row() {
+  const int row = couleur_signal->selected_row();
+  if (row >= 0 && row < nb_inputs)
+    inputs_panel->tableWidget->setCurrentCell(row, 0, QItemSelectionModel::Select);
+}
+
 void FenPrincipale::choose_row(int row) {
   QTableWidget* table = inputs_panel->tableWidget;
   if (row < 0 || row >= nb_inputs) return;

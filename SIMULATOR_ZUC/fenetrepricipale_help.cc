@@ -170,7 +170,9 @@ void FenPrincipale::show_help() {
     help_dialog_->setAccessibleName(tr("Help"));
     auto* label = new QLabel(text + key_texts());
     label->setWordWrap(true);
-    label->setMinimumWidth(520);
+    constexpr int width = 560;
+    label->ensurePolished();
+    label->setMinimumSize(width, label->heightForWidth(width));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, help_dialog_, &QDialog::reject);
     auto* layout = new QVBoxLayout(help_dialog_);

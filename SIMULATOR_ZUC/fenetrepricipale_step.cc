@@ -58,6 +58,7 @@ void FenPrincipale::Initialise() {
   const std::lock_guard<std::mutex> alone(CalculValue::evaluation_mutex());
   guarded("Initialise", [&] {
     couleur_signal->List_initializing(nb_inputs, this, Tab.data());
+    point_at_chosen_row();
     simulation_->initialise();
     reset_flags();
     paint_all();

@@ -38,7 +38,7 @@ class call_table {
   }
 
  private:
-  static constexpr int first_bits = 8;
+  static constexpr int first_bits = 10;
   struct entry {
     std::uint64_t key;
     std::uint32_t value;

@@ -27,7 +27,7 @@ class descent {
 
  private:
   /// Tasks of a call before it starts to remember them.
-  static constexpr int patience = 64;
+  static constexpr int patience = 20;
   static constexpr int native_depth = 2000;
 
   static task stem(task t) {

@@ -1,6 +1,7 @@
 #include "bdd/unique_table.h"
 
 #include <bit>
+#include <new>
 #include <tuple>
 
 #include "bdd/table_memory.h"
@@ -17,6 +18,7 @@ unique_table::~unique_table() {
 }
 
 void unique_table::add_chunk() {
+  if (slots_used_ == max_slots) throw std::bad_alloc();
   chunks_.reserve(chunks_.size() + 1);
   chunks_.push_back(static_cast<bdd_node*>(
       allocate_table_memory(chunk_size * sizeof(bdd_node), !chunks_.empty())));
@@ -28,13 +30,15 @@ void unique_table::set_line_bits(int bits) {
   lines_ = static_cast<std::uint64_t*>(allocate_table_memory(entries * sizeof *lines_, true));
   std::fill_n(lines_, entries, empty);
   most_entries_ = entries / 4 * 3;
-  entries_used_ = 0;
+  entries_used_ = entries_left_ = 0;
 }
 
 void unique_table::grow() {
   std::uint64_t* old = lines_;
   const std::size_t old_lines = line_mask_ + 1;
-  set_line_bits(std::bit_width(old_lines));
+  // Where suppressed nodes have left much room, the same size does.
+  const bool crowded = entries_used_ - entries_left_ > most_entries_ / 2;
+  set_line_bits(std::bit_width(old_lines) - (crowded ? 0 : 1));
   for_each([this](bdd_node* node) { enter(key_of(node), node->internal_slot); });
   free_table_memory(old, old_lines * line_size * sizeof *old);
 }
@@ -64,6 +68,7 @@ void unique_table::suppress(const bdd_node* node) {
   if (entry == nullptr) return;
   at(static_cast<std::uint32_t>(*entry))->internal_in_table = false;
   *entry = left;
+  ++entries_left_;
 }
 
 void unique_table::destroy(bdd_node* node) {

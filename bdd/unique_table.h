@@ -68,6 +68,8 @@ class unique_table {
   static constexpr int chunk_bits = 15;
   static constexpr std::uint32_t chunk_size = 1u << chunk_bits;
   static constexpr std::uint32_t no_slot = ~0u;
+  /// What an edge can name.
+  static constexpr std::uint32_t max_slots = 1u << 31;
   static constexpr int line_size = 8;
   static constexpr int first_line_bits = 6;
   /// Slots whose upper nodes share a first line.
@@ -159,6 +161,7 @@ class unique_table {
   std::uint64_t* lines_;
   std::size_t line_mask_;
   std::size_t entries_used_ = 0;  ///< those left by suppressed nodes included
+  std::size_t entries_left_ = 0;
   std::size_t most_entries_;
   long next_global_id_ = 1;
   /// The node made last. Nothing can have it as a child yet, so that a node above it is new.

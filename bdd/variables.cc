@@ -19,6 +19,7 @@ bdd_node* bddpp_manager::new_variable(long index, const std::string& name) {
     internal_idtoindex_table.reserve(internal_max_bdd_vars);
     internal_indextoid_table.reserve(internal_max_bdd_vars);
     internal_assoc_var_table.reserve(internal_max_bdd_vars);
+    internal_names_map.reserve(internal_max_bdd_vars);
   }
   const int id = static_cast<int>(internal_bdd_vars);
   const auto [entry, is_new] = internal_names_map.try_emplace(name, id);

@@ -255,7 +255,13 @@ expression_bool:
   ;
 
 number_list:
-    %empty { pzuc_parser->trace(26, 1, "liste nombres vide"); $$ = new std::vector<long>; }
+    %empty
+      {
+        pzuc_parser->trace(26, 1, "liste nombres vide");
+        $$ = new std::vector<long>;
+        constexpr size_t usual = 8;
+        $$->reserve(usual);
+      }
   | number_list number
       { pzuc_parser->trace(26, 2, "ajout nombre liste"); $$ = $1; $$->push_back($2); }
   ;

@@ -1,6 +1,7 @@
 #include "tarn/zuc/zuc_parser.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <iostream>
 
@@ -83,11 +84,13 @@ void class_zuc_parser::syntax_error(const char* message) {
 
 void class_zuc_parser::trace(int step, int alternative, std::string_view text) {
   if (explain_param != 1) return;
-  pending_trace_ += std::to_string(step);
+  char number[24];
+  char* end = std::to_chars(number, number + 12, step).ptr;
   if (alternative != 1) {
-    pending_trace_ += '.';
-    pending_trace_ += std::to_string(alternative);
+    *end++ = '.';
+    end = std::to_chars(end, end + 8, alternative).ptr;
   }
+  pending_trace_.append(number, end);
   pending_trace_ += " --> ";
   pending_trace_ += text;
   pending_trace_ += '\n';
@@ -170,17 +173,23 @@ long class_zuc_parser::initial_value() {
 
 regclass* class_zuc_parser::declare_register(const std::string& next, const std::string& actual,
                                              long initial) {
-  if (by_internal_name_.empty())
-    for (Signal* signal : global_signal_list)
-      by_internal_name_[signal->getInternalName()].push_back(signal);
-  const auto variable = [this](const std::string& name) -> Signal* {
-    auto at = by_internal_name_.find(name + instance);
-    if (at == by_internal_name_.end()) return nullptr;
-    for (Signal* signal : at->second) {
-      signal->setRegister();
-      signal->setWire();
+  if (before_of_name_.empty()) {
+    last_of_name_.reserve(global_signal_list.size());
+    for (size_t place = 0; place < global_signal_list.size(); ++place) {
+      const auto [at, first] =
+          last_of_name_.emplace(global_signal_list[place]->getInternalName(), place);
+      before_of_name_.push_back(first ? none : at->second);
+      at->second = place;
     }
-    return at->second.back();
+  }
+  const auto variable = [this](const std::string& name) -> Signal* {
+    auto at = last_of_name_.find(name + instance);
+    if (at == last_of_name_.end()) return nullptr;
+    for (size_t place = at->second; place != none; place = before_of_name_[place]) {
+      global_signal_list[place]->setRegister();
+      global_signal_list[place]->setWire();
+    }
+    return global_signal_list[at->second];
   };
   Signal* actual_signal = variable(actual);
   Signal* next_signal = variable(next);

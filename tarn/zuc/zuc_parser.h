@@ -93,8 +93,11 @@ class class_zuc_parser {
 
   /// All signals declared so far, wires included.
   std::vector<Signal*> global_signal_list;
-  /// Their places by internal name, built when the first register asks; several may share a name.
-  std::unordered_map<std::string_view, std::vector<Signal*>> by_internal_name_;
+  /// Of each internal name the last signal that bears it, and of each signal (by its place) the one
+  /// before it of the same name, `none` for the first. Built when the first register asks.
+  std::unordered_map<std::string_view, size_t> last_of_name_;
+  std::vector<size_t> before_of_name_;
+  static constexpr size_t none = static_cast<size_t>(-1);
   const Names* awaited_input_list = nullptr;
   const Names* awaited_output_list = nullptr;
   parsed_nodes_table nodes_;

@@ -281,6 +281,31 @@ TEST_F(Manager, CollectsNodesWithoutReference) {
   EXPECT_EQ(table_of<3>(again, m.Bdd_node_one()), mask_table(0xAA & (0xCC | 0xF0)));
 }
 
+TEST_F(Manager, CollectingOftenNeedsNoMoreMemory) {
+  constexpr int variables = 12;
+  for (int i = 0; i < variables; ++i) m.New_var_last(name_of(i));
+  std::mt19937 random(3);
+  std::set<const bdd_node*> places;
+  for (int round = 0; round < 200; ++round) {
+    bdd f = m.Bdd_zero();
+    for (int product = 0; product < 5; ++product) {
+      std::vector<int> literals;
+      for (int i = 0; i < variables; ++i) literals.push_back(static_cast<int>(random() % 3));
+      f = m.Bdd_or(f, m.Literals_to_bdd(literals.data()));
+    }
+    EXPECT_EQ(m.Bdd_is_correct(f), 1);
+    f = bdd();
+    for (bdd_node* node : m.internal_bdd_node_map()) {
+      places.insert(node);
+      while (node->nbrefs() > 0) node->dec_nbrefs();
+    }
+    m.Bdd_gc();
+    ASSERT_EQ(m.internal_bdd_node_map().size(), static_cast<std::size_t>(variables));
+  }
+  EXPECT_LT(places.size(), 1000u);
+  EXPECT_GT(m.Bdd_total_size(), 10'000);
+}
+
 TEST_F(Manager, TakesNodesOutAndIn) {
   const bdd f = m.Bdd_xor(a(), b());
   const std::size_t before = m.internal_bdd_node_map().size();

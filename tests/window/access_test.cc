@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QDialog>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -125,6 +126,10 @@ TEST_F(Access, TheKeysWork) {
   const auto* help = window->findChild<QDialog*>("help_dialog");
   ASSERT_NE(help, nullptr);
   EXPECT_TRUE(help->isVisible());
+  settle();
+  const auto* text = help->findChild<QLabel*>();
+  ASSERT_NE(text, nullptr);
+  EXPECT_GE(text->height(), text->heightForWidth(text->width())) << "its last lines are cut off";
 }
 
 TEST_F(Access, ToolButtonsHaveTheirTexts) {

@@ -76,6 +76,7 @@ TEST_F(Choice, TheSameRadioWorksAgainAfterInit) {
   EXPECT_TRUE(checked().empty());
   EXPECT_EQ(shown_word(inputs(), 0), "bottom");
   EXPECT_EQ(window->couleur_signal->selected_row(), 0) << "the row is still the chosen one";
+  EXPECT_EQ(inputs()->currentRow(), 0) << "and shows as such";
   pick(debugger()->one);
   EXPECT_EQ(shown_word(inputs(), 0), "one");
   EXPECT_TRUE(messages.isEmpty());

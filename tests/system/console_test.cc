@@ -1,0 +1,143 @@
+// The console as a user has it: the shipped examples, real circuits, and wrong input.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/support/temp_dir.h"
+#include "tests/system/program.h"
+
+namespace kiva::test {
+namespace {
+
+std::string console_arguments(const std::filesystem::path& module,
+                              const std::filesystem::path& stimuli) {
+  return "--format json '" + module.string() + "' '" + stimuli.string() + "'";
+}
+
+/// A copy of the module in a folder of the test's own: its trace file is written beside it.
+std::filesystem::path copied(const std::filesystem::path& module, const TempDir& dir) {
+  const auto copy = dir.path() / module.filename();
+  std::filesystem::copy_file(module, copy, std::filesystem::copy_options::overwrite_existing);
+  return copy;
+}
+
+TEST(Console, ReplaysEveryExample) {
+  int replayed = 0;
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(source_folder("examples"))) {
+    if (entry.path().extension() != ".trace") continue;
+    auto module = entry.path();
+    module.replace_extension(".zuc");
+    if (!std::filesystem::exists(module)) continue;  // made from source text
+    auto stimuli = module;
+    stimuli.replace_extension(".stimuli");
+    if (std::filesystem::exists(module.parent_path() / "data")) continue;  // needs its server
+    const TempDir dir;
+    const ProgramRun run =
+        run_program("kiva-console", console_arguments(copied(module, dir), stimuli));
+    EXPECT_EQ(run.status, 0) << module << run.err;
+    EXPECT_EQ(run.out, read_text(entry.path().string())) << module;
+    ++replayed;
+  }
+  EXPECT_GE(replayed, 6);
+}
+
+/// Compares the outputs of a whole run with those that another simulator gave.
+void replay_circuit(const std::filesystem::path& folder, const std::string& name) {
+  const TempDir dir;
+  const ProgramRun run = run_program(
+      "kiva-console",
+      console_arguments(copied(folder / (name + ".zuc"), dir), folder / (name + ".stimuli")));
+  ASSERT_EQ(run.status, 0) << run.err;
+  std::istringstream ours(run.out);
+  std::ifstream theirs(folder / (name + ".expected"));
+  std::string our_line, their_line;
+  int instants = 0;
+  while (std::getline(theirs, their_line)) {
+    ASSERT_TRUE(std::getline(ours, our_line)) << name << " ends after " << instants;
+    const auto a = nlohmann::json::parse(our_line), b = nlohmann::json::parse(their_line);
+    ASSERT_EQ(a["instant"], b["instant"]);
+    ASSERT_EQ(a["outputs"], b["outputs"]) << name << " instant " << b["instant"];
+    ++instants;
+  }
+  EXPECT_FALSE(std::getline(ours, our_line)) << name;
+  EXPECT_GT(instants, 0);
+}
+
+TEST(Console, AgreesWithALogicSimulatorOnRealCircuits) {
+  for (const char* name : {"s27", "planet", "s1423"})
+    replay_circuit(source_folder("tests/system/circuits"), name);
+}
+
+TEST(Console, AgreesWithALogicSimulatorOnLargeCircuits) {
+  const auto folder = source_folder("../shared/circuits");
+  if (!std::filesystem::exists(folder)) GTEST_SKIP() << "the large circuits are not here";
+  for (const char* name : {"b04_opt", "s5378", "s38417"}) replay_circuit(folder, name);
+}
+
+class ConsoleInput : public testing::Test {
+ protected:
+  ConsoleInput() { module = copied(source_folder("examples/toggle/toggle.zuc"), dir).string(); }
+  TempDir dir;
+  std::string module;
+};
+
+TEST_F(ConsoleInput, ComesFromAFileOrTheStandardInput) {
+  const std::string stimuli = dir.write("s", "T\n\n");
+  const ProgramRun from_file = run_program("kiva-console", module + " " + stimuli);
+  EXPECT_EQ(from_file.status, 0);
+  EXPECT_EQ(run_program("kiva-console", module, "T\n\n").out, from_file.out);
+  EXPECT_EQ(run_program("kiva-console", module + " -", "T\n\n").out, from_file.out);
+  const ProgramRun to_file =
+      run_program("kiva-console", "-o '" + dir.file("trace") + "' " + module + " " + stimuli);
+  EXPECT_EQ(to_file.out, "");
+  EXPECT_EQ(read_text(dir.file("trace")), from_file.out);
+}
+
+TEST_F(ConsoleInput, IsRefusedWithFileLineAndReason) {
+  ProgramRun run = run_program("kiva-console", "--format json " + module, "T\nX\nT\n");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "kiva-console: standard input:2: the module has no input \"X\"\n");
+  EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1) << "nothing runs after it";
+
+  const std::string broken = dir.write("broken.zuc", "module: m 0 0\nconnexion: S R;\n");
+  run = run_program("kiva-console", broken);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("kiva-console: " + broken +
+                         ":2: syntax error, unexpected TOKEN_SEP, "
+                         "expecting TOKEN_IDENT\n"),
+            std::string::npos);
+  for (const std::string& unusable :
+       {dir.file("none.zuc"), dir.path().string(), module + " " + dir.file("none.stimuli"),
+        "-o " + dir.path().string() + " " + module}) {
+    run = run_program("kiva-console", unusable);
+    EXPECT_EQ(run.status, 1) << unusable;
+    EXPECT_NE(run.err, "") << unusable;
+    EXPECT_EQ(run.out, "") << unusable;
+  }
+}
+
+TEST_F(ConsoleInput, WrongUsageEndsWithTwo) {
+  for (const char* arguments :
+       {"", "a b c", "--format xml m.zuc", "--server localhost m.zuc", "--server h 0 m.zuc",
+        "--server h 65536 m.zuc", "--server h port m.zuc", "--nonsense"}) {
+    const ProgramRun run = run_program("kiva-console", arguments);
+    EXPECT_EQ(run.status, 2) << arguments;
+    EXPECT_NE(run.err, "") << arguments;
+  }
+  EXPECT_EQ(run_program("kiva-console", "--help").status, 0);
+}
+
+TEST_F(ConsoleInput, RunsOnWithoutAServer) {
+  const ProgramRun run =
+      run_program("kiva-console", "--server no.such.host.invalid 4000 " + module, "T\n");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.err.find("Sock error: unknown or misspelled host name `no.such.host.invalid'"),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace kiva::test
