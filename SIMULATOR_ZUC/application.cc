@@ -1,0 +1,99 @@
+#include "SIMULATOR_ZUC/application.h"
+
+#include <QApplication>
+#include <QStyle>
+#include <QStyleFactory>
+#include <csignal>
+#include <iostream>
+#include <memory>
+
+#include "SIMULATOR_ZUC/dialogs.h"
+#include "SIMULATOR_ZUC/fenetrepricipale.h"
+#include "SIMULATOR_ZUC/ressource.h"
+#include "base/number_text.h"
+#include "base/sock.h"
+
+namespace kiva {
+
+namespace {
+
+constexpr size_t kLongestHost = 80;
+constexpr int kTextHeight = 13;  // pixels
+constexpr long kLastPort = 65535;
+
+void choose_style() {
+  if (QStyle* style = QStyleFactory::create("plastique")) {
+    QApplication::setStyle(style);
+    return;
+  }
+  static bool told = false;
+  if (!told) std::cerr << "The style plastique is not installed; the window uses Fusion.\n";
+  told = true;
+  QApplication::setStyle("Fusion");
+}
+
+}  // namespace
+
+StartArguments read_start_arguments(int argc, const char* const* argv) {
+  if (argc == 4) return {true, argv[1], argv[2], argv[3]};
+  if (argc > 1)
+    std::cerr << "usage: kiva [FILE HOST PORT]: the window opens empty, for it wants all three "
+                 "arguments or none\n";
+  return {};
+}
+
+void dress_window(FenPrincipale& window) {
+  window.setFixedSize(945, 680);
+  choose_style();
+  // In a window of fixed size a larger text would be cut off; a dense screen scales both.
+  QFont font = QApplication::font();
+  font.setPixelSize(kTextHeight);
+  QApplication::setFont(font);
+  window.setStyleSheet(stringFromResource(":/style/style.qss"));
+}
+
+void connect_to_server(FenPrincipale& window, const std::string& host, const std::string& port) {
+  const auto refuse = [&window](const std::string& text) {
+    std::cerr << text << std::endl;
+    dialogs().show_message(&window, QString::fromStdString(text));
+  };
+  if (host.size() > kLongestHost) {
+    refuse("The host name is longer than 80 characters; no connection is made.");
+    return;
+  }
+  std::cerr << "hostname choisi: " << host << std::endl;
+  const long number = Stol(port);
+  if (number == 0) {
+    std::cerr << "No port is given; no connection is made." << std::endl;
+    return;
+  }
+  if (number < 1 || number > kLastPort) {
+    refuse("The port " + port + " is outside 1 to 65535; no connection is made.");
+    return;
+  }
+  window.numsocket = static_cast<int>(number);
+  window.socket_client = SOCK_make_client(host.c_str(), static_cast<unsigned short>(number));
+  std::cerr << "adresse socket: " << std::hex
+            << reinterpret_cast<std::uintptr_t>(window.socket_client) << std::dec << std::endl;
+}
+
+int run_window(int argc, char** argv) {
+  register_resources();
+  // A server that has gone must not take the window with it.
+  std::signal(SIGPIPE, SIG_IGN);
+  QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+  QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("KIVA");
+  show_library_messages();
+  const StartArguments arguments = read_start_arguments(argc, argv);
+  const std::unique_ptr<FenPrincipale> window =
+      arguments.complete ? std::make_unique<FenPrincipale>(arguments.file)
+                         : std::make_unique<FenPrincipale>();
+  dress_window(*window);
+  window->show();
+  if (arguments.complete) connect_to_server(*window, arguments.host, arguments.port);
+  return QApplication::exec();
+}
+
+}  // namespace kiva

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+namespace kiva {
+
+class FenPrincipale;
+
+/// What the command line of the window asks for.
+struct StartArguments {
+  bool complete = false;  ///< file, host and port are given
+  std::string file;
+  std::string host;
+  std::string port;
+};
+
+/// Exactly three arguments are a file, a host and a port. Any other number but none gets a line on
+/// the error stream.
+StartArguments read_start_arguments(int argc, const char* const* argv);
+
+/// Fixed size, style and style sheet. Without the style "plastique" the window takes "Fusion", and
+/// says so on the error stream the first time.
+void dress_window(FenPrincipale& window);
+
+/// Connects the window to the evaluation server. A host name over 80 characters and a port outside
+/// 1 to 65535 get a message and no connection; port 0, as one writes it for "no server", a line on
+/// the error stream only.
+void connect_to_server(FenPrincipale& window, const std::string& host, const std::string& port);
+
+/// The program: gives its exit status.
+int run_window(int argc, char** argv);
+
+}  // namespace kiva

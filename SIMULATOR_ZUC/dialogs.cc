@@ -1,0 +1,47 @@
+#include "SIMULATOR_ZUC/dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+#include "forms/forms.h"
+
+namespace kiva {
+
+namespace {
+
+void show_message_box(QWidget* parent, const QString& text) {
+  QMessageBox box(QMessageBox::Warning, QObject::tr("KIVA"), text, QMessageBox::Ok, parent);
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+}
+
+QString ask_for_file(QWidget* parent, const QString& caption, const QString& filter) {
+  return QFileDialog::getOpenFileName(parent, caption, QString(), filter);
+}
+
+class WindowMessages : public message_presenter {
+ public:
+  void alert(const std::string& text) override { show(text); }
+  void message(const std::string& text) override { show(text); }
+  void big_message(const std::string& text, int) override { show(text); }
+
+ private:
+  static void show(const std::string& text) {
+    dialogs().show_message(QApplication::activeWindow(), QString::fromStdString(text));
+  }
+};
+
+}  // namespace
+
+Dialogs& dialogs() {
+  static Dialogs in_use{show_message_box, ask_for_file};
+  return in_use;
+}
+
+void show_library_messages() {
+  static WindowMessages messages;
+  set_message_presenter(&messages);
+}
+
+}  // namespace kiva

@@ -1,0 +1,93 @@
+#include "SIMULATOR_ZUC/evaluation.h"
+
+#include <QListWidget>
+#include <QTableWidget>
+#include <iostream>
+
+#include "SIMULATOR_ZUC/row_state.h"
+#include "base/process_end.h"
+
+namespace kiva {
+
+void paint_states(QListWidget* list, const std::vector<SignalState>& states) {
+  for (size_t row = 0; row < states.size(); ++row)
+    show_state(list->item(static_cast<int>(row)), states[row]);
+}
+
+void paint_states(QTableWidget* table, const std::vector<SignalState>& states) {
+  for (size_t row = 0; row < states.size(); ++row)
+    show_state(table->item(static_cast<int>(row), 0), states[row]);
+}
+
+int* Signal_eval::Get_contexts(Module* module, set_reset* flags, List_Signal_color* colors,
+                               int* context) {
+  if (module == nullptr) {
+    std::cerr << "***error:Signal_eval: No module loaded\n";
+    end_process();
+  }
+  write_choices(choice_ids(module), flags->get_Set(), flags->get_Reset(), colors->chosen_states(),
+                context);
+  return context;
+}
+
+int* Signal_eval::bdds_evaluate(Module* module, int* context) {
+  mananger = module->getBddWood()->my_bdd_manager();
+  return evaluate_equations(module, context);
+}
+
+std::vector<SignalState> Signal_eval::states_of(Module* module, const int* context,
+                                                const std::string* names, int n) {
+  mananger = module->getBddWood()->my_bdd_manager();
+  std::vector<SignalState> states;
+  for (int row = 0; row < n; ++row) {
+    long status_id, value_id;
+    get_id_signals(module, names[row], status_id, value_id);
+    states.push_back(state_of(context[status_id], context[value_id]));
+  }
+  return states;
+}
+
+void Signal_eval::context_evaluate_color(QListWidget* list, Module* module, const int* context,
+                                         const std::string* names, int n) {
+  paint_states(list, states_of(module, context, names, n));
+}
+
+void Signal_eval::context_evaluate_color_outputs(QTableWidget* table, Module* module,
+                                                 const int* context, const std::string* names,
+                                                 int n) {
+  paint_states(table, states_of(module, context, names, n));
+}
+
+void Signal_eval::bdds_evaluate_color(QTableWidget* table, Module* module, const int* context,
+                                      const std::string* names, int n) {
+  const std::vector<SignalState> states = states_of(module, context, names, n);
+  signals_color.assign(states.size(), Signal_color());
+  QAbstractItemModel* model = table->model();
+  for (int row = 0; row < n; ++row) {
+    const QModelIndex index = model->index(row, 0);
+    const auto select = [&](const QModelIndex& at) {
+      table->selectionModel()->setCurrentIndex(at, QItemSelectionModel::Select);
+    };
+    if (states[row] != SignalState::bottom) select(index);
+    switch (states[row]) {
+      case SignalState::bottom:
+        model->setData(index, QBrush(Qt::white), Qt::ForegroundRole);
+        break;
+      case SignalState::zero:
+        model->setData(index, QBrush(Qt::yellow), Qt::BackgroundRole);
+        break;
+      case SignalState::top:
+        signals_color[row].Set_vert(table, names, row);
+        select(model->index(0, 0));
+        break;
+      case SignalState::one:
+        model->setData(index, QBrush(Qt::blue), Qt::ForegroundRole);
+        break;
+      case SignalState::unknown:
+        model->setData(index, QBrush(Qt::red), Qt::ForegroundRole);
+        break;
+    }
+  }
+}
+
+}  // namespace kiva

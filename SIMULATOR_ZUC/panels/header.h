@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QWidget>
+
+namespace kiva {
+
+/// The banner behind the tool buttons.
+class Header : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit Header(QWidget* parent = nullptr);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace kiva

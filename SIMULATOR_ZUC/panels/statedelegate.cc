@@ -1,0 +1,44 @@
+#include "SIMULATOR_ZUC/panels/statedelegate.h"
+
+#include <QPainter>
+
+#include "SIMULATOR_ZUC/row_state.h"
+
+namespace kiva {
+
+StateDelegate::StateDelegate(QAbstractItemView* view) : QStyledItemDelegate(view), view_(view) {
+  view->setItemDelegate(this);
+  // The frame spans what the toolkit repaints of its own accord only in part.
+  connect(view->selectionModel(), &QItemSelectionModel::currentChanged, view->viewport(),
+          qOverload<>(&QWidget::update));
+}
+
+void StateDelegate::set_chosen_row(int row) {
+  chosen_row_ = row;
+  view_->viewport()->update();
+}
+
+void StateDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
+  const int bold_row = marks_chosen_row_ ? chosen_row_ : view_->currentIndex().row();
+  option->font.setBold(index.row() == bold_row);
+  option->fontMetrics = QFontMetrics(option->font);
+  const QVariant background = index.data(Qt::BackgroundRole);
+  option->palette.setColor(QPalette::Text, text_colour_on(background.value<QBrush>().color()));
+}
+
+void StateDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const {
+  QStyledItemDelegate::paint(painter, option, index);
+  if (index.row() != view_->currentIndex().row() || !index.data(Qt::BackgroundRole).isValid())
+    return;
+  painter->save();
+  painter->setPen(Qt::white);
+  painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
+  painter->setPen(Qt::black);
+  painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+  painter->restore();
+}
+
+}  // namespace kiva

@@ -1,0 +1,44 @@
+#include "SIMULATOR_ZUC/row_state.h"
+
+#include <QBrush>
+#include <QListWidgetItem>
+#include <QTableWidgetItem>
+
+namespace kiva {
+
+namespace {
+
+template <typename Item>
+void show_state_on(Item* item, SignalState state) {
+  if (item == nullptr) return;
+  const QString word = label_of(state);
+  if (item->toolTip() == word) return;
+  item->setBackground(background_of(state));
+  item->setToolTip(word);
+  item->setData(Qt::AccessibleTextRole, item->text() + ": " + word);
+}
+
+}  // namespace
+
+QString label_of(SignalState state) {
+  const std::string_view label = look_of(state).label;
+  return QString::fromUtf8(label.data(), static_cast<int>(label.size()));
+}
+
+QColor text_colour_on(const QColor& background) {
+  return background == Qt::blue ? Qt::white : Qt::black;
+}
+
+QColor background_of(SignalState state) {
+  return QColor::fromRgb(look_of(state).background);
+}
+
+void show_state(QTableWidgetItem* item, SignalState state) {
+  show_state_on(item, state);
+}
+
+void show_state(QListWidgetItem* item, SignalState state) {
+  show_state_on(item, state);
+}
+
+}  // namespace kiva

@@ -1,0 +1,20 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include "SIMULATOR_ZUC/ressource.h"
+
+// The toolkit's offscreen platform keeps its screen when the program ends.
+extern "C" const char* __lsan_default_suppressions() {
+  return "leak:libqoffscreen\nleak:QPlatformScreen\nleak:QScreen\n";
+}
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleTest(&argc, argv);
+  kiva::register_resources();
+  QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+  QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+  QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
