@@ -62,7 +62,7 @@ static std::unique_ptr<T> owned(T* value) {
 %token TOKEN_REAL TOKEN_CHAINE_CARACTERES TOKEN_SEP TOKEN_DOUBLEPOURCENT TOKEN_POURCENT
 
 %type <number> reincarnate finalised initial_value number evalconstante evalargument
-%type <text> name_declaration ident possibletype next_var actual_var argument constant_string
+%type <text> ident possibletype next_var actual_var argument constant_string
 %type <signals> iol_list
 %type <signal> iol
 %type <numbers> number_list evalargument_list
@@ -76,12 +76,11 @@ static std::unique_ptr<T> owned(T* value) {
 
 module_compile:
     name_declaration reincarnate finalised
-      { pzuc_parser->begin_module(*$1); }
+      { pzuc_parser->begin_module(); }
     input_declarations output_declarations data_declarations local_declarations
     register_declarations connexion_declarations wood_declaration binding_declaration
     data_declaration
       {
-        auto name = owned($1);
         pzuc_parser->trace(1, 1, "definition finale");
         if (!pzuc_parser->finish($2 != 0, $3 != 0)) YYABORT;
       }
@@ -89,7 +88,10 @@ module_compile:
 
 name_declaration:
     TOKEN_MODULE ident
-      { $$ = $2; pzuc_parser->trace(2, 1, "definition nom declaration"); }
+      {
+        pzuc_parser->trace(2, 1, "definition nom declaration");
+        pzuc_parser->module_name = *owned($2);
+      }
   ;
 
 reincarnate: number { $$ = $1; pzuc_parser->trace(3, 1, "reincarnate"); } ;

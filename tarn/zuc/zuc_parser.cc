@@ -110,9 +110,9 @@ void class_zuc_parser::flush_trace() {
   pending_trace_.clear();
 }
 
-void class_zuc_parser::begin_module(const std::string& name) {
-  current_module_name = name;
-  pmodule_parse = make_kept<Module>(name);
+void class_zuc_parser::begin_module() {
+  current_module_name = module_name;
+  pmodule_parse = make_kept<Module>(module_name);
   pw = pmodule_parse->getBddWood();
 }
 

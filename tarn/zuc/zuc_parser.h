@@ -48,7 +48,7 @@ class class_zuc_parser {
   void trace(int step, int alternative, std::string_view text);
   void trace_token(int step, int alternative);
   void flush_trace();
-  void begin_module(const std::string& name);
+  void begin_module();
   Signal* declare(const std::string& name, const std::string* type);
   void mark_inputs(const signal_list& list);
   void mark_outputs(const signal_list& list);
@@ -71,6 +71,7 @@ class class_zuc_parser {
   int explain_param = 0;
   std::fstream* parse_os = nullptr;
   zucFlexLexer* plexer = nullptr;
+  std::string module_name;
   Module* pmodule_parse = nullptr;
   std::string instance;
   std::string run_instance;
