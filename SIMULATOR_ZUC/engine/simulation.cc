@@ -9,7 +9,9 @@
 
 #include "SIMULATOR_ZUC/engine/simulation.h"
 
+#include <algorithm>
 #include <iostream>
+#include <map>
 
 #include "SIMULATOR_ZUC/engine/context.h"
 #include "SIMULATOR_ZUC/engine/flat_equations.h"
@@ -27,6 +29,13 @@ struct Simulation::Action {
   enum Kind { abstract_equation, binding_fires } kind;
   long status_id;
   DataBinding* binding;  ///< null for an abstract equation that has none
+};
+
+/// An output that takes its value from bindings.
+struct Simulation::ValuedOutput {
+  Signal* signal;
+  SignalIds ids;
+  std::vector<DataBinding*> bindings;  ///< in the order of the module's table
 };
 
 Simulation::Simulation(Module* module)
@@ -49,6 +58,7 @@ Simulation::Simulation(Module* module)
     register_ids_.push_back(ids_of_name(register_names_.back()));
   }
   plan();
+  plan_output_bindings();
   load();
 }
 
@@ -123,30 +133,57 @@ void Simulation::initialise() {
   state_.instant = 0;
 }
 
+void Simulation::plan_output_bindings() {
+  if (module_->getDataTable() == nullptr) return;
+  std::map<const Signal*, std::vector<DataBinding*>> by_clock;
+  for (const auto& [name, binding] : *module_->getDataTable())
+    if (binding->getClock() != nullptr) by_clock[binding->getClock()].push_back(binding);
+  Bddexpressionwood* wood = module_->getBddWood();
+  for (Signal* output : module_->getOutputSignalList()) {
+    auto at = by_clock.find(output);
+    if (at == by_clock.end()) continue;
+    valued_outputs_.push_back({output,
+                               {output->getInitialBddStatusId(module_, wood),
+                                output->getInitialBddValueId(module_, wood)},
+                               std::move(at->second)});
+  }
+}
+
 void Simulation::step(Sock socket) {
-  write_choices(choice_ids_, state_.set, state_.reset, state_.inputs, state_.context.data());
   if (actions_.empty() && module_->getDataTable() == nullptr) {
+    write_choices(choice_ids_, state_.set, state_.reset, state_.inputs, state_.context.data());
     equations_->run(0, state_.context.data());
     show_outputs();
     show_locals();
     move_registers(registers_, state_.context.data());
     show_registers();
   } else {
-    ValueTexts values = build_values();
-    ConstantTexts constants;
-    if (Compilation::GDataConstantTable != nullptr)
-      for (const ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
-        constants[constant->getName()] = {constant->getValue(), ""};
-    run_pass(&values, &constants, socket);
-    show_outputs();
-    show_locals();
-    move_registers(registers_, state_.context.data());
-    show_registers();
-    serve_output_bindings(&values, &constants, socket);
+    const SimulationState before = state_;
+    try {
+      step_with_data(socket);
+    } catch (...) {
+      state_ = before;
+      throw;
+    }
   }
   state_.set = false;
   state_.reset = false;
   ++state_.instant;
+}
+
+void Simulation::step_with_data(Sock socket) {
+  write_choices(choice_ids_, state_.set, state_.reset, state_.inputs, state_.context.data());
+  ValueTexts values = build_values();
+  ConstantTexts constants;
+  if (Compilation::GDataConstantTable != nullptr)
+    for (const ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
+      constants[constant->getName()] = {constant->getValue(), ""};
+  run_pass(&values, &constants, socket);
+  show_outputs();
+  show_locals();
+  move_registers(registers_, state_.context.data());
+  show_registers();
+  serve_output_bindings(&values, &constants, socket);
 }
 
 void Simulation::run_equations(int* context) const {
@@ -223,19 +260,11 @@ void Simulation::show_registers() {
 }
 
 void Simulation::serve_output_bindings(ValueTexts* values, ConstantTexts* constants, Sock socket) {
-  if (module_->getDataTable() == nullptr) return;
   Bddexpressionwood* wood = module_->getBddWood();
-  for (Signal* output : module_->getOutputSignalList()) {
-    std::vector<DataBinding*> bindings;
-    for (const auto& [name, binding] : *module_->getDataTable())
-      if (binding->getClock() == output) bindings.push_back(binding);
-    if (bindings.empty()) continue;
-    if (!is_present(output->getInitialBddStatusId(module_, wood),
-                    output->getInitialBddValueId(module_, wood)))
-      continue;
-
+  for (const ValuedOutput& output : valued_outputs_) {
+    if (!is_present(output.ids.status_id, output.ids.value_id)) continue;
     std::string text = no_value;
-    for (const DataBinding* binding : bindings) {
+    for (const DataBinding* binding : output.bindings) {
       const Signal* trigger = binding->getSignal();
       const long status_id = trigger->getInitialBddStatusId(module_, wood);
       if (!is_present(status_id, trigger->getInitialBddValueId(module_, wood)) ||
@@ -247,15 +276,14 @@ void Simulation::serve_output_bindings(ValueTexts* values, ConstantTexts* consta
     }
     if (text == no_value)
       std::cerr << "***error:FenPrincipale:Simuler:  valued output with an undefined value:"
-                << output->getName(module_, wood) << '\n';
-    size_t row = 0;
-    while (row < output_rows_.size() && output_rows_[row] != output) ++row;
-    if (row == output_rows_.size()) {
-      std::cerr << "***error: FenPrincipale:Simuler:  unknown signal:" << output->getInternalName()
-                << '\n';
+                << output.signal->getName(module_, wood) << '\n';
+    const auto row = std::find(output_rows_.begin(), output_rows_.end(), output.signal);
+    if (row == output_rows_.end()) {
+      std::cerr << "***error: FenPrincipale:Simuler:  unknown signal:"
+                << output.signal->getInternalName() << '\n';
       end_process();
     }
-    state_.output_values[row] = text;
+    state_.output_values[static_cast<size_t>(row - output_rows_.begin())] = text;
   }
 }
 

@@ -74,7 +74,8 @@ class Simulation {
   /// Back to the start, as the button Init does it: inputs Bottom, texts "--", the equations run
   /// once over unknown inputs and registers, then the registers get their initial values.
   void initialise();
-  /// One instant. `socket` is the connection to the evaluation server, null for none.
+  /// One instant. `socket` is the connection to the evaluation server, null for none. An instant
+  /// that an exception of the library ends has not taken place: the state is the one before.
   void step(Sock socket);
 
   /// The flattened pass over all boolean equations, alone: for measurements and comparisons.
@@ -82,9 +83,12 @@ class Simulation {
 
  private:
   struct Action;
+  struct ValuedOutput;
 
   void plan();
+  void plan_output_bindings();
   void reset_choices();
+  void step_with_data(Sock socket);
   void run_pass(ValueTexts* values, ConstantTexts* constants, Sock socket);
   void run_action(const Action& action, ValueTexts* values, ConstantTexts* constants, Sock socket);
   ValueTexts build_values() const;
@@ -111,6 +115,7 @@ class Simulation {
   ChoiceIds choice_ids_;
   std::vector<RegisterIds> registers_;
   std::vector<Action> actions_;
+  std::vector<ValuedOutput> valued_outputs_;
   std::unique_ptr<FlatEquations> equations_;
   SimulationState state_;
 };

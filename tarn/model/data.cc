@@ -148,6 +148,7 @@ void DataSignalValue::print_debug(std::ostream& out) const {
 // Operators.
 
 void DataUnaryOp::computeType(Module* module) {
+  const DepthGuard guard("DataExpr::computeType");
   type = operand->getType(module);
 }
 DataExpr* DataUnaryOp::instanciate(Interface* interface) {

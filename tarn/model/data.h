@@ -304,6 +304,8 @@ class DataTypeTable {
   /// "undefined" when no type has that index.
   std::string getTypeById(int id) const;
   int size() const { return static_cast<int>(names.size()); }
+  /// By name.
+  const std::map<std::string, int>& entries() const { return indices; }
   void print(std::ostream& out, bool numbered) const;
 
  private:

@@ -143,8 +143,8 @@ std::string DataBinaryOp::Simul_put(Module* module, ConstantTexts* constants, Va
   const DepthGuard guard("DataExpr::Simul_put");
   left->computeType(module);
   right->computeType(module);
-  const std::string name = C_opname(op);
   const std::string left_text = left->Simul_put(module, constants, values, context, socket);
+  const std::string name = C_opname(op);
   const std::string right_text = right->Simul_put(module, constants, values, context, socket);
   return ask("BOP," + left_text + "," + left->getType() + "," + name + "," + right_text + "," +
                  right->getType(),

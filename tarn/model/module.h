@@ -181,6 +181,19 @@ class Module {
   void replace_at_in_name_variables();
   void loose_first_underscore_in_name_variables();
 
+  // The evaluation server's source text (tarn/formats): a program that knows the user's data types,
+  // starts the simulator and answers its requests. What it holds comes from the three process-wide
+  // tables of data and the module's name.
+  /// Writes SimulationZucDir, "/kiva_", the name, ".cc"; a message when the file cannot be written.
+  /// IllegalOperationException, before anything is written, for a name that C++ cannot bear.
+  void save_kiva_code() const;
+  void SIMUL_ZUC_put(std::ostream& out) const;
+  void SIMUL_ZUC_put_predef_func(std::ostream& out) const;
+  void SIMUL_ZUC_put_method(std::ostream& out) const;
+  void SIMUL_ZUC_put_binary_op(std::ostream& out) const;
+  void SIMUL_ZUC_put_unary_op(std::ostream& out) const;
+  void SIMUL_ZUC_put_const(std::ostream& out) const;
+
   /// The module's name, the prefix, "_" and the counter, which grows by one.
   std::string generateName(const char* prefix, int& counter) const;
 
