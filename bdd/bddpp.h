@@ -20,6 +20,11 @@ struct call_memory;
 /// Version of the package.
 std::string Bdd_version();
 
+/// The limit of every list of products.
+constexpr int Max_number_of_terms() {
+  return 1000000;
+}
+
 /// A store of reduced, ordered binary decision diagrams with complement edges, and the variables
 /// they test.
 ///
@@ -164,6 +169,8 @@ class bddpp_manager {
   bdd Bdd_simplify(const bdd& f, const bdd& g);
   /// The same, but tries only ids smaller than the index of f's top variable.
   bdd Bdd_simplify2(const bdd& f, const bdd& g);
+  /// The or of the prime implicants of f, each simplified alone; the last argument has no effect.
+  bdd Bdd_simplify3(const bdd& f, const bdd& g, int ignored);
 
   /// One cube that implies f, the then side tried first; one when f is zero.
   bdd Bdd_satisfy(const bdd& f);
@@ -171,6 +178,9 @@ class bddpp_manager {
   bdd Literals_to_bdd(const int* literals);
   void Bdd_to_literals(const bdd& f, int* literals);
   void Bdd_node_to_literals(int link, bdd_node* node, int* literals);
+  /// The literals of a cube that is not zero, from the root down; of one there are none.
+  void for_each_literal(int link, const bdd_node* node,
+                        const std::function<void(long index, int value)>& take) const;
   bdd Bdd_eval(const bdd& f, const int* literals);
   /// 0, 1, or 2 when the result depends on an unknown and the two branches differ.
   int Bdd_eval_for_literal(const bdd& f, const int* literals);
@@ -198,6 +208,33 @@ class bddpp_manager {
   /// present[index] becomes 1 for each variable of f, 0 for the others.
   void Present_variables(const bdd& f, int* present) const;
 
+  // Implicants and covers: products, each an ordinary bdd. A list of more than
+  // Max_number_of_terms() products ends the process with a report. The forms that fill an array
+  // expect room for that many in it, start at element 0 and give the count.
+  /// The prime implicants of f; of a constant f itself.
+  std::vector<bdd> Bdd_prime_implicants(const bdd& f);
+  int Bdd_prime_implicants(const bdd& f, bdd* out);
+  /// Splits the prime implicants: a prime is essential when the others leave part of f uncovered.
+  void Bdd_essential_implicants(const bdd& f, std::vector<bdd>& essential, std::vector<bdd>& other);
+  void Bdd_essential_implicants(const bdd& f, int* nb_essential, bdd* essential, int* nb_other,
+                                bdd* other);
+  /// A short product that implies f; zero for zero. Ends the process on a handle of another
+  /// manager.
+  bdd Bdd_one_implicant(const bdd& f);
+  /// A sum of products equal to f; `mode` chooses among the levels below, 0 for any other value.
+  /// Ends the process on a handle of another manager.
+  std::vector<bdd> Bdd_sop(const bdd& f, int mode);
+  int Bdd_sop(const bdd& f, bdd* out, int mode);
+  /// Disjoint products; none for zero.
+  int Bdd_sop_0(const bdd& f, bdd* out);
+  /// Prime products, none of them redundant; of zero the one product zero. What the search needed
+  /// of the array beyond the count is set to zero.
+  int Bdd_sop_1(const bdd& f, bdd* out);
+  /// The essential prime implicants, then others until f is covered.
+  int Bdd_sop_2(const bdd& f, bdd* out);
+  /// As Bdd_sop_0, since variables cannot be exchanged (Bdd_swap_vars).
+  int Bdd_sop_3(const bdd& f, bdd* out);
+
   // Tables over n chosen variables; entry m takes vars[i] from bit i of m.
   bdd Minterm(int m, int n, const bdd* vars);
   void Truth_table(const bdd& f, int n, const bdd* vars, char* out);
@@ -220,10 +257,6 @@ class bddpp_manager {
 
   bdd_node* new_variable(long index, const std::string& name);
   bdd variable_handle(bdd_node* node);
-  /// The literals of a cube that is not constant, from the root down.
-  void for_each_literal(int link, const bdd_node* node,
-                        const std::function<void(long index, int value)>& take) const;
-
   unique_table internal_unique_table;
   std::unique_ptr<call_memory> internal_call_memory;
   bdd_node* internal_bdd_node_one = nullptr;
