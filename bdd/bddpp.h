@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdio>
 #include <functional>
 #include <iosfwd>
+#include <list>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -16,6 +18,7 @@
 namespace kiva {
 
 struct call_memory;
+struct node_code_texts;
 
 /// Version of the package.
 std::string Bdd_version();
@@ -246,10 +249,121 @@ class bddpp_manager {
 
   // Structure, for a reader's eye (print_structure.cc).
   void Print_bdd_structure(std::ostream& out, const bdd& f);
+  /// Only says that it does nothing.
+  void Print_bdd_structure(FILE* file, const bdd& f);
   /// From the node down, each line behind `indent` blanks and more; numbers must have been given
   /// and marks cleared.
   void Print_bdd_structure_loc(std::ostream& out, int indent, bdd_node* node);
   void Chars(char c, int count, std::ostream& out);
+
+  // Node lines (print_nodes.cc): local id, variable, then, else, else polarity; -1 is the variable
+  // of the constant, -3 a child that it lacks. `corr` gives the number to write for each index.
+  void Print_bdd_node(std::ostream& out, const bdd_node* node) const;
+  void Print_bdd_node(std::ostream& out, const bdd_node* node, const long* corr) const;
+  void Print_bdd_node_with_adress(std::ostream& out, const bdd_node* node) const;
+  /// Number the nodes from 0, then before else, and write each once; a list shares its numbers.
+  void Print_bdd_by_nodes_list(std::ostream& out, const bdd& f);
+  void Print_bdd_by_nodes_list(std::ostream& out, const bdd& f, const long* corr);
+  void Print_bdds_list_by_nodes_list(std::ostream& out, const std::list<bdd>& functions);
+  void Print_bdds_list_by_nodes_list(std::ostream& out, const std::list<bdd>& functions,
+                                     const long* corr);
+
+  // Products and sums of products (print_sop.cc). A negation stands as not_text, variable, not_end;
+  // prefix and suffix stand around each name; `mode` is the level of Bdd_sop. Zero is "0", one "1".
+  std::string Print_product_to_String_pref_suff(const std::string& and_text,
+                                                const std::string& not_text,
+                                                const std::string& not_end, const bdd& cube,
+                                                const std::string& prefix,
+                                                const std::string& suffix) const;
+  std::string Print_product_to_String(const std::string& and_text, const std::string& not_text,
+                                      const std::string& not_end, const bdd& cube) const;
+  void Print_product_pref_suff(const std::string& and_text, const std::string& not_text,
+                               const std::string& not_end, std::ostream& out, const bdd& cube,
+                               const std::string& prefix, const std::string& suffix) const;
+  void Print_product(const std::string& and_text, const std::string& not_text,
+                     const std::string& not_end, std::ostream& out, const bdd& cube) const;
+  /// Each variable as name[index].
+  void Print_wren_product(const std::string& and_text, const std::string& not_text,
+                          const std::string& not_end, std::ostream& out, const bdd& cube,
+                          const std::string& name) const;
+  std::string Print_sop_to_String_pref_suff(const std::string& or_text, const std::string& and_text,
+                                            const std::string& not_text, const std::string& not_end,
+                                            const bdd& f, const std::string& prefix,
+                                            const std::string& suffix, int mode);
+  std::string Print_sop_to_String(const std::string& or_text, const std::string& and_text,
+                                  const std::string& not_text, const std::string& not_end,
+                                  const bdd& f, int mode);
+  void Print_sop_pref_suff(const std::string& or_text, const std::string& and_text,
+                           const std::string& not_text, const std::string& not_end,
+                           std::ostream& out, const bdd& f, const std::string& prefix,
+                           const std::string& suffix, int mode);
+  void Print_sop(const std::string& or_text, const std::string& and_text,
+                 const std::string& not_text, const std::string& not_end, std::ostream& out,
+                 const bdd& f, int mode);
+  void Print_wren_sop(const std::string& or_text, const std::string& and_text,
+                      const std::string& not_text, const std::string& not_end, std::ostream& out,
+                      const bdd& f, const std::string& name, int mode);
+  std::string Print_sop_to_VHDL_String(const bdd& f, int mode);
+  std::string Print_sop_to_ESTEREL_String(const bdd& f, int mode);
+  void Print_debug_bdd(std::ostream& out, const bdd& f);
+
+  // Tables of products (print_table.cc): a header line with the variables of f and `var`, then one
+  // row a product. Too many products end the process.
+  void PLA_print_pref_suff(std::ostream& out, const bdd& var, const bdd& f,
+                           const std::string& input_prefix, const std::string& input_suffix,
+                           const std::string& header, const std::string& header_end,
+                           const std::string& row_end, const std::string& last_row_end,
+                           const std::string& column_separator, int mode);
+  /// With corr[index] in place of each name.
+  void PLA_print_pref_suff_with_renaming(std::ostream& out, const bdd& var, const bdd& f,
+                                         const std::string& input_prefix,
+                                         const std::string& input_suffix, const std::string& header,
+                                         const std::string& header_end, const std::string& row_end,
+                                         const std::string& last_row_end,
+                                         const std::string& column_separator, int mode,
+                                         const long* corr);
+  void BLIF_print(std::ostream& out, const bdd& var, const bdd& f, int mode);
+  void ZUC_print(std::ostream& out, const long* corr, const bdd& var, const bdd& f, int mode);
+
+  // Evaluation code (print_node_code.cc): one line for each unmarked node from `node` down,
+  // children first, which marks them. Entries of the table have the nodes' global ids. A writer
+  // clears the marks once for all its functions.
+  void Print_node_code(const node_code_texts& texts, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval(const std::string& or_text, const std::string& and_text,
+                           const std::string& not_open, const std::string& not_close,
+                           const std::string& var_prefix, const std::string& var_suffix,
+                           const std::string& constant, const std::string& line_end,
+                           const std::string& table, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval(const std::string& line_start, const std::string& or_text,
+                           const std::string& and_text, const std::string& not_open,
+                           const std::string& not_close, const std::string& var_prefix,
+                           const std::string& var_suffix, const std::string& constant,
+                           const std::string& line_end, const std::string& table, std::ostream& out,
+                           bdd_node* node);
+  void Print_node_for_eval_arrayless(const std::string& or_text, const std::string& and_text,
+                                     const std::string& not_open, const std::string& not_close,
+                                     const std::string& var_prefix, const std::string& var_suffix,
+                                     const std::string& constant, const std::string& line_end,
+                                     const std::string& table, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval_arrayless(const std::string& line_start, const std::string& or_text,
+                                     const std::string& and_text, const std::string& not_open,
+                                     const std::string& not_close, const std::string& var_prefix,
+                                     const std::string& var_suffix, const std::string& constant,
+                                     const std::string& line_end, const std::string& table,
+                                     std::ostream& out, bdd_node* node);
+  void Print_node_for_eval_NUSMV(const std::string& table, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval_VHDL(const std::string& array, std::ostream& out, bdd_node* node);
+  /// The array element of one variable: its input, and '0'. Only the first marks the node.
+  void Print_node_for_eval_VHDL_input(const std::string& array, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval_VHDL_reset_input(const std::string& array, std::ostream& out,
+                                            const bdd_node* node) const;
+  void Print_node_for_eval_BLIF(const std::string& table, std::ostream& out, bdd_node* node);
+
+  // Reports (print_reports.cc).
+  void Bdd_stats(std::ostream& out) const;
+  void debug_variables(std::ostream& out);
+  /// Whether a variable that is associated with a function of itself settles.
+  void Print_Fixes_Points(std::ostream& out, const bdd& f);
 
  private:
   friend class bdd_node;
@@ -282,6 +396,9 @@ inline long bdd_node::var_index() const {
 
 /// Manager, link and node with its key, for error reports.
 std::ostream& operator<<(std::ostream& out, const bdd& f);
+
+/// The node line of bddpp_manager.
+void Print_bdd_node(std::ostream& out, const bdd_node* node);
 
 /// Copies f into another manager. Same indices in both managers.
 bdd Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, const bdd& f);
