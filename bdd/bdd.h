@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace kiva {
 
 class bddpp_manager;
@@ -25,6 +27,9 @@ class bdd {
   bdd_node* node() const { return internal_bdd_node; }
   /// False for a default-built handle.
   bool initialised() const { return internal_bdd_node != nullptr; }
+
+  /// array(global id), behind "not " for a complement.
+  std::string vhdl_node_name(const std::string& array) const;
 
   /// Same manager, link and node; inside one manager this is equality of functions.
   friend bool operator==(const bdd& f, const bdd& g) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdio>
 #include <functional>
 #include <iosfwd>
+#include <list>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -16,9 +18,15 @@
 namespace kiva {
 
 struct call_memory;
+struct node_code_texts;
 
 /// Version of the package.
 std::string Bdd_version();
+
+/// The limit of every list of products.
+constexpr int Max_number_of_terms() {
+  return 1000000;
+}
 
 /// A store of reduced, ordered binary decision diagrams with complement edges, and the variables
 /// they test.
@@ -164,6 +172,8 @@ class bddpp_manager {
   bdd Bdd_simplify(const bdd& f, const bdd& g);
   /// The same, but tries only ids smaller than the index of f's top variable.
   bdd Bdd_simplify2(const bdd& f, const bdd& g);
+  /// The or of the prime implicants of f, each simplified alone; the last argument has no effect.
+  bdd Bdd_simplify3(const bdd& f, const bdd& g, int ignored);
 
   /// One cube that implies f, the then side tried first; one when f is zero.
   bdd Bdd_satisfy(const bdd& f);
@@ -171,6 +181,9 @@ class bddpp_manager {
   bdd Literals_to_bdd(const int* literals);
   void Bdd_to_literals(const bdd& f, int* literals);
   void Bdd_node_to_literals(int link, bdd_node* node, int* literals);
+  /// The literals of a cube that is not zero, from the root down; of one there are none.
+  void for_each_literal(int link, const bdd_node* node,
+                        const std::function<void(long index, int value)>& take) const;
   bdd Bdd_eval(const bdd& f, const int* literals);
   /// 0, 1, or 2 when the result depends on an unknown and the two branches differ.
   int Bdd_eval_for_literal(const bdd& f, const int* literals);
@@ -198,6 +211,33 @@ class bddpp_manager {
   /// present[index] becomes 1 for each variable of f, 0 for the others.
   void Present_variables(const bdd& f, int* present) const;
 
+  // Implicants and covers: products, each an ordinary bdd. A list of more than
+  // Max_number_of_terms() products ends the process with a report. The forms that fill an array
+  // expect room for that many in it, start at element 0 and give the count.
+  /// The prime implicants of f; of a constant f itself.
+  std::vector<bdd> Bdd_prime_implicants(const bdd& f);
+  int Bdd_prime_implicants(const bdd& f, bdd* out);
+  /// Splits the prime implicants: a prime is essential when the others leave part of f uncovered.
+  void Bdd_essential_implicants(const bdd& f, std::vector<bdd>& essential, std::vector<bdd>& other);
+  void Bdd_essential_implicants(const bdd& f, int* nb_essential, bdd* essential, int* nb_other,
+                                bdd* other);
+  /// A short product that implies f; zero for zero. Ends the process on a handle of another
+  /// manager.
+  bdd Bdd_one_implicant(const bdd& f);
+  /// A sum of products equal to f; `mode` chooses among the levels below, 0 for any other value.
+  /// Ends the process on a handle of another manager.
+  std::vector<bdd> Bdd_sop(const bdd& f, int mode);
+  int Bdd_sop(const bdd& f, bdd* out, int mode);
+  /// Disjoint products; none for zero.
+  int Bdd_sop_0(const bdd& f, bdd* out);
+  /// Prime products, none of them redundant; of zero the one product zero. What the search needed
+  /// of the array beyond the count is set to zero.
+  int Bdd_sop_1(const bdd& f, bdd* out);
+  /// The essential prime implicants, then others until f is covered.
+  int Bdd_sop_2(const bdd& f, bdd* out);
+  /// As Bdd_sop_0, since variables cannot be exchanged (Bdd_swap_vars).
+  int Bdd_sop_3(const bdd& f, bdd* out);
+
   // Tables over n chosen variables; entry m takes vars[i] from bit i of m.
   bdd Minterm(int m, int n, const bdd* vars);
   void Truth_table(const bdd& f, int n, const bdd* vars, char* out);
@@ -209,10 +249,121 @@ class bddpp_manager {
 
   // Structure, for a reader's eye (print_structure.cc).
   void Print_bdd_structure(std::ostream& out, const bdd& f);
+  /// Only says that it does nothing.
+  void Print_bdd_structure(FILE* file, const bdd& f);
   /// From the node down, each line behind `indent` blanks and more; numbers must have been given
   /// and marks cleared.
   void Print_bdd_structure_loc(std::ostream& out, int indent, bdd_node* node);
   void Chars(char c, int count, std::ostream& out);
+
+  // Node lines (print_nodes.cc): local id, variable, then, else, else polarity; -1 is the variable
+  // of the constant, -3 a child that it lacks. `corr` gives the number to write for each index.
+  void Print_bdd_node(std::ostream& out, const bdd_node* node) const;
+  void Print_bdd_node(std::ostream& out, const bdd_node* node, const long* corr) const;
+  void Print_bdd_node_with_adress(std::ostream& out, const bdd_node* node) const;
+  /// Number the nodes from 0, then before else, and write each once; a list shares its numbers.
+  void Print_bdd_by_nodes_list(std::ostream& out, const bdd& f);
+  void Print_bdd_by_nodes_list(std::ostream& out, const bdd& f, const long* corr);
+  void Print_bdds_list_by_nodes_list(std::ostream& out, const std::list<bdd>& functions);
+  void Print_bdds_list_by_nodes_list(std::ostream& out, const std::list<bdd>& functions,
+                                     const long* corr);
+
+  // Products and sums of products (print_sop.cc). A negation stands as not_text, variable, not_end;
+  // prefix and suffix stand around each name; `mode` is the level of Bdd_sop. Zero is "0", one "1".
+  std::string Print_product_to_String_pref_suff(const std::string& and_text,
+                                                const std::string& not_text,
+                                                const std::string& not_end, const bdd& cube,
+                                                const std::string& prefix,
+                                                const std::string& suffix) const;
+  std::string Print_product_to_String(const std::string& and_text, const std::string& not_text,
+                                      const std::string& not_end, const bdd& cube) const;
+  void Print_product_pref_suff(const std::string& and_text, const std::string& not_text,
+                               const std::string& not_end, std::ostream& out, const bdd& cube,
+                               const std::string& prefix, const std::string& suffix) const;
+  void Print_product(const std::string& and_text, const std::string& not_text,
+                     const std::string& not_end, std::ostream& out, const bdd& cube) const;
+  /// Each variable as name[index].
+  void Print_wren_product(const std::string& and_text, const std::string& not_text,
+                          const std::string& not_end, std::ostream& out, const bdd& cube,
+                          const std::string& name) const;
+  std::string Print_sop_to_String_pref_suff(const std::string& or_text, const std::string& and_text,
+                                            const std::string& not_text, const std::string& not_end,
+                                            const bdd& f, const std::string& prefix,
+                                            const std::string& suffix, int mode);
+  std::string Print_sop_to_String(const std::string& or_text, const std::string& and_text,
+                                  const std::string& not_text, const std::string& not_end,
+                                  const bdd& f, int mode);
+  void Print_sop_pref_suff(const std::string& or_text, const std::string& and_text,
+                           const std::string& not_text, const std::string& not_end,
+                           std::ostream& out, const bdd& f, const std::string& prefix,
+                           const std::string& suffix, int mode);
+  void Print_sop(const std::string& or_text, const std::string& and_text,
+                 const std::string& not_text, const std::string& not_end, std::ostream& out,
+                 const bdd& f, int mode);
+  void Print_wren_sop(const std::string& or_text, const std::string& and_text,
+                      const std::string& not_text, const std::string& not_end, std::ostream& out,
+                      const bdd& f, const std::string& name, int mode);
+  std::string Print_sop_to_VHDL_String(const bdd& f, int mode);
+  std::string Print_sop_to_ESTEREL_String(const bdd& f, int mode);
+  void Print_debug_bdd(std::ostream& out, const bdd& f);
+
+  // Tables of products (print_table.cc): a header line with the variables of f and `var`, then one
+  // row a product. Too many products end the process.
+  void PLA_print_pref_suff(std::ostream& out, const bdd& var, const bdd& f,
+                           const std::string& input_prefix, const std::string& input_suffix,
+                           const std::string& header, const std::string& header_end,
+                           const std::string& row_end, const std::string& last_row_end,
+                           const std::string& column_separator, int mode);
+  /// With corr[index] in place of each name.
+  void PLA_print_pref_suff_with_renaming(std::ostream& out, const bdd& var, const bdd& f,
+                                         const std::string& input_prefix,
+                                         const std::string& input_suffix, const std::string& header,
+                                         const std::string& header_end, const std::string& row_end,
+                                         const std::string& last_row_end,
+                                         const std::string& column_separator, int mode,
+                                         const long* corr);
+  void BLIF_print(std::ostream& out, const bdd& var, const bdd& f, int mode);
+  void ZUC_print(std::ostream& out, const long* corr, const bdd& var, const bdd& f, int mode);
+
+  // Evaluation code (print_node_code.cc): one line for each unmarked node from `node` down,
+  // children first, which marks them. Entries of the table have the nodes' global ids. A writer
+  // clears the marks once for all its functions.
+  void Print_node_code(const node_code_texts& texts, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval(const std::string& or_text, const std::string& and_text,
+                           const std::string& not_open, const std::string& not_close,
+                           const std::string& var_prefix, const std::string& var_suffix,
+                           const std::string& constant, const std::string& line_end,
+                           const std::string& table, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval(const std::string& line_start, const std::string& or_text,
+                           const std::string& and_text, const std::string& not_open,
+                           const std::string& not_close, const std::string& var_prefix,
+                           const std::string& var_suffix, const std::string& constant,
+                           const std::string& line_end, const std::string& table, std::ostream& out,
+                           bdd_node* node);
+  void Print_node_for_eval_arrayless(const std::string& or_text, const std::string& and_text,
+                                     const std::string& not_open, const std::string& not_close,
+                                     const std::string& var_prefix, const std::string& var_suffix,
+                                     const std::string& constant, const std::string& line_end,
+                                     const std::string& table, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval_arrayless(const std::string& line_start, const std::string& or_text,
+                                     const std::string& and_text, const std::string& not_open,
+                                     const std::string& not_close, const std::string& var_prefix,
+                                     const std::string& var_suffix, const std::string& constant,
+                                     const std::string& line_end, const std::string& table,
+                                     std::ostream& out, bdd_node* node);
+  void Print_node_for_eval_NUSMV(const std::string& table, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval_VHDL(const std::string& array, std::ostream& out, bdd_node* node);
+  /// The array element of one variable: its input, and '0'. Only the first marks the node.
+  void Print_node_for_eval_VHDL_input(const std::string& array, std::ostream& out, bdd_node* node);
+  void Print_node_for_eval_VHDL_reset_input(const std::string& array, std::ostream& out,
+                                            const bdd_node* node) const;
+  void Print_node_for_eval_BLIF(const std::string& table, std::ostream& out, bdd_node* node);
+
+  // Reports (print_reports.cc).
+  void Bdd_stats(std::ostream& out) const;
+  void debug_variables(std::ostream& out);
+  /// Whether a variable that is associated with a function of itself settles.
+  void Print_Fixes_Points(std::ostream& out, const bdd& f);
 
  private:
   friend class bdd_node;
@@ -220,10 +371,6 @@ class bddpp_manager {
 
   bdd_node* new_variable(long index, const std::string& name);
   bdd variable_handle(bdd_node* node);
-  /// The literals of a cube that is not constant, from the root down.
-  void for_each_literal(int link, const bdd_node* node,
-                        const std::function<void(long index, int value)>& take) const;
-
   unique_table internal_unique_table;
   std::unique_ptr<call_memory> internal_call_memory;
   bdd_node* internal_bdd_node_one = nullptr;
@@ -249,6 +396,9 @@ inline long bdd_node::var_index() const {
 
 /// Manager, link and node with its key, for error reports.
 std::ostream& operator<<(std::ostream& out, const bdd& f);
+
+/// The node line of bddpp_manager.
+void Print_bdd_node(std::ostream& out, const bdd_node* node);
 
 /// Copies f into another manager. Same indices in both managers.
 bdd Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, const bdd& f);

@@ -140,4 +140,10 @@ bdd bddpp_manager::Bdd_simplify2(const bdd& f, const bdd& g) {
   return result;
 }
 
+bdd bddpp_manager::Bdd_simplify3(const bdd& f, const bdd& g, int) {
+  bdd result = Bdd_zero();
+  for (const bdd& prime : Bdd_prime_implicants(f)) result = Bdd_or(result, Bdd_simplify(prime, g));
+  return result;
+}
+
 }  // namespace kiva

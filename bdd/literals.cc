@@ -5,8 +5,32 @@
 
 #include "base/process_end.h"
 #include "bdd/internals.h"
+#include "bdd/literal_list.h"
 
 namespace kiva {
+
+namespace {
+
+/// Calls take(index, value) along the first way to one, the then side first; 0 when there is none,
+/// which only zero lacks.
+template <class Take>
+int for_each_choice(int link, const bdd_node* node, const bdd_node* one, Take take) {
+  if (node == nullptr) {
+    std::cerr << "ERROR: call bddpp_manager::Bdd_OneSat() with null reference\n";
+    end_process();
+  }
+  // A node that is not the constant can be satisfied with either link: only a branch that is the
+  // constant can fail, and the search never has to come back further.
+  while (node != one) {
+    const bool to_else = node->then_node() == one && link != 1;
+    take(node->var_index(), to_else ? 0 : 1);
+    if (to_else) link *= node->else_link_type();
+    node = to_else ? node->else_node() : node->then_node();
+  }
+  return link == 1 ? 1 : 0;
+}
+
+}  // namespace
 
 void bddpp_manager::for_each_literal(int link, const bdd_node* node,
                                      const std::function<void(long index, int value)>& take) const {
@@ -62,26 +86,36 @@ bdd bddpp_manager::Literals_to_bdd(const int* literals) {
 }
 
 int bddpp_manager::Bdd_OneSat(bdd_node* node, int link, int* literals) {
-  if (node == nullptr) {
-    std::cerr << "ERROR: call bddpp_manager::Bdd_OneSat() with null reference\n";
-    end_process();
-  }
-  // A node that is not the constant can be satisfied with either link: only a branch that is the
-  // constant can fail, and the search never has to come back further.
-  while (node != internal_bdd_node_one) {
-    const long index = node->var_index();
-    const bool to_else = node->then_node() == internal_bdd_node_one && link != 1;
-    literals[index] = to_else ? 0 : 1;
-    if (to_else) link *= node->else_link_type();
-    node = to_else ? node->else_node() : node->then_node();
-  }
-  return link == 1 ? 1 : 0;
+  return for_each_choice(link, node, internal_bdd_node_one,
+                         [&](long index, int value) { literals[index] = value; });
 }
 
 bdd bddpp_manager::Bdd_satisfy(const bdd& f) {
-  std::vector<int> literals(internal_bdd_vars, 2);
-  Bdd_OneSat(f.node(), f.link_type(), literals.data());
-  return Literals_to_bdd(literals.data());
+  return product_of(*this, first_product(*this, f));
+}
+
+literal_list first_product(const bddpp_manager& manager, const bdd& f) {
+  literal_list literals;
+  for_each_choice(f.link_type(), f.node(), manager.Bdd_node_one(),
+                  [&](long index, int value) { literals.push_back(literal_code(index, value)); });
+  return literals;
+}
+
+literal_list literals_of(const bddpp_manager& manager, const bdd& cube) {
+  literal_list literals;
+  manager.for_each_literal(cube.link_type(), cube.node(), [&](long index, int value) {
+    literals.push_back(literal_code(index, value));
+  });
+  return literals;
+}
+
+bdd product_of(bddpp_manager& manager, const literal_list& literals) {
+  bdd product = manager.Bdd_one();
+  for (auto code = literals.rbegin(); code != literals.rend(); ++code) {
+    const bdd variable = manager.Bdd_var_by_index(*code / 2);
+    product = manager.Bdd_and(*code % 2 != 0 ? variable : manager.Bdd_not(variable), product);
+  }
+  return product;
 }
 
 bdd bddpp_manager::Bdd_eval(const bdd& f, const int* literals) {

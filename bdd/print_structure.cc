@@ -1,8 +1,10 @@
 // A diagram as an indented tree, in which a node that comes again is named by its number.
 
+#include <iostream>
 #include <ostream>
 
 #include "bdd/bddpp.h"
+#include "bdd/tdd.h"
 
 namespace kiva {
 
@@ -26,6 +28,10 @@ void bddpp_manager::Print_bdd_structure(std::ostream& out, const bdd& f) {
   if (f.link_type() == -1) out << "not(\n";
   Print_bdd_structure_loc(out, 0, f.node());
   if (f.link_type() == -1) out << "   )\n";
+}
+
+void bddpp_manager::Print_bdd_structure(FILE*, const bdd&) {
+  std::cerr << "bddpp_manager::Print_bdd_structure(FILE * file,bdd f) A FAIRE\n";
 }
 
 void bddpp_manager::Print_bdd_structure_loc(std::ostream& out, int indent, bdd_node* root) {
@@ -67,6 +73,34 @@ void bddpp_manager::Print_bdd_structure_loc(std::ostream& out, int indent, bdd_n
       open.push_back({step::else_part, now.indent, node});
       open.push_back({step::whole, now.indent + 2, node->then_node()});
     }
+  }
+}
+
+void Tdd::Print_bdd_structure(std::ostream& out) const {
+  struct step {
+    const Tdd* part;
+    int indent;
+    std::string heading;  ///< before the part, at two blanks less
+  };
+  if (manager_ == nullptr) return;
+  std::vector<step> open{{this, 0, ""}};
+  while (!open.empty()) {
+    const step now = open.back();
+    open.pop_back();
+    if (!now.heading.empty()) {
+      manager_->Chars(' ', now.indent - 2, out);
+      out << now.heading << '\n';
+    }
+    const Tdd& here = *now.part;
+    if (here.is_constant()) {
+      manager_->Chars(' ', now.indent, out);
+      out << (here.is_one() ? "1\n" : "0\n");
+      continue;
+    }
+    const std::string name = manager_->Name_var_by_bdd(here.value_);
+    open.push_back({here.common_, now.indent + 2, "dont care " + name});
+    open.push_back({here.else_, now.indent + 2, "else if !" + name});
+    open.push_back({here.then_, now.indent + 2, "if " + name});
   }
 }
 

@@ -157,6 +157,9 @@ class Bddexpressionwood {
   bdd Bdd_reduce(const bdd& f, const bdd& c) { return man->Bdd_reduce(f, c); }
   bdd Bdd_simplify(const bdd& f, const bdd& g) { return man->Bdd_simplify(f, g); }
   bdd Bdd_simplify2(const bdd& f, const bdd& g) { return man->Bdd_simplify2(f, g); }
+  bdd Bdd_simplify3(const bdd& f, const bdd& g, int ignored) {
+    return man->Bdd_simplify3(f, g, ignored);
+  }
   bdd Bdd_exist(const bdd& f, const bdd& v) { return man->Bdd_exist(f, v); }
   bdd Bdd_forall(const bdd& f, const bdd& v) { return man->Bdd_forall(f, v); }
   void Rename_var(const std::string& new_name, const std::string& old_name) {
