@@ -1,11 +1,13 @@
 #pragma once
 
+#include <list>
 #include <string>
 
 #include "pert_exp/Bddexpression.h"
 
 namespace kiva {
 
+class Expression;
 class Module;
 class Signal;
 
@@ -29,6 +31,46 @@ class EquationTable {
   }
   Bddexpression* getBddExpression(long id) const { return bdd_expression_wood->exp_by_index(id); }
   long getPertLevel() const { return bdd_expression_wood->Nb_level(); }
+  /// Forgets the signal's equations.
+  void removeSignal(Signal* signal);
+
+  // Equations of statements (tarn/zu). A signal's equation is a pair, of its status and its value.
+  /// Gives the signal's current occurrence the rails of `e`, over occurrence 0 of all signals when
+  /// `initial`, else over their latest occurrences. A wire is True or False whatever `e`'s value.
+  void createEquation(Signal* signal, Expression* e, Module* module, bool initial = false);
+  /// Or-s the rails of `e` onto the signal's equations; a missing one is told on the error stream.
+  void createUnifyEquation(Signal* signal, Expression* e, Module* module, bool initial);
+  /// The value of a register variable: not its status.
+  void createRegisterEquation(Signal* signal, Module* module);
+  /// Makes the current occurrence, or occurrence n, Bottom.
+  void createBottomEquation(Signal* signal, Module* module);
+  void createBottomEquation(Signal* signal, Module* module, int occurrence);
+  /// Makes `signal` follow `other`.
+  void replaceEquation(Signal* signal, Signal* other, Module* module);
+  /// Makes the signal known to this table's wood.
+  void learnSignal(Signal* signal, Module* module);
+  /// Copies an equation of another wood into this one.
+  void add(Bddexpression* expression, Module* module);
+
+  // Whole tables.
+  /// Merges `other` into this table, and destroys its wood.
+  void unify(EquationTable* other, Module* module);
+  /// Guards the equations of outputs and plain locals by the value of `condition`.
+  void cond(Signal* condition, Module* module);
+  /// Starts a new occurrence of each output and plain local that this table knows.
+  void pre(Module* module);
+  /// A table over a copy of the wood, with the same manager and occurrences.
+  EquationTable* duplicate(Module* module);
+
+  // Dates.
+  /// Dates the equations, of all or of the given variable ids, and gives the number of levels. A
+  /// dependence cycle ends the process with a report; ModulePertFailureException if dating fails.
+  long callPert();
+  long callPert(const std::list<long>& ids);
+  /// The text of the cycle that begins at the first id; takes what it met out of the list.
+  std::string computeDependence(std::list<long>& ids);
+  /// Carries the dates of one equation to another.
+  void updatePertDate(Bddexpression* from, Bddexpression* to);
 
  private:
   Bddexpressionwood* bdd_expression_wood;
