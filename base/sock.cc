@@ -18,7 +18,9 @@ namespace {
 
 constexpr int backlog = 5;
 
-void report(const std::string& text) { std::cerr << "Sock error: " << text << '\n'; }
+void report(const std::string& text) {
+  std::cerr << "Sock error: " << text << '\n';
+}
 
 std::nullptr_t failed(const std::string& text) {
   report(text);
@@ -51,7 +53,9 @@ std::string dotted(const in_addr& address) {
   return text;
 }
 
-sockaddr* generic(sockaddr_in* address) { return reinterpret_cast<sockaddr*>(address); }
+sockaddr* generic(sockaddr_in* address) {
+  return reinterpret_cast<sockaddr*>(address);
+}
 
 /// The local address of the descriptor; false on failure.
 bool local_name(int fd, sockaddr_in& address) {
@@ -166,9 +170,13 @@ void SOCK_shutdown(Sock sock, int release) {
   std::free(sock);
 }
 
-const char* SOCK_hostname(Sock sock) { return sock == nullptr ? nullptr : sock->hostname; }
+const char* SOCK_hostname(Sock sock) {
+  return sock == nullptr ? nullptr : sock->hostname;
+}
 
-const char* SOCK_host_address(Sock sock) { return sock == nullptr ? nullptr : sock->hostip; }
+const char* SOCK_host_address(Sock sock) {
+  return sock == nullptr ? nullptr : sock->hostip;
+}
 
 const char* SOCK_local_address(Sock sock) {
   static thread_local std::string text;

@@ -22,15 +22,17 @@ struct operand_pair {
 /// Reports an or or and that came out above both operands; cannot happen on correct diagrams.
 [[noreturn]] void misplaced_result(bddpp_manager& manager, const char* name, bdd_edge f, bdd_edge g,
                                    bdd_edge result) {
-  const auto index = [](bdd_edge e) { return e.node()->var_index(); };
+  const bdd_internals diagram(&manager);
+  const auto index = [&](bdd_edge e) { return diagram.node(e)->var_index(); };
   std::cerr << "INTERNAL ERROR in " << name << "(): result has an index (" << index(result)
             << ") less than the operands (" << index(f) << ") and (" << index(g) << ")!\n";
   const auto print = [&](const char* title, bdd_edge e) {
     std::cerr << title << (e.complemented() ? "NOT" : "") << '\n';
-    manager.Bdd_clear_marks(e.node());
-    manager.Bdd_incremental_id(e.node(), 0);
-    manager.Bdd_clear_marks(e.node());
-    manager.Print_bdd_structure_loc(std::cerr, 5, e.node());
+    bdd_node* node = diagram.node(e);
+    manager.Bdd_clear_marks(node);
+    manager.Bdd_incremental_id(node, 0);
+    manager.Bdd_clear_marks(node);
+    manager.Print_bdd_structure_loc(std::cerr, 5, node);
   };
   print("x= ", f);
   print("y=", g);
@@ -48,21 +50,20 @@ class disjunction {
 
   bool solved(task t, bdd_edge& result) const {
     const bdd_edge one = d_.one();
-    if (t.f.node() == one.node()) {
+    if (d_.is_constant(t.f)) {
       result = t.f == one ? one : t.g;
-    } else if (t.g.node() == one.node()) {
+    } else if (d_.is_constant(t.g)) {
       result = t.g == one ? one : t.f;
-    } else if (t.f.node() == t.g.node()) {
+    } else if (t.f.same_node(t.g)) {
       result = t.f == t.g ? t.f : one;
     } else {
       return false;
     }
-    result.node()->inc_nbrefs();
     return true;
   }
 
   std::uint64_t key(task t) const {
-    const std::uint64_t a = d_.code(t.f), b = d_.code(t.g);
+    const std::uint64_t a = t.f.code(), b = t.g.code();
     return a < b ? a << 32 | b : b << 32 | a;
   }
 
@@ -81,14 +82,12 @@ class disjunction {
 
   bdd_edge join(task t, bdd_edge then_result, bdd_edge else_result) const {
     const int i = d_.index(t.f), j = d_.index(t.g);
-    const bdd_edge result =
-        d_.make((i <= j ? t.f : t.g).node()->var_id(), then_result, else_result);
+    const bdd_edge result = d_.make(d_.var_id(i <= j ? t.f : t.g), then_result, else_result);
     if (then_result == else_result && !d_.is_constant(result) && d_.index(result) < i &&
         d_.index(result) < j) {
       if (as_and_) misplaced_result(*d_.manager(), "Bdd_and", !t.f, !t.g, !result);
       misplaced_result(*d_.manager(), "Bdd_or", t.f, t.g, result);
     }
-    result.node()->inc_nbrefs();
     return result;
   }
 
@@ -101,7 +100,7 @@ bdd_edge disjunction_of(const bdd_internals& diagram, bdd_edge f, bdd_edge g, bo
   disjunction rule(diagram, as_and);
   bdd_edge result;
   if (rule.solved({f, g}, result)) return result;
-  return descent<disjunction>(rule, diagram).run({f, g});
+  return descent<disjunction>(rule, diagram.memory()).run({f, g});
 }
 
 void check_operands(const bddpp_manager* manager, const char* name, const bdd_node* f,
@@ -125,16 +124,16 @@ bdd_edge bdd_internals::conjoin(bdd_edge f, bdd_edge g) const {
 
 bdd_node* bddpp_manager::Bdd_or(int f_link, bdd_node* f, int g_link, bdd_node* g, int& link) {
   check_operands(this, "Bdd_or", f, g);
-  const bdd_edge result = bdd_internals(this).disjoin(bdd_edge(f, f_link), bdd_edge(g, g_link));
-  link = result.link();
-  return result.node();
+  const bdd_internals diagram(this);
+  return diagram.returned(diagram.disjoin(diagram.edge_of(f_link, f), diagram.edge_of(g_link, g)),
+                          link);
 }
 
 bdd_node* bddpp_manager::Bdd_and(int f_link, bdd_node* f, int g_link, bdd_node* g, int& link) {
   check_operands(this, "Bdd_and", f, g);
-  const bdd_edge result = bdd_internals(this).conjoin(bdd_edge(f, f_link), bdd_edge(g, g_link));
-  link = result.link();
-  return result.node();
+  const bdd_internals diagram(this);
+  return diagram.returned(diagram.conjoin(diagram.edge_of(f_link, f), diagram.edge_of(g_link, g)),
+                          link);
 }
 
 bdd bddpp_manager::Bdd_or(const bdd& f, const bdd& g) {

@@ -14,7 +14,7 @@ namespace kiva {
 ///
 /// A variable has an id (its number of creation, which never changes) and an index (its place in
 /// the order); nodes hold the id, recursions compare indices.
-class bdd_node {
+class alignas(64) bdd_node {
  public:
   bddpp_manager* my_manager() const { return internal_manager_ref; }
   /// The printed key: 12 bits of variable id, 20 bits of each child's global id, 1 bit of else
@@ -71,7 +71,9 @@ class bdd_node {
   bddpp_manager* internal_manager_ref = nullptr;
   bdd_node* internal_then = nullptr;
   bdd_node* internal_else = nullptr;
-  bdd_node* internal_next = nullptr;  ///< in the bucket of the unique table
+  // The children as edges of their manager, the else edge with its polarity.
+  std::uint32_t internal_then_code = 0;
+  std::uint32_t internal_else_code = 0;
   long internal_global_id = 0;
   int internal_local_id = 0;
   int internal_var_id = -3;
@@ -84,7 +86,7 @@ class bdd_node {
   std::int8_t internal_mark = 0;
   bool internal_in_table = false;
 };
-static_assert(sizeof(bdd_node) <= 64, "a node is one cache line");
+static_assert(sizeof(bdd_node) == 64, "a node is one cache line");
 
 inline bdd::bdd(bddpp_manager* manager, int link_type, bdd_node* node)
     : internal_manager_ref(manager), internal_link_type(link_type), internal_bdd_node(node) {

@@ -24,7 +24,7 @@ class cofactor_rule {
     result = f;
     return d_.is_constant(f) || d_.index(f) > last_index_;
   }
-  std::uint64_t key(task f) const { return d_.code(f); }
+  std::uint64_t key(task f) const { return f.code(); }
   void split(task f, task& then_task, task& else_task) const {
     const int literal = literals_[d_.index(f)];
     then_task = literal == 2 || literal == 1 ? d_.then_of(f) : d_.else_of(f);
@@ -32,7 +32,7 @@ class cofactor_rule {
   }
   bdd_edge join(task f, bdd_edge then_result, bdd_edge else_result) const {
     if (literals_[d_.index(f)] != 2) return then_result;
-    return d_.make(static_cast<int>(f.node()->var_id()), then_result, else_result);
+    return d_.make(d_.var_id(f), then_result, else_result);
   }
 
  private:
@@ -83,7 +83,8 @@ bdd bddpp_manager::Bdd_cube_reduce(const bdd& f, const bdd& cube) {
     bound.push_back(index);
   });
   cofactor_rule rule(diagram, literals.data(), static_cast<int>(bound.back()));
-  const bdd_edge result = descent<cofactor_rule>(rule, diagram).run(bdd_internals::edge_of(f));
+  const bdd_edge result =
+      descent<cofactor_rule>(rule, diagram.memory()).run(bdd_internals::edge_of(f));
   for (long index : bound) literals[index] = 2;
   return diagram.handle(result);
 }

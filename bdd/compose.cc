@@ -22,7 +22,7 @@ class rebuild_rule {
     result = f;
     return d_.is_constant(f);
   }
-  std::uint64_t key(task f) const { return d_.code(f); }
+  std::uint64_t key(task f) const { return f.code(); }
   void split(task f, task& then_task, task& else_task) const {
     then_task = d_.then_of(f);
     else_task = d_.else_of(f);
@@ -54,13 +54,13 @@ class cut_rule {
     }
     return true;
   }
-  std::uint64_t key(task f) const { return d_.code(f); }
+  std::uint64_t key(task f) const { return f.code(); }
   void split(task f, task& then_task, task& else_task) const {
     then_task = d_.then_of(f);
     else_task = d_.else_of(f);
   }
   bdd_edge join(task f, bdd_edge then_result, bdd_edge else_result) const {
-    return d_.ite(d_.variable(f.node()->var_id()), then_result, else_result);
+    return d_.ite(d_.variable(d_.var_id(f)), then_result, else_result);
   }
 
  private:
@@ -74,7 +74,8 @@ bdd rebuild(bddpp_manager* manager, const char* operation, const bdd& f, Test te
   bdd_internals::require_own(manager, operation, {f.node()});
   const bdd_internals diagram(manager);
   rebuild_rule<Test> rule(diagram, test);
-  return diagram.handle(descent<rebuild_rule<Test>>(rule, diagram).run(bdd_internals::edge_of(f)));
+  return diagram.handle(
+      descent<rebuild_rule<Test>>(rule, diagram.memory()).run(bdd_internals::edge_of(f)));
 }
 
 }  // namespace
@@ -85,17 +86,19 @@ bdd bddpp_manager::Bdd_compose(const bdd& f, const bdd& v, const bdd& g) {
     return Bdd_zero();
   }
   const bdd_internals diagram(this);
-  const long id = v.node()->var_id();
-  const bdd_edge value = bdd_internals::edge_of(g);
+  const int id = static_cast<int>(v.node()->var_id());
+  bdd_internals::require_own(this, "Bdd_compose", {g.node()});
+  const bdd_edge value = diagram.edge_of(g);
   return rebuild(this, "Bdd_compose", f, [&](bdd_edge node) {
-    const long node_id = node.node()->var_id();
+    const int node_id = diagram.var_id(node);
     return node_id == id ? value : diagram.variable(node_id);
   });
 }
 
 bdd bddpp_manager::Bdd_replace_vars(const bdd& f, const long* map) {
+  const bdd_internals diagram(this);
   return rebuild(this, "Bdd_replace_vars", f, [&](bdd_edge node) {
-    return bdd_internals::edge_of(Bdd_var_by_index(map[node.node()->var_index()]));
+    return diagram.edge_of(Bdd_var_by_index(map[diagram.index(node)]));
   });
 }
 
@@ -104,7 +107,7 @@ bdd bddpp_manager::Bdd_keep_first_variables(const bdd& f, long n) {
   bdd_internals::require_own(this, "Bdd_keep_first_variables", {f.node()});
   const bdd_internals diagram(this);
   cut_rule rule(diagram, n);
-  return diagram.handle(descent<cut_rule>(rule, diagram).run(bdd_internals::edge_of(f)));
+  return diagram.handle(descent<cut_rule>(rule, diagram.memory()).run(bdd_internals::edge_of(f)));
 }
 
 }  // namespace kiva

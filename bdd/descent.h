@@ -21,9 +21,7 @@ class descent {
  public:
   using task = typename Rule::task;
 
-  /// Results lie in the manager of `results`.
-  descent(Rule& rule, const bdd_internals& results)
-      : rule_(rule), results_(results), lease_(results.memory()) {}
+  descent(Rule& rule, call_memory& memory) : rule_(rule), lease_(memory) {}
 
   bdd_edge run(task t) { return reach(t, native_depth); }
 
@@ -109,15 +107,14 @@ class descent {
     }
     std::uint32_t code;
     if (!lease_.table()->find(rule_.key(t), code)) return false;
-    result = results_.edge(code);
+    result = bdd_edge::of_code(code);
     return true;
   }
   void remember(task t, bdd_edge result) {
-    if (lease_.table() != nullptr) lease_.table()->store(rule_.key(t), results_.code(result));
+    if (lease_.table() != nullptr) lease_.table()->store(rule_.key(t), result.code());
   }
 
   Rule& rule_;
-  const bdd_internals& results_;
   table_lease lease_;
   int tasks_ = 0;
 };

@@ -2,38 +2,33 @@
 
 #include <cstdint>
 
-#include "bdd/bdd_node.h"
-
 namespace kiva {
 
-/// A node and the polarity with which it is taken, in one word: bit 0 stands for the complement.
-/// What the recursions pass around; it counts no reference.
+/// A node and the polarity with which it is taken, in 32 bits: the node's slot in the memory of its
+/// manager, and bit 0 for the complement. What the recursions pass around and remember; it counts
+/// no reference and means nothing outside its manager.
 class bdd_edge {
  public:
   bdd_edge() = default;
-  bdd_edge(bdd_node* node, int link)
-      : bits_(reinterpret_cast<std::uintptr_t>(node) | (link == 1 ? 0 : 1)) {}
+  constexpr bdd_edge(std::uint32_t slot, bool complemented)
+      : code_(slot << 1 | (complemented ? 1 : 0)) {}
+  static constexpr bdd_edge of_code(std::uint32_t code) { return bdd_edge(code >> 1, code & 1); }
 
-  bdd_node* node() const { return reinterpret_cast<bdd_node*>(bits_ & ~std::uintptr_t{1}); }
-  bool complemented() const { return (bits_ & 1) != 0; }
+  std::uint32_t code() const { return code_; }
+  std::uint32_t slot() const { return code_ >> 1; }
+  bool complemented() const { return (code_ & 1) != 0; }
   int link() const { return complemented() ? -1 : 1; }
-  bool null() const { return node() == nullptr; }
 
-  bdd_edge operator!() const { return from_bits(bits_ ^ 1); }
+  bdd_edge operator!() const { return of_code(code_ ^ 1); }
   /// The complement when `flip` holds.
-  bdd_edge flipped_if(bool flip) const { return from_bits(bits_ ^ (flip ? 1 : 0)); }
-  bdd_edge regular() const { return from_bits(bits_ & ~std::uintptr_t{1}); }
-  friend bool operator==(bdd_edge a, bdd_edge b) { return a.bits_ == b.bits_; }
-
-  std::uintptr_t bits() const { return bits_; }
+  bdd_edge flipped_if(bool flip) const { return of_code(code_ ^ (flip ? 1 : 0)); }
+  bdd_edge regular() const { return of_code(code_ & ~1u); }
+  /// Whether both have one node.
+  bool same_node(bdd_edge other) const { return ((code_ ^ other.code_) & ~1u) == 0; }
+  friend bool operator==(bdd_edge a, bdd_edge b) { return a.code_ == b.code_; }
 
  private:
-  static bdd_edge from_bits(std::uintptr_t bits) {
-    bdd_edge edge;
-    edge.bits_ = bits;
-    return edge;
-  }
-  std::uintptr_t bits_ = 0;
+  std::uint32_t code_ = 0;
 };
 
 }  // namespace kiva

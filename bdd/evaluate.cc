@@ -28,12 +28,12 @@ class ternary_evaluation {
       : d_(diagram), literals_(literals), stamp_(diagram.new_stamp()) {}
 
   int value_of(bdd_edge root) {
-    int value;
+    int value = unknown;
     if (known(root, value)) return value;
     open(root);
     for (;;) {
       step& top = open_.back();
-      const bdd_node* node = top.edge.node();
+      const bdd_node* node = d_.node(top.edge);
       // `value` is missing when the top step has just been opened.
       if (top.state == step::opened) {
         top.state = top.literal == unknown ? step::in_then : step::in_last;
@@ -75,8 +75,8 @@ class ternary_evaluation {
   bool known(bdd_edge f, int& value) const {
     if (d_.is_constant(f)) {
       value = f.complemented() ? 0 : 1;
-    } else if (f.node()->visit_stamp == stamp_) {
-      value = complement_if(f.complemented(), f.node()->visit_value);
+    } else if (d_.node(f)->visit_stamp == stamp_) {
+      value = complement_if(f.complemented(), d_.node(f)->visit_value);
     } else {
       return false;
     }

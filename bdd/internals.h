@@ -6,12 +6,12 @@
 
 #include "bdd/bddpp.h"
 #include "bdd/call_table.h"
-#include "bdd/edge.h"
 
 namespace kiva {
 
 /// Memory that the recursions of a manager use again from call to call.
 struct call_memory {
+  /// An operator that rebuilds with ite runs the recursion of the or inside its own.
   static constexpr int max_nested = 2;
   std::array<call_table, max_nested> tables;
   int tables_in_use = 0;
@@ -20,50 +20,43 @@ struct call_memory {
   std::vector<int> literals;  ///< by index; all 2 between calls
 };
 
-/// The way of the package's own recursions into a manager.
+/// The way of the package's own recursions into a manager. Made for one call: it does not see
+/// variables that come later.
 class bdd_internals {
  public:
   explicit bdd_internals(bddpp_manager* manager)
       : manager_(manager),
         nodes_(&manager->internal_unique_table),
-        index_of_id_(manager->internal_idtoindex_table.data()),
-        one_(manager->internal_bdd_node_one) {}
+        index_of_id_(manager->internal_idtoindex_table.data()) {}
 
   bddpp_manager* manager() const { return manager_; }
   call_memory& memory() const { return *manager_->internal_call_memory; }
-  bdd_edge one() const { return bdd_edge(one_, 1); }
-  bool is_constant(bdd_edge f) const { return f.node() == one_; }
 
-  /// Of a node that is not the constant.
-  int index(bdd_edge f) const { return index_of_id_[f.node()->var_id()]; }
+  static constexpr bdd_edge one() { return bdd_edge(0, false); }
+  static bool is_constant(bdd_edge f) { return f.slot() == 0; }
+  bdd_node* node(bdd_edge f) const { return nodes_->node(f); }
+
+  // Of a node that is not the constant.
+  int var_id(bdd_edge f) const { return node(f)->internal_var_id; }
+  int index(bdd_edge f) const { return index_of_id_[var_id(f)]; }
   bdd_edge then_of(bdd_edge f) const {
-    return bdd_edge(f.node()->then_node(), 1).flipped_if(f.complemented());
+    return bdd_edge::of_code(node(f)->internal_then_code).flipped_if(f.complemented());
   }
   bdd_edge else_of(bdd_edge f) const {
-    return bdd_edge(f.node()->else_node(), f.node()->else_link_type()).flipped_if(f.complemented());
+    return bdd_edge::of_code(node(f)->internal_else_code).flipped_if(f.complemented());
+  }
+
+  bdd_edge variable(int var_id) const {
+    return bdd_edge(manager_->internal_variables_table[var_id]->internal_slot, false);
   }
   /// If the variable then `then_edge` else `else_edge`; both test later variables only.
   bdd_edge make(int var_id, bdd_edge then_edge, bdd_edge else_edge) const {
     if (then_edge == else_edge) return then_edge;
-    const bool complemented = then_edge.complemented();
-    bdd_node* then_node = then_edge.node();
-    bdd_node* else_node = else_edge.node();
-    if (then_node == one_ && else_node == one_)
-      return bdd_edge(manager_->internal_variables_table[var_id], 1).flipped_if(complemented);
-    return bdd_edge(nodes_->find_or_make(var_id, else_edge.complemented() != complemented,
-                                         then_node, else_node),
-                    1)
-        .flipped_if(complemented);
+    const bool flip = then_edge.complemented();
+    if (is_constant(then_edge) && is_constant(else_edge)) return variable(var_id).flipped_if(flip);
+    return nodes_->find_or_make(var_id, then_edge.regular(), else_edge.flipped_if(flip))
+        .flipped_if(flip);
   }
-
-  /// 32 bits that stand for the edge in a table.
-  std::uint32_t code(bdd_edge f) const {
-    return unique_table::slot_of(f.node()) << 1 | (f.complemented() ? 1 : 0);
-  }
-  bdd_edge edge(std::uint32_t code) const {
-    return bdd_edge(nodes_->at(code >> 1), 1).flipped_if((code & 1) != 0);
-  }
-
   bdd_edge disjoin(bdd_edge f, bdd_edge g) const;
   bdd_edge conjoin(bdd_edge f, bdd_edge g) const;
   /// As the operator on handles: the or of two ands.
@@ -71,11 +64,19 @@ class bdd_internals {
     const bdd_edge positive = conjoin(f, g);
     return disjoin(positive, conjoin(!f, h));
   }
-  bdd_edge variable(int var_id) const {
-    return bdd_edge(manager_->internal_variables_table[var_id], 1);
+
+  static bdd_edge edge_of(int link, const bdd_node* node) {
+    return bdd_edge(node->internal_slot, link != 1);
   }
-  bdd handle(bdd_edge f) const { return bdd(manager_, f.link(), f.node()); }
-  static bdd_edge edge_of(const bdd& f) { return bdd_edge(f.node(), f.link_type()); }
+  static bdd_edge edge_of(const bdd& f) { return edge_of(f.link_type(), f.node()); }
+  bdd handle(bdd_edge f) const { return bdd(manager_, f.link(), node(f)); }
+  /// A result of the operators on nodes: its polarity by reference, its node with one more count.
+  bdd_node* returned(bdd_edge f, int& link) const {
+    link = f.link();
+    node(f)->inc_nbrefs();
+    return node(f);
+  }
+
   /// Ends the process unless all nodes are of this manager.
   static void require_own(const bddpp_manager* manager, const char* operation,
                           std::initializer_list<const bdd_node*> nodes);
@@ -86,7 +87,6 @@ class bdd_internals {
   bddpp_manager* manager_;
   unique_table* nodes_;
   const int* index_of_id_;
-  bdd_node* one_;
 };
 
 /// Borrows one of the manager's tables for the length of a call.

@@ -26,10 +26,10 @@ class copy_rule {
       : to_(to), from_(from), corr_(corr) {}
 
   bool solved(task f, bdd_edge& result) const {
-    result = bdd_edge(to_->Bdd_node_one(), f.link());
+    result = bdd_internals::one().flipped_if(f.complemented());
     return from_.is_constant(f);
   }
-  std::uint64_t key(task f) const { return from_.code(f); }
+  std::uint64_t key(task f) const { return f.code(); }
   void split(task f, task& then_task, task& else_task) const {
     then_task = from_.then_of(f);
     else_task = from_.else_of(f);
@@ -39,17 +39,12 @@ class copy_rule {
 
   bdd_edge join(task f, bdd_edge then_copy, bdd_edge else_copy) const {
     const bdd variable = variable_of(f);
-    bdd_edge copy;
-    if (may_stand_above(variable.node(), then_copy.node()) &&
-        may_stand_above(variable.node(), else_copy.node())) {
-      int link = 1;
-      bdd_node* node =
-          to_->Find_or_create_bdd_node(variable.node()->var_index(), then_copy.link(),
-                                       else_copy.link(), then_copy.node(), else_copy.node(), link);
-      copy = bdd_edge(node, link);
-    } else {
-      copy = bdd_internals(to_).ite(bdd_internals::edge_of(variable), then_copy, else_copy);
-    }
+    const bdd_internals destination(to_);
+    const bool direct = may_stand_above(variable.node(), destination.node(then_copy)) &&
+                        may_stand_above(variable.node(), destination.node(else_copy));
+    const bdd_edge copy =
+        direct ? destination.make(static_cast<int>(variable.node()->var_id()), then_copy, else_copy)
+               : destination.ite(destination.edge_of(variable), then_copy, else_copy);
     if (odd && copy.complemented()) {
       std::cerr << (how == naming::by_name
                         ? "erreur inattendue dans Bdd_isomorphe_by_name() !\n"
@@ -68,7 +63,7 @@ class copy_rule {
 
   bdd variable_of(bdd_edge f) const {
     if constexpr (how == naming::by_name)
-      return to_->New_var_last(from_.manager()->Name_var_by_id(f.node()->var_id()));
+      return to_->New_var_last(from_.manager()->Name_var_by_id(from_.var_id(f)));
     const long index = from_.index(f);
     return to_->Bdd_var_by_index(how == naming::same_index ? index : corr_[index]);
   }
@@ -79,10 +74,11 @@ class copy_rule {
 };
 
 template <naming how>
-bdd_edge copy(bddpp_manager* to, bddpp_manager* from, bdd_edge f, const long* corr) {
+bdd copy(bddpp_manager* to, bddpp_manager* from, const bdd& source, const long* corr) {
+  const bdd_edge f = bdd_internals::edge_of(source);
   copy_rule<how> rule(to, from, corr);
-  const bdd_internals results(to);
-  return descent<copy_rule<how>>(rule, results).run(f);
+  const bdd_edge result = descent<copy_rule<how>>(rule, bdd_internals(to).memory()).run(f);
+  return bdd_internals(to).handle(result);
 }
 
 /// Whether each variable of f has its like in the destination.
@@ -106,8 +102,7 @@ bdd Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, const bdd& f) {
   if (to == nullptr) return bdd();
   if (from == nullptr || f.node() == nullptr) return to->Bdd_one();
   if (f.manager_ref() != from || !all_variables_known(to, from, f, nullptr)) return bad_call(to);
-  const bdd_edge result = copy<naming::same_index>(to, from, bdd_internals::edge_of(f), nullptr);
-  return bdd(to, result.link(), result.node());
+  return copy<naming::same_index>(to, from, f, nullptr);
 }
 
 bdd_node* Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, bdd_node* node, const long* corr) {
@@ -115,24 +110,21 @@ bdd_node* Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, bdd_node* node, 
   if (from == nullptr || node == nullptr) return to->Bdd_node_one();
   if (node->my_manager() != from || !all_variables_known(to, from, bdd(from, 1, node), corr))
     return bad_call(to).node();
-  return copy<naming::by_index_table>(to, from, bdd_edge(node, 1), corr).node();
+  return copy<naming::by_index_table>(to, from, bdd(from, 1, node), corr).node();
 }
 
 bdd Bdd_isomorphe(bddpp_manager* to, bddpp_manager* from, const bdd& f, const long* corr) {
   if (to == nullptr || from == nullptr || f.manager_ref() != from || f.node() == nullptr ||
       !all_variables_known(to, from, f, corr))
     return bad_call(to);
-  const bdd_edge result =
-      copy<naming::by_index_table_on_handles>(to, from, bdd_internals::edge_of(f), corr);
-  return bdd(to, result.link(), result.node());
+  return copy<naming::by_index_table_on_handles>(to, from, f, corr);
 }
 
 bdd Bdd_isomorphe_by_name(bddpp_manager* to, bddpp_manager* from, const bdd& f) {
   if (to == nullptr) return bdd();
   if (from == nullptr || f.node() == nullptr) return to->Bdd_one();
   if (f.manager_ref() != from) return bad_call(to);
-  const bdd_edge result = copy<naming::by_name>(to, from, bdd_internals::edge_of(f), nullptr);
-  return bdd(to, result.link(), result.node());
+  return copy<naming::by_name>(to, from, f, nullptr);
 }
 
 }  // namespace kiva

@@ -26,8 +26,7 @@ bddpp_manager::bddpp_manager(const bddpp_manager* other) : bddpp_manager() {
   internal_idtoindex_table = other->internal_idtoindex_table;
   internal_indextoid_table = other->internal_indextoid_table;
   for (long id = 0; id < internal_bdd_vars; ++id) {
-    internal_variables_table.push_back(
-        internal_unique_table.make_variable(static_cast<int>(id), internal_bdd_node_one));
+    internal_variables_table.push_back(internal_unique_table.make_variable(static_cast<int>(id)));
   }
   internal_assoc_var_table = internal_variables_table;
 }
@@ -54,8 +53,10 @@ bdd_node* bddpp_manager::Find_or_create_bdd_node(long index, int then_link, int 
               << child->var_index() << ")\n";
     return nullptr;
   }
-  return internal_unique_table.find_or_make(static_cast<int>(id), stored_link != 1, then_node,
-                                            else_node);
+  const bdd_edge made =
+      internal_unique_table.find_or_make(static_cast<int>(id), bdd_internals::edge_of(1, then_node),
+                                         bdd_internals::edge_of(stored_link, else_node));
+  return internal_unique_table.node(made);
 }
 
 void bddpp_manager::Map_integrate(bdd_node* node) {
@@ -161,7 +162,7 @@ void bdd_internals::require_own(const bddpp_manager* manager, const char* operat
 std::uint32_t bdd_internals::new_stamp() const {
   std::uint32_t& last = memory().last_stamp;
   if (++last != 0) return last;
-  for (std::uint32_t slot = 0; slot < nodes_->slots(); ++slot) nodes_->at(slot)->visit_stamp = 0;
+  nodes_->for_each_made([](bdd_node* node) { node->visit_stamp = 0; });
   for (std::uint32_t& stamp : memory().variable_stamps) stamp = 0;
   return last = 1;
 }

@@ -1,87 +1,79 @@
 #include "bdd/unique_table.h"
 
-#include <algorithm>
-#include <new>
+#include <bit>
 #include <tuple>
+
+#include "bdd/table_memory.h"
 
 namespace kiva {
 
-namespace {
-constexpr int first_bucket_bits = 8;
-constexpr std::align_val_t cache_line{64};
-}  // namespace
-
-unique_table::unique_table(bddpp_manager* manager)
-    : manager_(manager),
-      buckets_(std::size_t{1} << first_bucket_bits, nullptr),
-      bucket_shift_(64 - first_bucket_bits) {}
+unique_table::unique_table(bddpp_manager* manager) : manager_(manager) {
+  set_line_bits(first_line_bits);
+}
 
 unique_table::~unique_table() {
-  for (bdd_node* chunk : chunks_) ::operator delete(chunk, cache_line);
+  free_table_memory(lines_, (line_mask_ + 1) * line_size * sizeof *lines_);
+  for (bdd_node* chunk : chunks_) free_table_memory(chunk, chunk_size * sizeof(bdd_node));
 }
 
 void unique_table::add_chunk() {
-  const std::size_t size = chunk_size(static_cast<int>(chunks_.size()));
   chunks_.reserve(chunks_.size() + 1);
-  unused_ = static_cast<bdd_node*>(::operator new(size * sizeof(bdd_node), cache_line));
-  chunk_end_ = unused_ + size;
-  chunks_.push_back(unused_);
+  chunks_.push_back(static_cast<bdd_node*>(
+      allocate_table_memory(chunk_size * sizeof(bdd_node), !chunks_.empty())));
+}
+
+void unique_table::set_line_bits(int bits) {
+  line_mask_ = (std::size_t{1} << bits) - 1;
+  const std::size_t entries = (line_mask_ + 1) * line_size;
+  lines_ = static_cast<std::uint64_t*>(allocate_table_memory(entries * sizeof *lines_, true));
+  std::fill_n(lines_, entries, empty);
+  most_entries_ = entries / 4 * 3;
+  entries_used_ = 0;
+}
+
+void unique_table::grow() {
+  std::uint64_t* old = lines_;
+  const std::size_t old_lines = line_mask_ + 1;
+  set_line_bits(std::bit_width(old_lines));
+  for_each([this](bdd_node* node) { enter(key_of(node), node->internal_slot); });
+  free_table_memory(old, old_lines * line_size * sizeof *old);
 }
 
 bdd_node* unique_table::make_constant() {
-  bdd_node* node = make(-1, false, nullptr, nullptr);
+  bdd_node* node = make({-1, bdd_edge(), bdd_edge(), 0});
+  node->internal_then = node->internal_else = nullptr;
   node->internal_in_table = false;
   return node;
 }
 
-bdd_node* unique_table::make_variable(int var_id, bdd_node* one) {
-  bdd_node* node = make(var_id, true, one, one);
-  link_in(node, bucket_of(node));
+bdd_node* unique_table::make_variable(int var_id) {
+  const key k = key_of(var_id, bdd_edge(0, false), bdd_edge(0, true));
+  bdd_node* node = make(k);
+  enter(k, node->internal_slot);
   return node;
 }
 
 void unique_table::integrate(bdd_node* node) {
   suppress(node);
-  link_in(node, bucket_of(node));
+  node->internal_in_table = true;
+  enter(key_of(node), node->internal_slot);
 }
 
 void unique_table::suppress(const bdd_node* node) {
-  for (bdd_node** at = &buckets_[bucket_of(node)]; *at != nullptr; at = &(*at)->internal_next) {
-    bdd_node* found = *at;
-    if (found->internal_then == node->internal_then &&
-        found->internal_else == node->internal_else &&
-        found->internal_var_id == node->internal_var_id &&
-        found->internal_else_link_type == node->internal_else_link_type) {
-      *at = found->internal_next;
-      found->internal_in_table = false;
-      --in_table_;
-      return;
-    }
-  }
+  std::uint64_t* entry = find(key_of(node));
+  if (entry == nullptr) return;
+  at(static_cast<std::uint32_t>(*entry))->internal_in_table = false;
+  *entry = left;
 }
 
 void unique_table::destroy(bdd_node* node) {
   suppress(node);
-  if (node == last_made_) last_made_ = nullptr;
-  node->internal_next = free_;
-  free_ = node;
-}
-
-void unique_table::grow() {
-  const std::size_t size = buckets_.size() * 4;
-  buckets_ = {};
-  buckets_.assign(size, nullptr);
-  bucket_shift_ -= 2;
-  for_each([this](bdd_node* node) {
-    const std::size_t bucket = bucket_of(node);
-    node->internal_next = buckets_[bucket];
-    buckets_[bucket] = node;
-  });
+  if (node->internal_slot == last_made_) last_made_ = no_slot;
+  free_.push_back(node);
 }
 
 std::vector<bdd_node*> unique_table::listing() const {
   std::vector<bdd_node*> nodes;
-  nodes.reserve(in_table_);
   for_each([&](bdd_node* node) { nodes.push_back(node); });
   const auto key = [](const bdd_node* node) {
     return std::tuple(node->internal_var_id, node->internal_then->internal_global_id,

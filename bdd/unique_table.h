@@ -1,19 +1,26 @@
 #pragma once
 
-#include <bit>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 #include "bdd/bdd_node.h"
+#include "bdd/edge.h"
 
 namespace kiva {
 
 /// The nodes of one manager: their memory, and the hash over (variable id, then, else, polarity)
 /// that keeps them unique.
 ///
-/// A node stands in a slot, numbered from 0 in the order of creation; a destroyed node's slot is
-/// used again. Slots lie in chunks, each as large as all before it, so that a node never moves.
+/// A node stands in a slot, numbered from 0 in the order of creation, and never moves; the slot of
+/// a destroyed node is used again. The constant has slot 0.
+///
+/// The hash consists of lines of eight entries, one cache line each. A node's first line is that of
+/// its younger child: what a recursion makes one after the other comes to lie together. A node that
+/// finds its first line full, as above a variable with many nodes above it, goes to the first line
+/// with room from a place on that its whole key scatters. An entry holds 32 bits of that key beside
+/// the slot, so that a search reads a node only where it almost certainly ends.
 class unique_table {
  public:
   explicit unique_table(bddpp_manager* manager);
@@ -21,14 +28,13 @@ class unique_table {
   unique_table(const unique_table&) = delete;
   unique_table& operator=(const unique_table&) = delete;
 
-  /// The terminal node; it is in no bucket. To be called once, first.
+  /// The terminal node, which has no entry. To be called once, first.
   bdd_node* make_constant();
   /// The node of a new variable; the caller knows that there is none.
-  bdd_node* make_variable(int var_id, bdd_node* one);
-  /// The node (variable, then, else with polarity), found or made; one more reference in the first
-  /// case, one more for each child in the second.
-  bdd_node* find_or_make(int var_id, bool else_complemented, bdd_node* then_node,
-                         bdd_node* else_node);
+  bdd_node* make_variable(int var_id);
+  /// The node (variable, then without complement, else), found or made; one more reference in the
+  /// first case, one more for each child in the second.
+  bdd_edge find_or_make(int var_id, bdd_edge then_edge, bdd_edge else_edge);
 
   /// Enters the node; one of the same key leaves the table.
   void integrate(bdd_node* node);
@@ -38,119 +44,172 @@ class unique_table {
   void destroy(bdd_node* node);
 
   long next_global_id() const { return next_global_id_; }
-  /// Number of slots ever used; some may be free.
-  std::size_t slots() const { return slots_used_; }
   bdd_node* at(std::uint32_t slot) const {
-    const int chunk = std::bit_width(slot >> first_chunk_bits);
-    return chunks_[chunk] + (slot - chunk_start(chunk));
+    return chunks_[slot >> chunk_bits] + (slot & (chunk_size - 1));
   }
-  static std::uint32_t slot_of(const bdd_node* node) { return node->internal_slot; }
+  bdd_node* node(bdd_edge f) const { return at(f.slot()); }
 
+  /// Calls visit(node) for each node that a table has or had, in the order of slots.
+  template <class Visit>
+  void for_each_made(Visit visit) const {
+    for (std::uint32_t slot = 0; slot < slots_used_; ++slot) visit(at(slot));
+  }
   /// Calls visit(node) for each node of the table, in the order of slots.
   template <class Visit>
   void for_each(Visit visit) const {
-    for (std::uint32_t slot = 0; slot < slots_used_; ++slot) {
-      bdd_node* node = at(slot);
+    for_each_made([&](bdd_node* node) {
       if (node->internal_in_table) visit(node);
-    }
+    });
   }
   /// All nodes of the table in key order.
   std::vector<bdd_node*> listing() const;
 
  private:
-  static constexpr int first_chunk_bits = 8;
-  static std::uint32_t chunk_start(int chunk) {
-    return chunk == 0 ? 0 : std::uint32_t{1} << (first_chunk_bits + chunk - 1);
+  static constexpr int chunk_bits = 15;
+  static constexpr std::uint32_t chunk_size = 1u << chunk_bits;
+  static constexpr std::uint32_t no_slot = ~0u;
+  static constexpr int line_size = 8;
+  static constexpr int first_line_bits = 6;
+  /// Slots whose upper nodes share a first line.
+  static constexpr int slots_of_line_bits = 2;
+  /// Entries without a node: never used, or left by a suppressed node.
+  static constexpr std::uint64_t empty = ~std::uint64_t{0};
+  static constexpr std::uint64_t left = empty - 1;
+
+  /// What is looked for: the two edges and 32 scattered bits of everything.
+  struct key {
+    int var_id;
+    bdd_edge then_edge, else_edge;
+    std::uint32_t hash;
+  };
+  static key key_of(int var_id, bdd_edge then_edge, bdd_edge else_edge) {
+    const std::uint64_t children = std::uint64_t{then_edge.code()} << 32 | else_edge.code();
+    std::uint64_t mixed = children * 0x9E3779B97F4A7C15u;
+    mixed ^= mixed >> 32;
+    mixed += static_cast<std::uint64_t>(var_id);
+    mixed *= 0xD6E8FEB86659FD93u;
+    return {var_id, then_edge, else_edge, static_cast<std::uint32_t>(mixed >> 32)};
   }
-  static std::size_t chunk_size(int chunk) {
-    return std::size_t{1} << (first_chunk_bits + (chunk == 0 ? 0 : chunk - 1));
+  static key key_of(const bdd_node* node) {
+    return key_of(node->internal_var_id, bdd_edge::of_code(node->internal_then_code),
+                  bdd_edge::of_code(node->internal_else_code));
   }
-  std::size_t bucket_of(int var_id, bool else_complemented, const bdd_node* then_node,
-                        const bdd_node* else_node) const {
-    const std::uint64_t then_bits = reinterpret_cast<std::uintptr_t>(then_node) >> 6;
-    const std::uint64_t else_bits =
-        reinterpret_cast<std::uintptr_t>(else_node) >> 5 | (else_complemented ? 1 : 0);
-    const std::uint64_t mixed = then_bits * 0x9E3779B97F4A7C15u + else_bits * 0xC2B2AE3D27D4EB4Fu +
-                                static_cast<std::uint64_t>(var_id) * 0xD6E8FEB86659FD93u;
-    return mixed >> bucket_shift_;
+  bool has_key(const bdd_node* node, const key& k) const {
+    return node->internal_then_code == k.then_edge.code() &&
+           node->internal_else_code == k.else_edge.code() && node->internal_var_id == k.var_id;
   }
-  std::size_t bucket_of(const bdd_node* node) const {
-    return bucket_of(node->internal_var_id, node->internal_else_link_type < 0, node->internal_then,
-                     node->internal_else);
+  std::uint64_t* first_line(const key& k) const {
+    const std::size_t younger = std::max(k.then_edge.slot(), k.else_edge.slot());
+    return lines_ + (younger >> slots_of_line_bits & line_mask_) * line_size;
   }
-  bdd_node* make(int var_id, bool else_complemented, bdd_node* then_node, bdd_node* else_node);
+  std::uint64_t* scattered_line(const key& k) const {
+    return lines_ + (std::uint64_t{k.hash} * (line_mask_ + 1) >> 32) * line_size;
+  }
+  std::uint64_t* next_line(std::uint64_t* line) const {
+    line += line_size;
+    return line == lines_ + (line_mask_ + 1) * line_size ? lines_ : line;
+  }
+
+  /// Calls probe(line) for each line in which the key may stand, until it gives true.
+  template <class Probe>
+  void follow(const key& k, Probe probe) const {
+    std::uint64_t* line = first_line(k);
+    if (probe(line)) return;
+    for (line = scattered_line(k); !probe(line); line = next_line(line)) {
+    }
+  }
+  /// The entry of the key, or null.
+  std::uint64_t* find(const key& k) const {
+    std::uint64_t* found = nullptr;
+    follow(k, [&](std::uint64_t* line) {
+      for (std::uint64_t* entry = line; entry != line + line_size; ++entry) {
+        if (*entry == empty) return true;
+        if (*entry >> 32 != k.hash || *entry == left) continue;
+        if (!has_key(at(static_cast<std::uint32_t>(*entry)), k)) continue;
+        found = entry;
+        return true;
+      }
+      return false;
+    });
+    return found;
+  }
+  /// Enters a node whose key is absent.
+  void enter(const key& k, std::uint32_t slot) {
+    follow(k, [&](std::uint64_t* line) {
+      for (std::uint64_t* entry = line; entry != line + line_size; ++entry) {
+        if (*entry != empty) continue;
+        *entry = std::uint64_t{k.hash} << 32 | slot;
+        return true;
+      }
+      return false;
+    });
+    if (++entries_used_ > most_entries_) grow();
+  }
+
+  bdd_node* make(const key& k);
   bdd_node* take_slot();
   void add_chunk();
-  void link_in(bdd_node* node, std::size_t bucket);
+  void set_line_bits(int bits);
   void grow();
 
   bddpp_manager* manager_;
   std::vector<bdd_node*> chunks_;
-  bdd_node* unused_ = nullptr;  ///< first node of the last chunk that was never used
-  bdd_node* chunk_end_ = nullptr;
-  bdd_node* free_ = nullptr;  ///< destroyed nodes, through internal_next
+  std::vector<bdd_node*> free_;
   std::uint32_t slots_used_ = 0;
-  std::vector<bdd_node*> buckets_;
-  int bucket_shift_;
-  std::size_t in_table_ = 0;
+  std::uint64_t* lines_;
+  std::size_t line_mask_;
+  std::size_t entries_used_ = 0;  ///< those left by suppressed nodes included
+  std::size_t most_entries_;
   long next_global_id_ = 1;
   /// The node made last. Nothing can have it as a child yet, so that a node above it is new.
-  const bdd_node* last_made_ = nullptr;
+  std::uint32_t last_made_ = no_slot;
 };
 
-inline void unique_table::link_in(bdd_node* node, std::size_t bucket) {
-  node->internal_next = buckets_[bucket];
-  buckets_[bucket] = node;
-  node->internal_in_table = true;
-  if (++in_table_ > buckets_.size()) grow();
-}
-
 inline bdd_node* unique_table::take_slot() {
-  if (free_ != nullptr) {
-    bdd_node* node = free_;
-    free_ = node->internal_next;
+  if (!free_.empty()) {
+    bdd_node* node = free_.back();
+    free_.pop_back();
     return node;
   }
-  if (unused_ == chunk_end_) add_chunk();
-  unused_->internal_slot = slots_used_++;
-  return unused_++;
+  if ((slots_used_ & (chunk_size - 1)) == 0) add_chunk();
+  bdd_node* node = at(slots_used_);
+  node->internal_slot = slots_used_++;
+  return node;
 }
 
-inline bdd_node* unique_table::make(int var_id, bool else_complemented, bdd_node* then_node,
-                                    bdd_node* else_node) {
+inline bdd_node* unique_table::make(const key& k) {
   bdd_node* node = take_slot();
   node->internal_manager_ref = manager_;
-  node->internal_then = then_node;
-  node->internal_else = else_node;
+  node->internal_then = this->node(k.then_edge);
+  node->internal_else = this->node(k.else_edge);
+  node->internal_then_code = k.then_edge.code();
+  node->internal_else_code = k.else_edge.code();
   node->internal_global_id = next_global_id_++;
   node->internal_local_id = 0;
-  node->internal_var_id = var_id;
+  node->internal_var_id = k.var_id;
   node->internal_nb_refs = 1;
-  node->internal_else_link_type = else_complemented ? -1 : 1;
+  node->internal_else_link_type = static_cast<std::int8_t>(k.else_edge.link());
   node->internal_mark = 0;
   node->visit_stamp = 0;
+  node->internal_in_table = true;
   return node;
 }
 
-inline bdd_node* unique_table::find_or_make(int var_id, bool else_complemented, bdd_node* then_node,
-                                            bdd_node* else_node) {
-  const std::size_t bucket = bucket_of(var_id, else_complemented, then_node, else_node);
-  if (then_node != last_made_ && else_node != last_made_) {
-    const int else_link = else_complemented ? -1 : 1;
-    for (bdd_node* node = buckets_[bucket]; node != nullptr; node = node->internal_next) {
-      if (node->internal_then == then_node && node->internal_else == else_node &&
-          node->internal_var_id == var_id && node->internal_else_link_type == else_link) {
-        node->inc_nbrefs();
-        return node;
-      }
+inline bdd_edge unique_table::find_or_make(int var_id, bdd_edge then_edge, bdd_edge else_edge) {
+  const key k = key_of(var_id, then_edge, else_edge);
+  if (then_edge.slot() != last_made_ && else_edge.slot() != last_made_) {
+    if (const std::uint64_t* entry = find(k)) {
+      const auto slot = static_cast<std::uint32_t>(*entry);
+      at(slot)->inc_nbrefs();
+      return bdd_edge(slot, false);
     }
   }
-  bdd_node* node = make(var_id, else_complemented, then_node, else_node);
-  last_made_ = node;
-  then_node->inc_nbrefs();
-  else_node->inc_nbrefs();
-  link_in(node, bucket);
-  return node;
+  bdd_node* node = make(k);
+  last_made_ = node->internal_slot;
+  node->internal_then->inc_nbrefs();
+  node->internal_else->inc_nbrefs();
+  enter(k, last_made_);
+  return bdd_edge(last_made_, false);
 }
 
 }  // namespace kiva

@@ -24,7 +24,7 @@ bdd_node* bddpp_manager::new_variable(long index, const std::string& name) {
   const auto [entry, is_new] = internal_names_map.try_emplace(name, id);
   if (!is_new) return internal_variables_table[entry->second];
 
-  bdd_node* node = internal_unique_table.make_variable(id, internal_bdd_node_one);
+  bdd_node* node = internal_unique_table.make_variable(id);
   internal_names_table.push_back(name);
   if (internal_ids_of_name_known) internal_ids_of_name[name].insert(id);
   internal_variables_table.push_back(node);

@@ -43,16 +43,18 @@ std::list<long> by_date(const std::vector<Dated>& entries) {
 
 std::list<long> Bddexpressionwood::earliest_sort() const {
   std::vector<Dated> entries;
-  entries.reserve(ens_exp.size());
-  for (long index : ens_exp) entries.push_back({exp_table[index]->earliest_date, index});
+  for (long index = 0; index < nb_var_bdd; ++index) {
+    if (exp_table[index] != nullptr) entries.push_back({exp_table[index]->earliest_date, index});
+  }
   return by_date(entries);
 }
 
 std::list<long> Bddexpressionwood::latest_sort() const {
   std::vector<Dated> entries;
-  entries.reserve(ens_exp.size());
   // The complement turns the order round without the overflow of a negation.
-  for (long index : ens_exp) entries.push_back({~latest_date_table[index], index});
+  for (long index = 0; index < nb_var_bdd; ++index) {
+    if (exp_table[index] != nullptr) entries.push_back({~latest_date_table[index], index});
+  }
   return by_date(entries);
 }
 

@@ -102,6 +102,11 @@ class Propagation {
     if (!dates_.enters(v)) return false;
     if (level_ > bound_) settle();
     if (!dates_.rises(v, date)) return false;
+    if (date < -bound_ && level_ <= bound_) {
+      // The climb along a cycle from here to the bound would not end in a lifetime.
+      if (height_[v] == unseen) measure(v);
+      if (height_[v] == cyclic) date = 0;
+    }
     if (level_ <= bound_ && dates_.monotone(date)) {
       if (height_[v] == unseen) measure(v);
       if (height_[v] >= 0) {
@@ -179,7 +184,6 @@ class Bddexpressionwood::Dating {
   /// begins the line about a reader outside the tables.
   void push_from(long index, const char* report) {
     const long nb_vars = wood_.nb_var_bdd;
-    if (wood_.nb_level > 2 * nb_vars) settle();
     const index_set& readers = wood_.amont_dep_table[index];
     for (long reader : readers) {
       if (reader >= nb_vars) {

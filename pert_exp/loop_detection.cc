@@ -90,7 +90,7 @@ std::list<long> Bddexpressionwood::loop_detection() {
   Cycle_search early_cycles(readers, nb_var_bdd);
   Cycle_search late_cycles(dependences, nb_var_bdd);
   std::vector<long> members;
-  for (long index : ens_exp) {
+  for (long index : Set_of_exp()) {
     early_cycles.from(index, members);
     late_cycles.from(index, members);
   }

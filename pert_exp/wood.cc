@@ -3,7 +3,7 @@
 // Three tables run parallel, by variable index: the equation that defines the variable, the indices
 // of the equations that read it, its late date. They cover the first `nb_var_bdd` variables of the
 // manager; a shared manager may be ahead of them until update_bdd_vars(). What holds between calls:
-// a learnt equation i that reads d stands in the readers of d, and `ens_exp` holds the indices
+// a learnt equation i that reads d stands in the readers of d, and Set_of_exp() holds the indices
 // whose slot is filled.
 
 #include "pert_exp/wood.h"
@@ -11,12 +11,16 @@
 #include <algorithm>
 #include <iostream>
 
-#include "pert_exp/list_text.h"
+#include "base/list.h"
 #include "pert_exp/table_capacity.h"
 
 namespace kiva {
 
 namespace {
+
+std::list<long> as_list(const index_set& set) {
+  return {set.begin(), set.end()};
+}
 
 /// `members` after a variable was inserted at `new_index`.
 index_set shifted(const index_set& members, long new_index) {
@@ -63,7 +67,8 @@ Bddexpressionwood::~Bddexpressionwood() {
 void Bddexpressionwood::copy_from(const Bddexpressionwood& other) {
   nb_level = other.nb_level;
   common_bdd_manager = other.common_bdd_manager;
-  ens_exp = other.ens_exp;
+  ens_exp = other.Set_of_exp();
+  ens_exp_in_step = true;
   man = other.man;
   if (man != nullptr && common_bdd_manager == 0) man = new bddpp_manager(other.man);
   nb_max_var_bdd = doubled_capacity(other.nb_max_var_bdd, other.nb_var_bdd, "Bddexpression");
@@ -83,6 +88,7 @@ void Bddexpressionwood::clear() {
   for (Bddexpression* e : exp_table) delete e;
   exp_table.clear();
   ens_exp.clear();
+  ens_exp_in_step = true;
   if (common_bdd_manager == 0) delete man;
   man = nullptr;
   nb_var_bdd = 0;
@@ -138,7 +144,9 @@ void Bddexpressionwood::update_bdd_vars() {
   const long capacity = doubled_capacity(nb_max_var_bdd, man->Nb_bdd_vars(), "Bddexpressionwood");
   if (capacity != nb_max_var_bdd) {
     nb_max_var_bdd = capacity;
-    for (long index : ens_exp) exp_table[index]->internal_build_dependances();
+    for (Bddexpression* e : exp_table) {
+      if (e != nullptr) e->internal_build_dependances();
+    }
   }
   resize_tables(man->Nb_bdd_vars());
 }
@@ -158,9 +166,9 @@ void Bddexpressionwood::update_bdd_vars(long new_index) {
   std::rotate(latest_date_table.begin() + new_index, latest_date_table.end() - 1,
               latest_date_table.end());
   for (index_set& readers : amont_dep_table) readers = shifted(readers, new_index);
-  ens_exp = shifted(ens_exp, new_index);
-  for (long index : ens_exp) {
-    exp_table[index]->vars_dependance = shifted(exp_table[index]->vars_dependance, new_index);
+  ens_exp_in_step = false;
+  for (Bddexpression* e : exp_table) {
+    if (e != nullptr) e->vars_dependance = shifted(e->vars_dependance, new_index);
   }
 }
 
@@ -187,7 +195,7 @@ bool Bddexpressionwood::enter_expression(Bddexpression* e) {
   if (old != nullptr) {
     leave_as_reader(index, old->vars_dependance);
   } else {
-    ens_exp.insert(index);
+    note_filled(index);
   }
   exp_table[index] = e;
   enter_as_reader(index, e->vars_dependance);
@@ -209,7 +217,7 @@ void Bddexpressionwood::learn_abstract_expression(Bddexpression* e, const index_
 
 void Bddexpressionwood::integrate_wood(Bddexpressionwood* other) {
   if (other == nullptr || other == this || other->man == nullptr) return;
-  for (long from_index : other->ens_exp) {
+  for (long from_index : other->Set_of_exp()) {
     const Bddexpression& from = *other->exp_table[from_index];
     auto* e = new Bddexpression(this);
     e->name = from.name;
@@ -248,22 +256,45 @@ Bddexpression* Bddexpressionwood::forgettable(long index) const {
   return amont_dep_table[index].empty() ? exp_table[index] : nullptr;
 }
 
-void Bddexpressionwood::remove_expression(long index) {
+const index_set& Bddexpressionwood::Set_of_exp() const {
+  if (!ens_exp_in_step) {
+    ens_exp.clear();
+    for (long index = 0; index < nb_var_bdd; ++index) {
+      if (exp_table[index] != nullptr) ens_exp.insert(index);
+    }
+    ens_exp_in_step = true;
+  }
+  return ens_exp;
+}
+
+void Bddexpressionwood::note_filled(long index) {
+  if (ens_exp_in_step && (ens_exp.empty() || ens_exp.back() < index)) {
+    ens_exp.insert(index);
+  } else {
+    ens_exp_in_step = false;
+  }
+}
+
+void Bddexpressionwood::delete_expression(long index) {
   delete exp_table[index];
   exp_table[index] = nullptr;
-  ens_exp.erase(index);
+  if (ens_exp_in_step && !ens_exp.empty() && ens_exp.back() == index) {
+    ens_exp.erase(index);
+  } else {
+    ens_exp_in_step = false;
+  }
 }
 
 void Bddexpressionwood::forget_expression_by_bddid(long index) {
   const Bddexpression* e = forgettable(index);
   if (e == nullptr) return;
   leave_as_reader(index, e->vars_dependance);
-  remove_expression(index);
+  delete_expression(index);
   latest_date_table[index] = 0;
 }
 
 void Bddexpressionwood::absolute_forget_expression_by_bddid(long index) {
-  if (forgettable(index) != nullptr) remove_expression(index);
+  if (forgettable(index) != nullptr) delete_expression(index);
 }
 
 void Bddexpressionwood::enter_as_reader(long user_index, const index_set& deps) {
@@ -300,7 +331,7 @@ void Bddexpressionwood::append_not_expression(long index) {
 
 index_set Bddexpressionwood::Set_of_index_used_variables() const {
   std::vector<long> used;
-  for (long index : ens_exp) {
+  for (long index : Set_of_exp()) {
     const Bddexpression* e = slot(index);
     if (e == nullptr) {
       std::cerr << "internal error in Bddexpressionwood::Set_of_index_used_variables(): expression "
@@ -328,7 +359,8 @@ long Bddexpressionwood::getLateDate(long index) const {
 
 void Bddexpressionwood::coherence_dependances_check(std::ostream& out) const {
   std::vector<index_set> computed(nb_var_bdd);
-  for (long index : ens_exp) {
+  for (long index = 0; index < nb_var_bdd; ++index) {
+    if (exp_table[index] == nullptr) continue;
     for (long dep : exp_table[index]->vars_dependance) {
       if (in_tables(dep)) computed[dep].insert(index);
     }
@@ -336,11 +368,8 @@ void Bddexpressionwood::coherence_dependances_check(std::ostream& out) const {
   for (long index = 0; index < nb_var_bdd; ++index) {
     if (computed[index] == amont_dep_table[index]) continue;
     out << "incoherence sur table des amonts pour la variable " << man->Name_var_by_index(index)
-        << ": calcule: ";
-    write_list(out, computed[index]);
-    out << " trouve";
-    write_list(out, amont_dep_table[index]);
-    out << '\n';
+        << ": calcule: " << as_list(computed[index]) << " trouve" << as_list(amont_dep_table[index])
+        << '\n';
   }
 }
 

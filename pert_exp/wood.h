@@ -70,10 +70,11 @@ class Bddexpressionwood {
   long Nb_bdd_vars() const { return nb_var_bdd; }
   long Nb_max_bdd_vars() const { return nb_max_var_bdd; }
   /// Number of equations.
-  long exp_number() const { return static_cast<long>(ens_exp.size()); }
+  long exp_number() const { return static_cast<long>(Set_of_exp().size()); }
   /// By index; null where a variable has no equation.
   Bddexpression** Exp_table() { return exp_table.data(); }
-  const index_set& Set_of_exp() const { return ens_exp; }
+  /// Changes with the next equation learnt or forgotten.
+  const index_set& Set_of_exp() const;
   index_set Set_of_index_used_variables() const;
   void setLateDate(const bdd& var, long date);
   long getLateDate(const bdd& var) const;
@@ -175,7 +176,8 @@ class Bddexpressionwood {
   void leave_as_reader(long user_index, const index_set& deps);
   /// The slot of `index` if it can be forgotten, else null; reports an index out of range.
   Bddexpression* forgettable(long index) const;
-  void remove_expression(long index);
+  void delete_expression(long index);
+  void note_filled(long index);
   void resize_tables(long nb_vars);
   void copy_from(const Bddexpressionwood& other);
   void clear();
@@ -189,7 +191,10 @@ class Bddexpressionwood {
 
   int common_bdd_manager = 0;
   bddpp_manager* man = nullptr;
-  index_set ens_exp;
+  // The filled slots. A change in the middle only marks the set; Set_of_exp() brings it in step, so
+  // that learning or forgetting many in any order stays linear.
+  mutable index_set ens_exp;
+  mutable bool ens_exp_in_step = true;
   long nb_var_bdd = 0;
   long nb_max_var_bdd = 1;
   std::vector<Bddexpression*> exp_table;

@@ -1,7 +1,7 @@
 #include <iostream>
 #include <iterator>
 
-#include "pert_exp/list_text.h"
+#include "base/list.h"
 #include "pert_exp/wood.h"
 
 namespace kiva {
@@ -33,8 +33,8 @@ Bddexpression* Bddexpressionwood::exp_by_bdd(const bdd& f) const {
 }
 
 Bddexpression* Bddexpressionwood::exp_by_name(const std::string& name) const {
-  for (long index : ens_exp) {
-    if (exp_table[index]->name == name) return exp_table[index];
+  for (Bddexpression* e : exp_table) {
+    if (e != nullptr && e->name == name) return e;
   }
   std::cerr << "ERROR in Bddexpressionwood::exp_by_name : `" << name << "' not found!\n";
   return nullptr;
@@ -42,17 +42,17 @@ Bddexpression* Bddexpressionwood::exp_by_name(const std::string& name) const {
 
 Bddexpression* Bddexpressionwood::exp(int n) const {
   if (n < 0 || n >= exp_number()) {
-    std::cerr << "ERROR in Bddexpressionwood::exp(): " << n << " bad number ...\npossible: ";
-    write_list(std::cerr, ens_exp);
-    std::cerr << '\n';
+    const std::list<long> possible(Set_of_exp().begin(), Set_of_exp().end());
+    std::cerr << "ERROR in Bddexpressionwood::exp(): " << n << " bad number ...\n"
+              << "possible: " << possible << '\n';
     return nullptr;
   }
-  return exp_table[*std::next(ens_exp.begin(), n)];
+  return exp_table[*std::next(Set_of_exp().begin(), n)];
 }
 
 long Bddexpressionwood::Index_exp_by_name(const std::string& name) const {
-  for (long index : ens_exp) {
-    if (exp_table[index]->name == name) return index;
+  for (long index = 0; index < nb_var_bdd; ++index) {
+    if (exp_table[index] != nullptr && exp_table[index]->name == name) return index;
   }
   std::cerr << "ERROR in Bddexpressionwood::Index_exp_by_name : `" << name << "' not found!\n";
   return -1;

@@ -2,7 +2,7 @@
 #include <map>
 #include <ostream>
 
-#include "pert_exp/list_text.h"
+#include "base/list.h"
 #include "pert_exp/wood_graph.h"
 
 namespace kiva {
@@ -10,37 +10,35 @@ namespace kiva {
 /// A level is a date that an equation or a variable holds: a file's dates may leave gaps of any
 /// size.
 void Bddexpressionwood::stat(std::ostream& out) {
-  const auto line = [&out](const char* title, const auto& elements) {
-    out << title;
-    write_list(out, elements);
-    out << '\n';
-  };
   const long manager_vars = man == nullptr ? 0 : man->Nb_bdd_vars();
   out << "wood Bddexpression statistics:\n"
       << "  - adress: " << this << '\n'
       << "  - bbd variables number of the bdd manager: " << manager_vars << '\n'
       << "  - variables number used : " << nb_var_bdd << '\n'
-      << "  - arrays's length  : " << nb_max_var_bdd << '\n';
-  line("  - expression ids set ", ens_exp);
-  out << "  - nb levels " << nb_level << '\n';
+      << "  - arrays's length  : " << nb_max_var_bdd << '\n'
+      << "  - expression ids set " << std::list<long>(Set_of_exp().begin(), Set_of_exp().end())
+      << '\n'
+      << "  - nb levels " << nb_level << '\n';
   if (nb_var_bdd != manager_vars) {
     out << "INTERNAL ERROR: bdd variables number doesn't corresponding !!!\n";
   }
   struct Level {
-    std::vector<long> early, late;
+    std::list<long> early, late;
   };
   std::map<long, Level> levels;
-  for (long index : ens_exp) levels[exp_table[index]->earliest_date].early.push_back(index);
   for (long index = 0; index < nb_var_bdd; ++index) {
+    if (exp_table[index] != nullptr) {
+      levels[exp_table[index]->earliest_date].early.push_back(index);
+    }
     levels[latest_date_table[index]].late.push_back(index);
   }
   for (const auto& [date, level] : levels) {
-    out << "      level: " << date << '\n';
-    line("        early date: ", level.early);
-    line("        late date: ", level.late);
+    out << "      level: " << date << '\n'
+        << "        early date: " << level.early << '\n'
+        << "        late date: " << level.late << '\n';
   }
-  line("   earliest date sorting:", earliest_sort());
-  line("   latest date sorting:", latest_sort());
+  out << "   earliest date sorting:" << earliest_sort() << '\n'
+      << "   latest date sorting:" << latest_sort() << '\n';
 }
 
 void Bddexpressionwood::stat_early_dep(std::ostream& out, long index) {

@@ -1,10 +1,12 @@
 #include "tarn/model/data.h"
 
 #include <iostream>
+#include <unordered_set>
 
 #include "base/process_end.h"
 #include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/depth_guard.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -15,14 +17,6 @@ namespace kiva {
 int DataExpr::Indexation = 0;
 
 namespace {
-
-using SignalSet = std::unique_ptr<std::set<Signal*>>;
-
-SignalSet joined(SignalSet a, SignalSet b) {
-  if (a == nullptr) return b;
-  if (b != nullptr) a->merge(*b);
-  return a;
-}
 
 ConstantDecl* constant_by_id(int id) {
   return Compilation::GDataConstantTable == nullptr
@@ -39,6 +33,22 @@ std::list<DataExpr*> copied(const std::list<DataExpr*>& expressions, Copy copy) 
 }
 
 }  // namespace
+
+std::unique_ptr<std::set<Signal*>> DataExpr::computeDependencySet() const {
+  auto signals = std::make_unique<std::set<Signal*>>();
+  std::vector<const DataExpr*> open{this};
+  std::unordered_set<const DataExpr*> seen{this};
+  while (!open.empty()) {
+    const DataExpr* e = open.back();
+    open.pop_back();
+    if (e->isDataSignalValue())
+      signals->insert(static_cast<const DataSignalValue*>(e)->getSignal());
+    for (const DataExpr* operand : e->operands())
+      if (seen.insert(operand).second) open.push_back(operand);
+  }
+  if (signals->empty()) return nullptr;
+  return signals;
+}
 
 const std::string& DataExpr::getType(Module* module) {
   if (type.empty()) computeType(module);
@@ -67,9 +77,6 @@ DataExpr* DataValue::duplicate() {
 DataExpr* DataValue::changeModule(Module*, Module*) {
   return duplicate();
 }
-SignalSet DataValue::computeDependencySet() const {
-  return nullptr;
-}
 void DataValue::print_debug(std::ostream& out) const {
   out << value;
 }
@@ -95,9 +102,6 @@ DataExpr* DataConstant::duplicate() {
 }
 DataExpr* DataConstant::changeModule(Module*, Module*) {
   return duplicate();
-}
-SignalSet DataConstant::computeDependencySet() const {
-  return nullptr;
 }
 void DataConstant::print_debug(std::ostream& out) const {
   out << "C: " << constant_index;
@@ -137,9 +141,6 @@ DataExpr* DataSignalValue::changeModule(Module* to, Module*) {
                                     signal->getInternalName());
   return make_kept<DataSignalValue>(found);
 }
-SignalSet DataSignalValue::computeDependencySet() const {
-  return std::make_unique<std::set<Signal*>>(std::set<Signal*>{signal});
-}
 void DataSignalValue::print_debug(std::ostream& out) const {
   out << signal->getInternalName();
 }
@@ -158,9 +159,6 @@ DataExpr* DataUnaryOp::duplicate() {
 DataExpr* DataUnaryOp::changeModule(Module* to, Module* from) {
   return make_kept<DataUnaryOp>(op, operand->changeModule(to, from));
 }
-SignalSet DataUnaryOp::computeDependencySet() const {
-  return operand->computeDependencySet();
-}
 void DataUnaryOp::print_debug(std::ostream& out) const {
   out << op << '(';
   operand->print_debug(out);
@@ -168,6 +166,7 @@ void DataUnaryOp::print_debug(std::ostream& out) const {
 }
 
 void DataBinaryOp::computeType(Module* module) {
+  const DepthGuard guard("DataExpr::computeType");
   const std::string left_type = left->getType(module);
   const std::string right_type = right->getType(module);
   if (left_type != right_type) {
@@ -185,9 +184,6 @@ DataExpr* DataBinaryOp::duplicate() {
 }
 DataExpr* DataBinaryOp::changeModule(Module* to, Module* from) {
   return make_kept<DataBinaryOp>(op, left->changeModule(to, from), right->changeModule(to, from));
-}
-SignalSet DataBinaryOp::computeDependencySet() const {
-  return joined(left->computeDependencySet(), right->computeDependencySet());
 }
 void DataBinaryOp::print_debug(std::ostream& out) const {
   out << ' ' << op << '(';
@@ -217,11 +213,6 @@ DataExpr* DataMethodCall::duplicate() {
 DataExpr* DataMethodCall::changeModule(Module* to, Module* from) {
   return make_kept<DataMethodCall>(
       method_index, copied(arguments, [&](DataExpr* e) { return e->changeModule(to, from); }));
-}
-SignalSet DataMethodCall::computeDependencySet() const {
-  SignalSet all;
-  for (const DataExpr* e : arguments) all = joined(std::move(all), e->computeDependencySet());
-  return all;
 }
 void DataMethodCall::print_debug(std::ostream& out) const {
   out << method_index << '(';

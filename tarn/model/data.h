@@ -50,13 +50,18 @@ class DataExpr {
   /// Numbers new intermediate signals.
   static int Indexation;
 
+  /// The greatest depth of a tree that is typed or evaluated: far beyond what people write, and
+  /// within any stack.
+  static constexpr int deepest = 2000;
+
   virtual ~DataExpr() = default;
 
   const std::string& getType() const { return type; }
   /// Computes the type when it is still empty.
   const std::string& getType(Module* module);
   void setType(const std::string& text) { type = text; }
-  /// Sets the type from the operands; what each class throws stands at its body.
+  /// Sets the type from the operands; what each class throws stands at its body. Like an
+  /// evaluation, it refuses a tree deeper than `deepest` with IllegalOperationException.
   virtual void computeType(Module* module) = 0;
   virtual void setIndex(int number) { index = number; }
   int getIndex() const { return index; }
@@ -75,8 +80,11 @@ class DataExpr {
   virtual DataExpr* duplicate() = 0;
   /// The same tree for a copied module, its signals found there by internal name.
   virtual DataExpr* changeModule(Module* to, Module* from) = 0;
-  /// The signals read; null when there are none. The caller owns the set.
-  virtual std::unique_ptr<std::set<Signal*>> computeDependencySet() const = 0;
+  /// The operands, left to right; none for a leaf.
+  virtual std::vector<DataExpr*> operands() const { return {}; }
+  /// The signals read; null when there are none. The caller owns the set. One visit a node, however
+  /// often the tree shares it.
+  std::unique_ptr<std::set<Signal*>> computeDependencySet() const;
   virtual void print_debug(std::ostream& out) const = 0;
   /// The value in the instant of `context` (one entry per variable index), asked from the
   /// evaluation server where it takes an operator, a method or an external constant.
@@ -104,7 +112,6 @@ class DataValue : public DataExpr {
   DataExpr* instanciate(Interface* interface) override;
   DataExpr* duplicate() override;
   DataExpr* changeModule(Module* to, Module* from) override;
-  std::unique_ptr<std::set<Signal*>> computeDependencySet() const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
 
@@ -125,7 +132,6 @@ class DataConstant : public DataExpr {
   DataExpr* instanciate(Interface* interface) override;
   DataExpr* duplicate() override;
   DataExpr* changeModule(Module* to, Module* from) override;
-  std::unique_ptr<std::set<Signal*>> computeDependencySet() const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
 
@@ -143,7 +149,6 @@ class DataSignalValue : public DataExpr {
   DataExpr* instanciate(Interface* interface) override;
   DataExpr* duplicate() override;
   DataExpr* changeModule(Module* to, Module* from) override;
-  std::unique_ptr<std::set<Signal*>> computeDependencySet() const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
 
@@ -161,7 +166,7 @@ class DataUnaryOp : public DataExpr {
   DataExpr* instanciate(Interface* interface) override;
   DataExpr* duplicate() override;
   DataExpr* changeModule(Module* to, Module* from) override;
-  std::unique_ptr<std::set<Signal*>> computeDependencySet() const override;
+  std::vector<DataExpr*> operands() const override { return {operand}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
 
@@ -182,7 +187,7 @@ class DataBinaryOp : public DataExpr {
   DataExpr* instanciate(Interface* interface) override;
   DataExpr* duplicate() override;
   DataExpr* changeModule(Module* to, Module* from) override;
-  std::unique_ptr<std::set<Signal*>> computeDependencySet() const override;
+  std::vector<DataExpr*> operands() const override { return {left, right}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
 
@@ -204,7 +209,7 @@ class DataMethodCall : public DataExpr {
   DataExpr* instanciate(Interface* interface) override;
   DataExpr* duplicate() override;
   DataExpr* changeModule(Module* to, Module* from) override;
-  std::unique_ptr<std::set<Signal*>> computeDependencySet() const override;
+  std::vector<DataExpr*> operands() const override { return {arguments.begin(), arguments.end()}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
 

@@ -2,18 +2,45 @@
 // instant; each operator, method call and external constant is one request to the evaluation
 // server. Nested requests go out before the request that needs them, left before right.
 
+#include <algorithm>
 #include <iostream>
 
 #include "base/process_end.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/data.h"
+#include "tarn/model/depth_guard.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 
 namespace kiva {
 
 namespace {
+
 const char* const no_value = "--";
+
+/// Holds the signals whose values are being looked for, one inside the other. A signal met again
+/// would be asked for without end.
+class ReadGuard {
+ public:
+  explicit ReadGuard(const Signal* signal) : depth_("DataExpr::Simul_put") {
+    if (std::find(open_.begin(), open_.end(), signal) != open_.end()) {
+      std::string names;
+      for (const Signal* reader : open_) names += reader->getInternalName() + " ";
+      throw IllegalOperationException(
+          "DataSignalValue::Simul_put: a value reads itself through its bindings:",
+          names + signal->getInternalName());
+    }
+    open_.push_back(signal);
+  }
+  ~ReadGuard() { open_.pop_back(); }
+  ReadGuard(const ReadGuard&) = delete;
+  ReadGuard& operator=(const ReadGuard&) = delete;
+
+ private:
+  DepthGuard depth_;
+  static inline std::vector<const Signal*> open_;
+};
+
 }  // namespace
 
 std::string DataValue::Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) {
@@ -42,6 +69,7 @@ std::string DataConstant::Simul_put(Module* module, ConstantTexts* constants, Va
 
 std::string DataSignalValue::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                        int* context, Sock socket) {
+  const ReadGuard guard(signal);
   Bddexpressionwood* wood = module->getBddWood();
   const long status_id = signal->getBddStatusId(module, wood);
   const long value_id = signal->getBddValueId(module, wood);
@@ -75,40 +103,61 @@ std::string DataSignalValue::Simul_put(Module* module, ConstantTexts* constants,
   return result;
 }
 
+namespace {
+
+/// Sends a request made of value texts. A comma in one of them shifts the server's fields: the
+/// protocol has no escape, so the user is told.
+std::string ask(const std::string& request, bool comma_in_value, Sock socket) {
+  if (comma_in_value)
+    std::cerr << "Warning: a value text holds a comma in request: " << request << '\n';
+  return Compilation::Socket_call(request, socket);
+}
+
+bool has_comma(const std::string& text) {
+  return text.find(',') != std::string::npos;
+}
+
+}  // namespace
+
 std::string DataMethodCall::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                       int* context, Sock socket) {
+  const DepthGuard guard("DataExpr::Simul_put");
   const MethodDecl* method = Compilation::GDataMethodTable == nullptr
                                  ? nullptr
                                  : Compilation::GDataMethodTable->getMethodById(method_index);
   if (method == nullptr) throw UndefinedMethodException("method", std::to_string(method_index));
   std::string request = "MC," + method->getName() + ",";
   const char* separator = "";
+  bool comma = false;
   for (DataExpr* argument : arguments) {
-    request += separator + argument->Simul_put(module, constants, values, context, socket);
+    const std::string text = argument->Simul_put(module, constants, values, context, socket);
+    comma = comma || has_comma(text);
+    request += separator + text;
     separator = ",";
   }
-  return Compilation::Socket_call(request, socket);
+  return ask(request, comma, socket);
 }
 
 std::string DataBinaryOp::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                     int* context, Sock socket) {
+  const DepthGuard guard("DataExpr::Simul_put");
   left->computeType(module);
   right->computeType(module);
-  std::string request = "BOP,";
-  request += left->Simul_put(module, constants, values, context, socket);
-  request += "," + left->getType() + "," + C_opname(op) + ",";
-  request += right->Simul_put(module, constants, values, context, socket);
-  request += "," + right->getType();
-  return Compilation::Socket_call(request, socket);
+  const std::string name = C_opname(op);
+  const std::string left_text = left->Simul_put(module, constants, values, context, socket);
+  const std::string right_text = right->Simul_put(module, constants, values, context, socket);
+  return ask("BOP," + left_text + "," + left->getType() + "," + name + "," + right_text + "," +
+                 right->getType(),
+             has_comma(left_text) || has_comma(right_text), socket);
 }
 
 std::string DataUnaryOp::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                    int* context, Sock socket) {
+  const DepthGuard guard("DataExpr::Simul_put");
   operand->computeType(module);
-  std::string request = "UOP," + C_opname(op) + ",";
-  request += operand->Simul_put(module, constants, values, context, socket);
-  request += "," + operand->getType();
-  return Compilation::Socket_call(request, socket);
+  const std::string name = C_opname(op);
+  const std::string text = operand->Simul_put(module, constants, values, context, socket);
+  return ask("UOP," + name + "," + text + "," + operand->getType(), has_comma(text), socket);
 }
 
 }  // namespace kiva

@@ -43,8 +43,10 @@ index_set Module::dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any
 }
 
 void Module::make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& ids) {
-  for (long id : {signal->getBddStatusId(this, wood), signal->getBddValueId(this, wood)})
+  for (long id : {signal->getBddStatusId(this, wood), signal->getBddValueId(this, wood)}) {
+    const std::unique_ptr<Bddexpression> replaced(wood->exp_by_index(id));
     new Bddexpression(id, wood, ids, value_signal, 0, 0);  // learnt, and so owned, by the wood
+  }
 }
 
 Signal* Module::addSignalBinding(DataExpr* e, Signal* signal) {

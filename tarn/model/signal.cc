@@ -11,20 +11,6 @@
 
 namespace kiva {
 
-int* OccurrenceTable::find(const Bddexpressionwood* wood) {
-  for (auto& [known, occurrence] : entries_)
-    if (known == wood) return &occurrence;
-  return nullptr;
-}
-
-void OccurrenceTable::enter(Bddexpressionwood* wood, int occurrence) {
-  if (int* at = find(wood)) {
-    *at = occurrence;
-  } else {
-    entries_.emplace_back(wood, occurrence);
-  }
-}
-
 Signal::Signal(const std::string& name, Module* module, Bddexpressionwood* wood)
     : Signal(name, name, module, wood) {}
 
@@ -294,8 +280,9 @@ void Signal::print(std::ostream& out) const {
 void Signal::printSignalOccurrence(std::ostream& out) const {
   out << internal_name << ":";
   if (occurrences_ != nullptr)
-    for (const auto& [wood, occurrence] : occurrences_->entries())
+    occurrences_->for_each([&out](const Bddexpressionwood* wood, int occurrence) {
       out << " wood " << wood << ": " << occurrence;
+    });
   out << '\n';
 }
 

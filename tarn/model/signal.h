@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "tarn/model/by_wood.h"
 #include "tarn/model/expression.h"
 
 namespace kiva {
@@ -15,16 +16,7 @@ class SignalManager;
 class SignalRef;
 
 /// The number of the current occurrence of a signal in each wood that knows it.
-class OccurrenceTable {
- public:
-  /// Null when the wood has no entry. The pointer holds until the next `enter`.
-  int* find(const Bddexpressionwood* wood);
-  void enter(Bddexpressionwood* wood, int occurrence);
-  const std::vector<std::pair<Bddexpressionwood*, int>>& entries() const { return entries_; }
-
- private:
-  std::vector<std::pair<Bddexpressionwood*, int>> entries_;
-};
+using OccurrenceTable = by_wood<int>;
 
 /// A named signal of a module. It has a status and a value variable for each of its occurrences;
 /// occurrence n > 0 is a later stage of the signal within one reaction.

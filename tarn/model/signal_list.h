@@ -20,7 +20,7 @@ class signal_list {
     for (Signal* signal : signals) push_back(signal);
   }
 
-  void push_back(Signal* signal);
+  void push_back(Signal* signal) { signals_.push_back(signal); }
   /// Removes the signal where it first stands; nothing if it is not there.
   void remove(Signal* signal);
   void clear();
@@ -37,9 +37,13 @@ class signal_list {
 
  private:
   using Index = std::unordered_map<std::string_view, Signal*>;
+  /// Brings the index up to the list: many lists are never asked.
+  void complete_index() const;
+
   std::vector<Signal*> signals_;
-  Index by_original_;
-  Index by_internal_;
+  mutable Index by_original_;
+  mutable Index by_internal_;
+  mutable size_t indexed_ = 0;  ///< number of signals in the index
 };
 
 }  // namespace kiva

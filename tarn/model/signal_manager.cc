@@ -9,24 +9,6 @@
 
 namespace kiva {
 
-const BddIdsWood::Entry* BddIdsWood::find(const Bddexpressionwood* wood) const {
-  for (const Entry& entry : entries_)
-    if (entry.wood == wood) return &entry;
-  return nullptr;
-}
-
-BddIdsWood::Entry* BddIdsWood::find(const Bddexpressionwood* wood) {
-  return const_cast<Entry*>(std::as_const(*this).find(wood));
-}
-
-void BddIdsWood::enter(Bddexpressionwood* wood, long status_id, long value_id) {
-  entries_.push_back({wood, status_id, value_id});
-}
-
-void BddIdsWood::remove(const Bddexpressionwood* wood) {
-  std::erase_if(entries_, [wood](const Entry& entry) { return entry.wood == wood; });
-}
-
 SignalRef::SignalRef(const std::string& name, Module* module, Bddexpressionwood* wood, bool valued)
     : SignalRef(name, name, name, 0, module, wood, valued) {}
 
@@ -55,32 +37,32 @@ long SignalRef::computeId(const std::string& name, Bddexpressionwood* wood) {
 void SignalRef::addBddIds(long status_id, long value_id, Bddexpressionwood* wood) {
   if (bdd_ids_wood.find(wood) != nullptr)
     throw IllegalOperationException("SignalRef::addBddIds: wood already added", current_name);
-  bdd_ids_wood.enter(wood, status_id, value_id);
+  bdd_ids_wood.enter(wood, {status_id, value_id});
 }
 
 long SignalRef::getBddStatusId(Bddexpressionwood* wood) const {
-  const BddIdsWood::Entry* entry = bdd_ids_wood.find(wood);
+  const BddIds* entry = bdd_ids_wood.find(wood);
   if (entry == nullptr)
     throw IllegalOperationException("SignalRef::getBddStatusId:unknown wood", current_name);
   return entry->status_id;
 }
 
 long SignalRef::getBddValueId(Bddexpressionwood* wood) const {
-  const BddIdsWood::Entry* entry = bdd_ids_wood.find(wood);
+  const BddIds* entry = bdd_ids_wood.find(wood);
   if (entry == nullptr)
     throw IllegalOperationException("SignalRef::getBddValueId:unknown wood", current_name);
   return entry->value_id;
 }
 
 void SignalRef::setBddStatusId(long id, Bddexpressionwood* wood) {
-  BddIdsWood::Entry* entry = bdd_ids_wood.find(wood);
+  BddIds* entry = bdd_ids_wood.find(wood);
   if (entry == nullptr)
     throw IllegalOperationException("SignalRef::setBddStausId: wood not found", current_name);
   entry->status_id = id;
 }
 
 void SignalRef::setBddValueId(long id, Bddexpressionwood* wood) {
-  BddIdsWood::Entry* entry = bdd_ids_wood.find(wood);
+  BddIds* entry = bdd_ids_wood.find(wood);
   if (entry == nullptr)
     throw IllegalOperationException("SignalRef::setBddValueId: wood not found", current_name);
   entry->value_id = id;
@@ -98,9 +80,9 @@ void SignalRef::print(std::ostream& out) const {
   out << "Signal Ref:"
       << "original: " << original_name << "  internal:  " << internal_name
       << "  current:  " << current_name;
-  for (const BddIdsWood::Entry& entry : bdd_ids_wood.entries())
-    out << "Bdd ids for wood:" << entry.wood << " : (" << entry.status_id << ", " << entry.value_id
-        << ")";
+  bdd_ids_wood.for_each([&out](const Bddexpressionwood* wood, const BddIds& ids) {
+    out << "Bdd ids for wood:" << wood << " : (" << ids.status_id << ", " << ids.value_id << ")";
+  });
 }
 
 std::ostream& operator<<(std::ostream& out, const SignalRef& ref) {
@@ -111,14 +93,17 @@ std::ostream& operator<<(std::ostream& out, const SignalRef& ref) {
 void SignalManager::addSignalRef(SignalRef* ref) {
   if (!signalref_table.emplace(ref->getCurrentName(), ref).second)
     throw HashTableAddException(ref->getCurrentName(), "SignalManager::addSignalRef");
-  std::vector<SignalRef*>& same_signal = by_internal_name[ref->getInternalName()];
-  auto at = std::lower_bound(same_signal.begin(), same_signal.end(), ref,
-                             [](const SignalRef* a, const SignalRef* b) {
-                               return a->getCurrentName() < b->getCurrentName();
-                             });
-  same_signal.insert(at, ref);
-  for (const BddIdsWood::Entry& entry : ref->getBddIdsWood().entries())
-    addSignalRefIdTable(entry.status_id, entry.value_id, ref, entry.wood);
+  if (ref->getCurrentName() != ref->getInternalName()) {
+    std::vector<SignalRef*>& same_signal = further_occurrences[ref->getInternalName()];
+    auto at = std::lower_bound(same_signal.begin(), same_signal.end(), ref,
+                               [](const SignalRef* a, const SignalRef* b) {
+                                 return a->getCurrentName() < b->getCurrentName();
+                               });
+    same_signal.insert(at, ref);
+  }
+  ref->getBddIdsWood().for_each([&](Bddexpressionwood* wood, const BddIds& ids) {
+    addSignalRefIdTable(ids.status_id, ids.value_id, ref, wood);
+  });
 }
 
 void SignalManager::addSignalRefIdTable(long status_id, long value_id, SignalRef* ref,
@@ -159,36 +144,46 @@ SignalRef* SignalManager::getSignalRefByOccurrence(const Signal* signal, int occ
   return getSignalRefByName(name);
 }
 
+template <class See>
+void SignalManager::walk_signal(const std::string& internal_name, See see) const {
+  SignalRef* first = getSignalRefByName(internal_name);
+  if (first != nullptr && first->getInternalName() == internal_name && !see(first)) return;
+  auto at = further_occurrences.find(internal_name);
+  if (at == further_occurrences.end()) return;
+  for (SignalRef* ref : at->second)
+    if (!see(ref)) return;
+}
+
 std::list<SignalRef*> SignalManager::getAllSignalRef(const Signal* signal,
                                                      const Bddexpressionwood* wood) const {
   std::list<SignalRef*> refs;
-  auto at = by_internal_name.find(signal->getInternalName());
-  if (at == by_internal_name.end()) return refs;
-  for (SignalRef* ref : at->second)
+  walk_signal(signal->getInternalName(), [&](SignalRef* ref) {
     if (ref->isDefinedWood(wood)) refs.push_back(ref);
+    return true;
+  });
   return refs;
 }
 
 SignalRef* SignalManager::getCurrentOccurrence(const Signal* signal,
                                                const Bddexpressionwood* wood) const {
-  auto at = by_internal_name.find(signal->getInternalName());
-  if (at == by_internal_name.end()) return nullptr;
   SignalRef* latest = nullptr;
-  for (SignalRef* ref : at->second) {
-    if (latest != nullptr && ref->getCurrentOccurrence() <= latest->getCurrentOccurrence())
-      continue;
-    if (ref->isDefinedWood(wood)) latest = ref;
-  }
+  walk_signal(signal->getInternalName(), [&](SignalRef* ref) {
+    const bool later =
+        latest == nullptr || ref->getCurrentOccurrence() > latest->getCurrentOccurrence();
+    if (later && ref->isDefinedWood(wood)) latest = ref;
+    return true;
+  });
   return latest;
 }
 
 SignalRef* SignalManager::firstSignalRef(const Signal* signal,
                                          const Bddexpressionwood* wood) const {
-  auto at = by_internal_name.find(signal->getInternalName());
-  if (at == by_internal_name.end()) return nullptr;
-  for (SignalRef* ref : at->second)
-    if (ref->isDefinedWood(wood)) return ref;
-  return nullptr;
+  SignalRef* found = nullptr;
+  walk_signal(signal->getInternalName(), [&](SignalRef* ref) {
+    if (ref->isDefinedWood(wood)) found = ref;
+    return found == nullptr;
+  });
+  return found;
 }
 
 void SignalManager::duplicate(Bddexpressionwood* from, Bddexpressionwood* to) {
@@ -214,7 +209,8 @@ void SignalManager::deleteWood(Bddexpressionwood* wood) {
 }
 
 void SignalManager::printSignalTableByName(std::ostream& out) const {
-  std::map<std::string, const SignalRef*> sorted(signalref_table.begin(), signalref_table.end());
+  std::map<std::string_view, const SignalRef*> sorted(signalref_table.begin(),
+                                                      signalref_table.end());
   for (const auto& [name, ref] : sorted) out << name << ": " << *ref << '\n';
 }
 

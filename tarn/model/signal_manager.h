@@ -4,34 +4,25 @@
 #include <list>
 #include <map>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "pert_exp/Bddexpression.h"
+#include "tarn/model/by_wood.h"
 
 namespace kiva {
 
 class Module;
 class Signal;
 
-/// Ids of the two variables of one occurrence, by wood.
-class BddIdsWood {
- public:
-  struct Entry {
-    Bddexpressionwood* wood;
-    long status_id;
-    long value_id;
-  };
-  Entry* find(const Bddexpressionwood* wood);
-  const Entry* find(const Bddexpressionwood* wood) const;
-  void enter(Bddexpressionwood* wood, long status_id, long value_id);
-  void remove(const Bddexpressionwood* wood);
-  const std::vector<Entry>& entries() const { return entries_; }
-
- private:
-  std::vector<Entry> entries_;
+/// Ids of the two variables of one occurrence.
+struct BddIds {
+  long status_id;
+  long value_id;
 };
+using BddIdsWood = by_wood<BddIds>;
 
 /// One occurrence of a signal: its current name, and the ids of its variables "_s_" and "_v_" plus
 /// that name in each wood in which the occurrence exists.
@@ -120,9 +111,15 @@ class SignalManager {
   /// Entries by variable id; null where an id has no reference.
   using SignalRefTable = std::vector<SignalRef*>;
 
-  std::unordered_map<std::string, SignalRef*> signalref_table;
-  /// References by internal name, each list in name order.
-  std::unordered_map<std::string, std::vector<SignalRef*>> by_internal_name;
+  /// Calls `see` for each reference with that internal name, in name order, until it says false.
+  template <class See>
+  void walk_signal(const std::string& internal_name, See see) const;
+
+  /// By current name. Keys are views of the references' own names, which never change.
+  std::unordered_map<std::string_view, SignalRef*> signalref_table;
+  /// The further occurrences by internal name, each list in name order. Most signals have none, and
+  /// occurrence 0 bears the internal name itself, before all others.
+  std::unordered_map<std::string_view, std::vector<SignalRef*>> further_occurrences;
   std::map<const Bddexpressionwood*, SignalRefTable> signalref_id_table;
 };
 

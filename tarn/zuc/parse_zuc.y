@@ -76,11 +76,12 @@ static std::unique_ptr<T> owned(T* value) {
 
 module_compile:
     name_declaration reincarnate finalised
-      { pzuc_parser->begin_module(*owned($1)); }
+      { pzuc_parser->begin_module(*$1); }
     input_declarations output_declarations data_declarations local_declarations
     register_declarations connexion_declarations wood_declaration binding_declaration
     data_declaration
       {
+        auto name = owned($1);
         pzuc_parser->trace(1, 1, "definition finale");
         if (!pzuc_parser->finish($2 != 0, $3 != 0)) YYABORT;
       }
@@ -101,7 +102,7 @@ input_declarations:
   | TOKEN_INPUTS iol_list TOKEN_SEP
       {
         pzuc_parser->trace(5, 2, "definition liste inputs");
-        pzuc_parser->inputs = *owned($2);
+        pzuc_parser->inputs = std::move(*owned($2));
         pzuc_parser->mark_inputs(pzuc_parser->inputs);
       }
   ;
@@ -112,7 +113,7 @@ output_declarations:
   | TOKEN_OUTPUTS iol_list TOKEN_SEP
       {
         pzuc_parser->trace(6, 2, "definition liste output");
-        pzuc_parser->outputs = *owned($2);
+        pzuc_parser->outputs = std::move(*owned($2));
         pzuc_parser->mark_outputs(pzuc_parser->outputs);
       }
   ;
@@ -123,7 +124,7 @@ data_declarations:
   | TOKEN_DATA_SIGNAL iol_list TOKEN_SEP
       {
         pzuc_parser->trace(7, 2, "definition liste data signals");
-        pzuc_parser->data = *owned($2);
+        pzuc_parser->data = std::move(*owned($2));
         pzuc_parser->mark_data(pzuc_parser->data);
       }
   ;
@@ -134,7 +135,7 @@ local_declarations:
   | TOKEN_LOCALS iol_list TOKEN_SEP
       {
         pzuc_parser->trace(8, 2, "definition liste locaux");
-        pzuc_parser->locals = *owned($2);
+        pzuc_parser->locals = std::move(*owned($2));
         pzuc_parser->mark_locals(pzuc_parser->locals);
       }
   ;

@@ -116,7 +116,7 @@ void class_zuc_parser::begin_module(const std::string& name) {
 Signal* class_zuc_parser::declare(const std::string& name, const std::string* type) {
   Signal* signal = make_kept<Signal>(name, name + instance, pmodule_parse, pw);
   if (type != nullptr) signal->setValueType(*type, pmodule_parse);
-  global_signal_list[signal->getInternalName()].push_back(signal);
+  global_signal_list.push_back(signal);
   return signal;
 }
 
@@ -170,9 +170,12 @@ long class_zuc_parser::initial_value() {
 
 regclass* class_zuc_parser::declare_register(const std::string& next, const std::string& actual,
                                              long initial) {
+  if (by_internal_name_.empty())
+    for (Signal* signal : global_signal_list)
+      by_internal_name_[signal->getInternalName()].push_back(signal);
   const auto variable = [this](const std::string& name) -> Signal* {
-    auto at = global_signal_list.find(name + instance);
-    if (at == global_signal_list.end()) return nullptr;
+    auto at = by_internal_name_.find(name + instance);
+    if (at == by_internal_name_.end()) return nullptr;
     for (Signal* signal : at->second) {
       signal->setRegister();
       signal->setWire();
@@ -194,7 +197,7 @@ void class_zuc_parser::declare_wires(const std::string& set, const std::string& 
     Signal* signal = make_kept<Signal>(name, pmodule_parse, pw, true);
     signal->setRegister(false);
     signal->setWire();
-    global_signal_list[signal->getInternalName()].push_back(signal);
+    global_signal_list.push_back(signal);
     return signal;
   };
   pmodule_parse->setSet(wire(set));
@@ -229,11 +232,16 @@ bool class_zuc_parser::bddexpression_convert(long early, long late, long var, lo
   };
   if (var < 0 || var >= names) return outside(var);
 
+  // A second line for one variable replaces the first.
+  const auto learn = [this, var](auto&&... arguments) {
+    const std::unique_ptr<Bddexpression> replaced(pw->exp_by_index(var));
+    new Bddexpression(std::forward<decltype(arguments)>(arguments)...);  // owned by the wood
+  };
   if (root == -3) {
     for (long dep : deps)
       if (dep < 0 || dep >= names) return outside(dep);
     const index_set reads = index_set::from_unsorted(deps);
-    new Bddexpression(var, pw, reads, "VALUE_SIGNAL", early, late);  // owned by the wood
+    learn(var, pw, reads, "VALUE_SIGNAL", early, late);
     return true;
   }
   if (link != 1 && link != -1)
@@ -242,8 +250,8 @@ bool class_zuc_parser::bddexpression_convert(long early, long late, long var, lo
   int at_line = 0;
   bdd_node* node = nodes_.build(manager, root, problem, at_line);
   if (node == nullptr) return stop(at_line == 0 ? line() : at_line, problem);
-  new Bddexpression(manager->Name_var_by_index(var), pw, manager->Bdd_var_by_index(var),
-                    bdd(manager, static_cast<int>(link), node), early, late);
+  learn(manager->Name_var_by_index(var), pw, manager->Bdd_var_by_index(var),
+        bdd(manager, static_cast<int>(link), node), early, late);
   return true;
 }
 

@@ -91,8 +91,10 @@ class class_zuc_parser {
   bool room_for(const std::vector<int>& table, const char* kind);
   static constexpr size_t most_declarations = 32767;
 
-  /// All signals declared so far, wires included, by internal name; several may share one.
-  std::unordered_map<std::string, std::vector<Signal*>> global_signal_list;
+  /// All signals declared so far, wires included.
+  std::vector<Signal*> global_signal_list;
+  /// Their places by internal name, built when the first register asks; several may share a name.
+  std::unordered_map<std::string_view, std::vector<Signal*>> by_internal_name_;
   const Names* awaited_input_list = nullptr;
   const Names* awaited_output_list = nullptr;
   parsed_nodes_table nodes_;

@@ -15,7 +15,8 @@ struct ProcessEnded {
 
 class Redirect {
  public:
-  Redirect(std::ostream& stream, std::ostream& to) : stream_(stream), old_(stream.rdbuf(to.rdbuf())) {}
+  Redirect(std::ostream& stream, std::ostream& to)
+      : stream_(stream), old_(stream.rdbuf(to.rdbuf())) {}
   ~Redirect() { stream_.rdbuf(old_); }
   Redirect(const Redirect&) = delete;
   Redirect& operator=(const Redirect&) = delete;

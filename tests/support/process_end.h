@@ -9,8 +9,8 @@ namespace kiva::test {
 struct Outcome {
   std::string out;
   std::string err;
-  int exit_status = 0;   ///< what the process would have exited with; 0 when it did not end
-  bool ended = false;    ///< the call reached `end_process`
+  int exit_status = 0;  ///< what the process would have exited with; 0 when it did not end
+  bool ended = false;   ///< the call reached `end_process`
 };
 
 /// Runs `call` with std::cout and std::cerr captured and the end of the process turned into a

@@ -1,0 +1,37 @@
+# Sourced by ./run, ./test and .ci/run from the root of the tree: installs what is missing, and
+# says nothing where nothing is.
+
+set -eu
+
+kiva_install_packages() {
+  missing=
+  for package in $(sed 's/#.*//' scripts/packages); do
+    dpkg-query -W -f '${Status}\n' "$package" 2>/dev/null | grep -q 'install ok installed' ||
+      missing="$missing $package"
+  done
+  [ -n "$missing" ] || return 0
+  echo "Installing$missing" >&2
+  as_root=
+  [ "$(id -u)" = 0 ] || as_root=sudo
+  $as_root apt-get update -q >&2
+  # shellcheck disable=SC2086  # a list of words
+  $as_root env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -q -y --no-install-recommends $missing >&2
+}
+
+# kiva_build PRESET [TARGET...]: configures once, then builds; quiet unless it fails.
+kiva_build() {
+  preset=$1
+  shift
+  log=build/$preset.log
+  mkdir -p build
+  targets=
+  [ $# = 0 ] || targets="--target $*"
+  # shellcheck disable=SC2086
+  if ! { cmake --preset "$preset" && cmake --build "build/$preset" -j "$(nproc)" $targets; } \
+    >"$log" 2>&1; then
+    cat "$log" >&2
+    echo "The build failed; its output is in $log" >&2
+    exit 1
+  fi
+}
