@@ -1,5 +1,9 @@
 #pragma once
 
+#include <unordered_map>
+
+#include "bdd/bddpp.h"
+#include "pert_exp/Bddexpression.h"
 #include "tarn/zu/statement.h"
 
 namespace kiva {
@@ -39,9 +43,16 @@ class StrongAbort : public Statement {
   std::vector<Statement*> children() const override { return {body_}; }
 
  private:
+  void remember_written(Module* module, EquationTable* table);
+  void mask_written(const bdd& mask, Module* module, Bddexpressionwood* wood);
+
   Expression* expression_;
   Statement* body_;
   RegisterPair register_;
+  // While the body compiles, by the rule `abort_mask`: its first occurrence of each signal, and the
+  // equations that stood there before it, by variable id.
+  std::unordered_map<const Signal*, int> first_written_;
+  std::unordered_map<long, bdd> written_before_;
 };
 
 }  // namespace kiva
