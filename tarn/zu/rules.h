@@ -18,8 +18,8 @@ struct Rules {
   bool abort_mask = false;
   /// A strong abort's mask looks at the whole signals; else at their latest occurrences.
   bool abort_signal = false;
-  /// A `present` without else can end in the instant in which it starts; else only if its then
-  /// branch can.
+  /// A `present` without else, and a sustain, can end in the instant in which they start; else the
+  /// former only if its then branch can, the latter never.
   bool skip = false;
   /// A name of a wire or register that is taken already gets "_bis" behind it until it is free.
   bool copies = false;

@@ -175,6 +175,11 @@ bool Pn::reincarnate() {
                      [](Statement* member) { return member->reincarnate(); });
 }
 
+// It ends in its first instant if the expression is present there.
+bool SustainUntil::reincarnate() {
+  return Compilation::rules.skip;
+}
+
 bool Present::reincarnate() {
   if (else_ == nullptr) return Compilation::rules.skip || then_->reincarnate();
   return then_->reincarnate() || else_->reincarnate();

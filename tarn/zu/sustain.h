@@ -22,7 +22,8 @@ class SustainUntil : public Statement {
   const RegisterPair& getRegister() const { return register_; }
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
-  bool reincarnate() override { return false; }
+  /// By the rule `skip`, true.
+  bool reincarnate() override;
   // A copy sustains without value.
   Statement* duplicate(Module* module, EquationTable* table) override;
   Statement* duplicate(int number) override;

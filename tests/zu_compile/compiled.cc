@@ -89,12 +89,29 @@ void expect_equation(const Compiled& compiled, const std::string& variable,
 }
 
 Instants::Instants(const Compiled& compiled) : module_(compiled.module()) {
+  close_silent_occurrences();
   Bddexpressionwood* wood = module_->getBddWood();
   const std::list<long> order = wood->earliest_sort();
   order_.assign(order.begin(), order.end());
   literals_.assign(wood->Nb_bdd_vars(), 2);
   for (const regclass* reg : module_->getRegisterList())
     write(reg->actual_var(), reg->is_initialy_true() != 0, reg->is_initialy_true() == 0);
+}
+
+void Instants::close_silent_occurrences() {
+  Bddexpressionwood* wood = module_->getBddWood();
+  for (const signal_list* list : {&module_->getOutputSignalList(), &module_->getLocalSignalList()})
+    for (const Signal* signal : *list) {
+      const std::list<long> ids = signal->getAllBddId(module_, wood);
+      for (auto id = ids.begin(); id != ids.end(); ++id) {
+        const Bddexpression* status = wood->exp_by_index(*id);
+        Bddexpression* value = wood->exp_by_index(*++id);
+        if (status != nullptr && value != nullptr &&
+            wood->Bdd_is_tautology(status->my_bdd_exp(), 0) &&
+            wood->Bdd_is_tautology(value->my_bdd_exp(), 0))
+          value->setBddExp(wood->Bdd_one(), value->getEarlyDate(), value->getLateDate());
+      }
+    }
 }
 
 void Instants::write(const Signal* signal, bool status, bool value) {

@@ -48,8 +48,9 @@ struct Stimulus {
   bool reset = false;
 };
 
-/// Runs a compiled module by its equations, in the order of their dates, one instant at a time. An
-/// input that is not present is Zero, as after finalisation.
+/// Runs a compiled module by its equations, in the order of their dates, one instant at a time. As
+/// after finalisation, an input that is not present is Zero, and so is an occurrence of a signal
+/// that nothing writes: the constructor makes it so.
 class Instants {
  public:
   explicit Instants(const Compiled& compiled);
@@ -58,6 +59,7 @@ class Instants {
   char state(const std::string& signal) const;
 
  private:
+  void close_silent_occurrences();
   void write(const Signal* signal, bool status, bool value);
 
   Module* module_;
