@@ -8,6 +8,23 @@
 
 namespace kiva {
 
+bool Compilation::DebugFlag = false;
+bool Compilation::PureSimulFlag = false;
+bool Compilation::ValuedSimulFlag = false;
+bool Compilation::KivaFlag = false;
+bool Compilation::MainFlag = false;
+bool Compilation::SaveFlag = false;
+bool Compilation::HelpFlag = false;
+bool Compilation::VersionFlag = false;
+bool Compilation::KeepWiresFlag = false;
+bool Compilation::ForgetLocalsNameFlag = false;
+bool Compilation::CheckOverKnowledgeFlag = false;
+bool Compilation::SMVFlag = false;
+bool Compilation::CFlag = false;
+bool Compilation::CSHARPFlag = false;
+bool Compilation::BLIFFlag = false;
+bool Compilation::VHDLALTERAFlag = false;
+int Compilation::GDataConstIndex = -1;
 std::string Compilation::EmptyString;
 ModuleTable* Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
 ModuleTable* Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);

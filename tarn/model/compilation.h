@@ -12,6 +12,8 @@ class DataMethodTable;
 class DataTypeTable;
 class Module;
 class ModuleTable;
+class class_zu_parser;
+struct Rules;
 
 /// What all compilations and reads of one process share.
 class Compilation {
@@ -36,6 +38,20 @@ class Compilation {
   /// The name without its first three characters; std::out_of_range for a shorter one.
   static std::string bddNameToSignalName(const std::string& name) { return name.substr(3); }
 
+  // Requests of a front end, all false; the library reads those that say so.
+  /// Comments go into ZUC text.
+  static bool DebugFlag;
+  static bool PureSimulFlag, ValuedSimulFlag;
+  static bool KivaFlag, MainFlag, SaveFlag, HelpFlag, VersionFlag;
+  /// Cleaning a module keeps its wires.
+  static bool KeepWiresFlag;
+  /// Saving writes numbers for the names of locals.
+  static bool ForgetLocalsNameFlag;
+  static bool CheckOverKnowledgeFlag;
+  static bool SMVFlag, CFlag, CSHARPFlag, BLIFFlag, VHDLALTERAFlag;
+
+  /// Last index given to a data constant; -1 before the first.
+  static int GDataConstIndex;
   static std::string EmptyString;
   /// Modules compiled from source text, and modules read from ZUC text; both report on the
   /// standard output.
@@ -49,6 +65,18 @@ class Compilation {
   static DataTypeTable& typeTable();
   static DataMethodTable& methodTable();
   static DataConstantTable& constantTable();
+
+  // Reading source text (tarn/zu).
+  /// How statements write their equations: classic unless the caller chooses otherwise.
+  static Rules rules;
+  /// The reader of source text, and the pointer through which the generated parser and scanner
+  /// reach it.
+  static class_zu_parser pzu_parser;
+  static class_zu_parser* const ple_parser;
+  /// Reads the modules of a source file into ModTable. A file that cannot be opened, a syntax error
+  /// and some faults end the process with a message; others come out as exceptions of the library,
+  /// which know where in the file they arose. The tables keep what had been read before.
+  static void zu_parse(const char* file);
 
   // Reading ZUC text (tarn/zuc).
   /// Reads a module; null, with a message on the error stream, when that fails. `instance` is

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <list>
+#include <memory>
 #include <string>
+#include <unordered_map>
 
 #include "pert_exp/Bddexpression.h"
+#include "tarn/model/source_span.h"
 
 namespace kiva {
 
+class Expression;
 class Module;
 class Signal;
 
@@ -29,10 +34,75 @@ class EquationTable {
   }
   Bddexpression* getBddExpression(long id) const { return bdd_expression_wood->exp_by_index(id); }
   long getPertLevel() const { return bdd_expression_wood->Nb_level(); }
+  /// Forgets the signal's equations.
+  void removeSignal(Signal* signal);
+
+  // Equations of statements (tarn/zu). A signal's equation is a pair, of its status and its value.
+  /// Gives the signal's current occurrence the rails of `e`, over occurrence 0 of all signals when
+  /// `initial`, else over their latest occurrences. A wire is True or False whatever `e`'s value.
+  void createEquation(Signal* signal, Expression* e, Module* module, bool initial = false);
+  /// Or-s the rails of `e` onto the signal's equations; a missing one is told on the error stream.
+  void createUnifyEquation(Signal* signal, Expression* e, Module* module, bool initial);
+  /// The value of a register variable: not its status.
+  void createRegisterEquation(Signal* signal, Module* module);
+  /// Makes the current occurrence, or occurrence n, Bottom.
+  void createBottomEquation(Signal* signal, Module* module);
+  void createBottomEquation(Signal* signal, Module* module, int occurrence);
+  /// Makes `signal` follow `other`.
+  void replaceEquation(Signal* signal, Signal* other, Module* module);
+  /// Makes the signal known to this table's wood.
+  void learnSignal(Signal* signal, Module* module);
+  /// Copies an equation of another wood into this one; the signal that its variable stands for
+  /// becomes known here. IllegalOperationException for a variable that stands for none.
+  void add(Bddexpression* expression, Module* module);
+
+  // Whole tables.
+  /// Merges `other` into this table, and destroys its wood. Two equations of one variable become
+  /// their or; by the rule `values`, their and for the value of a signal with occurrences.
+  void unify(EquationTable* other, Module* module);
+  /// Guards the equations of outputs and plain locals by the value of `condition`.
+  void cond(Signal* condition, Module* module);
+  /// Starts a new occurrence of each output and plain local that this table knows.
+  void pre(Module* module);
+  /// A table over a copy of the wood, with the same manager and occurrences.
+  EquationTable* duplicate(Module* module);
+  /// Destroys the table's wood with all that signals know of it; the table is of no use any more.
+  void discard(Module* module);
+
+  // Dates.
+  /// Dates the equations, of all or of the given variable ids, and gives the number of levels. A
+  /// dependence cycle ends the process with a report; ModulePertFailureException if dating fails.
+  long callPert();
+  long callPert(const std::list<long>& ids);
+  /// The text of the cycle that begins at the first id, and of what else is in the list; takes what
+  /// the cycle met out of the list.
+  std::string computeDependence(std::list<long>& ids);
+  /// Carries the dates of one equation to another.
+  void updatePertDate(Bddexpression* from, Bddexpression* to);
+  /// The statement that makes the signal stands there: the report of a cycle names its line. Known
+  /// to all tables duplicated from this one.
+  void note_source(const Signal* signal, const SourceSpan& span);
 
  private:
+  /// Equations by name of the signal that a statement made.
+  using Sources = std::unordered_map<std::string, SourceSpan>;
+
+  /// The equation of a variable; null when it has none.
+  Bddexpression* equation_at(long id) const;
+  /// The same; IllegalOperationException when there is no such variable.
+  Bddexpression* equation_or_throw(long id) const;
+  /// Gives a variable its equation; one that stood there is deleted.
+  void define(const std::string& name, long id, const bdd& f, int usertype);
+  void learn_occurrence(Signal* signal, int occurrence);
+  void unify_equation(const Bddexpression* theirs, long their_id, EquationTable* other,
+                      Module* module);
+  void start_occurrence(Signal* signal, Module* module);
+  std::string cycle_report(std::list<long> cycle);
+  std::string source_lines(const std::list<long>& cycle) const;
+
   Bddexpressionwood* bdd_expression_wood;
   std::string module_name;
+  std::shared_ptr<Sources> sources_;
 };
 
 }  // namespace kiva

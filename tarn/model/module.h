@@ -194,6 +194,14 @@ class Module {
   void SIMUL_ZUC_put_unary_op(std::ostream& out) const;
   void SIMUL_ZUC_put_const(std::ostream& out) const;
 
+  // Compilation of the body (tarn/zu).
+  /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.
+  bool compile();
+  /// Makes the three wires, and the first occurrence of each output and local.
+  void createCompileEnv();
+  /// Dates the equations of locals and outputs; a dependence cycle ends the process.
+  void sortCode();
+
   /// The module's name, the prefix, "_" and the counter, which grows by one.
   std::string generateName(const char* prefix, int& counter) const;
 

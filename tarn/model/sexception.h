@@ -3,6 +3,8 @@
 #include <exception>
 #include <string>
 
+#include "tarn/model/source_span.h"
+
 namespace kiva {
 
 /// Base of the library's exceptions: up to two texts, told by whoever throws.
@@ -17,9 +19,14 @@ class LibraryException : public std::exception {
   /// "NAME: first second", as programs print it.
   std::string text() const;
 
+  /// The source text that the complaint is about; unknown unless a reader of source has set it.
+  const SourceSpan& where() const { return where_; }
+  void set_where(const SourceSpan& span) { where_ = span; }
+
  private:
   std::string first_;
   std::string second_;
+  SourceSpan where_;
 };
 
 #define KIVA_EXCEPTION(NAME)                                     \

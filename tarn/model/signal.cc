@@ -112,6 +112,10 @@ Signal* Signal::newOccurrence(Bddexpressionwood* wood, Module* module) {
   return this;
 }
 
+void Signal::forgetWood(const Bddexpressionwood* wood) {
+  if (occurrences_ != nullptr) occurrences_->remove(wood);
+}
+
 std::string Signal::getName(Module*, Bddexpressionwood* wood) const {
   const int occurrence = getCurrentOccurrence(wood);
   return occurrence == 0 ? internal_name : internal_name + "_" + std::to_string(occurrence);

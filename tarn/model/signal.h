@@ -66,6 +66,8 @@ class Signal : public Expression {
   void setCurrentOccurrence(Bddexpressionwood* wood, int occurrence);
   void extendCurrentOccurrenceTable(Bddexpressionwood* wood, int occurrence);
   bool hasOccurrence(Bddexpressionwood* wood) const;
+  /// Takes the wood, which is about to go, out of the table.
+  void forgetWood(const Bddexpressionwood* wood);
   /// Null for a signal that never had an occurrence.
   const OccurrenceTable* getOccurrenceTable() const { return occurrences_.get(); }
   /// Starts the next occurrence of a local or output; other signals come back unchanged.

@@ -2,25 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 #include <ostream>
 
+#include "base/read_all.h"
 #include "parse_zuc.hh"
 #include "tarn/zuc/zuc_parser.h"
 
 namespace kiva {
-
-namespace {
-
-std::string read_all(std::istream& in) {
-  std::string text;
-  char block[1 << 16];
-  while (in.read(block, sizeof block) || in.gcount() > 0)
-    text.append(block, static_cast<size_t>(in.gcount()));
-  return text;
-}
-
-}  // namespace
 
 zuc_scanner::zuc_scanner(std::istream* in, std::ostream* out)
     : zucFlexLexer(in, out), out_(out), text_(read_all(*in)) {

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <istream>
+#include <string>
+
+namespace kiva {
+
+/// All that is left in the stream.
+std::string read_all(std::istream& in);
+
+}  // namespace kiva

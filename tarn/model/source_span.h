@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace kiva {
+
+/// Where a piece of source text stands. Lines and columns count from 1, columns in bytes; the last
+/// column is that of the last byte.
+struct SourceSpan {
+  const std::string* file = nullptr;  ///< lives as long as the process; null when nothing is known
+  int first_line = 0;
+  int first_column = 0;
+  int last_line = 0;
+  int last_column = 0;
+
+  bool known() const { return file != nullptr; }
+  /// "FILE:LINE:COLUMN" of the first byte; "" when nothing is known.
+  std::string text() const {
+    if (!known()) return "";
+    return *file + ':' + std::to_string(first_line) + ':' + std::to_string(first_column);
+  }
+};
+
+}  // namespace kiva

@@ -1,0 +1,123 @@
+// Preemption. Both aborts write one circuit: the register tells that the body was started in an
+// earlier instant, so the condition is not looked at in the first. A strong abort then masks what
+// its body writes where the condition holds: in the equations of outputs and plain locals, which
+// stand in the table already.
+
+#include "tarn/model/compilation.h"
+#include "tarn/zu/abort.h"
+#include "tarn/zu/circuit.h"
+#include "tarn/zu/function_change.h"
+#include "tarn/zu/rules.h"
+
+namespace kiva {
+
+namespace {
+
+/// The equations of an abort; gives its register.
+RegisterPair preempt(Circuit& c, const Statement& body, Expression* e) {
+  const RegisterPair pair = c.make_register();
+  Signal* const actif = pair.ACTIF;
+  c.assign(Circuit::set(body), c.set());
+  c.assign_whole(Circuit::reset(body), Or(And(actif, And(Not(c.reset()), e)), c.reset()));
+  Expression* body_ends = Circuit::rtl(body);
+  if (!Compilation::rules.abort_start) body_ends = And(body_ends, Np(e));
+  c.assign_whole(c.rtl(), Or(body_ends, And(e, actif)));
+  c.assign_whole(pair.ACTIFPLUS,
+                 And(Not(c.reset()), And(Or(And(actif, Np(e)), c.set()), Not(Circuit::rtl(body)))));
+  return pair;
+}
+
+/// What a strong abort may mask: calls see(signal, occurrence, variable id) for both variables of
+/// the occurrences from `first(signal)` on, of each output and plain local that the wood knows.
+template <class First, class See>
+void for_each_written(Module* module, Bddexpressionwood* wood, First first, See see) {
+  const auto visit = [&](Signal* signal) {
+    if (!signal->hasOccurrence(wood)) return;
+    const int last = signal->getCurrentOccurrence(wood);
+    for (int occurrence = first(signal); occurrence <= last; ++occurrence) {
+      const SignalRef* ref =
+          module->getSignalManager()->getSignalRefByOccurrence(signal, occurrence);
+      if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
+      see(signal, occurrence, ref->getBddStatusId(wood));
+      see(signal, occurrence, ref->getBddValueId(wood));
+    }
+  };
+  for (Signal* output : module->getOutputSignalList()) visit(output);
+  for (Signal* local : module->getLocalSignalList())
+    if (!local->isWire() && !local->isRegister()) visit(local);
+}
+
+}  // namespace
+
+void Abort::compile(Module* module, EquationTable* table) {
+  body_->compile(module, table);
+  createEquations(module, table);
+}
+
+void Abort::createEquations(Module* module, EquationTable* table) {
+  Circuit c(*this, module, table);
+  register_ = preempt(c, *body_, c.current(expression_));
+}
+
+/// The body writes only the occurrence at which it starts and those that it makes, so these are the
+/// only ones to remember.
+void StrongAbort::remember_written(Module* module, EquationTable* table) {
+  Bddexpressionwood* wood = table->getBddexpressionWood();
+  written_before_.clear();
+  for_each_written(
+      module, wood,
+      [&](Signal* signal) {
+        const int current = signal->getCurrentOccurrence(wood);
+        first_written_[signal] = current;
+        return current;
+      },
+      [&](Signal*, int, long id) {
+        if (const Bddexpression* equation = wood->exp_by_index(id))
+          if (equation->getAbstraction() == 0) written_before_.emplace(id, equation->my_bdd_exp());
+      });
+}
+
+void StrongAbort::compile(Module* module, EquationTable* table) {
+  if (Compilation::rules.abort_mask) remember_written(module, table);
+  body_->compile(module, table);
+  createEquations(module, table);
+  written_before_.clear();
+  first_written_.clear();
+}
+
+void StrongAbort::createEquations(Module* module, EquationTable* table) {
+  Circuit c(*this, module, table);
+  Expression* e = c.current(expression_);
+  register_ = preempt(c, *body_, e);
+
+  Bddexpressionwood* wood = table->getBddexpressionWood();
+  if (wood == nullptr || wood->my_bdd_manager() == nullptr) return;
+  const bool whole = Compilation::rules.abort_signal;
+  const bdd status = whole ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood);
+  const bdd value = whole ? e->getInitialBddValue(module, wood) : e->getBddValue(module, wood);
+  bdd mask = wood->Bdd_or(value, wood->Bdd_not(status));
+  mask = wood->Bdd_or(mask, wood->Bdd_not(register_.ACTIF->getBddStatus(module, wood)));
+  if (wood->my_bdd_manager()->Bdd_is_one_tautologic(mask)) return;
+  mask_written(mask, module, wood);
+}
+
+void StrongAbort::mask_written(const bdd& mask, Module* module, Bddexpressionwood* wood) {
+  const bool body_only = Compilation::rules.abort_mask;
+  for_each_written(
+      module, wood,
+      [&](Signal* signal) {
+        if (!body_only) return 1;
+        auto at = first_written_.find(signal);
+        return at == first_written_.end() ? 1 : std::max(1, at->second);
+      },
+      [&](Signal*, int, long id) {
+        Bddexpression* equation = wood->exp_by_index(id);
+        if (equation == nullptr || equation->getAbstraction() != 0) return;
+        bdd masked = wood->Bdd_and(mask, equation->my_bdd_exp());
+        auto before = written_before_.find(id);
+        if (before != written_before_.end()) masked = wood->Bdd_or(before->second, masked);
+        if (!(masked == equation->my_bdd_exp())) set_function(*equation, masked);
+      });
+}
+
+}  // namespace kiva

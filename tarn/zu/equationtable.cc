@@ -1,0 +1,149 @@
+// The equations of single signals. Each is a pair: of the status on the signal's "_s_" variable and
+// of the value on its "_v_" variable, over one wood.
+//
+// A function is always replaced together with the dates that stood there: the walks over the whole
+// wood that would warn of a cycle cost time at every equation, and callPert tells each cycle once.
+
+#include "tarn/model/equationtable.h"
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+#include "tarn/zu/function_change.h"
+
+namespace kiva {
+
+Bddexpression* EquationTable::equation_at(long id) const {
+  bdd_expression_wood->update_bdd_vars();
+  return bdd_expression_wood->exp_by_index(id);
+}
+
+Bddexpression* EquationTable::equation_or_throw(long id) const {
+  if (id < 0 || id >= bdd_expression_wood->my_bdd_manager()->Nb_bdd_vars())
+    throw IllegalOperationException("EquationTable::id out of bounds");
+  return equation_at(id);
+}
+
+void EquationTable::define(const std::string& name, long id, const bdd& f, int usertype) {
+  const std::unique_ptr<Bddexpression> replaced(equation_at(id));
+  // Learnt, and so owned, by the wood.
+  new Bddexpression(name, bdd_expression_wood, bdd_expression_wood->Bdd_var_by_index(id), f, 0, 0,
+                    usertype);
+}
+
+void EquationTable::removeSignal(Signal* signal) {
+  const std::string name = signal->getName(nullptr, bdd_expression_wood);
+  for (const char* rail : {"_s_", "_v_"}) {
+    const long id = bdd_expression_wood->Index_var_by_name(rail + name);
+    if (id >= 0) bdd_expression_wood->forget_expression_by_bddid(id);
+  }
+}
+
+void EquationTable::createEquation(Signal* signal, Expression* e, Module* module, bool initial) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  const bdd status = signal->getBddStatus(module, wood);
+  const long status_id = wood->Index_var_by_bdd(status);
+  const long value_id = wood->Index_var_by_bdd(signal->getBddValue(module, wood));
+  define(signal->getInternalName(), status_id,
+         initial ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood),
+         signal->computeStatusType());
+  bdd value;
+  if (signal->isWire()) {
+    value = wood->Bdd_not(status);
+  } else {
+    value = initial ? e->getInitialBddValue(module, wood) : e->getBddValue(module, wood);
+  }
+  define(signal->getInternalName(), value_id, value, signal->computeValueType());
+}
+
+void EquationTable::createUnifyEquation(Signal* signal, Expression* e, Module* module,
+                                        bool initial) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  const long status_id = signal->getBddStatusId(module, wood);
+  const long value_id = signal->getBddValueId(module, wood);
+  const bdd status = initial ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood);
+  const bdd value = initial ? e->getInitialBddValue(module, wood) : e->getBddValue(module, wood);
+  if (Bddexpression* equation = equation_at(status_id)) {
+    or_function(*equation, status);
+  } else {
+    std::cerr << "internal error 1 in createUnifyEquation()! about sid=" << status_id << '\n';
+  }
+  if (Bddexpression* equation = equation_at(value_id)) {
+    or_function(*equation, value);
+  } else {
+    std::cerr << "internal error 2 in createUnifyEquation()! about vid=" << value_id << '\n';
+  }
+}
+
+void EquationTable::createRegisterEquation(Signal* signal, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  define(signal->getInternalName(), wood->Index_var_by_bdd(signal->getBddValue(module, wood)),
+         wood->Bdd_not(signal->getBddStatus(module, wood)), signal->computeValueType());
+}
+
+void EquationTable::createBottomEquation(Signal* signal, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  define(signal->getInternalName(), signal->getBddStatusId(module, wood), wood->Bdd_zero(),
+         signal->computeStatusType());
+  define(signal->getInternalName(), signal->getBddValueId(module, wood), wood->Bdd_zero(),
+         signal->computeValueType());
+}
+
+void EquationTable::createBottomEquation(Signal* signal, Module* module, int occurrence) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  const SignalRef* ref = module->getSignalManager()->getSignalRefByOccurrence(signal, occurrence);
+  if (ref == nullptr)
+    throw IllegalOperationException("createBottomEquation: no signalref",
+                                    signal->getInternalName());
+  define(signal->getInternalName(), ref->getBddStatusId(wood), wood->Bdd_zero(),
+         signal->computeStatusType());
+  define(signal->getInternalName(), ref->getBddValueId(wood), wood->Bdd_zero(),
+         signal->computeValueType());
+}
+
+void EquationTable::replaceEquation(Signal* signal, Signal* other, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  const auto follow = [&](long id, const bdd& followed, long followed_id, int usertype) {
+    if (Bddexpression* equation = equation_at(id)) {
+      set_function(*equation, followed);
+    } else {
+      define(signal->getInternalName(), id, wood->Bdd_var_by_index(followed_id), usertype);
+    }
+  };
+  follow(signal->getBddStatusId(module, wood), other->getBddStatus(module, wood),
+         other->getBddStatusId(module, wood), Compilation::STAT);
+  follow(signal->getBddValueId(module, wood), other->getBddValue(module, wood),
+         other->getBddValueId(module, wood), Compilation::VAL);
+}
+
+void EquationTable::learnSignal(Signal* signal, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  Bddexpressionwood* main_wood = module->getBddWood();
+  SignalRef* ref = signal->getSignalRef(module, main_wood);
+  if (ref != nullptr && ref->isDefinedWood(wood)) return;
+  if (signal->getBddStatusId(module, main_wood) == -1 ||
+      signal->getBddValueId(module, main_wood) == -1)
+    throw IllegalOperationException("EquationTable:learSignal: signal not defined in module wood",
+                                    signal->getInternalName());
+  const long status_id = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
+  const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
+  module->getSignalManager()->extendSignalRef(status_id, value_id, ref, wood);
+  signal->extendCurrentOccurrenceTable(wood, signal->getCurrentOccurrence(main_wood));
+}
+
+void EquationTable::updatePertDate(Bddexpression* from, Bddexpression* to) {
+  to->setEarlyDate(from->getEarlyDate());
+  to->setLateDate(from->getLateDate());
+}
+
+void EquationTable::note_source(const Signal* signal, const SourceSpan& span) {
+  if (!span.known()) return;
+  if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
+  (*sources_)[signal->getInternalName()] = span;
+}
+
+}  // namespace kiva

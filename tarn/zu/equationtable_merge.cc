@@ -1,0 +1,216 @@
+// Whole tables: a table is copied for each branch of a statement, and the copies are merged again.
+//
+// The copies share the manager, so a variable has one index in all of them and equal functions are
+// equal handles; merging still goes by names, and serves tables with managers of their own.
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+
+#include "base/process_end.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/equationtable.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+#include "tarn/zu/function_change.h"
+#include "tarn/zu/rules.h"
+
+namespace kiva {
+
+namespace {
+
+/// f in the manager of `to`, by name.
+bdd carried(Bddexpressionwood* to, Bddexpressionwood* from, const bdd& f) {
+  if (to->my_bdd_manager() == from->my_bdd_manager()) return f;
+  const bdd copy = Bdd_isomorphe_by_name(to->my_bdd_manager(), from->my_bdd_manager(), f);
+  to->update_bdd_vars();
+  return copy;
+}
+
+index_set carried(Bddexpressionwood* to, Bddexpressionwood* from, const index_set& ids) {
+  if (to->my_bdd_manager() == from->my_bdd_manager()) return ids;
+  std::vector<long> found;
+  for (long id : ids) found.push_back(to->Index_new_var_last(from->Name_var_by_index(id)));
+  return index_set::from_unsorted(std::move(found));
+}
+
+template <class See>
+void for_each_signal(Module* module, See see) {
+  for (const signal_list* list : {&module->getInputSignalList(), &module->getOutputSignalList(),
+                                  &module->getLocalSignalList(), &module->getDataSignalList()})
+    for (Signal* signal : *list) see(signal);
+}
+
+/// The current occurrence in the wood; -1 when the wood does not know the signal.
+int occurrence_in(const Signal* signal, Bddexpressionwood* wood) {
+  return signal->hasOccurrence(wood) ? signal->getCurrentOccurrence(wood) : -1;
+}
+
+}  // namespace
+
+/// The signal's current occurrence here becomes the given one, unless it has a later one.
+void EquationTable::learn_occurrence(Signal* signal, int occurrence) {
+  if (occurrence > occurrence_in(signal, bdd_expression_wood))
+    signal->extendCurrentOccurrenceTable(bdd_expression_wood, occurrence);
+}
+
+void EquationTable::add(Bddexpression* e, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  Bddexpressionwood* from = e->my_wood();
+  const bdd variable = carried(wood, from, e->my_bdd_var());
+  wood->update_bdd_vars();
+  const long id = wood->Index_var_by_bdd(variable);
+  const std::unique_ptr<Bddexpression> replaced(wood->exp_by_index(id));
+  Bddexpression* copy;
+  if (e->getAbstraction() != 0) {
+    copy = new Bddexpression(id, wood, carried(wood, from, e->set_of_var_dependances()),
+                             e->getExpDef(), e->getEarlyDate(), e->getLateDate());
+    copy->setName(e->my_name());
+    copy->setUserType(e->getUserType());
+  } else {
+    copy = new Bddexpression(e->my_name(), wood, variable, carried(wood, from, e->my_bdd_exp()),
+                             e->getEarlyDate(), e->getLateDate(), e->getUserType());
+  }
+
+  const std::string name = Compilation::bddNameToSignalName(copy->my_bddname());
+  SignalRef* ref = module->getSignalManager()->getSignalRefByName(name);
+  if (ref == nullptr) throw IllegalOperationException("EquationTable::add: no Signal ref", name);
+  if (!ref->isDefinedWood(wood)) {
+    const long status_id = SignalRef::computeId("_s_" + name, wood);
+    const long value_id = SignalRef::computeId("_v_" + name, wood);
+    module->getSignalManager()->extendSignalRef(status_id, value_id, ref, wood);
+  }
+  if (Signal* signal = module->getSignalFromInternalName(ref->getInternalName()))
+    learn_occurrence(signal, ref->getCurrentOccurrence());
+}
+
+void EquationTable::unify(EquationTable* other, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  Bddexpressionwood* from = other->bdd_expression_wood;
+  wood->update_bdd_vars();
+  from->update_bdd_vars();
+  SignalManager* manager = module->getSignalManager();
+  for (long id = 0; id < from->Nb_bdd_vars(); ++id) {
+    if (Bddexpression* theirs = other->equation_or_throw(id)) {
+      unify_equation(theirs, id, other, module);
+      continue;
+    }
+    // A variable that other tables made may stand in a shared manager, unknown to this one.
+    SignalRef* ref = manager->getSignalRefById(id, from);
+    if (ref == nullptr) continue;
+    Signal* signal = module->getSignalFromInternalName(ref->getInternalName());
+    if (signal == nullptr) continue;
+    learn_occurrence(signal, occurrence_in(signal, from));
+    if (ref->isDefinedWood(wood)) continue;
+    const long status_id = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
+    const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
+    manager->extendSignalRef(status_id, value_id, ref, wood);
+  }
+  other->discard(module);
+}
+
+void EquationTable::unify_equation(const Bddexpression* theirs, long their_id, EquationTable* other,
+                                   Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  Bddexpressionwood* from = other->bdd_expression_wood;
+  const bool shared = wood->my_bdd_manager() == from->my_bdd_manager();
+  const long id = shared ? their_id : wood->Index_var_by_name(from->Name_var_by_index(their_id));
+  Bddexpression* ours = id < 0 ? nullptr : equation_at(id);
+  if (theirs->getAbstraction() != 0 || ours == nullptr) {
+    add(const_cast<Bddexpression*>(theirs), module);
+    return;
+  }
+  const int type = theirs->getUserType();
+  if (!Compilation::isStatusType(type) && !Compilation::isValueType(type))
+    throw IllegalOperationException("EquationTable:unify",
+                                    "Bdd expression neither status nor value equation");
+  const SignalRef* ref = module->getSignalManager()->getSignalRefById(id, wood);
+  Signal* signal =
+      ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
+  const int occurrences =
+      signal == nullptr ? 0 : std::max(occurrence_in(signal, wood), occurrence_in(signal, from));
+  const bdd function = carried(wood, from, theirs->my_bdd_exp());
+  if (!(function == ours->my_bdd_exp())) {
+    const bool whole_value = Compilation::rules.values && ref != nullptr &&
+                             ref->getCurrentOccurrence() == 0 && occurrences > 0 &&
+                             id == ref->getBddValueId(wood);
+    if (whole_value) {
+      and_function(*ours, function);
+    } else {
+      or_function(*ours, function);
+    }
+  }
+  if (signal != nullptr) learn_occurrence(signal, occurrences);
+}
+
+void EquationTable::cond(Signal* condition, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  const bdd guard = condition->getBddValue(module, wood);
+  const auto guard_equation = [&](long id) {
+    if (Bddexpression* equation = equation_or_throw(id)) and_function(*equation, guard);
+  };
+  for (Signal* output : module->getOutputSignalList()) {
+    guard_equation(output->getBddStatusId(module, wood));
+    guard_equation(output->getBddValueId(module, wood));
+  }
+  for (Signal* local : module->getLocalSignalList()) {
+    if (!local->isLocal() || local->isWire()) continue;
+    for (long id : local->getAllBddId(module, wood)) guard_equation(id);
+  }
+}
+
+void EquationTable::pre(Module* module) {
+  for (Signal* output : module->getOutputSignalList())
+    if (output->hasOccurrence(bdd_expression_wood)) start_occurrence(output, module);
+  for (Signal* local : module->getLocalSignalList())
+    if (!local->isWire() && !local->isValue() && local->hasOccurrence(bdd_expression_wood))
+      start_occurrence(local, module);
+}
+
+/// The whole signal takes the new occurrence in: its status is the or of all statuses, its value
+/// the and of all values.
+void EquationTable::start_occurrence(Signal* signal, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  signal->newOccurrence(wood, module);
+  createBottomEquation(signal, module);
+  Bddexpression* status = equation_at(signal->getInitialBddStatusId(module, wood));
+  Bddexpression* value = equation_at(signal->getInitialBddValueId(module, wood));
+  if (status == nullptr || value == nullptr) {
+    std::cerr << "undefined equation for " << (status == nullptr ? "status" : "value")
+              << " of :" << signal->getInternalName() << '\n';
+    end_process();
+  }
+  or_function(*status, signal->getBddStatus(module, wood));
+  and_function(*value, signal->getBddValue(module, wood));
+}
+
+EquationTable* EquationTable::duplicate(Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  for_each_signal(module, [](Signal* signal) {
+    if (signal->getOccurrenceTable() == nullptr)
+      throw IllegalOperationException("EquationTable::duplicate: no occurrence table for signal",
+                                      signal->getInternalName());
+  });
+  // The copy of a wood shares the manager of one that shares its own.
+  const int common = wood->get_common_bdd_manager();
+  wood->set_common_bdd_manager(1);
+  auto* copy = new Bddexpressionwood(wood);
+  wood->set_common_bdd_manager(common);
+  auto* table = new EquationTable(module_name, copy);
+  if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
+  table->sources_ = sources_;
+  module->getSignalManager()->duplicate(wood, copy);
+  for_each_signal(module, [&](Signal* signal) {
+    if (signal->hasOccurrence(wood))
+      signal->extendCurrentOccurrenceTable(copy, signal->getCurrentOccurrence(wood));
+  });
+  return table;
+}
+
+void EquationTable::discard(Module* module) {
+  for_each_signal(module, [&](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
+  module->getSignalManager()->deleteWood(bdd_expression_wood);
+  bdd_expression_wood = nullptr;
+}
+
+}  // namespace kiva

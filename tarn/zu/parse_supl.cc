@@ -1,0 +1,215 @@
+// The reader's frame: tokens, spans, messages, bounds. Its actions stand in parse_supl_data.cc,
+// parse_supl_module.cc, parse_supl_statement.cc and parse_supl_automaton.cc.
+
+#include "tarn/zu/parse_supl.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include "base/process_end.h"
+#include "forms/forms.h"
+#include "parse_zu.hh"
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+#include "tarn/zu/zu_scanner.h"
+
+namespace kiva {
+
+Module* TheModule = nullptr;
+Automaton::StateTable* TheCurrentStateTable = nullptr;
+class_zu_parser Compilation::pzu_parser;
+class_zu_parser* const Compilation::ple_parser = &Compilation::pzu_parser;
+std::string class_zu_parser::initial_name = "I->";
+
+int class_zu_parser::parse() {
+  struct AtEnd {
+    class_zu_parser& reader;
+    ~AtEnd() {
+      reader.passing_.clear();
+      reader.depths_.clear();
+      reader.extents_.clear();
+    }
+  } at_end{*this};
+  TheModule = nullptr;
+  TheCurrentStateTable = nullptr;
+  copies_ = 0;
+  span_ = plexer->span();
+  try {
+    return zuparse();
+  } catch (LibraryException& exception) {
+    exception.set_where(span_);
+    throw;
+  }
+}
+
+void class_zu_parser::take_token(int token) {
+  zulloc = plexer->span();
+  switch (token) {
+    case INT:
+      zulval.integer = static_cast<int>(
+          std::min(std::strtol(plexer->YYText(), nullptr, 10), static_cast<long>(INT_MAX)));
+      break;
+    case REAL:
+      zulval.real = std::strtod(plexer->YYText(), nullptr);
+      break;
+    case STRING: {
+      const std::string_view quoted = plexer->token();
+      zulval.text = made<std::string>(quoted.substr(1, quoted.size() - 2));
+      break;
+    }
+    case ID:
+      zulval.text = token_text();
+      break;
+    default:
+      break;
+  }
+}
+
+std::string* class_zu_parser::token_text() {
+  return made<std::string>(plexer->token());
+}
+
+SourceSpan class_zu_parser::reduce(const SourceSpan* first, const SourceSpan* last) {
+  span_ = *last;
+  span_.first_line = first->first_line;
+  span_.first_column = first->first_column;
+  return span_;
+}
+
+// Messages.
+
+void class_zu_parser::syntax_error(const std::string& reason) {
+  const std::string_view token = plexer->token();
+  std::string hint = "not expected here";
+  if (reason == "memory exhausted") {
+    hint = "nested too deeply";
+  } else if (token.empty()) {
+    hint = "the text ends here";
+  } else if (token == std::string_view("\0", 1)) {
+    hint = "a NUL byte";
+  } else if (token == "\r") {
+    hint = "a carriage return; lines end with a newline alone";
+  }
+  const std::string lexeme(token.substr(0, token.find('\0')));
+  fl_show_Salert("SYNTAX ERROR at line " + std::to_string(plexer->lineno()) +
+                 ": last token read: \"" + lexeme + "\"\n\n");
+  point_at(plexer->span(), hint);
+  end_process();
+}
+
+void class_zu_parser::fatal(const std::string& text) {
+  fl_show_Salert(text);
+  point_at(span_, "in this text");
+  end_process();
+}
+
+void class_zu_parser::point_at(const SourceSpan& span, const std::string& reason) const {
+  std::cerr << span.text() << ": " << reason << '\n';
+  const std::string& text = plexer->text();
+  size_t begin = 0;
+  for (int line = 1; line < span.first_line; ++line) begin = text.find('\n', begin) + 1;
+  size_t end = std::min(text.find('\n', begin), text.size());
+
+  size_t from = begin + static_cast<size_t>(span.first_column) - 1;
+  size_t to =
+      span.last_line == span.first_line ? begin + static_cast<size_t>(span.last_column) : end;
+  // A long line is shown around the mark only.
+  constexpr size_t before = 60;
+  constexpr size_t most = 120;
+  if (from - begin > before) begin = from - before;
+  end = std::min(end, begin + most);
+  to = std::min(to, end);
+
+  std::string line;
+  std::string mark;
+  for (size_t at = begin; at < std::max(end, from + 1); ++at) {
+    const unsigned char c = at < end ? static_cast<unsigned char>(text[at]) : ' ';
+    const bool continues = (c & 0xC0) == 0x80;  // inside a character of several bytes
+    if (at < end) line += c < ' ' && c != '\t' ? '?' : static_cast<char>(c);
+    if (at < from) {
+      if (!continues) mark += c == '\t' ? '\t' : ' ';
+    } else if (at == from) {
+      mark += '^';
+    } else if (at < to && !continues) {
+      mark += '~';
+    }
+  }
+  std::cerr << line << '\n' << mark << '\n';
+}
+
+// Bounds.
+
+int class_zu_parser::depth_of(const void* node) const {
+  auto at = depths_.find(node);
+  return at == depths_.end() ? 1 : at->second;
+}
+
+void class_zu_parser::set_depth(const void* node, int depth) {
+  if (depth > most_nested)
+    throw IllegalOperationException("expression nested deeper than levels:",
+                                    std::to_string(most_nested));
+  depths_[node] = depth;
+}
+
+Expression* class_zu_parser::nested(Expression* node,
+                                    std::initializer_list<const Expression*> operands) {
+  int depth = 0;
+  for (const Expression* operand : operands) depth = std::max(depth, depth_of(operand));
+  if (depth > 0) set_depth(node, depth + 1);
+  return node;
+}
+
+class_zu_parser::Extent class_zu_parser::extent_of(const Statement* statement) const {
+  auto at = extents_.find(statement);
+  return at == extents_.end() ? Extent{} : at->second;
+}
+
+void class_zu_parser::measure(const Statement* statement) {
+  Extent extent{0, 0};
+  for (const Statement* child : statement->children()) {
+    const Extent below = extent_of(child);
+    extent.depth = std::max(extent.depth, below.depth);
+    extent.statements += below.statements;
+  }
+  if (extent.depth == 0) return;
+  enter_extent(statement, {extent.depth + 1, extent.statements + 1});
+}
+
+void class_zu_parser::enter_extent(const Statement* statement, const Extent& extent) {
+  if (extent.depth > most_nested)
+    throw IllegalOperationException("statements nested deeper than levels:",
+                                    std::to_string(most_nested));
+  extents_[statement] = extent;
+}
+
+// The way in.
+
+void Compilation::zu_parse(const char* file) {
+  std::error_code error;
+  std::ifstream in;
+  if (!std::filesystem::is_directory(file, error)) in.open(file, std::ios::binary);
+  if (!in.is_open()) {
+    fl_show_alert("Can not open input file:", file, "", 0);
+    end_process();
+  }
+  zu_scanner scanner(&in, make_kept<std::string>(file));
+  struct AtEnd {
+    ~AtEnd() { pzu_parser.plexer = nullptr; }
+  } at_end;
+  pzu_parser.plexer = &scanner;
+  pzu_parser.parse();
+}
+
+}  // namespace kiva
+
+int zulex() {
+  kiva::class_zu_parser& reader = *kiva::Compilation::ple_parser;
+  const int token = reader.plexer->yylex();
+  reader.take_token(token);
+  return token;
+}

@@ -1,0 +1,216 @@
+#pragma once
+
+#include <array>
+#include <initializer_list>
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "tarn/model/arena.h"
+#include "tarn/model/data.h"
+#include "tarn/model/source_span.h"
+#include "tarn/zu/automaton.h"
+#include "tarn/zu/mealy.h"
+#include "tarn/zu/statement.h"
+
+namespace kiva {
+
+class zu_scanner;
+
+/// What stands in the brackets of a transition.
+struct trigger_class {
+  int priority;  ///< -1 for "other"
+  Expression* expression;
+};
+
+/// The module under way; null outside of modules.
+extern Module* TheModule;
+/// The states of the automaton under way.
+extern Automaton::StateTable* TheCurrentStateTable;
+
+// Lists of semantic values.
+using DataExprList = std::list<DataExpr*>;
+using NameList = std::list<std::string>;
+using SignalActions = std::list<Signal*>;
+using TransitionList = std::list<Transition*>;
+using EquationList = std::list<Equation*>;
+/// Formal name in the called module, signal of the calling one.
+using RenamingEntry = std::pair<std::string, Signal*>;
+using RenamingList = std::list<RenamingEntry>;
+using GeometryTriple = std::array<double, 3>;
+
+/// The reader of source text: what the grammar's actions call, and what they leave.
+///
+/// It is not re-entrant. What the actions build for the model lives as long as the process; texts
+/// and lists that only pass between actions belong to the reader and go when it ends, however it
+/// ends. Faults throw the library's exceptions, or end the process with a message.
+class class_zu_parser {
+ public:
+  /// The scanner, which the caller has set.
+  zu_scanner* plexer = nullptr;
+
+  /// Reads the whole text; 0 for success. An exception carries the span of its cause.
+  int parse();
+
+  // Called by the generated parser.
+  /// Enters the value of the token that has just been read.
+  void take_token(int token);
+  /// The text of that token. A number reduces before the next token is read.
+  std::string* token_text();
+  /// The span of a production that is about to be reduced.
+  SourceSpan reduce(const SourceSpan* first, const SourceSpan* last);
+  [[noreturn]] void syntax_error(const std::string& reason);
+  /// A value that passes between actions.
+  template <class T, class... Args>
+  T* made(Args&&... args) {
+    auto value = std::make_shared<T>(std::forward<Args>(args)...);
+    passing_.push_back(value);
+    return value.get();
+  }
+  /// The name of the source of an initial transition.
+  static std::string initial_name;
+
+  // The data part and data expressions.
+  void make_type_table();
+  void make_method_table();
+  void make_constant_table();
+  void add_type(const std::string& name);
+  void add_method(const std::string& type, const std::string& name, const NameList* arguments);
+  /// `value` may be null.
+  void add_constant(const std::string& type, const std::string& name, DataExpr* value);
+  void add_literal(const std::string& type, const std::string& literal);
+  DataExpr* literal_value(const std::string& literal);
+  /// The constant that stands for a literal.
+  DataExpr* literal(const std::string& literal);
+  DataExpr* constant(const std::string& name);
+  DataExpr* method_call(const std::string& name, const DataExprList* arguments);
+  DataExpr* binary(int op, DataExpr* left, DataExpr* right);
+  DataExpr* unary(int op, DataExpr* operand);
+  DataExpr* signal_value(const std::string& name);
+
+  // Modules and interfaces.
+  void begin_module(const std::string& name);
+  void finish_module(Statement* body);
+  void declare_input(const std::string& name, const std::string& type);
+  void declare_output(const std::string& name, const std::string& type);
+  void declare_local(const std::string& name, const std::string& type);
+  void declare_run(const std::string& path, const std::string& module);
+  void declare_run(const std::string& directory, const std::string& file,
+                   const std::string& module);
+
+  /// An output or local; StatementSignalException for any other name.
+  Signal* statement_signal(const std::string& name) const;
+
+  // Statements.
+  Statement* nothing();
+  Statement* halt();
+  Statement* pause();
+  Statement* parallel(Statement* left, Statement* right);
+  Statement* sequence(Statement* left, Statement* right);
+  Statement* present(Expression* expression, Statement* then_branch, Statement* else_branch);
+  Statement* present_if(DataExpr* condition, Statement* then_branch, Statement* else_branch);
+  Statement* loop(Statement* body);
+  Statement* repeat(int count, Statement* body);
+  Statement* wait(Expression* expression);
+  Statement* wait(int count, Expression* expression);
+  Statement* abort(Statement* body, Expression* expression);
+  Statement* strong_abort(Statement* body, Expression* expression);
+  // `data` is null without a value.
+  Statement* emit(const std::string& signal, DataExpr* data);
+  Statement* noemit(const std::string& signal);
+  Statement* sustain(const std::string& signal, DataExpr* data, Expression* until);
+  /// `renamings` may be null.
+  Statement* run(const std::string& module, const RenamingList* renamings);
+  RenamingEntry* renaming(const std::string& actual, const std::string& formal);
+
+  // Signal expressions.
+  Expression* signal(const std::string& name);
+  template <class T, class... Operands>
+  Expression* expression(Operands*... operands) {
+    return nested(make_kept<T>(operands...), {operands...});
+  }
+
+  // Automata.
+  void begin_automaton();
+  Statement* automaton(const GeometryPair* geometry, const TransitionList& transitions);
+  void state(const std::string& name, bool final_state, Statement* run,
+             const SignalActions* actions, const GeometryTriple* geometry);
+  Transition* transition(const std::string& from, const trigger_class& trigger,
+                         const SignalActions* actions, int tpe, const std::string& to,
+                         const GeometryPair* geometry);
+  trigger_class* trigger(int priority, Expression* expression = nullptr);
+  trigger_class* value_trigger(int priority, DataExpr* data);
+  /// Appends the signal, and behind it the signal bound to its value.
+  void add_action(SignalActions& actions, const std::string& name, DataExpr* data);
+
+  // Mealy machines.
+  Statement* mealy_machine(const EquationList& equations);
+  void declare_register(const std::string& name, int initial, const std::string& next);
+  Expression* equation_signal(const std::string& name);
+  Expression* equation_constant(int number);
+  Expression* equation_nor(Expression* left, Expression* right);
+  Expression* equation_xor(Expression* left, Expression* right);
+  Expression* equation_nand(Expression* left, Expression* right);
+  /// One equation, and with a value (`data` not null) a second one of the signal bound to it.
+  EquationList* equation(Signal* variable, DataExpr* data, Expression* right);
+
+  /// The deepest nesting of statements, and of expressions, that a file may have: compilation walks
+  /// both by recursion.
+  static constexpr int most_nested = 2000;
+  /// The most statements that all `repeat` and `wait` of one file may make together.
+  static constexpr long most_copies = 1'000'000;
+
+ private:
+  /// What a statement is made of, itself included.
+  struct Extent {
+    int depth = 1;
+    long statements = 1;
+  };
+
+  [[noreturn]] void fatal(const std::string& text);
+  /// Shows the source line on the error stream, with a mark under the span.
+  void point_at(const SourceSpan& span, const std::string& reason) const;
+
+  void require_type(const std::string& name) const;
+  Signal* any_signal(const std::string& name) const;
+  /// Null unless the name is an output or a local.
+  Signal* emitted(const std::string& name) const;
+  Signal* declare(const std::string& name, const std::string& type);
+  /// Says where a data expression stands whose operands' types differ, before that ends the
+  /// process.
+  void locate_type_error(DataExpr* data) const;
+  Signal* bind(DataExpr* data, const std::string& prefix, Signal* clock);
+  Signal* bind_condition(DataExpr* data, const std::string& name);
+  void place_local(Signal* bound);
+  void place_like(Signal* bound, const Signal* clock);
+  /// Enters the state if it does not exist yet.
+  State* known_state(const std::string& name);
+  State* new_state(const std::string& name);
+
+  // Nesting, which is bounded. What has no entry is one level.
+  int depth_of(const void* node) const;
+  void set_depth(const void* node, int depth);
+  Expression* nested(Expression* node, std::initializer_list<const Expression*> operands);
+  Extent extent_of(const Statement* statement) const;
+  void measure(const Statement* statement);
+  void enter_extent(const Statement* statement, const Extent& extent);
+  /// Counts copies of a statement against most_copies.
+  void count_copies(long count, long statements);
+  /// Makes a statement of the module that stands where the production does.
+  template <class T, class... Args>
+  T* build(const std::string& name, Args&&... args);
+  template <class T>
+  Statement* appended(T* list, Statement* right);
+
+  SourceSpan span_;  ///< of the production under way
+  std::vector<std::shared_ptr<void>> passing_;
+  std::unordered_map<const void*, int> depths_;
+  std::unordered_map<const Statement*, Extent> extents_;
+  long copies_ = 0;
+};
+
+}  // namespace kiva

@@ -1,0 +1,164 @@
+// The data part of a source file, and data expressions.
+
+#include <algorithm>
+
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+#include "tarn/zu/parse_supl.h"
+
+namespace kiva {
+
+namespace {
+
+std::string literal_name(const std::string& literal) {
+  return "C__" + literal;
+}
+
+const ConstantDecl* known_constant(const std::string& name) {
+  return Compilation::GDataConstantTable == nullptr
+             ? nullptr
+             : Compilation::GDataConstantTable->getConstant(name);
+}
+
+std::string module_name() {
+  return TheModule == nullptr ? "" : TheModule->getName();
+}
+
+}  // namespace
+
+// What an earlier file has declared stays: its expressions refer to the tables by index.
+
+void class_zu_parser::make_type_table() {
+  Compilation::typeTable();
+}
+void class_zu_parser::make_method_table() {
+  Compilation::methodTable();
+}
+void class_zu_parser::make_constant_table() {
+  Compilation::constantTable();
+}
+
+void class_zu_parser::add_type(const std::string& name) {
+  Compilation::typeTable().addType(name);
+}
+
+void class_zu_parser::require_type(const std::string& name) const {
+  if (Compilation::GDataTypeTable == nullptr || !Compilation::GDataTypeTable->isDefined(name))
+    throw UndefinedTypeException(name);
+}
+
+void class_zu_parser::add_method(const std::string& type, const std::string& name,
+                                 const NameList* arguments) {
+  require_type(type);
+  Compilation::methodTable().addMethod(
+      make_kept<MethodDecl>(type, name, arguments == nullptr ? NameList() : *arguments));
+}
+
+void class_zu_parser::add_constant(const std::string& type, const std::string& name,
+                                   DataExpr* value) {
+  require_type(type);
+  ConstantDecl* constant = make_kept<ConstantDecl>(type, name, value);
+  if (value != nullptr) {
+    value->setType(type);
+    if (value->isDataValue()) static_cast<DataValue*>(value)->setConstant(constant);
+  }
+  Compilation::constantTable().addConstant(constant);
+}
+
+void class_zu_parser::add_literal(const std::string& type, const std::string& literal) {
+  add_constant(type, literal_name(literal), literal_value(literal));
+}
+
+DataExpr* class_zu_parser::literal_value(const std::string& literal) {
+  return make_kept<DataValue>(literal);
+}
+
+DataExpr* class_zu_parser::literal(const std::string& literal) {
+  const std::string name = literal_name(literal);
+  if (Compilation::GDataConstantTable == nullptr)
+    fatal("PARSE ERROR: empty constant table detected: " + name + "\n\nAbortion ...");
+  return constant(name);
+}
+
+DataExpr* class_zu_parser::constant(const std::string& name) {
+  const ConstantDecl* known = known_constant(name);
+  if (known == nullptr) throw ModuleUndefinedConstantException(name, module_name());
+  return make_kept<DataConstant>(known->getIndex());
+}
+
+DataExpr* class_zu_parser::method_call(const std::string& name, const DataExprList* arguments) {
+  const MethodDecl* method = Compilation::GDataMethodTable == nullptr
+                                 ? nullptr
+                                 : Compilation::GDataMethodTable->getMethod(name);
+  if (method == nullptr) throw UndefinedMethodException(name);
+  if (arguments == nullptr) return make_kept<DataMethodCall>(method->getIndex());
+  DataExpr* call = make_kept<DataMethodCall>(method->getIndex(), *arguments);
+  int depth = 0;
+  for (const DataExpr* argument : *arguments) depth = std::max(depth, depth_of(argument));
+  set_depth(call, depth + 1);
+  return call;
+}
+
+DataExpr* class_zu_parser::binary(int op, DataExpr* left, DataExpr* right) {
+  DataExpr* e = make_kept<DataBinaryOp>(op, left, right);
+  set_depth(e, 1 + std::max(depth_of(left), depth_of(right)));
+  return e;
+}
+
+DataExpr* class_zu_parser::unary(int op, DataExpr* operand) {
+  DataExpr* e = make_kept<DataUnaryOp>(op, operand);
+  set_depth(e, 1 + depth_of(operand));
+  return e;
+}
+
+DataExpr* class_zu_parser::signal_value(const std::string& name) {
+  return make_kept<DataSignalValue>(any_signal(name));
+}
+
+// Bindings.
+
+namespace {
+
+/// The first operation whose operands' types differ, in the order in which types are computed.
+bool types_differ(DataExpr* e) {
+  if (e->isDataUnaryOp()) return types_differ(static_cast<DataUnaryOp*>(e)->getOperand());
+  if (!e->isDataBinaryOp()) return false;
+  const auto* operation = static_cast<DataBinaryOp*>(e);
+  return types_differ(operation->getLeft()) || types_differ(operation->getRight()) ||
+         operation->getLeft()->getType(TheModule) != operation->getRight()->getType(TheModule);
+}
+
+}  // namespace
+
+void class_zu_parser::locate_type_error(DataExpr* data) const {
+  if (types_differ(data)) point_at(span_, "a data expression of two types");
+}
+
+Signal* class_zu_parser::bind(DataExpr* data, const std::string& prefix, Signal* clock) {
+  locate_type_error(data);
+  return TheModule->addSignalBinding(data, prefix, clock);
+}
+
+Signal* class_zu_parser::bind_condition(DataExpr* data, const std::string& name) {
+  locate_type_error(data);
+  Signal* bound = TheModule->addSignalBinding(data, name);
+  bound->setInput();
+  TheModule->addDataSignal(bound);
+  return bound;
+}
+
+void class_zu_parser::place_local(Signal* bound) {
+  bound->setLocal();
+  bound->setInput(false);
+  bound->setOutput(false);
+  TheModule->addLocalSignal(bound);
+}
+
+void class_zu_parser::place_like(Signal* bound, const Signal* clock) {
+  if (!clock->isOutput()) return place_local(bound);
+  bound->setOutput();
+  TheModule->addOutputSignal(bound);
+}
+
+}  // namespace kiva

@@ -1,0 +1,9 @@
+#include "tarn/zu/rules.h"
+
+#include "tarn/model/compilation.h"
+
+namespace kiva {
+
+Rules Compilation::rules = Rules::classic();
+
+}  // namespace kiva

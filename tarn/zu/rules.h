@@ -1,0 +1,47 @@
+#pragma once
+
+namespace kiva {
+
+/// How statements, automata and runs write their equations. Each rule has a classic form (false)
+/// and a sound one (true), in which no program shows a trace that its reader would not expect.
+struct Rules {
+  /// Where branches meet, the value of a signal's occurrence 0 is the and of both branches, if one
+  /// of them has further occurrences of it; else, as everything that meets, their or.
+  bool values = false;
+  /// A sustain adds One while it sustains and nothing otherwise; else its value rail is one while
+  /// it does not sustain.
+  bool sustain = false;
+  /// An abort whose body ends in the first instant ends, whatever its condition; else only if the
+  /// condition is not present.
+  bool abort_start = false;
+  /// A strong abort masks what its body wrote; else every equation of an output or plain local.
+  bool abort_mask = false;
+  /// A strong abort's mask looks at the whole signals; else at their latest occurrences.
+  bool abort_signal = false;
+  /// A `present` without else, and a sustain, can end in the instant in which they start; else the
+  /// former only if its then branch can, the latter never.
+  bool skip = false;
+  /// A name of a wire or register that is taken already gets "_bis" behind it until it is free.
+  bool copies = false;
+  /// An output of a run is or-ed onto the caller's occurrence, and left alone if the called module
+  /// never emits it; else it replaces the occurrence.
+  bool run_join = false;
+  /// An automaton ends where a transition into a final state fires by its type, rank and source;
+  /// else wherever its trigger is present in its source.
+  bool final_state = false;
+  /// A state's run is masked by its strong triggers in that state only; else by them anywhere.
+  bool state_mask = false;
+  /// A reset of the automaton reaches the runs of its states.
+  bool state_reset = false;
+  /// An automaton set and reset in one instant is killed, as statements are; else it starts.
+  bool kill = false;
+  /// A Mealy machine that does not run leaves its signals Bottom; else Zero.
+  bool mealy = false;
+
+  static constexpr Rules classic() { return {}; }
+  static constexpr Rules sound() {
+    return {true, true, true, true, true, true, true, true, true, true, true, true, true};
+  }
+};
+
+}  // namespace kiva

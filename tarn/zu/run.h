@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+
+#include "bdd/bddpp.h"
+#include "tarn/zu/statement.h"
+
+namespace kiva {
+
+/// An instance of another module inside the current one.
+class Run : public Statement {
+ public:
+  /// Formal names of the called module to signals of the calling one.
+  using Renaming = std::map<std::string, Signal*>;
+
+  Run(const std::string& name, const std::string& module_name)
+      : Statement(name), module_name_(module_name) {}
+  const std::string& getModuleName() const { return module_name_; }
+  /// The called module; null until it has been looked up.
+  Module* getCalled() const { return called_; }
+  /// Set by compile: "@", the called module's name, "_i" and the instance number.
+  const std::string& getSuffix() const { return suffix_; }
+
+  /// Enters pairs of formal name and actual signal; null leaves the table empty.
+  /// HashTableAddException for a formal name met twice.
+  void setRenamingTable(const std::list<std::pair<std::string, Signal*>>* renamings);
+  const Renaming& getRenamingTable() const { return *renaming_; }
+  /// The actual signal of a formal name, or null.
+  Signal* getRenamingSignal(const std::string& formal) const;
+
+  /// The names that the compiled module is expected to present.
+  void computeAwaitedNameList(std::list<std::string>& inputs, std::list<std::string>& outputs,
+                              Module* module) const;
+  void createEquations(Module* module, EquationTable* table) override;
+  void compile(Module* module, EquationTable* table) override;
+  /// The same, with the called module's outputs masked where `preemption` holds.
+  void compile_with_preemption(Module* module, EquationTable* table, const bdd& preemption);
+  bool reincarnate() override;
+  /// A copy with a name of its own, which shares the renaming table.
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  /// A copy with an empty renaming table.
+  Statement* duplicate(int number) override;
+
+ private:
+  std::string module_name_;
+  Module* called_ = nullptr;
+  std::shared_ptr<Renaming> renaming_ = std::make_shared<Renaming>();
+  std::string suffix_;
+};
+
+}  // namespace kiva

@@ -1,0 +1,61 @@
+// One statement after the other, and again.
+
+#include "tarn/zu/circuit.h"
+#include "tarn/zu/loop.h"
+#include "tarn/zu/sequence.h"
+
+namespace kiva {
+
+void Sequence::compile(Module* module, EquationTable* table) {
+  left_->compile(module, table);
+  right_->compile(module, table);
+  createEquations(module, table);
+}
+
+void Sequence::createEquations(Module* module, EquationTable* table) {
+  Circuit c(*this, module, table);
+  c.assign(Circuit::set(*left_), c.set());
+  c.assign(Circuit::set(*right_), Circuit::rtl(*left_));
+  c.assign(Circuit::reset(*left_), c.reset());
+  c.assign(Circuit::reset(*right_), c.reset());
+  c.assign(c.rtl(), Circuit::rtl(*right_));
+}
+
+void Sn::compile(Module* module, EquationTable* table) {
+  for (Statement* member : members_) member->compile(module, table);
+  createEquations(module, table);
+}
+
+void Sn::createEquations(Module* module, EquationTable* table) {
+  Circuit c(*this, module, table);
+  Signal* starter = c.set();
+  for (Statement* member : members_) {
+    c.assign(Circuit::set(*member), starter);
+    starter = Circuit::rtl(*member);
+  }
+  for (Statement* member : members_) c.assign(Circuit::reset(*member), c.reset());
+  c.assign(c.rtl(), starter);
+}
+
+void Loop::compile(Module* module, EquationTable* table) {
+  if (body_->reincarnate()) {
+    // Two copies take turns, so that one can end, or be killed, while the other starts.
+    const std::string name = "S_" + std::to_string(Module::SequenceNumber++);
+    Statement* copy = body_->duplicate(module, table);
+    auto* both = make_kept<Sequence>(name, body_, copy);
+    both->setModule(body_->getModule());
+    both->setSpan(body_->getSpan());
+    body_ = both;
+  }
+  body_->compile(module, table);
+  createEquations(module, table);
+}
+
+void Loop::createEquations(Module* module, EquationTable* table) {
+  Circuit c(*this, module, table);
+  c.assign(Circuit::set(*body_), Or(c.set(), Circuit::rtl(*body_)));
+  c.assign(Circuit::reset(*body_), c.reset());
+  c.assign(c.rtl(), False());
+}
+
+}  // namespace kiva

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <list>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tarn/model/source_span.h"
+
+namespace kiva {
+
+class EquationTable;
+class Expression;
+class Module;
+class Signal;
+class State;
+class Transition;
+
+/// A node of a module's body. It compiles to a small circuit with three wires: `set` (started in
+/// this instant), `reset` (killed in this instant) and `rtl` (ends in this instant).
+///
+/// Statements, like all of the model, live as long as the process: they are made by make_kept.
+class Statement {
+ public:
+  explicit Statement(const std::string& name) : name_(name) {}
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+  virtual ~Statement() = default;
+
+  // Compilation.
+  /// Makes the wires and registers and writes the statement's own equations; the children have been
+  /// compiled. StatementWireException for a child without wires.
+  virtual void createEquations(Module* module, EquationTable* table) = 0;
+  /// Compiles the children, then this statement. Runs once.
+  virtual void compile(Module* module, EquationTable* table) = 0;
+
+  virtual bool isAutomaton() const { return false; }
+  virtual bool isParallel() const { return false; }
+  virtual bool isSequence() const { return false; }
+  /// An automaton's transitions in file order and its states by name; else null.
+  virtual const std::list<Transition*>* getTransitionList() const { return nullptr; }
+  virtual const std::map<std::string, State*>* getStateTable() const { return nullptr; }
+  /// The statement could end and start again in one instant.
+  virtual bool reincarnate() { return true; }
+  /// A deep copy, every name with "_bis" behind it. Expressions and signals are shared.
+  virtual Statement* duplicate(Module* module, EquationTable* table) = 0;
+  /// A deep copy, every name with the number behind it.
+  virtual Statement* duplicate(int number) = 0;
+
+  /// Makes the three wires as locals of the module: first in every createEquations.
+  void createWires(Module* module, EquationTable* table);
+  /// Joins the root of a body to the module's own wires.
+  void connectExternalWires(Module* module);
+
+  const std::string& getName() const { return name_; }
+  Module* getModule() const { return module_; }
+  void setModule(Module* module) { module_ = module; }
+  // Null until createWires.
+  Signal* getSet() const { return set_wire; }
+  Signal* getReset() const { return reset_wire; }
+  Signal* getRtl() const { return rtl_wire; }
+  /// Levels of the table when a branch had been compiled; 0 before, and for what is no branch.
+  long getPertLevel() const { return pert_level_; }
+  void setPertLevel(long levels) { pert_level_ = levels; }
+
+  /// Where the statement stands in its source; a copy stands where its original does.
+  const SourceSpan& getSpan() const { return span_; }
+  void setSpan(const SourceSpan& span) { span_ = span; }
+  /// The statements right below, in the order of the source.
+  virtual std::vector<Statement*> children() const { return {}; }
+
+ protected:
+  Signal* set_wire = nullptr;
+  Signal* reset_wire = nullptr;
+  Signal* rtl_wire = nullptr;
+
+ private:
+  std::string name_;
+  Module* module_ = nullptr;
+  long pert_level_ = 0;
+  SourceSpan span_;
+};
+
+/// The pair of signals of a statement's register; null until it has been compiled.
+struct RegisterPair {
+  Signal* ACTIF = nullptr;      ///< the value in this instant
+  Signal* ACTIFPLUS = nullptr;  ///< the value in the next
+};
+
+}  // namespace kiva
