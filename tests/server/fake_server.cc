@@ -64,10 +64,4 @@ void FakeServer::serve() {
   close(connection);
 }
 
-unsigned short deserted_port() {
-  unsigned short port = 0;
-  close(listen_locally(port));
-  return port;
-}
-
 }  // namespace kiva::test

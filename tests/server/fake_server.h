@@ -39,7 +39,4 @@ class FakeServer {
   std::thread thread_;
 };
 
-/// A port of 127.0.0.1 where nobody listens.
-unsigned short deserted_port();
-
 }  // namespace kiva::test
