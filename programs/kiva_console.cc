@@ -24,7 +24,7 @@ struct Options {
   std::string stimuli = "-";
   std::string format = "text";
   std::string output;
-  std::pair<std::string, int> server;
+  std::pair<std::string, std::string> server;  ///< host and port; empty for none
 };
 
 int run(const Options& options, std::ostream& out) {
@@ -50,7 +50,7 @@ int run(const Options& options, std::ostream& out) {
   Sock socket = nullptr;
   if (!options.server.first.empty())
     socket = SOCK_make_client(options.server.first.c_str(),
-                              static_cast<unsigned short>(options.server.second));
+                              static_cast<unsigned short>(std::stoi(options.server.second)));
 
   Simulation simulation(read.module);
   std::unique_ptr<TraceWriter> trace;
@@ -90,16 +90,10 @@ int main(int argc, char** argv) {
   app.add_option("--format", options.format, "text or json")
       ->check(CLI::IsMember({"text", "json"}));
   app.add_option("-o", options.output, "file for the trace instead of the standard output");
-  std::vector<std::string> server;
-  app.add_option("--server", server, "HOST PORT of the evaluation server")->expected(2);
+  app.add_option("--server", options.server, "HOST PORT of the evaluation server")
+      ->check(CLI::Range(1, 65535).application_index(1));
   try {
     app.parse(argc, argv);
-    if (!server.empty()) {
-      const CLI::Range ports(1, 65535);
-      const std::string problem = ports(server[1]);
-      if (!problem.empty()) throw CLI::ValidationError("--server", "port " + problem);
-      options.server = {server[0], std::stoi(server[1])};
-    }
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : wrong_usage;
   }

@@ -326,6 +326,8 @@ void Module::SIMUL_ZUC_put_predef_func(std::ostream& out) const {
   if (std::find(types.begin(), types.end(), "bool") == types.end())
     out << "\nbool string_to_bool (string s)\n{\n  return s == \"true\";\n}\n";
 
+  // A user's type may be bool itself.
+  out << "\n#ifdef __GNUC__\n#pragma GCC diagnostic ignored \"-Wint-in-bool-context\"\n#endif\n";
   for (const auto& [function, op] : computations) {
     out << "\nstring " << function << " (string type, string arg1, string arg2)\n"
         << "{\n  string result = \"--\";\n";

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/sock.h"
+
+namespace kiva::test {
+
+/// An evaluation server in the test's own process, on a port of 127.0.0.1 that the system chose. It
+/// keeps each request byte for byte, as one read gave it.
+class FakeServer {
+ public:
+  /// The reply to a request; nothing to close the connection instead.
+  using Answer = std::function<std::optional<std::string>(const std::string& request)>;
+
+  explicit FakeServer(Answer answer);
+  ~FakeServer();
+  FakeServer(const FakeServer&) = delete;
+  FakeServer& operator=(const FakeServer&) = delete;
+
+  /// The simulator's end of the connection.
+  Sock client() const { return client_; }
+  /// The requests since the last call.
+  std::vector<std::string> take_requests();
+
+ private:
+  void serve();
+
+  Answer answer_;
+  int listening_;
+  Sock client_;
+  std::mutex mutex_;
+  std::vector<std::string> requests_;
+  std::thread thread_;
+};
+
+}  // namespace kiva::test

@@ -1,0 +1,91 @@
+// A module with values from end to end: its server is written, compiled and started, and starts the
+// console; and the console whose server is not there.
+
+#include <gmock/gmock.h>
+
+#include "tests/support/temp_dir.h"
+#include "tests/system/program.h"
+
+namespace kiva::test {
+namespace {
+
+using testing::HasSubstr;
+
+/// A copy of the example in a folder of the test's own, and the script that runs it there.
+class ValuedExample : public testing::Test {
+ protected:
+  ValuedExample() {
+    std::filesystem::copy(example, dir.path(), std::filesystem::copy_options::recursive);
+  }
+  ProgramRun run_with_server(const std::string& arguments, const std::string& input = "") {
+    const auto script =
+        std::filesystem::relative(source_folder("scripts/with_server"), KIVA_PROGRAMS);
+    return run_program(
+        script.string(),
+        "'" KIVA_PROGRAMS "' '" + dir.file("work") + "' '" + module + "' " + arguments, input);
+  }
+
+  const std::filesystem::path example = source_folder("examples/thermostat");
+  TempDir dir;
+  std::string module = dir.file("thermostat.zuc");
+};
+
+TEST_F(ValuedExample, GivesItsTrace) {
+  const ProgramRun run = run_with_server("--format json '" + dir.file("thermostat.stimuli") + "'");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, read_text(dir.file("thermostat.trace")));
+  EXPECT_THAT(run.err, HasSubstr("valued output with an undefined value:display\n"));
+  const std::string talk = read_text(dir.file("work/exchange.log"));
+  for (const char* line : {"BUFFER RECEIVED:CONST,ceiling\nTRANSMIT:25\n",
+                           "BUFFER RECEIVED:MC,factory_setting,\nTRANSMIT:19\n",
+                           "BUFFER RECEIVED:UOP, -,0.5,celsius\nTRANSMIT: -0.5\n",
+                           "BUFFER RECEIVED:BOP,broken,celsius, < ,18.5,celsius\nTRANSMIT:--\n"})
+    EXPECT_THAT(talk, HasSubstr(line));
+}
+
+TEST_F(ValuedExample, HandsOnInputStatusAndComplaints) {
+  ProgramRun run = run_with_server("--format json", "measured=17\n\n");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 2);
+  EXPECT_THAT(run.out, HasSubstr("[\"one\",\"62.6\"]"));
+
+  run = run_with_server("--format text", "measured=17\nunknown\n");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("standard input:2: the module has no input \"unknown\"\n"));
+  // A console that never asks for a connection does not leave its server behind.
+  run = run_with_server("it\\'s\\ not\\ here");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "kiva-console: it's not here: cannot be read\n");
+
+  dir.write("data/kiva_data_user_celsius.h", "broken\n");
+  run = run_with_server("--format text");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("kiva_data_user_celsius.h:1:1: error:"));
+}
+
+TEST_F(ValuedExample, RunsWithoutItsServer) {
+  const std::string stimuli =
+      " --format json '" + module + "' '" + dir.file("thermostat.stimuli") + "'";
+  const ProgramRun alone = run_program("kiva-console", stimuli);
+  EXPECT_EQ(alone.status, 0);
+  EXPECT_EQ(std::count(alone.out.begin(), alone.out.end(), '\n'), 9);
+  EXPECT_THAT(alone.out, HasSubstr("\"display\":[\"one\",\"\"]"));
+  // Nobody listens on port 1.
+  for (const auto& [server, complaint] :
+       {std::pair{"127.0.0.1 1", "Sock error: cannot set connexion\n"},
+        std::pair{"'no such host' 1",
+                  "Sock error: unknown or misspelled host name `no such host'\n"}}) {
+    const ProgramRun run = run_program("kiva-console", "--server " + std::string(server) + stimuli);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, alone.out);
+    EXPECT_THAT(run.err, HasSubstr(complaint));
+  }
+  for (const char* wrong : {"0", "65536", "http", ""})
+    EXPECT_EQ(
+        run_program("kiva-console", "--server localhost '" + std::string(wrong) + "'" + stimuli)
+            .status,
+        2);
+}
+
+}  // namespace
+}  // namespace kiva::test
