@@ -63,6 +63,8 @@ class class_zu_parser {
   std::string* token_text();
   /// The span of a production that is about to be reduced.
   SourceSpan reduce(const SourceSpan* first, const SourceSpan* last);
+  /// Narrows it to the part that a fault would be about.
+  void look_at(const SourceSpan& part) { span_ = part; }
   [[noreturn]] void syntax_error(const std::string& reason);
   /// A value that passes between actions.
   template <class T, class... Args>
