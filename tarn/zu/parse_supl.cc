@@ -37,7 +37,7 @@ int class_zu_parser::parse() {
   } at_end{*this};
   TheModule = nullptr;
   TheCurrentStateTable = nullptr;
-  copies_ = 0;
+  copies_left_ = most_copies + static_cast<long>(plexer->text().size());
   span_ = plexer->span();
   try {
     return zuparse();

@@ -163,8 +163,9 @@ class class_zu_parser {
   /// The deepest nesting of statements, and of expressions, that a file may have: compilation walks
   /// both by recursion.
   static constexpr int most_nested = 2000;
-  /// The most statements that all `repeat` and `wait` of one file may make together.
-  static constexpr long most_copies = 1'000'000;
+  /// The most statements that all `repeat` and `wait` of one file may make together, over one for
+  /// each byte of it.
+  static constexpr long most_copies = 200'000;
 
  private:
   /// What a statement is made of, itself included.
@@ -212,7 +213,7 @@ class class_zu_parser {
   std::vector<std::shared_ptr<void>> passing_;
   std::unordered_map<const void*, int> depths_;
   std::unordered_map<const Statement*, Extent> extents_;
-  long copies_ = 0;
+  long copies_left_ = 0;
 };
 
 }  // namespace kiva

@@ -1,5 +1,8 @@
 // Texts that are strange, large or deep.
 
+#include <random>
+#include <vector>
+
 #include "tarn/zu/parse_supl.h"
 #include "tests/zu/zu_fixture.h"
 
@@ -111,11 +114,226 @@ TEST_F(ZuRobustness, TooManyCopies) {
   for (const char* text :
        {"wait 2000000000 a", "wait 99999999999999999999 a", "repeat 2000000000 { pause }",
         "repeat 1000 { repeat 1000 { repeat 1000 { pause } } }",
-        "wait 600000 a >> wait 600000 a"}) {
+        "wait 150000 a >> wait 150000 a"}) {
     read(std::string("module m: Input: a;") + text + " end");
     EXPECT_TRUE(thrown.starts_with("IllegalOperationException: too many copies")) << text;
     EXPECT_EQ(thrown_at.substr(0, file.size() + 3), file + ":1:") << text;
   }
+}
+
+// Whatever stands in a text, reading it ends in modules, an exception or a told end.
+TEST_F(ZuRobustness, DamagedTexts) {
+  const std::vector<std::string> words = {"data:",
+                                          "Type:",
+                                          "int",
+                                          ",",
+                                          "bool",
+                                          ";",
+                                          "Method:",
+                                          "int",
+                                          "f",
+                                          "(",
+                                          "int",
+                                          ")",
+                                          ";",
+                                          "Constant:",
+                                          "int",
+                                          "p",
+                                          ":=",
+                                          "1",
+                                          ";",
+                                          "int",
+                                          "2.5",
+                                          ";",
+                                          "end data",
+                                          "module",
+                                          "m",
+                                          ":",
+                                          "Input:",
+                                          "a",
+                                          ",",
+                                          "v",
+                                          ":",
+                                          "int",
+                                          ";",
+                                          "Output:",
+                                          "x",
+                                          ",",
+                                          "o",
+                                          ":",
+                                          "int",
+                                          ";",
+                                          "Run:",
+                                          "\"d/e\"",
+                                          ":",
+                                          "n",
+                                          ";",
+                                          "present",
+                                          "a",
+                                          "emit",
+                                          "x",
+                                          "else",
+                                          "{",
+                                          "emit",
+                                          "o",
+                                          "(",
+                                          "f",
+                                          "(",
+                                          "#",
+                                          "v",
+                                          ")",
+                                          ")",
+                                          "||",
+                                          "wait",
+                                          "2",
+                                          "not",
+                                          "a",
+                                          "}",
+                                          ">>",
+                                          "if",
+                                          "2.5",
+                                          "==",
+                                          "p",
+                                          "halt",
+                                          ">>",
+                                          "repeat",
+                                          "2",
+                                          "{",
+                                          "run",
+                                          "n",
+                                          "[",
+                                          "a",
+                                          "\\",
+                                          "g",
+                                          "]",
+                                          "}",
+                                          ">>",
+                                          "weak",
+                                          "abort",
+                                          "{",
+                                          "sustain",
+                                          "x",
+                                          "until",
+                                          "a",
+                                          "}",
+                                          "when",
+                                          "(",
+                                          "a",
+                                          "or",
+                                          "FF",
+                                          ")",
+                                          "end",
+                                          "module",
+                                          "q",
+                                          ":",
+                                          "Input:",
+                                          "a",
+                                          ";",
+                                          "Output:",
+                                          "x",
+                                          ";",
+                                          "automaton",
+                                          "geometry:",
+                                          "<",
+                                          "1",
+                                          ",",
+                                          "2.5",
+                                          ">",
+                                          "state:",
+                                          "s",
+                                          "run",
+                                          "n",
+                                          "/",
+                                          "x",
+                                          ";",
+                                          "state:",
+                                          "t",
+                                          "final",
+                                          ";",
+                                          "transition:",
+                                          "initial->",
+                                          "s",
+                                          ";",
+                                          "s",
+                                          "3",
+                                          "[",
+                                          "a",
+                                          "]",
+                                          "/",
+                                          "x",
+                                          "weak->",
+                                          "t",
+                                          ";",
+                                          "end",
+                                          "module",
+                                          "r",
+                                          ":",
+                                          "{",
+                                          "Input:",
+                                          "a",
+                                          ";",
+                                          "Output:",
+                                          "x",
+                                          ";",
+                                          "Mealy Machine",
+                                          "Register:",
+                                          "g",
+                                          ":",
+                                          "0",
+                                          ":",
+                                          "h",
+                                          ";",
+                                          "h",
+                                          "=",
+                                          "a",
+                                          "xor",
+                                          "g",
+                                          ";",
+                                          "x",
+                                          "=",
+                                          "abs",
+                                          "(",
+                                          "g",
+                                          "nand",
+                                          "1",
+                                          ")",
+                                          ";",
+                                          "}"};
+  const unsigned seed = 20240607;
+  std::mt19937 random(seed);
+  const auto any = [&random](size_t count) { return random() % count; };
+  int accepted = 0;
+  for (int round = 0; round < 500; ++round) {
+    std::vector<std::string> text = words;
+    for (size_t changes = any(4); changes > 0; --changes) {
+      const auto at = text.begin() + static_cast<long>(any(text.size()));
+      switch (any(3)) {
+        case 0:
+          text.erase(at);
+          break;
+        case 1:
+          text.insert(at, words[any(words.size())]);
+          break;
+        default:
+          *at = words[any(words.size())];
+      }
+    }
+    std::string joined;
+    for (const std::string& word : text) joined += word + (any(20) == 0 ? "\n" : " ");
+    Compilation::GDataTypeTable = nullptr;
+    Compilation::GDataMethodTable = nullptr;
+    Compilation::GDataConstantTable = nullptr;
+    read(joined);
+    const bool told = outcome.ended && !outcome.err.empty();
+    const bool located = thrown_at.starts_with(file + ":");
+    if (!told && !located) {
+      EXPECT_EQ(thrown + outcome.err, "") << "seed " << seed << ", round " << round << '\n'
+                                          << joined;
+      EXPECT_FALSE(Compilation::ModTable->modules().empty()) << joined;
+      ++accepted;
+    }
+  }
+  EXPECT_GT(accepted, 100);
 }
 
 TEST_F(ZuRobustness, ALargeText) {
