@@ -12,10 +12,10 @@ class Abort : public Statement {
   Expression* getExpression() const { return expression_; }
   Statement* getBody() const { return body_; }
   const RegisterPair& getRegister() const { return register_; }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   std::vector<Statement*> children() const override { return {body_}; }
 
  private:
@@ -32,10 +32,10 @@ class StrongAbort : public Statement {
   Expression* getExpression() const { return expression_; }
   Statement* getBody() const { return body_; }
   const RegisterPair& getRegister() const { return register_; }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   std::vector<Statement*> children() const override { return {body_}; }
 
  private:

@@ -71,13 +71,13 @@ class Automaton : public Statement {
   /// The state of that name; null if there is none.
   static State* findState(const StateTable& table, const std::string& name);
 
-  // An automaton is never copied: IllegalOperationException.
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   /// The whole translation.
   void compile(Module* module, EquationTable* table) override;
   /// Not to be called: IllegalOperationException.
   void createEquations(Module* module, EquationTable* table) override;
+  // An automaton is never copied: IllegalOperationException.
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   /// The runs of the states, in name order of the states.
   std::vector<Statement*> children() const override;
 

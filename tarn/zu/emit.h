@@ -13,11 +13,11 @@ class Emit : public Statement {
   Signal* getSignal() const { return signal_; }
   const std::string& getSignalName() const { return signal_name_; }
   Signal* getDataSignal() const { return data_; }
+  void createEquations(Module* module, EquationTable* table) override;
+  void compile(Module* module, EquationTable* table) override;
   // A copy emits without value.
   Statement* duplicate(Module* module, EquationTable* table) override;
   Statement* duplicate(int number) override;
-  void createEquations(Module* module, EquationTable* table) override;
-  void compile(Module* module, EquationTable* table) override;
 
  private:
   Signal* signal_;
@@ -33,11 +33,11 @@ class NoEmit : public Statement {
   Signal* getSignal() const { return signal_; }
   const std::string& getSignalName() const { return signal_name_; }
   Signal* getDataSignal() const { return data_; }
+  void createEquations(Module* module, EquationTable* table) override;
+  void compile(Module* module, EquationTable* table) override;
   // A copy has no data signal.
   Statement* duplicate(Module* module, EquationTable* table) override;
   Statement* duplicate(int number) override;
-  void createEquations(Module* module, EquationTable* table) override;
-  void compile(Module* module, EquationTable* table) override;
 
  private:
   Signal* signal_;

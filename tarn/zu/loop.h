@@ -9,12 +9,12 @@ class Loop : public Statement {
  public:
   Loop(const std::string& name, Statement* body) : Statement(name), body_(body) {}
   Statement* getBody() const { return body_; }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   /// A body that could end and start in one instant becomes a sequence of itself and a copy.
   void compile(Module* module, EquationTable* table) override;
   bool reincarnate() override { return body_->reincarnate(); }
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   std::vector<Statement*> children() const override { return {body_}; }
 
  private:

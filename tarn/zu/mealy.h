@@ -22,14 +22,14 @@ class MealyMachine : public Statement {
   const std::map<std::string, Equation*>& getMachineTable() const { return table_; }
   const RegisterPair& getRegister() const { return register_; }
 
-  // A machine is never copied: IllegalOperationException.
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
   void createTarnEquation(Equation* equation, Signal* actif, Signal* set, Module* module,
                           EquationTable* table);
   bool reincarnate() override { return false; }
+  // A machine is never copied: IllegalOperationException.
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
 
  private:
   std::map<std::string, Equation*> table_;

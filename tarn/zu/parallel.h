@@ -15,13 +15,13 @@ class Parallel : public Statement {
   const RegisterPair& getLeftRegister() const { return left_ended_; }
   /// The converse ("ACTIFBIS").
   const RegisterPair& getRightRegister() const { return right_ended_; }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   /// Each member compiles in a table of its own; the tables are then unified.
   void compile(Module* module, EquationTable* table) override;
   bool isParallel() const override { return true; }
   bool reincarnate() override { return left_->reincarnate() || right_->reincarnate(); }
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   std::vector<Statement*> children() const override { return {left_, right_}; }
 
  private:
@@ -40,13 +40,13 @@ class Pn : public Statement {
   void addMember(Statement* member) { members_.push_back(member); }
   /// One per member, which has ended and waits for the others; empty until compiled.
   const std::vector<RegisterPair>& getRegisters() const { return registers_; }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   /// Each member compiles in a table of its own; the tables are then unified.
   void compile(Module* module, EquationTable* table) override;
   bool isParallel() const override { return true; }
   bool reincarnate() override;
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   std::vector<Statement*> children() const override { return members_; }
 
  private:

@@ -14,12 +14,12 @@ class Present : public Statement {
   Expression* getExpression() const { return expression_; }
   Statement* getThen() const { return then_; }
   Statement* getElse() const { return else_; }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
   /// Without an else branch, what the rules say of a skip.
   bool reincarnate() override;
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   std::vector<Statement*> children() const override {
     return else_ == nullptr ? std::vector<Statement*>{then_}
                             : std::vector<Statement*>{then_, else_};

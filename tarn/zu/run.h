@@ -31,15 +31,15 @@ class Run : public Statement {
   /// The names that the compiled module is expected to present.
   void computeAwaitedNameList(std::list<std::string>& inputs, std::list<std::string>& outputs,
                               Module* module) const;
-  /// A copy with a name of its own, which shares the renaming table.
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  /// A copy with an empty renaming table.
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
   /// The same, with the called module's outputs masked where `preemption` holds.
   void compile_with_preemption(Module* module, EquationTable* table, const bdd& preemption);
   bool reincarnate() override;
+  /// A copy with a name of its own, which shares the renaming table.
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  /// A copy with an empty renaming table.
+  Statement* duplicate(int number) override;
 
  private:
   std::string module_name_;

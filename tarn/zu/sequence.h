@@ -11,12 +11,12 @@ class Sequence : public Statement {
       : Statement(name), left_(left), right_(right) {}
   Statement* getLeft() const { return left_; }
   Statement* getRight() const { return right_; }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
   bool isSequence() const override { return true; }
   bool reincarnate() override { return left_->reincarnate() && right_->reincarnate(); }
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   std::vector<Statement*> children() const override { return {left_, right_}; }
 
  private:
@@ -31,12 +31,12 @@ class Sn : public Statement {
       : Statement(name), members_(std::move(members)) {}
   const std::vector<Statement*>& getMembers() const { return members_; }
   void addMember(Statement* member) { members_.push_back(member); }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
   bool isSequence() const override { return true; }
   bool reincarnate() override;
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
   std::vector<Statement*> children() const override { return members_; }
 
  private:

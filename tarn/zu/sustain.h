@@ -20,12 +20,12 @@ class SustainUntil : public Statement {
   Signal* getDataSignal() const { return data_; }
   Expression* getExpression() const { return expression_; }
   const RegisterPair& getRegister() const { return register_; }
-  // A copy sustains without value.
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
   bool reincarnate() override { return false; }
+  // A copy sustains without value.
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
 
  private:
   Signal* signal_;

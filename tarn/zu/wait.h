@@ -11,11 +11,11 @@ class Wait : public Statement {
       : Statement(name), expression_(expression) {}
   Expression* getExpression() const { return expression_; }
   const RegisterPair& getRegister() const { return register_; }
-  Statement* duplicate(Module* module, EquationTable* table) override;
-  Statement* duplicate(int number) override;
   void createEquations(Module* module, EquationTable* table) override;
   void compile(Module* module, EquationTable* table) override;
   bool reincarnate() override { return false; }
+  Statement* duplicate(Module* module, EquationTable* table) override;
+  Statement* duplicate(int number) override;
 
  private:
   Expression* expression_;
