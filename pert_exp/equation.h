@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <set>
 #include <string>
 
@@ -93,6 +94,10 @@ class Bddexpression {
 
   /// Dependences from the function, after the wood's tables have followed the manager. An abstract
   /// equation keeps its own.
+  /// One line of a compiled module: dates, the variable's number by `map`, the root's local id and
+  /// polarity, the numbers of what it reads. Nothing without manager or variable.
+  void put_zuc(std::ostream& os, long* map);
+
   void build_normal_dependances();
   void internal_build_dependances();
   void internal_build_dependances(bddpp_manager* manager);

@@ -121,6 +121,9 @@ class Bddexpressionwood {
   void stat(std::ostream& out);
   void stat_early_dep(std::ostream& out, long index);
   void internal_stat_early_dep(std::ostream& out, long index, int indent, std::list<long>* seen);
+  /// The node table and the equations of a compiled module. `map` gives the number of each variable
+  /// by index, -1 for none: its equation is not written. `debug` adds comments.
+  void Put_zuc(std::ostream& os, long* map, int debug);
   /// Reports each variable whose stored readers differ from those computed.
   void coherence_dependances_check(std::ostream& out) const;
   void delete_prefixe_names(const std::string& prefix);

@@ -91,6 +91,12 @@ class DataExpr {
   virtual std::string Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                 int* context, Sock socket) = 0;
 
+  /// Writes the item of a compiled module's evaluation table: at the `top` of its line the
+  /// definition, else the number of its line, given by `next` where it has none yet; new lines join
+  /// `pending`. `map` gives the file's number of each variable.
+  virtual void ZUC_put(std::ostream& os, long* map, Module* module, std::list<DataExpr*>& pending,
+                       int& next, bool top) = 0;
+
   /// Spelling of an operator in the protocol and in C, with its blanks.
   static std::string C_opname(int op);
 
@@ -114,6 +120,7 @@ class DataValue : public DataExpr {
   DataExpr* changeModule(Module* to, Module* from) override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
+  void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
 
  private:
   std::string value;
@@ -134,6 +141,7 @@ class DataConstant : public DataExpr {
   DataExpr* changeModule(Module* to, Module* from) override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
+  void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
 
  private:
   int constant_index;
@@ -151,6 +159,7 @@ class DataSignalValue : public DataExpr {
   DataExpr* changeModule(Module* to, Module* from) override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
+  void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
 
  private:
   Signal* signal;
@@ -169,6 +178,7 @@ class DataUnaryOp : public DataExpr {
   std::vector<DataExpr*> operands() const override { return {operand}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
+  void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
 
  private:
   int op;
@@ -190,6 +200,7 @@ class DataBinaryOp : public DataExpr {
   std::vector<DataExpr*> operands() const override { return {left, right}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
+  void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
 
  private:
   int op;
@@ -212,6 +223,7 @@ class DataMethodCall : public DataExpr {
   std::vector<DataExpr*> operands() const override { return {arguments.begin(), arguments.end()}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
+  void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
 
  private:
   int method_index;

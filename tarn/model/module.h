@@ -181,6 +181,16 @@ class Module {
   void replace_at_in_name_variables();
   void loose_first_underscore_in_name_variables();
 
+  // The text of the compiled module (tarn/zuc).
+  /// Writes it; the two numbers are not read. `forget_locals` not 0 writes "V" and a number for the
+  /// name of a local. A signal without reference ends the process; IllegalOperationException for a
+  /// constant whose value is no literal. An expression keeps the line it got: once in a process.
+  void ZUC_put(std::ostream& os, int, int, int forget_locals);
+  /// The bindings and their evaluation table; `map` gives the file's number of each variable.
+  void printBinding(std::ostream& os, long* map);
+  /// Writes OutputDir, "/", the file: OutputFile or the module's name, with ".zuc".
+  void save();
+
   // The evaluation server's source text (tarn/formats): a program that knows the user's data types,
   // starts the simulator and answers its requests. What it holds comes from the three process-wide
   // tables of data and the module's name.
@@ -207,6 +217,7 @@ class Module {
 
  private:
   DataTable& bindings();
+  void put_data_tables(std::ostream& os);
   void make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& ids);
   index_set dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any);
   Signal* bind_intermediate(DataExpr* e, const std::string& signal_name, Signal* clock,

@@ -1,0 +1,231 @@
+// Writes a compiled module as the text that the reader takes back.
+//
+// Each name of the file brings two numbers, status and value, in the order in which names stand in
+// it: the reader makes its variables in that order, so a number of the file is an index there. A
+// variable that no name brings has no number, and its equations are not written.
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include "base/process_end.h"
+#include "forms/forms.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+
+namespace kiva {
+
+namespace {
+
+/// Number in the file of each variable, by variable index; -1 for none.
+class FileNumbers {
+ public:
+  explicit FileNumbers(long variables) : numbers_(static_cast<size_t>(variables), -1) {}
+  /// Gives the pair the next two numbers.
+  void enter(long status_id, long value_id) {
+    numbers_[static_cast<size_t>(status_id)] = next_++;
+    numbers_[static_cast<size_t>(value_id)] = next_++;
+  }
+  long operator[](long id) const { return numbers_[static_cast<size_t>(id)]; }
+  long* data() { return numbers_.data(); }
+
+ private:
+  std::vector<long> numbers_;
+  long next_ = 0;
+};
+
+[[noreturn]] void end_without_reference(const std::string& text) {
+  fl_show_Smessages(text);
+  end_process();
+}
+
+const SignalRef& reference_of(const Module* module, const Signal* signal) {
+  const SignalRef* ref = module->getSignalManager()->getSignalRefByName(signal->getInternalName());
+  if (ref == nullptr)
+    end_without_reference(signal->getInternalName() + " has no signal reference!");
+  return *ref;
+}
+
+void put_type(std::ostream& os, const SignalRef& ref) {
+  if (ref.isValued()) os << " : " << ref.getType();
+}
+
+}  // namespace
+
+void Module::ZUC_put(std::ostream& os, int, int, int forget_locals) {
+  Bddexpressionwood* wood = getBddWood();
+  if (wood == nullptr) return;
+  wood->update_bdd_vars();
+  FileNumbers numbers(wood->Nb_bdd_vars());
+
+  os << "module: " << name << "  " << (reincarnate ? 1 : 0) << ' ' << (finalised != 0 ? 1 : 0)
+     << '\n';
+  const auto put_interface = [&](const char* keyword, const signal_list& list, bool typed) {
+    if (list.empty()) return;
+    os << keyword;
+    for (const Signal* signal : list) {
+      const SignalRef& ref = reference_of(this, signal);
+      os << ' ' << signal->getOriginalName();
+      if (typed) put_type(os, ref);
+      numbers.enter(ref.getBddStatusId(wood), ref.getBddValueId(wood));
+    }
+    os << " ;\n";
+  };
+  put_interface("input:", input_signal_list, true);
+  put_interface("output:", output_signal_list, true);
+  put_interface("data_signal:", data_signal_list, false);
+
+  // Locals with all their occurrences, then the further occurrences of outputs.
+  bool any_local = false;
+  const auto put_occurrences = [&](const Signal* signal, bool skip_first) {
+    const std::list<long> ids = signal->getAllBddId(this, wood);
+    for (auto at = ids.begin(); at != ids.end();) {
+      const long status_id = *at++;
+      const long value_id = *at++;
+      if (std::exchange(skip_first, false)) continue;
+      if (!std::exchange(any_local, true)) os << "local:";
+      numbers.enter(status_id, value_id);
+      const SignalRef* ref = signal_manager->getSignalRefById(status_id, wood);
+      if (ref == nullptr)
+        end_without_reference(signal->getInternalName() + " no signal reference ");
+      if (forget_locals != 0) {
+        os << "  V" << numbers[status_id];
+      } else {
+        os << ' ' << ref->getCurrentName();
+        put_type(os, *ref);
+      }
+    }
+  };
+  for (const Signal* local : local_signal_list) put_occurrences(local, false);
+  for (const Signal* output : output_signal_list) put_occurrences(output, true);
+  if (any_local) os << ";\n";
+
+  if (!register_list.empty()) {
+    os << "register:\n";
+    for (const regclass* reg : register_list) {
+      if (forget_locals != 0) {
+        os << " V" << numbers[reg->next_var()->getBddStatusId(this, wood)] << " V"
+           << numbers[reg->actual_var()->getBddStatusId(this, wood)] << ' '
+           << reg->is_initialy_true();
+      } else {
+        os << *reg;
+      }
+      os << ";\n";
+    }
+    os << '\n';
+  }
+
+  os << "connexion: " << set_wire->getName(this, wood) << ' ' << reset_wire->getName(this, wood)
+     << ' ' << rtl_wire->getName(this, wood) << ";\n\n";
+  for (const Signal* wire : {set_wire, reset_wire, rtl_wire})
+    numbers.enter(wire->getBddStatusId(this, wood), wire->getBddValueId(this, wood));
+
+  os << "equation_def:\n";
+  wood->Put_zuc(os, numbers.data(), Compilation::DebugFlag ? 1 : 0);
+  os << "end:\n\n";
+  printBinding(os, numbers.data());
+  put_data_tables(os);
+}
+
+namespace {
+
+void put_constants(std::ostream& os, const DataConstantTable& table) {
+  os << "constant:\n";
+  for (const ConstantDecl* constant : table.getConstantList()) {
+    if (constant->getIndex() == -1) continue;
+    os << constant->getType() << ' ' << constant->getName();
+    if (constant->getValue() != nullptr) {
+      const auto* literal = dynamic_cast<const DataValue*>(constant->getValue());
+      if (literal == nullptr)
+        throw IllegalOperationException("Print_of_constant table", constant->getName());
+      os << "   \"" << literal->getValue() << '"';
+    }
+    os << ";\n";
+  }
+}
+
+}  // namespace
+
+void Module::put_data_tables(std::ostream& os) {
+  const DataTypeTable* types = Compilation::GDataTypeTable;
+  const DataMethodTable* methods = Compilation::GDataMethodTable;
+  const DataConstantTable* constants = Compilation::GDataConstantTable;
+  if (types == nullptr && methods == nullptr && constants == nullptr) return;
+  os << "data:\n";
+  if (types != nullptr) {
+    types->print(os, false);
+  } else {
+    os << "type:\n";
+  }
+  if (methods != nullptr) {
+    methods->print(os, false);
+  } else {
+    os << "method:\n";
+  }
+  if (constants != nullptr) put_constants(os, *constants);
+  os << "end:\n\n";
+}
+
+void Module::printBinding(std::ostream& os, long* map) {
+  if (data_table == nullptr) return;
+  Bddexpressionwood* wood = getBddWood();
+  os << "binding:\n";
+  int next = 0;
+  std::list<DataExpr*> pending;
+  const auto put_line = [&](long status_id, long value_id, DataExpr* value, long clock_status_id,
+                            long clock_value_id) {
+    os << "   (" << map[status_id] << ", " << map[value_id] << "): value: " << next;
+    value->setIndex(next++);
+    pending.push_back(value);
+    if (clock_status_id >= 0)
+      os << " clock: (" << map[clock_status_id] << ", " << map[clock_value_id] << ")";
+    os << ";\n";
+  };
+  for (const auto& [bound_name, binding] : *data_table) {
+    const Signal* signal = binding->getSignal();
+    const Signal* clock = binding->getClock();
+    if (signal->isLocal() || signal->isWire() || signal->isOutput()) {
+      const std::list<long> ids = signal->getAllBddId(this, wood);
+      for (auto at = ids.begin(); at != ids.end();) {
+        const long status_id = *at++;
+        const long value_id = *at++;
+        put_line(status_id, value_id, binding->getValue()->duplicate(),
+                 clock == nullptr ? -1 : clock->getInitialBddStatusId(this, wood),
+                 clock == nullptr ? -1 : clock->getInitialBddValueId(this, wood));
+      }
+    } else {
+      put_line(signal->getBddStatusId(this, wood), signal->getBddValueId(this, wood),
+               binding->getValue(), clock == nullptr ? -1 : clock->getBddStatusId(this, wood),
+               clock == nullptr ? -1 : clock->getBddValueId(this, wood));
+    }
+  }
+  os << "end:\n\nevaltable:\n";
+  for (DataExpr* e : pending) {
+    os << "   " << e->getIndex() << ": ";
+    e->ZUC_put(os, map, this, pending, next, true);
+    os << ";\n";
+  }
+  os << "end:\n\n";
+}
+
+void Module::save() {
+  if (compilation == nullptr) throw IllegalOperationException("Save code requires compilation");
+  std::string file = OutputFile;
+  if (file.empty()) {
+    file = name + ".zuc";
+  } else if (file.find(".zuc") == std::string::npos) {
+    file += ".zuc";
+  }
+  const std::string path = OutputDir + "/" + file;
+  if (std::filesystem::exists(path))
+    std::cerr << "File: " << path << " already exists. File rewrited.\n";
+  std::ofstream out(path);
+  if (!out) {
+    fl_show_Smessages("Cannot open output file: " + path);
+    return;
+  }
+  ZUC_put(out, 2, Compilation::KeepWiresFlag ? 0 : 1, Compilation::ForgetLocalsNameFlag ? 1 : 0);
+}
+
+}  // namespace kiva
