@@ -92,6 +92,11 @@ class Bddexpression {
   void setBddVar(bddpp_manager* manager, const bdd& var);
   void setBddExp(bddpp_manager* manager, const bdd& f);
 
+  /// Splits the function on the variable x: two new variables, whose indices are given, have the
+  /// cofactors as equations, and this function chooses between them. -3 twice, and no change, when
+  /// there is no wood or function, or no such variable.
+  void Shannon_expand(long x, long& then_index, long& else_index);
+
   /// Dependences from the function, after the wood's tables have followed the manager. An abstract
   /// equation keeps its own.
   /// One line of a compiled module: dates, the variable's number by `map`, the root's local id and

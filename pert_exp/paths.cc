@@ -70,7 +70,7 @@ index_set Bddexpressionwood::up_dependances(long index, long depth, const index_
 /// An edge that closes a cycle, or at which the depth has reached the number of variables, adds
 /// nothing: `Graph::check` gets a variable of the cycle, `Graph::warn` tells, once for all cycles.
 template <class Graph>
-long Bddexpressionwood::heaviest_chain(const Graph& graph, long index, long depth) {
+long Bddexpressionwood::heaviest_chain(const Graph& graph, long index, long depth, bool new_walk) {
   struct Frame {
     long v;
     index_set::const_iterator at;
@@ -79,8 +79,9 @@ long Bddexpressionwood::heaviest_chain(const Graph& graph, long index, long dept
   if (!in_tables(index)) return 0;
   walk_mark.resize(nb_var_bdd, 0);
   walk_value.resize(nb_var_bdd, 0);
-  walk_number += 2;
+  if (new_walk) walk_number += 2;
   const std::uint64_t open = walk_number, closed = walk_number + 1;
+  if (walk_mark[index] == closed) return walk_value[index];
 
   std::vector<Frame> stack;
   const auto enter = [&](long v) {
@@ -143,6 +144,43 @@ long Bddexpressionwood::up_critical_path(long index, long depth, long weight) {
   const Bddexpression* e = slot(index);
   if (e == nullptr) return weight;
   return weight + e->w + heaviest_chain(Warning_dependences{{*this}}, index, depth);
+}
+
+void Bddexpressionwood::date_by_weight() {
+  struct Told_once {
+    const char* operation;
+    bool told = false;
+    void tell() {
+      if (told) return;
+      std::cerr << "WARNING in Bddexpressionwood::" << operation
+                << "():\n   possible infinite recursion due to a signals cycle\n";
+      told = true;
+    }
+  };
+  struct Telling_dependences : Dependences {
+    Told_once& warning;
+    void check(long) const {}
+    void warn() const { warning.tell(); }
+  };
+  struct Telling_readers : Readers {
+    Told_once& warning;
+    void check(long) const {}
+    void warn() const { warning.tell(); }
+  };
+  Told_once up{"up_critical_path"}, down{"down_critical_path"};
+  const Telling_dependences dependences{{*this}, up};
+  const Telling_readers readers{{*this}, down};
+  bool new_walk = true;
+  for (long index : Set_of_exp()) {
+    Bddexpression& e = *exp_table[index];
+    e.earliest_date = 1 + e.w + heaviest_chain(dependences, index, 1, new_walk);
+    new_walk = false;
+  }
+  new_walk = true;
+  for (long index : Set_of_exp()) {
+    latest_date_table[index] = heaviest_chain(readers, index, 1, new_walk);
+    new_walk = false;
+  }
 }
 
 void Bddexpressionwood::refuse_self_dependence(long index) const {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <list>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -128,6 +129,50 @@ class Bddexpressionwood {
   void coherence_dependances_check(std::ostream& out) const;
   void delete_prefixe_names(const std::string& prefix);
 
+  // Transformations. `keep` holds user types; an equation of such a type is not removed, and what
+  // an abstract equation reads never is. Dates and the number of levels may be stale afterwards.
+  /// Puts constant equations into their readers (constants.cc), and removes those that had readers.
+  void constants_propagation(const std::list<int>& keep);
+  void constants_propagation();
+  /// Propagates constants; not 0 when every equation is constant then.
+  int global_tautology();
+  /// Removes equations by putting their functions into their readers (inlining.cc): all that have
+  /// readers and dependences, or those of one variable alone. An equation that reads itself stays.
+  void suppress_locals(const std::list<int>& keep);
+  void suppress_locals();
+  /// Dates the wood afresh.
+  void suppress_wires(const std::list<int>& keep);
+  void suppress_wires();
+  /// The same for one equation; the second leaves it in place, unread. Both end the process when it
+  /// reads itself.
+  void suppress_local(long index);
+  void useless_local(long index);
+  /// Removes the equations that neither read nor are read, but for the indices to keep.
+  void clean(const index_set& keep);
+  void clean(const std::list<long>& keep);
+  void clean(const std::set<long>& keep) { clean(index_set(keep)); }
+  /// Cofactors of all functions by c (bddpp_manager::Bdd_reduce), then constants (reductions.cc).
+  void reduce_expressions(const bdd& c, const std::list<int>& keep);
+  void reduce_expressions(const bdd& c);
+  void reduce_expressions_when_var_forgotten_by_exist_op(long index);
+  void reduce_expressions_when_var_forgotten_by_forall_op(long index);
+  /// A product under which an equation becomes one: of the first in latest_sort() that is not
+  /// constant; one if there is none.
+  bdd reduce_proposition_by_assertion();
+  /// A variable that the earliest equation with readers reads; -1 if there is none.
+  long reduce_proposition_by_variable() const;
+  /// Breaks the cycles by cases on variables among `candidates` that no equation computes
+  /// (loop_breaking.cc); gives the indices added. `ok` becomes 0 when a cycle remains, else 1.
+  index_set loop_breaking(const index_set& candidates, int& ok);
+  std::set<long> loop_breaking(const std::set<long>& candidates, int& ok) {
+    return loop_breaking(index_set(candidates), ok).to_set();
+  }
+  /// Takes in copies of all equations of `other` (inclusion.cc); the suffix is appended to every
+  /// name. Dates are taken over as they stand.
+  void Include_wood_instance(Bddexpressionwood& other, const std::string& suffix);
+  /// All readers afresh, from dependences found afresh.
+  void internal_global_build_dependances();
+
   // The manager's operations under their own names.
   long Bdd_if_index(const bdd& f) const { return man->Bdd_if_index(f); }
   int Bdd_is_tautology(const bdd& f, int polarity) const {
@@ -190,8 +235,22 @@ class Bddexpressionwood {
   bool in_tables(long index) const { return index >= 0 && index < nb_var_bdd; }
   /// The equation of a variable, null outside the tables.
   Bddexpression* slot(long index) const { return in_tables(index) ? exp_table[index] : nullptr; }
+  /// Without `new_walk` what the walk before has found still holds.
   template <class Graph>
-  long heaviest_chain(const Graph& graph, long index, long depth);
+  long heaviest_chain(const Graph& graph, long index, long depth, bool new_walk = true);
+  /// Dates each equation as up_critical_path(index, 1, 1) and down_critical_path(index, 1, 0) give
+  /// them on an acyclic wood, in one walk each. An edge that closes a cycle adds nothing.
+  void date_by_weight();
+  /// Replaces the function of an equation, and corrects the readers by what it reads now.
+  void change_function(Bddexpression& e, long index, const bdd& f);
+  template <class Change>
+  void change_functions(Change change);
+  bool has_abstract_reader(long index) const;
+  /// Puts the function of `index` into its boolean readers, and forgets the readers without
+  /// equation.
+  void inline_into_readers(long index);
+  bool can_be_inlined(long index) const;
+  void drop_stale_readers();
   /// Ends the process with a report if the equation of `index` has readers and reads itself.
   void refuse_self_dependence(long index) const;
 
@@ -215,6 +274,9 @@ class Bddexpressionwood {
 
 /// One line a wood, one an equation: its variable, what it reads, its dates.
 std::ostream& operator<<(std::ostream& out, const Bddexpressionwood& wood);
+
+/// The images of the members under `table`.
+index_set set_reencoding(const index_set& members, const long* table);
 
 /// Dates the wood.
 long PERT(Bddexpressionwood* wood);

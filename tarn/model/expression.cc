@@ -34,6 +34,10 @@ bdd is_not_true(Expression* e, Occurrences view, Module* module, Bddexpressionwo
                       value_of(e, view, module, wood));
 }
 
+void put_sum(std::ostream& out, Bddexpressionwood* wood, const bdd& f) {
+  wood->my_bdd_manager()->Print_sop(" + ", " * ", "~", "", out, f, 1);
+}
+
 }  // namespace
 
 bdd Expression::getBddStatus(Module*, Bddexpressionwood*) {
@@ -66,6 +70,14 @@ Expression* Expression::buildCurrentExpression(EquationTable*, Module*) {
 }
 
 void Expression::print(std::ostream&) const {}
+
+void Expression::printBddStatus(std::ostream& out, Module* module, Bddexpressionwood* wood) {
+  put_sum(out, wood, getBddStatus(module, wood));
+}
+
+void Expression::printBddValue(std::ostream& out, Module* module, Bddexpressionwood* wood) {
+  put_sum(out, wood, getBddValue(module, wood));
+}
 
 // The four constants.
 

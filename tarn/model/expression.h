@@ -40,6 +40,9 @@ class Expression {
   /// The expression with the current view of its operands.
   virtual Expression* buildCurrentExpression(EquationTable* table, Module* module);
   virtual void print(std::ostream& out) const;
+  /// The rails over the current occurrences, as sums of products in the operators of print().
+  virtual void printBddStatus(std::ostream& out, Module* module, Bddexpressionwood* wood);
+  virtual void printBddValue(std::ostream& out, Module* module, Bddexpressionwood* wood);
 
  private:
   bool wire_ = false;

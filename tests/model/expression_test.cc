@@ -137,6 +137,26 @@ TEST_F(Expressions, FoldConstants) {
   EXPECT_NE(dynamic_cast<AndExpression*>(x()->mult(y(), &module)), nullptr);
 }
 
+TEST_F(Expressions, PrintTheRails) {
+  const auto rails = [&](Expression& e) {
+    std::ostringstream out;
+    e.printBddStatus(out, &module, wood);
+    out << " / ";
+    e.printBddValue(out, &module, wood);
+    return out.str();
+  };
+  TrueExpression t;
+  NotExpression inverse(x());
+  AndExpression meet(&inverse, y());
+  EXPECT_EQ(rails(t), "1 / 0");
+  EXPECT_EQ(rails(*x()), "_s_x / _v_x");
+  EXPECT_EQ(rails(inverse), "_v_x / _s_x");
+  EXPECT_EQ(rails(meet), "_v_x * _s_y / _s_x + _v_y");
+  Expression plain;
+  std::ostringstream out;
+  EXPECT_THROW(plain.printBddStatus(out, &module, wood), AbstractMethodCallException);
+}
+
 TEST_F(Expressions, PrintDuplicateAndRefuse) {
   TrueExpression t;
   NotExpression inverse(x());

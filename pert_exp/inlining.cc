@@ -1,0 +1,101 @@
+// Equations that are put into their readers and go.
+//
+// An equation can go when something reads it, it reads something, not itself, and all that read it
+// are functions: an abstract reader reads the variable as such. After each step the readers of
+// every variable are those that the functions tell, so that the next step sees the wood as it is.
+
+#include <algorithm>
+
+#include "base/list.h"
+#include "pert_exp/wood.h"
+
+namespace kiva {
+
+void Bddexpressionwood::change_function(Bddexpression& e, long index, const bdd& f) {
+  e.bdd_exp = f;
+  const index_set before = std::move(e.vars_dependance);
+  e.vars_dependance = man->set_of_index_depend_on(f);
+  for (long old : before) {
+    if (in_tables(old) && !e.vars_dependance.contains(old)) amont_dep_table[old].erase(index);
+  }
+  for (long now : e.vars_dependance) {
+    if (in_tables(now) && !before.contains(now)) amont_dep_table[now].insert(index);
+  }
+}
+
+void Bddexpressionwood::inline_into_readers(long index) {
+  const bdd variable = man->Bdd_var_by_index(index);
+  const bdd function = exp_table[index]->bdd_exp;
+  const index_set readers = amont_dep_table[index];
+  for (long reader : readers) {
+    Bddexpression* e = slot(reader);
+    if (e == nullptr) {
+      amont_dep_table[index].erase(reader);
+    } else if (e->abstraction == 0) {
+      change_function(*e, reader, man->Bdd_compose(e->bdd_exp, variable, function));
+      // A reader of old, whose function had lost the variable before.
+      amont_dep_table[index].erase(reader);
+    }
+  }
+}
+
+bool Bddexpressionwood::can_be_inlined(long index) const {
+  const Bddexpression* e = slot(index);
+  if (e == nullptr || e->abstraction != 0 || e->vars_dependance.empty()) return false;
+  const index_set& readers = amont_dep_table[index];
+  return !readers.empty() && !readers.contains(index) && !e->vars_dependance.contains(index);
+}
+
+void Bddexpressionwood::suppress_local(long index) {
+  refuse_self_dependence(index);
+  if (!can_be_inlined(index) || has_abstract_reader(index)) return;
+  leave_as_reader(index, exp_table[index]->vars_dependance);
+  inline_into_readers(index);
+  delete_expression(index);
+}
+
+void Bddexpressionwood::useless_local(long index) {
+  refuse_self_dependence(index);
+  if (can_be_inlined(index)) inline_into_readers(index);
+}
+
+void Bddexpressionwood::drop_stale_readers() {
+  for (long index = 0; index < nb_var_bdd; ++index) {
+    const index_set readers = amont_dep_table[index];
+    for (long reader : readers) {
+      const Bddexpression* e = slot(reader);
+      if (e == nullptr || !e->vars_dependance.contains(index)) amont_dep_table[index].erase(reader);
+    }
+  }
+}
+
+void Bddexpressionwood::suppress_locals(const std::list<int>& keep) {
+  for (long index = 0; index < nb_var_bdd; ++index) {
+    if (can_be_inlined(index) && !item_in(keep, exp_table[index]->usertype)) suppress_local(index);
+  }
+  constants_propagation();
+  drop_stale_readers();
+}
+
+void Bddexpressionwood::suppress_locals() {
+  suppress_locals({});
+}
+
+void Bddexpressionwood::suppress_wires(const std::list<int>& keep) {
+  for (long index = 0; index < nb_var_bdd; ++index) {
+    if (!can_be_inlined(index)) continue;
+    const Bddexpression& e = *exp_table[index];
+    if (e.vars_dependance.size() != 1 || item_in(keep, e.usertype)) continue;
+    suppress_local(index);
+    if (exp_table[index] == nullptr) latest_date_table[index] = 0;
+  }
+  constants_propagation(keep);
+  drop_stale_readers();
+  date_by_weight();
+}
+
+void Bddexpressionwood::suppress_wires() {
+  suppress_wires({});
+}
+
+}  // namespace kiva
