@@ -181,6 +181,22 @@ class Module {
   void replace_at_in_name_variables();
   void loose_first_underscore_in_name_variables();
 
+  // Finalisation (tarn/zu/finalize.cc).
+  /// Completes the pairs of all signals, makes inputs True or False, drops what nothing needs, and
+  /// adds the register pair that raises the set wire in the first instant; `keep_rtl` not 0 keeps
+  /// the rtl wire's equation. Once for a module: the caller looks at `getFinalised`.
+  void finalize(int keep_rtl);
+  /// Removes wires (unless Compilation::KeepWiresFlag), registers that never change, unread locals.
+  void clean();
+  void clean_locals();
+  void suppress_useless_registers();
+  /// Spreads constants; the equations of interface, registers and clocks stay.
+  void constants_propagation();
+  /// Adds the output "OverKnowledgeError": some output is Error in this instant.
+  void check_over_knowledge();
+  /// Simplifies all equations under the assertion that the module's wires are present.
+  void learnStatusWireAssertion();
+
   // The text of the compiled module (tarn/zuc).
   /// Writes it; the two numbers are not read. `forget_locals` not 0 writes "V" and a number for the
   /// name of a local. A signal without reference ends the process; IllegalOperationException for a

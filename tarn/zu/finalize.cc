@@ -1,0 +1,261 @@
+// Finalisation: a compiled module becomes one that can be run and written. Every signal gets a
+// complete pair of equations, inputs are True or False, what nothing needs goes, and a register
+// pair "boot" raises the set wire in the first instant.
+//
+// The steps depend on their order: the pairs are completed before constants spread, since a rail
+// that turns constant must not lose its equation where it is part of the interface; and the keep
+// lists are made after the clean, when registers that hold a constant have gone.
+
+#include <iostream>
+
+#include "forms/forms.h"
+#include "tarn/model/arena.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+
+namespace kiva {
+
+namespace {
+
+/// The user types whose equations are the module's interface and state.
+const std::list<int>& protected_types() {
+  static const std::list<int> types{Compilation::SINPUT,  Compilation::VINPUT, Compilation::SOUTPUT,
+                                    Compilation::VOUTPUT, Compilation::SREG,   Compilation::VREG,
+                                    Compilation::SCLOCK,  Compilation::VCLOCK};
+  return types;
+}
+
+/// Learns `left` := `right`; the wood owns the equation.
+void define(Bddexpressionwood* wood, const std::string& name, const bdd& left, const bdd& right,
+            int usertype) {
+  const std::unique_ptr<Bddexpression> replaced(wood->exp_by_index(wood->Bdd_if_index(left)));
+  new Bddexpression(name, wood, left, right, 0, 0, usertype);
+}
+
+bdd variable(Bddexpressionwood* wood, long id) {
+  return wood->Bdd_var_by_index(id);
+}
+
+void require_type(Bddexpression* e, int type, const std::string& warning) {
+  if (e == nullptr) return;
+  if (e->getUserType() != type) std::cerr << warning << '\n';
+  e->setUserType(type);
+}
+
+/// Gives a signal's occurrences the rails that they lack.
+void complete_pairs(Module* module, Bddexpressionwood* wood, const Signal* signal,
+                    bool may_define_status) {
+  const std::list<long> ids = signal->getAllBddId(module, wood);
+  for (auto at = ids.begin(); at != ids.end();) {
+    const long status_id = *at++;
+    const long value_id = *at++;
+    if (status_id < 0) continue;
+    const Bddexpression* status = wood->exp_by_index(status_id);
+    Bddexpression* value = wood->exp_by_index(value_id);
+    if (value == nullptr) {
+      define(wood, signal->getInternalName(), variable(wood, value_id),
+             wood->Bdd_not(variable(wood, status_id)), signal->computeValueType());
+    } else if (status == nullptr) {
+      if (!may_define_status) continue;
+      fl_show_Smessages("***Warning: Finalize: no status expression and a value expression for:" +
+                        wood->Name_var_by_index(value_id) +
+                        "!!!\n => changing status equation ...");
+      define(wood, signal->getInternalName(), variable(wood, status_id),
+             wood->Bdd_not(variable(wood, value_id)), signal->computeValueType());
+    } else if (status->getAbstraction() == 0 && value->getAbstraction() == 0 &&
+               wood->my_bdd_manager()->Bdd_is_zero_tautologic(status->my_bdd_exp()) != 0 &&
+               wood->my_bdd_manager()->Bdd_is_zero_tautologic(value->my_bdd_exp()) != 0) {
+      value->setBddExp(wood->Bdd_one());  // a signal that stays Bottom is False
+    }
+  }
+}
+
+}  // namespace
+
+void Module::finalize(int keep_rtl) {
+  Bddexpressionwood* wood = getBddWood();
+  if (wood == nullptr) return;
+  finalised = 1;
+  set_wire->setWire();
+  reset_wire->setWire();
+  rtl_wire->setWire();
+
+  for (const regclass* reg : register_list) {
+    const Signal* next = reg->next_var();
+    const long status_id = next->getBddStatusId(this, wood);
+    const long value_id = next->getBddValueId(this, wood);
+    require_type(wood->exp_by_index(status_id), Compilation::SREG,
+                 " Warning: reaffectation " + wood->Name_var_by_index(status_id) + " with SREG");
+    require_type(wood->exp_by_index(value_id), Compilation::VREG,
+                 " Warning reaffectation " + wood->Name_var_by_index(value_id) + " with VREG");
+  }
+  if (data_table != nullptr)
+    for (const auto& [bound_name, binding] : *data_table) {
+      if (binding->getClock() == nullptr) continue;
+      const Signal* signal = binding->getSignal();
+      const auto make_output = [&](long id, int type) {
+        Bddexpression* e = wood->exp_by_index(id);
+        if (e == nullptr) return;
+        require_type(e, type,
+                     "Warning: reaffectation " + wood->Name_var_by_index(id) + " with " +
+                         std::to_string(Compilation::SOUTPUT) +
+                         " (founding :" + std::to_string(e->getUserType()) + ")");
+      };
+      make_output(signal->getInitialBddStatusId(this, wood), Compilation::SOUTPUT);
+      make_output(signal->getInitialBddValueId(this, wood), Compilation::VOUTPUT);
+    }
+
+  for (const signal_list* list : {&input_signal_list, &data_signal_list})
+    for (const Signal* input : *list) {
+      const long status_id = input->getBddStatusId(this, wood);
+      define(wood, input->getInternalName(), variable(wood, input->getBddValueId(this, wood)),
+             wood->Bdd_not(variable(wood, status_id)), Compilation::VINPUT);
+      wood->Rename_var(input->getOriginalName(), wood->Name_var_by_index(status_id));
+    }
+  for (const Signal* output : output_signal_list) {
+    complete_pairs(this, wood, output, true);
+    wood->Rename_var(output->getOriginalName(),
+                     wood->Name_var_by_index(output->getInitialBddStatusId(this, wood)));
+  }
+  for (const Signal* local : local_signal_list)
+    complete_pairs(this, wood, local, !local->isRegister());
+
+  wood->constants_propagation(protected_types());
+  clean();
+
+  Signal* boot = make_kept<Signal>(std::string("boot"), this, wood, true);
+  Signal* bootplus = make_kept<Signal>(std::string("bootplus"), this, wood, true);
+  addRegisterSignal(boot, bootplus, 1);
+  addLocalSignal(boot);
+  addLocalSignal(bootplus);
+  std::vector<long> kept{boot->getBddStatusId(this, wood), bootplus->getBddStatusId(this, wood)};
+
+  const auto define_pair = [&](const Signal* signal, const bdd& status, const bdd& value) {
+    define(wood, signal->getInternalName(), variable(wood, signal->getBddStatusId(this, wood)),
+           status, signal->computeStatusType());
+    define(wood, signal->getInternalName(), variable(wood, signal->getBddValueId(this, wood)),
+           value, signal->computeValueType());
+  };
+  define_pair(set_wire, variable(wood, boot->getBddStatusId(this, wood)),
+              wood->Bdd_not(variable(wood, set_wire->getBddStatusId(this, wood))));
+  define_pair(reset_wire, wood->Bdd_zero(), wood->Bdd_one());
+  define_pair(bootplus, wood->Bdd_zero(), wood->Bdd_one());
+
+  for (const Signal* input : input_signal_list) kept.push_back(input->getBddStatusId(this, wood));
+  for (const Signal* output : output_signal_list) {
+    kept.push_back(output->getInitialBddStatusId(this, wood));
+    kept.push_back(output->getInitialBddValueId(this, wood));
+  }
+  if (data_table != nullptr)
+    for (const auto& [bound_name, binding] : *data_table)
+      if (binding->getClock() != nullptr) {
+        kept.push_back(binding->getClock()->getInitialBddStatusId(this, wood));
+        kept.push_back(binding->getSignal()->getInitialBddStatusId(this, wood));
+      }
+  for (const Signal* local : local_signal_list)
+    if (local->isRegister()) {
+      kept.push_back(local->getBddStatusId(this, wood));
+      kept.push_back(local->getBddValueId(this, wood));
+    }
+  if (keep_rtl != 0) kept.push_back(rtl_wire->getBddStatusId(this, wood));
+  wood->clean(index_set::from_unsorted(std::move(kept)));
+
+  std::list<long> dated;
+  for (const signal_list* list : {&local_signal_list, &output_signal_list})
+    for (const Signal* signal : *list) dated.splice(dated.end(), signal->getAllBddId(this, wood));
+  wood->compute_dates(dated);
+  replace_at_in_name_variables();
+  loose_first_underscore_in_name_variables();
+}
+
+void Module::clean() {
+  Bddexpressionwood* wood = getBddWood();
+  if (wood == nullptr) return;
+  if (!Compilation::KeepWiresFlag) wood->suppress_wires(protected_types());
+  suppress_useless_registers();
+  clean_locals();
+}
+
+void Module::suppress_useless_registers() {
+  Bddexpressionwood* wood = getBddWood();
+  if (wood == nullptr) return;
+  RegisterList kept;
+  for (regclass* reg : register_list) {
+    const long next_id = reg->next_var()->getBddStatusId(this, wood);
+    const Bddexpression* e = wood->exp_by_index(next_id);
+    if (e == nullptr) {
+      fl_show_Smessages("internal error 2 in Module::suppress_useless_registers() about index:" +
+                        std::to_string(next_id));
+      continue;
+    }
+    const int initial = reg->is_initialy_true();
+    bddpp_manager* manager = wood->my_bdd_manager();
+    if (e->getAbstraction() != 0 || manager->Bdd_is_tautology(e->my_bdd_exp()) == 0 ||
+        manager->Bdd_is_tautology(e->my_bdd_exp(), initial) == 0) {
+      kept.push_back(reg);
+      continue;
+    }
+    std::cerr << "detecting useless register " << reg->actual_var()->getName(this, wood) << '\n';
+    bdd held = variable(wood, reg->actual_var()->getBddStatusId(this, wood));
+    if (initial == 0) held = wood->Bdd_not(held);
+    wood->reduce_expressions(held, protected_types());
+  }
+  register_list = std::move(kept);
+}
+
+void Module::clean_locals() {
+  Bddexpressionwood* wood = getBddWood();
+  signal_list kept;
+  for (Signal* local : local_signal_list) {
+    const auto is_read = [&] {
+      for (long id : local->getAllBddId(this, wood))
+        if (!wood->set_of_amont_dependances(id).empty()) return true;
+      return false;
+    };
+    if (local->isRegister() || local->isValued(this, wood) || local->isClock() || is_read())
+      kept.push_back(local);
+  }
+  local_signal_list = std::move(kept);
+}
+
+void Module::constants_propagation() {
+  if (getBddWood() != nullptr) getBddWood()->constants_propagation(protected_types());
+}
+
+void Module::check_over_knowledge() {
+  if (output_signal_list.empty()) return;
+  Bddexpressionwood* wood = getBddWood();
+  bdd error = wood->Bdd_zero();
+  for (const Signal* output : output_signal_list) {
+    const std::list<long> ids = output->getAllBddId(this, wood);
+    for (auto at = ids.begin(); at != ids.end();) {
+      const Bddexpression* status = wood->exp_by_index(*at++);
+      const Bddexpression* value = wood->exp_by_index(*at++);
+      if (status == nullptr || value == nullptr || status->getAbstraction() != 0 ||
+          value->getAbstraction() != 0)
+        continue;
+      error = wood->Bdd_or(error, wood->Bdd_and(status->my_bdd_exp(), value->my_bdd_exp()));
+    }
+  }
+  Signal* signal = make_kept<Signal>("OverKnowledgeError", this, wood);
+  signal->setOutput();
+  addOutputSignal(signal);
+  define(wood, signal->getInternalName(), signal->getBddStatus(this, wood), error,
+         Compilation::SOUTPUT);
+  define(wood, signal->getInternalName(), signal->getBddValue(this, wood), wood->Bdd_not(error),
+         Compilation::VOUTPUT);
+}
+
+void Module::learnStatusWireAssertion() {
+  Bddexpressionwood* wood = getBddWood();
+  bdd present = wood->Bdd_one();
+  for (const Signal* local : local_signal_list)
+    if (local->isWire())
+      present = wood->Bdd_and(present, variable(wood, local->getBddStatusId(this, wood)));
+  for (long index : wood->Set_of_exp().to_set()) {
+    Bddexpression* e = wood->exp_by_index(index);
+    if (e->getAbstraction() == 0) e->setBddExp(wood->Bdd_reduce(e->my_bdd_exp(), present));
+  }
+}
+
+}  // namespace kiva
