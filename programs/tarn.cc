@@ -1,15 +1,20 @@
-// The compiler library from the command line.
+// The compiler from the command line: source text to compiled modules, and compiled modules to
+// other text.
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <iostream>
 
 #include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/zu/rules.h"
 #include "tarn/zuc/zuc_reader.h"
 
 namespace {
+
+using namespace kiva;
 
 constexpr int unusable = 1;
 constexpr int wrong_usage = 2;
@@ -17,71 +22,165 @@ constexpr const char* program = "tarn: ";
 
 struct Options {
   std::vector<std::string> files;
+  std::vector<std::string> modules;
   std::string folder = ".";
+  std::string output;
+  bool zuc = false;
   bool kiva = false;
+  bool classic = false;
+  bool no_finalize = false;
+  bool keep_wires = false;
+  bool keep_rtl = false;
+  bool forget_locals = false;
+  bool check_over_knowledge = false;
+  bool comments = false;
   bool quiet = false;
 };
 
 /// Notices that a writer had to tell its user something; the text itself is on the error stream.
-class Complaints : public kiva::message_presenter {
+class Complaints : public message_presenter {
  public:
-  Complaints() { kiva::set_message_presenter(this); }
-  ~Complaints() override { kiva::set_message_presenter(nullptr); }
+  Complaints() { set_message_presenter(this); }
+  ~Complaints() override { set_message_presenter(nullptr); }
   void alert(const std::string&) override { any = true; }
   void message(const std::string&) override { any = true; }
   void big_message(const std::string&, int) override { any = true; }
   bool any = false;
 };
 
-/// Reads one file and writes what is asked for; false when either failed.
-bool run(const std::string& file, const Options& options) {
-  using namespace kiva;
-  // The vocabulary of data is the process's: each file starts with none of another's.
+bool fail(const std::string& what) {
+  std::cerr << program << what << '\n';
+  return false;
+}
+
+/// The vocabulary of data is the process's: each file starts with none of another's.
+void forget_vocabulary() {
   Compilation::GDataTypeTable = nullptr;
   Compilation::GDataMethodTable = nullptr;
   Compilation::GDataConstantTable = nullptr;
+}
+
+/// Reads a compiled module as it is.
+bool read_compiled(const std::string& file, std::vector<Module*>& modules) {
   const ZucRead read = read_zuc_file(file, Compilation::EmptyString, Compilation::EmptyString);
-  if (read.module == nullptr) {
-    std::cerr << program << read.problem << '\n';
-    return false;
-  }
-  const std::string& name = read.module->getName();
-  if (!options.kiva) {
-    if (!options.quiet) std::cout << file << ": module " << name << '\n';
-    return true;
-  }
-  Complaints complaints;
-  try {
-    read.module->save_kiva_code();
-  } catch (const LibraryException& exception) {
-    std::cerr << program << file << ": " << exception.text() << '\n';
-    return false;
-  }
-  if (complaints.any) return false;
-  if (!options.quiet) std::cout << Module::SimulationZucDir << "/kiva_" << name << ".cc\n";
+  if (read.module == nullptr) return fail(read.problem);
+  modules.push_back(read.module);
   return true;
+}
+
+/// Compiles the modules of a source file that are asked for; all of them when none is named. What a
+/// fault says of its place in the file comes from the reader.
+bool compile_source(const std::string& file, const Options& options,
+                    std::vector<Module*>& modules) {
+  const size_t known = Compilation::ModTable->in_order().size();
+  Compilation::zu_parse(file.c_str());
+  const std::vector<Module*>& all = Compilation::ModTable->in_order();
+  for (auto at = all.begin() + static_cast<std::ptrdiff_t>(known); at != all.end(); ++at) {
+    const bool wanted =
+        options.modules.empty() || std::find(options.modules.begin(), options.modules.end(),
+                                             (*at)->getName()) != options.modules.end();
+    if (wanted) modules.push_back(*at);
+  }
+  if (modules.empty()) return fail(file + ": holds none of the modules that --module names");
+  for (Module* module : modules) module->compile();
+  // All are compiled before the first is finalised: a run takes in equations as compiled.
+  for (Module* module : modules) {
+    if (options.check_over_knowledge) module->check_over_knowledge();
+    if (!options.no_finalize) module->finalize(options.keep_rtl ? 1 : 0);
+  }
+  return true;
+}
+
+/// Writes what is asked for of one module.
+bool write(Module* module, const Options& options) {
+  Complaints complaints;
+  if (options.zuc || !options.kiva) {
+    module->save();
+    if (complaints.any) return false;
+    if (!options.quiet) {
+      std::string name = options.output.empty() ? module->getName() : options.output;
+      if (name.find(".zuc") == std::string::npos) name += ".zuc";
+      std::cout << options.folder << '/' << name << '\n';
+    }
+  }
+  if (options.kiva) {
+    module->save_kiva_code();
+    if (complaints.any) return false;
+    if (!options.quiet) std::cout << options.folder << "/kiva_" << module->getName() << ".cc\n";
+  }
+  return true;
+}
+
+bool run(const std::string& file, const Options& options) {
+  forget_vocabulary();
+  std::vector<Module*> modules;
+  try {
+    const bool read = file.ends_with(".zuc") ? read_compiled(file, modules)
+                                             : compile_source(file, options, modules);
+    if (!read) return false;
+    if (modules.size() > 1 && !options.output.empty())
+      return fail(file + ": holds several modules; -o names one file");
+    bool good = true;
+    for (Module* module : modules) good = write(module, options) && good;
+    return good;
+  } catch (const LibraryException& exception) {
+    return fail(file + ": " + exception.text());
+  } catch (const std::exception& exception) {
+    return fail(file + ": " + exception.what());
+  }
+}
+
+void choose(const Options& options) {
+  Compilation::rules = options.classic ? Rules::classic() : Rules::sound();
+  Compilation::KeepWiresFlag = options.keep_wires;
+  Compilation::ForgetLocalsNameFlag = options.forget_locals;
+  Compilation::CheckOverKnowledgeFlag = options.check_over_knowledge;
+  Compilation::DebugFlag = options.comments;
+  Module::OutputDir = options.folder;
+  Module::SimulationZucDir = options.folder;
+  Module::OutputFile = options.output;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   Options options;
-  CLI::App app{"Reads compiled modules and writes them as other text.", "tarn"};
-  app.add_option("FILE.zuc", options.files, "modules to read")->required();
+  CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
+               "tarn"};
+  app.add_option("FILE", options.files, "source text (.zu) or compiled modules (.zuc)")->required();
+  app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
+  app.add_option("--module", options.modules, "compile this module only; repeatable")
+      ->take_all()
+      ->expected(1);
   app.add_option("-d", options.folder, "folder for what is written (default: this one)")
       ->check(CLI::ExistingDirectory);
-  app.add_flag("-q", options.quiet, "do not name what has been read or written");
+  app.add_option("-o", options.output, "name of the file that is written");
+  app.add_flag("--classic", options.classic, "compile by the classic rules, not the sound ones");
+  app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");
+  app.add_flag("--keep-wires", options.keep_wires, "keep equations that copy another");
+  app.add_flag("--keep-rtl", options.keep_rtl, "keep the wire that tells the end of the module");
+  app.add_flag("--forget-locals", options.forget_locals, "write numbers for the names of locals");
+  app.add_flag("--check-over-knowledge", options.check_over_knowledge,
+               "add an output that tells of outputs in Top");
+  app.add_flag("--comments", options.comments, "write comments beside the equations");
+  app.add_flag("-q", options.quiet, "do not name what has been written");
   app.set_version_flag("--version", "tarn " KIVA_VERSION);
+  app.footer(
+      "tarn program.zu                   compiles every module of the file\n"
+      "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
+      "tarn --kiva thermostat.zuc        writes the evaluation server of a module");
   try {
     app.parse(argc, argv);
     for (const std::string& file : options.files)
-      if (!file.ends_with(".zuc"))
-        throw CLI::ValidationError("FILE.zuc", "\"" + file + "\" does not end in .zuc");
+      if (!file.ends_with(".zuc") && !file.ends_with(".zu"))
+        throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
+    if (options.files.size() > 1 && !options.output.empty())
+      throw CLI::ValidationError("-o", "names one file, and there are several modules");
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : wrong_usage;
   }
-  kiva::Module::SimulationZucDir = options.folder;
+  choose(options);
   bool good = true;
   for (const std::string& file : options.files) good = run(file, options) && good;
   return good ? 0 : unusable;

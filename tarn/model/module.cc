@@ -253,6 +253,12 @@ std::string Module::generateName(const char* prefix, int& counter) const {
 void ModuleTable::add(Module* module) {
   if (!modules_.emplace(module->getName(), module).second)
     throw HashTableAddException(module->getName());
+  in_order_.push_back(module);
+}
+
+void ModuleTable::remove(const std::string& name) {
+  std::erase(in_order_, get(name));
+  modules_.erase(name);
 }
 
 Module* ModuleTable::get(const std::string& name) const {

@@ -267,11 +267,14 @@ class ModuleTable {
   /// Null when there is none.
   Module* get(const std::string& name) const;
   const std::map<std::string, Module*>& modules() const { return modules_; }
-  void remove(const std::string& name) { modules_.erase(name); }
+  /// In the order in which they were added.
+  const std::vector<Module*>& in_order() const { return in_order_; }
+  void remove(const std::string& name);
   std::ostream& out() const { return *out_; }
 
  private:
   std::map<std::string, Module*> modules_;
+  std::vector<Module*> in_order_;
   std::ostream* out_;
 };
 
