@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <random>
 #include <sstream>
 
@@ -165,7 +166,9 @@ void on_random_woods(int runs, Body body) {
 
 /// Inputs x, y and variables a to d, at the indices 0 to 5.
 struct Transformations : testing::Test {
+  /// In place of the one that stood there.
   Bddexpression* equation(const bdd& var, const bdd& f, int type = 0) {
+    const std::unique_ptr<Bddexpression> old(wood.exp_by_bdd(var));
     return new Bddexpression(wood.Name_var_by_bdd(var), &wood, var, f, 0, 0, type);
   }
   Bddexpression* abstract(const bdd& var, const index_set& reads) {
@@ -355,6 +358,7 @@ TEST_F(Transformations, CleanDropsIsolatedEquations) {
     if (form == 2) wood.clean(index_set{3, 4});
     EXPECT_EQ(wood.Set_of_exp(), (index_set{3, 4, 5}));
   }
+  const std::unique_ptr<Bddexpression> taken_out(wood.exp_by_index(5));
   wood.Exp_table()[5] = nullptr;
   const Outcome outcome = run_captured([&] { wood.clean(index_set{}); });
   EXPECT_EQ(outcome.err,
