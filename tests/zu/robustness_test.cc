@@ -3,7 +3,9 @@
 #include <random>
 #include <vector>
 
+#include "tarn/model/expression.h"
 #include "tarn/zu/parse_supl.h"
+#include "tarn/zu/wait.h"
 #include "tests/zu/zu_fixture.h"
 
 namespace kiva::test {
@@ -108,6 +110,34 @@ TEST_F(ZuRobustness, AsDeepAsAllowed) {
   EXPECT_EQ(tree("wait a" + repeated(" or a", deep)).size(), 6u + 4u * static_cast<size_t>(deep));
   // What follows on one level does not nest.
   EXPECT_NE(body(repeated("present a pause >> ", 20000) + "pause"), nullptr);
+}
+
+// Every "not" asks for both rails of its operand, every "xor" twice.
+TEST_F(ZuRobustness, DeepExpressionsHaveFunctions) {
+  const int nots = class_zu_parser::most_nested - 1;  // an odd number
+  const auto* wait = dynamic_cast<Wait*>(body("wait " + repeated("not ", nots) + "a"));
+  ASSERT_NE(wait, nullptr);
+  Module* m = TheModule;
+  Expression* a = m->getSignal("a");
+  Bddexpressionwood* wood = m->getBddWood();
+  const bdd s = a->getBddStatus(m, wood);
+  const bdd v = a->getBddValue(m, wood);
+  // Present turns absent and back; a contradiction stays one.
+  EXPECT_EQ(wait->getExpression()->getBddStatus(m, wood), wood->Bdd_or(wood->Bdd_not(s), v));
+  EXPECT_EQ(wait->getExpression()->getBddValue(m, wood), s);
+
+  const auto* machine =
+      dynamic_cast<MealyMachine*>(body("Mealy Machine x = a" + repeated(" xor a", 600) + ";"));
+  ASSERT_NE(machine, nullptr);
+  Expression* right = machine->getMachineTable().at("x")->expression;
+  m = TheModule;
+  wood = m->getBddWood();
+  const bdd present = m->getSignal("a")->getBddStatus(m, wood);
+  const bdd absent = m->getSignal("a")->getBddValue(m, wood);
+  // An even number of changes: on a signal that is present or absent, the signal itself.
+  const bdd defined = wood->Bdd_xor(present, absent);
+  EXPECT_EQ(wood->Bdd_and(right->getBddStatus(m, wood), defined), wood->Bdd_and(present, defined));
+  EXPECT_EQ(wood->Bdd_and(right->getBddValue(m, wood), defined), wood->Bdd_and(absent, defined));
 }
 
 TEST_F(ZuRobustness, TooManyCopies) {
