@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "pert_exp/Bddexpression.h"
 #include "tarn/model/source_span.h"
@@ -25,14 +26,21 @@ class EquationTable {
   EquationTable(const std::string& name, Bddexpressionwood* wood)
       : bdd_expression_wood(wood), module_name(name) {}
 
-  Bddexpressionwood* getBddexpressionWood() const { return bdd_expression_wood; }
+  Bddexpressionwood* getBddexpressionWood() const {
+    put_in_place();
+    return bdd_expression_wood;
+  }
+  /// The same wood, but the equations of whole signals may lack what `pre` has to add to them.
+  Bddexpressionwood* working_wood() const { return bdd_expression_wood; }
   const std::string& getModuleName() const { return module_name; }
   void setModuleName(const std::string& name) { module_name = name; }
   /// The wood's equation of that name, or of the variable of that id.
   Bddexpression* getBddExpression(const std::string& name) const {
-    return bdd_expression_wood->exp_by_name(name);
+    return getBddexpressionWood()->exp_by_name(name);
   }
-  Bddexpression* getBddExpression(long id) const { return bdd_expression_wood->exp_by_index(id); }
+  Bddexpression* getBddExpression(long id) const {
+    return getBddexpressionWood()->exp_by_index(id);
+  }
   long getPertLevel() const { return bdd_expression_wood->Nb_level(); }
   /// Forgets the signal's equations.
   void removeSignal(Signal* signal);
@@ -66,6 +74,9 @@ class EquationTable {
   void pre(Module* module);
   /// A table over a copy of the wood, with the same manager and occurrences.
   EquationTable* duplicate(Module* module);
+  /// The same for one branch of a statement, which writes and reads no wires but its own: without
+  /// the equations of wires, registers and data signals.
+  EquationTable* branch(Module* module);
   /// Destroys the table's wood with all that signals know of it; the table is of no use any more.
   void discard(Module* module);
 
@@ -87,14 +98,27 @@ class EquationTable {
   /// Equations by name of the signal that a statement made.
   using Sources = std::unordered_map<std::string, SourceSpan>;
 
+  /// The occurrences that `pre` has started since the equations of a whole signal were last put in
+  /// place: an or of n variables that grew by one each time would cost n * n nodes.
+  struct NewOccurrences {
+    long value_id;  ///< of the whole signal
+    std::vector<long> status_ids;
+    std::vector<long> value_ids;
+  };
+  void put_in_place() const;
+  void put_in_place(long id) const {
+    if (!new_occurrences_.empty() && new_occurrences_.contains(id)) put_in_place();
+  }
+
   /// The equation of a variable; null when it has none.
   Bddexpression* equation_at(long id) const;
   /// The same; IllegalOperationException when there is no such variable.
   Bddexpression* equation_or_throw(long id) const;
   /// Gives a variable its equation; one that stood there is deleted.
   void define(const std::string& name, long id, const bdd& f, int usertype);
+  EquationTable* over(Bddexpressionwood* copy);
   void learn_occurrence(Signal* signal, int occurrence);
-  void unify_equation(const Bddexpression* theirs, long their_id, EquationTable* other,
+  void unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
                       Module* module);
   void start_occurrence(Signal* signal, Module* module);
   std::string cycle_report(std::list<long> cycle);
@@ -103,6 +127,8 @@ class EquationTable {
   Bddexpressionwood* bdd_expression_wood;
   std::string module_name;
   std::shared_ptr<Sources> sources_;
+  /// By variable id of the whole signal's status, and again, empty, of its value.
+  mutable std::unordered_map<long, NewOccurrences> new_occurrences_;
 };
 
 }  // namespace kiva

@@ -62,7 +62,7 @@ void Abort::createEquations(Module* module, EquationTable* table) {
 /// The body writes only the occurrence at which it starts and those that it makes, so these are the
 /// only ones to remember.
 void StrongAbort::remember_written(Module* module, EquationTable* table) {
-  Bddexpressionwood* wood = table->getBddexpressionWood();
+  Bddexpressionwood* wood = table->working_wood();
   written_before_.clear();
   for_each_written(
       module, wood,
@@ -90,7 +90,7 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
   Expression* e = c.current(expression_);
   register_ = preempt(c, *body_, e);
 
-  Bddexpressionwood* wood = table->getBddexpressionWood();
+  Bddexpressionwood* wood = table->working_wood();
   if (wood == nullptr || wood->my_bdd_manager() == nullptr) return;
   const bool whole = Compilation::rules.abort_signal;
   const bdd status = whole ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood);

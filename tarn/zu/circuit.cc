@@ -16,7 +16,7 @@ std::string signal_name(const std::string& name, Module* module) {
 void Statement::createWires(Module* module, EquationTable* table) {
   const auto make = [&](const char* prefix) {
     auto* wire = make_kept<Signal>(signal_name(prefix + name_, module), module,
-                                   table->getBddexpressionWood());
+                                   table->working_wood());
     wire->setWire();
     module->addLocalSignal(wire);
     table->note_source(wire, span_);
@@ -56,7 +56,7 @@ Signal* Circuit::rtl(const Statement& statement) {
 
 Signal* Circuit::make_wire(const std::string& name) {
   auto* wire =
-      make_kept<Signal>(signal_name(name, module_), module_, table_->getBddexpressionWood());
+      make_kept<Signal>(signal_name(name, module_), module_, table_->working_wood());
   wire->setWire();
   module_->addLocalSignal(wire);
   table_->note_source(wire, statement_.getSpan());
@@ -65,7 +65,7 @@ Signal* Circuit::make_wire(const std::string& name) {
 
 Signal* Circuit::make_register_variable(const std::string& name) {
   auto* variable =
-      make_kept<Signal>(signal_name(name, module_), module_, table_->getBddexpressionWood(), true);
+      make_kept<Signal>(signal_name(name, module_), module_, table_->working_wood(), true);
   module_->addLocalSignal(variable);
   table_->note_source(variable, statement_.getSpan());
   return variable;

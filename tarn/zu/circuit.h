@@ -88,10 +88,10 @@ class Circuit {
 class BranchTable {
  public:
   BranchTable(EquationTable* table, Module* module)
-      : module_(module), table_(table->duplicate(module)) {}
+      : module_(module), table_(table->branch(module)) {}
   BranchTable(BranchTable&& other) = default;
   ~BranchTable() {
-    if (table_ != nullptr && table_->getBddexpressionWood() != nullptr) table_->discard(module_);
+    if (table_ != nullptr && table_->working_wood() != nullptr) table_->discard(module_);
   }
   /// Compiles a branch here, and merges the table into `into`.
   void compile_into(EquationTable* into, Statement* branch);

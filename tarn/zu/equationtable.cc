@@ -17,7 +17,27 @@
 
 namespace kiva {
 
+/// The new variables stand below all others in the order, so an or of them that is built from the
+/// last one on costs one node each.
+void EquationTable::put_in_place() const {
+  if (new_occurrences_.empty()) return;
+  Bddexpressionwood* wood = bdd_expression_wood;
+  for (const auto& [id, added] : new_occurrences_) {
+    if (added.status_ids.empty()) continue;
+    bdd status = wood->Bdd_zero();
+    bdd value = wood->Bdd_one();
+    for (size_t i = added.status_ids.size(); i-- > 0;) {
+      status = wood->Bdd_or(wood->Bdd_var_by_index(added.status_ids[i]), status);
+      value = wood->Bdd_and(wood->Bdd_var_by_index(added.value_ids[i]), value);
+    }
+    or_function(*wood->exp_by_index(id), status);
+    and_function(*wood->exp_by_index(added.value_id), value);
+  }
+  new_occurrences_.clear();
+}
+
 Bddexpression* EquationTable::equation_at(long id) const {
+  put_in_place(id);
   bdd_expression_wood->update_bdd_vars();
   return bdd_expression_wood->exp_by_index(id);
 }

@@ -85,62 +85,56 @@ void EquationTable::add(Bddexpression* e, Module* module) {
 }
 
 void EquationTable::unify(EquationTable* other, Module* module) {
+  put_in_place();
+  other->put_in_place();
   Bddexpressionwood* wood = bdd_expression_wood;
   Bddexpressionwood* from = other->bdd_expression_wood;
   wood->update_bdd_vars();
   from->update_bdd_vars();
   SignalManager* manager = module->getSignalManager();
   for (long id = 0; id < from->Nb_bdd_vars(); ++id) {
-    if (Bddexpression* theirs = other->equation_or_throw(id)) {
-      unify_equation(theirs, id, other, module);
+    if (Bddexpression* theirs = from->Exp_table()[id]) {
+      unify_equation(theirs, id, from, module);
       continue;
     }
     // A variable that other tables made may stand in a shared manager, unknown to this one.
     SignalRef* ref = manager->getSignalRefById(id, from);
-    if (ref == nullptr) continue;
-    Signal* signal = module->getSignalFromInternalName(ref->getInternalName());
-    if (signal == nullptr) continue;
-    learn_occurrence(signal, occurrence_in(signal, from));
-    if (ref->isDefinedWood(wood)) continue;
+    if (ref == nullptr || ref->isDefinedWood(wood)) continue;
+    if (module->getSignalFromInternalName(ref->getInternalName()) == nullptr) continue;
     const long status_id = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
     const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
     manager->extendSignalRef(status_id, value_id, ref, wood);
   }
+  for_each_signal(module, [&](Signal* signal) {
+    if (signal->hasOccurrence(from)) learn_occurrence(signal, signal->getCurrentOccurrence(from));
+  });
   other->discard(module);
 }
 
-void EquationTable::unify_equation(const Bddexpression* theirs, long their_id, EquationTable* other,
+void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
                                    Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
-  Bddexpressionwood* from = other->bdd_expression_wood;
   const bool shared = wood->my_bdd_manager() == from->my_bdd_manager();
   const long id = shared ? their_id : wood->Index_var_by_name(from->Name_var_by_index(their_id));
   Bddexpression* ours = id < 0 ? nullptr : equation_at(id);
   if (theirs->getAbstraction() != 0 || ours == nullptr) {
-    add(const_cast<Bddexpression*>(theirs), module);
+    add(theirs, module);
     return;
   }
-  const int type = theirs->getUserType();
-  if (!Compilation::isStatusType(type) && !Compilation::isValueType(type))
-    throw IllegalOperationException("EquationTable:unify",
-                                    "Bdd expression neither status nor value equation");
-  const SignalRef* ref = module->getSignalManager()->getSignalRefById(id, wood);
-  Signal* signal =
-      ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
-  const int occurrences =
-      signal == nullptr ? 0 : std::max(occurrence_in(signal, wood), occurrence_in(signal, from));
   const bdd function = carried(wood, from, theirs->my_bdd_exp());
-  if (!(function == ours->my_bdd_exp())) {
-    const bool whole_value = Compilation::rules.values && ref != nullptr &&
-                             ref->getCurrentOccurrence() == 0 && occurrences > 0 &&
-                             id == ref->getBddValueId(wood);
-    if (whole_value) {
-      and_function(*ours, function);
-    } else {
-      or_function(*ours, function);
-    }
+  if (function == ours->my_bdd_exp()) return;
+  const SignalRef* ref = module->getSignalManager()->getSignalRefById(id, wood);
+  const Signal* signal =
+      ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
+  const bool whole_value =
+      Compilation::rules.values && signal != nullptr && ref->getCurrentOccurrence() == 0 &&
+      id == ref->getBddValueId(wood) &&
+      std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
+  if (whole_value) {
+    and_function(*ours, function);
+  } else {
+    or_function(*ours, function);
   }
-  if (signal != nullptr) learn_occurrence(signal, occurrences);
 }
 
 void EquationTable::cond(Signal* condition, Module* module) {
@@ -173,18 +167,30 @@ void EquationTable::start_occurrence(Signal* signal, Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
   signal->newOccurrence(wood, module);
   createBottomEquation(signal, module);
-  Bddexpression* status = equation_at(signal->getInitialBddStatusId(module, wood));
-  Bddexpression* value = equation_at(signal->getInitialBddValueId(module, wood));
-  if (status == nullptr || value == nullptr) {
-    std::cerr << "undefined equation for " << (status == nullptr ? "status" : "value")
+  const long status_id = signal->getInitialBddStatusId(module, wood);
+  const long value_id = signal->getInitialBddValueId(module, wood);
+  const bool no_status = wood->exp_by_index(status_id) == nullptr;
+  if (no_status || wood->exp_by_index(value_id) == nullptr) {
+    std::cerr << "undefined equation for " << (no_status ? "status" : "value")
               << " of :" << signal->getInternalName() << '\n';
     end_process();
   }
-  or_function(*status, signal->getBddStatus(module, wood));
-  and_function(*value, signal->getBddValue(module, wood));
+  NewOccurrences& added = new_occurrences_[status_id];
+  added.value_id = value_id;
+  added.status_ids.push_back(signal->getBddStatusId(module, wood));
+  added.value_ids.push_back(signal->getBddValueId(module, wood));
+  new_occurrences_[value_id];
+}
+
+EquationTable* EquationTable::over(Bddexpressionwood* copy) {
+  auto* table = new EquationTable(module_name, copy);
+  if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
+  table->sources_ = sources_;
+  return table;
 }
 
 EquationTable* EquationTable::duplicate(Module* module) {
+  put_in_place();
   Bddexpressionwood* wood = bdd_expression_wood;
   for_each_signal(module, [](Signal* signal) {
     if (signal->getOccurrenceTable() == nullptr)
@@ -196,9 +202,7 @@ EquationTable* EquationTable::duplicate(Module* module) {
   wood->set_common_bdd_manager(1);
   auto* copy = new Bddexpressionwood(wood);
   wood->set_common_bdd_manager(common);
-  auto* table = new EquationTable(module_name, copy);
-  if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
-  table->sources_ = sources_;
+  EquationTable* table = over(copy);
   module->getSignalManager()->duplicate(wood, copy);
   for_each_signal(module, [&](Signal* signal) {
     if (signal->hasOccurrence(wood))
@@ -207,10 +211,48 @@ EquationTable* EquationTable::duplicate(Module* module) {
   return table;
 }
 
+EquationTable* EquationTable::branch(Module* module) {
+  put_in_place();
+  Bddexpressionwood* wood = bdd_expression_wood;
+  auto* copy = new Bddexpressionwood(wood->my_bdd_manager());
+  copy->update_nb_level(wood->Nb_level());
+  EquationTable* table = over(copy);
+  SignalManager* manager = module->getSignalManager();
+  const auto carry = [&](Signal* signal, bool with_equations) {
+    if (!signal->hasOccurrence(wood)) return;
+    const int current = signal->getCurrentOccurrence(wood);
+    signal->extendCurrentOccurrenceTable(copy, current);
+    for (int occurrence = 0; occurrence <= current; ++occurrence) {
+      SignalRef* ref = manager->getSignalRefByOccurrence(signal, occurrence);
+      if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
+      const long status_id = ref->getBddStatusId(wood);
+      const long value_id = ref->getBddValueId(wood);
+      manager->extendSignalRef(status_id, value_id, ref, copy);
+      if (!with_equations) continue;
+      for (long id : {status_id, value_id})
+        if (const Bddexpression* equation = wood->exp_by_index(id)) {
+          auto* copied = new Bddexpression(copy, *equation);
+          if (equation->getAbstraction() != 0) {
+            copy->learn_abstract_expression(copied, nullptr);
+          } else {
+            copy->learn_expression(copied);
+          }
+        }
+    }
+  };
+  for (Signal* input : module->getInputSignalList()) carry(input, false);
+  for (Signal* data : module->getDataSignalList()) carry(data, false);
+  for (Signal* output : module->getOutputSignalList()) carry(output, true);
+  for (Signal* local : module->getLocalSignalList())
+    if (!local->isWire()) carry(local, true);
+  return table;
+}
+
 void EquationTable::discard(Module* module) {
-  for_each_signal(module, [&](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
+  for_each_signal(module, [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
   module->getSignalManager()->deleteWood(bdd_expression_wood);
   bdd_expression_wood = nullptr;
+  new_occurrences_.clear();
 }
 
 }  // namespace kiva
