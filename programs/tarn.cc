@@ -1,7 +1,10 @@
 // The compiler from the command line: source text to compiled modules, and compiled modules to
 // other text.
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
+#include <chrono>
 #include <filesystem>
 #include <iostream>
 
@@ -34,7 +37,36 @@ struct Options {
   bool forget_locals = false;
   bool check_over_knowledge = false;
   bool comments = false;
+  bool stats = false;
   bool quiet = false;
+};
+
+/// The stages of a run: their times, and, on a terminal, the one under way.
+class Stages {
+ public:
+  /// Begins a stage, and ends the one before it.
+  void begin(const std::string& name) {
+    end();
+    name_ = name;
+    start_ = std::chrono::steady_clock::now();
+    if (terminal_) std::cerr << '\r' << name << " ...\033[K" << std::flush;
+  }
+  void end() {
+    if (name_.empty()) return;
+    times_.emplace_back(
+        name_, std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count());
+    name_.clear();
+    if (terminal_) std::cerr << "\r\033[K" << std::flush;
+  }
+  void print(std::ostream& out) const {
+    for (const auto& [name, seconds] : times_) out << "  " << name << ": " << seconds << " s\n";
+  }
+
+ private:
+  bool terminal_ = isatty(STDERR_FILENO) != 0;
+  std::string name_;
+  std::chrono::steady_clock::time_point start_;
+  std::vector<std::pair<std::string, double>> times_;
 };
 
 /// Notices that a writer had to tell its user something; the text itself is on the error stream.
@@ -60,6 +92,17 @@ void forget_vocabulary() {
   Compilation::GDataConstantTable = nullptr;
 }
 
+/// What a module holds.
+void print_size(Module* module) {
+  Bddexpressionwood* wood = module->getBddWood();
+  std::cout << "module " << module->getName() << ": " << module->getInputSignalList().size()
+            << " inputs, " << module->getOutputSignalList().size() << " outputs, "
+            << module->getLocalSignalList().size() << " locals, "
+            << module->getRegisterList().size() << " registers, " << wood->exp_number()
+            << " equations, " << wood->my_bdd_manager()->Bdd_total_size() << " nodes made, "
+            << wood->Nb_level() << " levels\n";
+}
+
 /// Reads a compiled module as it is.
 bool read_compiled(const std::string& file, std::vector<Module*>& modules) {
   const ZucRead read = read_zuc_file(file, Compilation::EmptyString, Compilation::EmptyString);
@@ -70,8 +113,9 @@ bool read_compiled(const std::string& file, std::vector<Module*>& modules) {
 
 /// Compiles the modules of a source file that are asked for; all of them when none is named. What a
 /// fault says of its place in the file comes from the reader.
-bool compile_source(const std::string& file, const Options& options,
+bool compile_source(const std::string& file, const Options& options, Stages& stages,
                     std::vector<Module*>& modules) {
+  stages.begin("read " + file);
   const size_t known = Compilation::ModTable->in_order().size();
   Compilation::zu_parse(file.c_str());
   const std::vector<Module*>& all = Compilation::ModTable->in_order();
@@ -82,9 +126,13 @@ bool compile_source(const std::string& file, const Options& options,
     if (wanted) modules.push_back(*at);
   }
   if (modules.empty()) return fail(file + ": holds none of the modules that --module names");
-  for (Module* module : modules) module->compile();
+  for (Module* module : modules) {
+    stages.begin("compile " + module->getName());
+    module->compile();
+  }
   // All are compiled before the first is finalised: a run takes in equations as compiled.
   for (Module* module : modules) {
+    stages.begin("finalise " + module->getName());
     if (options.check_over_knowledge) module->check_over_knowledge();
     if (!options.no_finalize) module->finalize(options.keep_rtl ? 1 : 0);
   }
@@ -114,17 +162,28 @@ bool write(Module* module, const Options& options) {
 bool run(const std::string& file, const Options& options) {
   forget_vocabulary();
   std::vector<Module*> modules;
+  Stages stages;
   try {
+    if (file.ends_with(".zuc")) stages.begin("read " + file);
     const bool read = file.ends_with(".zuc") ? read_compiled(file, modules)
-                                             : compile_source(file, options, modules);
+                                             : compile_source(file, options, stages, modules);
     if (!read) return false;
     if (modules.size() > 1 && !options.output.empty())
       return fail(file + ": holds several modules; -o names one file");
     bool good = true;
-    for (Module* module : modules) good = write(module, options) && good;
+    for (Module* module : modules) {
+      stages.begin("write " + module->getName());
+      good = write(module, options) && good;
+    }
+    stages.end();
+    if (options.stats) {
+      for (Module* module : modules) print_size(module);
+      stages.print(std::cout);
+    }
     return good;
   } catch (const LibraryException& exception) {
-    return fail(file + ": " + exception.text());
+    const std::string place = exception.where().known() ? exception.where().text() : file;
+    return fail(place + ": " + exception.text());
   } catch (const std::exception& exception) {
     return fail(file + ": " + exception.what());
   }
@@ -164,6 +223,7 @@ int main(int argc, char** argv) {
   app.add_flag("--check-over-knowledge", options.check_over_knowledge,
                "add an output that tells of outputs in Top");
   app.add_flag("--comments", options.comments, "write comments beside the equations");
+  app.add_flag("--stats", options.stats, "tell the size of each module and the time of each stage");
   app.add_flag("-q", options.quiet, "do not name what has been written");
   app.set_version_flag("--version", "tarn " KIVA_VERSION);
   app.footer(
