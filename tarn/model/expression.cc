@@ -3,7 +3,9 @@
 
 #include "tarn/model/expression.h"
 
+#include <map>
 #include <ostream>
+#include <tuple>
 
 #include "tarn/model/arena.h"
 #include "tarn/model/sexception.h"
@@ -175,17 +177,52 @@ void ErrorExpression::print(std::ostream& out) const {
 
 // The operators.
 
+namespace {
+
+/// The rails found so far within one outermost translation. An operand may be asked for both of its
+/// rails by each of several readers, at every level: without the table that costs paths.
+class RailTable {
+ public:
+  using Key = std::tuple<const Expression*, Occurrences, bool>;
+
+  /// Lives as long as one translation of an operator; the outermost one's end clears the table.
+  struct Scope {
+    Scope() { ++depth; }
+    ~Scope() {
+      if (--depth == 0) found.clear();
+    }
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+  };
+  static inline int depth = 0;
+  static inline std::map<Key, bdd> found;
+};
+
+}  // namespace
+
+template <class Formula>
+bdd OperatorExpression::translated(Occurrences view, bool of_status, Formula formula) {
+  const RailTable::Scope scope;
+  const RailTable::Key key(this, view, of_status);
+  if (auto at = RailTable::found.find(key); at != RailTable::found.end()) return at->second;
+  return RailTable::found.emplace(key, formula()).first->second;
+}
+
 bdd OperatorExpression::getBddStatus(Module* module, Bddexpressionwood* wood) {
-  return status(Occurrences::current, module, wood);
+  return translated(Occurrences::current, true,
+                    [&] { return status(Occurrences::current, module, wood); });
 }
 bdd OperatorExpression::getBddValue(Module* module, Bddexpressionwood* wood) {
-  return value(Occurrences::current, module, wood);
+  return translated(Occurrences::current, false,
+                    [&] { return value(Occurrences::current, module, wood); });
 }
 bdd OperatorExpression::getInitialBddStatus(Module* module, Bddexpressionwood* wood) {
-  return status(Occurrences::initial, module, wood);
+  return translated(Occurrences::initial, true,
+                    [&] { return status(Occurrences::initial, module, wood); });
 }
 bdd OperatorExpression::getInitialBddValue(Module* module, Bddexpressionwood* wood) {
-  return value(Occurrences::initial, module, wood);
+  return translated(Occurrences::initial, false,
+                    [&] { return value(Occurrences::initial, module, wood); });
 }
 
 bdd AndExpression::status(Occurrences view, Module* module, Bddexpressionwood* wood) {

@@ -100,7 +100,8 @@ class ErrorExpression : public Expression {
 /// Which of the two views of a signal an expression is translated over.
 enum class Occurrences { current, initial };
 
-/// An operator: its rails come from those of its operands by one formula, whatever the view.
+/// An operator: its rails come from those of its operands by one formula, whatever the view. A
+/// translation costs nodes of the expression, however often they are shared.
 class OperatorExpression : public Expression {
  public:
   bdd getBddStatus(Module* module, Bddexpressionwood* wood) override;
@@ -111,6 +112,10 @@ class OperatorExpression : public Expression {
  protected:
   virtual bdd status(Occurrences view, Module* module, Bddexpressionwood* wood) = 0;
   virtual bdd value(Occurrences view, Module* module, Bddexpressionwood* wood) = 0;
+
+ private:
+  template <class Formula>
+  bdd translated(Occurrences view, bool of_status, Formula formula);
 };
 
 class BinaryExpression : public OperatorExpression {

@@ -37,7 +37,7 @@ int class_zu_parser::parse() {
   } at_end{*this};
   TheModule = nullptr;
   TheCurrentStateTable = nullptr;
-  copies_ = 0;
+  copies_left_ = most_copies + static_cast<long>(plexer->text().size());
   span_ = plexer->span();
   try {
     return zuparse();
@@ -144,15 +144,22 @@ void class_zu_parser::point_at(const SourceSpan& span, const std::string& reason
 
 // Bounds.
 
+namespace {
+
+[[noreturn]] void throw_too_deep(const std::string& what) {
+  throw IllegalOperationException(what + " nested deeper than " +
+                                  std::to_string(class_zu_parser::most_nested) + " levels");
+}
+
+}  // namespace
+
 int class_zu_parser::depth_of(const void* node) const {
   auto at = depths_.find(node);
   return at == depths_.end() ? 1 : at->second;
 }
 
 void class_zu_parser::set_depth(const void* node, int depth) {
-  if (depth > most_nested)
-    throw IllegalOperationException("expression nested deeper than levels:",
-                                    std::to_string(most_nested));
+  if (depth > most_nested) throw_too_deep("expressions");
   depths_[node] = depth;
 }
 
@@ -181,9 +188,7 @@ void class_zu_parser::measure(const Statement* statement) {
 }
 
 void class_zu_parser::enter_extent(const Statement* statement, const Extent& extent) {
-  if (extent.depth > most_nested)
-    throw IllegalOperationException("statements nested deeper than levels:",
-                                    std::to_string(most_nested));
+  if (extent.depth > most_nested) throw_too_deep("statements");
   extents_[statement] = extent;
 }
 

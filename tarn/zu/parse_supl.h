@@ -63,6 +63,8 @@ class class_zu_parser {
   std::string* token_text();
   /// The span of a production that is about to be reduced.
   SourceSpan reduce(const SourceSpan* first, const SourceSpan* last);
+  /// Narrows it to the part that a fault would be about.
+  void look_at(const SourceSpan& part) { span_ = part; }
   [[noreturn]] void syntax_error(const std::string& reason);
   /// A value that passes between actions.
   template <class T, class... Args>
@@ -161,8 +163,9 @@ class class_zu_parser {
   /// The deepest nesting of statements, and of expressions, that a file may have: compilation walks
   /// both by recursion.
   static constexpr int most_nested = 2000;
-  /// The most statements that all `repeat` and `wait` of one file may make together.
-  static constexpr long most_copies = 1'000'000;
+  /// The most statements that all `repeat` and `wait` of one file may make together, over one for
+  /// each byte of it.
+  static constexpr long most_copies = 200'000;
 
  private:
   /// What a statement is made of, itself included.
@@ -210,7 +213,7 @@ class class_zu_parser {
   std::vector<std::shared_ptr<void>> passing_;
   std::unordered_map<const void*, int> depths_;
   std::unordered_map<const Statement*, Extent> extents_;
-  long copies_ = 0;
+  long copies_left_ = 0;
 };
 
 }  // namespace kiva

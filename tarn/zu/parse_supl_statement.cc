@@ -115,9 +115,9 @@ Statement* class_zu_parser::wait(int count, Expression* expression) {
 }
 
 void class_zu_parser::count_copies(long count, long statements) {
-  if (count > (most_copies - copies_) / statements)
+  if (count > copies_left_ / statements)
     throw IllegalOperationException("too many copies of one statement:", std::to_string(count));
-  copies_ += count * statements;
+  copies_left_ -= count * statements;
 }
 
 Statement* class_zu_parser::abort(Statement* body, Expression* expression) {

@@ -484,9 +484,9 @@ valued_signal_list:
   | signal_name '(' data_exp ')'
       { $$ = reader().made<kiva::SignalActions>(); reader().add_action(*$$, *$1, $3); }
   | valued_signal_list ',' signal_name
-      { $$ = $1; reader().add_action(*$$, *$3, nullptr); }
+      { $$ = $1; reader().look_at(@3); reader().add_action(*$$, *$3, nullptr); }
   | valued_signal_list ',' signal_name '(' data_exp ')'
-      { $$ = $1; reader().add_action(*$$, *$3, $5); }
+      { $$ = $1; reader().look_at(@3); reader().add_action(*$$, *$3, $5); }
   ;
 
 signal_name: ident ;

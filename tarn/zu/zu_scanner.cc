@@ -1,6 +1,7 @@
 #include "tarn/zu/zu_scanner.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 
 #include "base/read_all.h"
@@ -11,6 +12,8 @@ namespace kiva {
 zu_scanner::zu_scanner(std::istream* in, const std::string* file)
     : zuFlexLexer(in, nullptr), text_(read_all(*in)) {
   span_.file = file;
+  const size_t room = text_.size() + 2;
+  yy_switch_to_buffer(yy_create_buffer(in, static_cast<int>(std::min<size_t>(room, INT_MAX / 2))));
 }
 
 std::string_view zu_scanner::token() const {
