@@ -118,6 +118,7 @@ class EquationTable {
   void define(const std::string& name, long id, const bdd& f, int usertype);
   EquationTable* over(Bddexpressionwood* copy);
   void learn_occurrence(Signal* signal, int occurrence);
+  void move_equation(long id, Bddexpressionwood* from, Module* module);
   void unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
                       Module* module);
   void start_occurrence(Signal* signal, Module* module);

@@ -186,6 +186,13 @@ SignalRef* SignalManager::firstSignalRef(const Signal* signal,
   return found;
 }
 
+std::string SignalManager::freeName(const std::string& name) {
+  if (getSignalRefByName(name) == nullptr) return name;
+  std::string& free = last_free_name.try_emplace(name, name).first->second;
+  while (getSignalRefByName(free) != nullptr) free += "_bis";
+  return free;
+}
+
 void SignalManager::duplicate(Bddexpressionwood* from, Bddexpressionwood* to) {
   auto at = signalref_id_table.find(from);
   if (at == signalref_id_table.end()) return;

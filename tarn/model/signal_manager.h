@@ -99,6 +99,9 @@ class SignalManager {
   /// The first of those; null when there is none.
   SignalRef* firstSignalRef(const Signal* signal, const Bddexpressionwood* wood) const;
 
+  /// The first of `name`, `name`_bis, `name`_bis_bis, ... that is no reference's current name.
+  std::string freeName(const std::string& name);
+
   /// Gives every reference defined in `from` the same ids in `to`.
   void duplicate(Bddexpressionwood* from, Bddexpressionwood* to);
   /// Takes the wood out of all references and tables, then destroys it.
@@ -121,6 +124,8 @@ class SignalManager {
   /// occurrence 0 bears the internal name itself, before all others.
   std::unordered_map<std::string_view, std::vector<SignalRef*>> further_occurrences;
   std::map<const Bddexpressionwood*, SignalRefTable> signalref_id_table;
+  /// By name: the free name that was given last, before which all were taken.
+  std::unordered_map<std::string, std::string> last_free_name;
 };
 
 std::ostream& operator<<(std::ostream& out, const SignalRef& ref);

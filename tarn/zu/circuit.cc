@@ -7,16 +7,13 @@
 namespace kiva {
 
 std::string signal_name(const std::string& name, Module* module) {
-  std::string free = name;
-  if (Compilation::rules.copies)
-    while (module->getSignalManager()->getSignalRefByName(free) != nullptr) free += "_bis";
-  return free;
+  return Compilation::rules.copies ? module->getSignalManager()->freeName(name) : name;
 }
 
 void Statement::createWires(Module* module, EquationTable* table) {
   const auto make = [&](const char* prefix) {
-    auto* wire = make_kept<Signal>(signal_name(prefix + name_, module), module,
-                                   table->working_wood());
+    auto* wire =
+        make_kept<Signal>(signal_name(prefix + name_, module), module, table->working_wood());
     wire->setWire();
     module->addLocalSignal(wire);
     table->note_source(wire, span_);
@@ -55,8 +52,7 @@ Signal* Circuit::rtl(const Statement& statement) {
 }
 
 Signal* Circuit::make_wire(const std::string& name) {
-  auto* wire =
-      make_kept<Signal>(signal_name(name, module_), module_, table_->working_wood());
+  auto* wire = make_kept<Signal>(signal_name(name, module_), module_, table_->working_wood());
   wire->setWire();
   module_->addLocalSignal(wire);
   table_->note_source(wire, statement_.getSpan());

@@ -5,7 +5,7 @@
 #include "tarn/model/arena.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/statement.h"
+#include "tarn/zu/loop.h"
 
 namespace kiva {
 
@@ -43,6 +43,7 @@ void start_bound_signals(const Signal* clock, Module* module) {
 
 bool Module::compile() {
   createCompileEnv();
+  Loop::allow_copies(*statement);
   statement->compile(this, compilation);
   statement->connectExternalWires(this);
   sortCode();

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 #include "base/process_end.h"
 #include "tarn/model/compilation.h"
@@ -105,10 +106,31 @@ void EquationTable::unify(EquationTable* other, Module* module) {
     const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
     manager->extendSignalRef(status_id, value_id, ref, wood);
   }
+  // The table had each signal at its latest occurrence.
   for_each_signal(module, [&](Signal* signal) {
     if (signal->hasOccurrence(from)) learn_occurrence(signal, signal->getCurrentOccurrence(from));
   });
   other->discard(module);
+}
+
+/// What `add` does, for a wood over the same manager that is about to go.
+void EquationTable::move_equation(long id, Bddexpressionwood* from, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  SignalRef* ref = module->getSignalManager()->getSignalRefById(id, from);
+  if (ref == nullptr)
+    throw IllegalOperationException("EquationTable::add: no Signal ref",
+                                    Compilation::bddNameToSignalName(from->Name_var_by_index(id)));
+  Bddexpression* moved = std::exchange(from->Exp_table()[id], nullptr);
+  moved->setBddexpressionwood(wood);
+  moved->setLateDate(from->getLateDate(id));
+  if (moved->getAbstraction() != 0) {
+    wood->learn_abstract_expression(moved, nullptr);
+  } else {
+    wood->learn_expression(moved);
+  }
+  if (!ref->isDefinedWood(wood))
+    module->getSignalManager()->extendSignalRef(ref->getBddStatusId(from), ref->getBddValueId(from),
+                                                ref, wood);
 }
 
 void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
@@ -117,6 +139,10 @@ void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpr
   const bool shared = wood->my_bdd_manager() == from->my_bdd_manager();
   const long id = shared ? their_id : wood->Index_var_by_name(from->Name_var_by_index(their_id));
   Bddexpression* ours = id < 0 ? nullptr : equation_at(id);
+  if (ours == nullptr && shared) {
+    move_equation(their_id, from, module);
+    return;
+  }
   if (theirs->getAbstraction() != 0 || ours == nullptr) {
     add(theirs, module);
     return;
@@ -126,10 +152,9 @@ void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpr
   const SignalRef* ref = module->getSignalManager()->getSignalRefById(id, wood);
   const Signal* signal =
       ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
-  const bool whole_value =
-      Compilation::rules.values && signal != nullptr && ref->getCurrentOccurrence() == 0 &&
-      id == ref->getBddValueId(wood) &&
-      std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
+  const bool whole_value = Compilation::rules.values && signal != nullptr &&
+                           ref->getCurrentOccurrence() == 0 && id == ref->getBddValueId(wood) &&
+                           std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
   if (whole_value) {
     and_function(*ours, function);
   } else {

@@ -1,5 +1,6 @@
 // One statement after the other, and again.
 
+#include "tarn/model/sexception.h"
 #include "tarn/zu/circuit.h"
 #include "tarn/zu/loop.h"
 #include "tarn/zu/sequence.h"
@@ -37,8 +38,28 @@ void Sn::createEquations(Module* module, EquationTable* table) {
   c.assign(c.rtl(), starter);
 }
 
+namespace {
+
+long statements_of(const Statement& statement) {
+  long number = 1;
+  for (const Statement* child : statement.children()) number += statements_of(*child);
+  return number;
+}
+
+}  // namespace
+
+void Loop::allow_copies(const Statement& module_body) {
+  copies_left_ = 10'000 + 4 * statements_of(module_body);
+}
+
 void Loop::compile(Module* module, EquationTable* table) {
   if (body_->reincarnate()) {
+    copies_left_ -= statements_of(*body_);
+    if (copies_left_ < 0) {
+      IllegalOperationException refusal("Loop::compile: too many copies of loop bodies", getName());
+      refusal.set_where(getSpan());
+      throw refusal;
+    }
     // Two copies take turns, so that one can end, or be killed, while the other starts.
     const std::string name = "S_" + std::to_string(Module::SequenceNumber++);
     Statement* copy = body_->duplicate(module, table);

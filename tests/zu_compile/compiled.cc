@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <utility>
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
@@ -27,19 +28,28 @@ Compiled::Compiled(const std::string& text, const Rules& rules) {
   static const TempDir dir;
   const std::string file = dir.write("main.zu", text);
   restart_names();
-  const Rules before = Compilation::rules;
-  Compilation::rules = rules;
+  run(rules, [&] {
+    Compilation::zu_parse(file.c_str());
+    module_ = Compilation::ModTable->get("main");
+  });
+  Compilation::ModTable->remove("main");
+}
+
+Compiled::Compiled(Module* module, const Rules& rules) {
+  run(rules, [&] { module_ = module; });
+}
+
+void Compiled::run(const Rules& rules, const std::function<void()>& make_module) {
+  const Rules before = std::exchange(Compilation::rules, rules);
   const Outcome outcome = run_captured([&] {
     try {
-      Compilation::zu_parse(file.c_str());
-      module_ = Compilation::ModTable->get("main");
+      make_module();
       module_->compile();
     } catch (const LibraryException& exception) {
       report_ = exception.text();
     }
   });
   Compilation::rules = before;
-  Compilation::ModTable->remove("main");
   if (outcome.ended) report_ = outcome.err.empty() ? "ended without a word" : outcome.err;
   if (report_.empty()) report_ = outcome.err;  // nothing may be said on the way, either
 }

@@ -17,6 +17,8 @@ namespace kiva::test {
 class Compiled {
  public:
   explicit Compiled(const std::string& text, const Rules& rules = Rules::sound());
+  /// A module made by hand, which is taken over.
+  explicit Compiled(Module* module, const Rules& rules = Rules::sound());
   ~Compiled();
   Compiled(const Compiled&) = delete;
   Compiled& operator=(const Compiled&) = delete;
@@ -31,6 +33,8 @@ class Compiled {
   bdd equation(const std::string& variable) const;
 
  private:
+  void run(const Rules& rules, const std::function<void()>& make_module);
+
   Module* module_ = nullptr;
   std::string report_;
 };
