@@ -57,7 +57,7 @@ int run(const Options& options, std::ostream& out) {
   if (options.format == "json") {
     trace = std::make_unique<JsonTrace>(simulation);
   } else {
-    trace = std::make_unique<TextTrace>(simulation);
+    trace = std::make_unique<TextTrace>(simulation, options.format == "outputs");
   }
   trace->begin(out);
   StimuliReader stimuli(in, simulation);
@@ -87,8 +87,9 @@ int main(int argc, char** argv) {
   app.add_option("MODULE", options.module, "module to run (.zuc)")->required();
   app.add_option("STIMULI", options.stimuli,
                  "one line an instant; standard input when missing or \"-\"");
-  app.add_option("--format", options.format, "text or json")
-      ->check(CLI::IsMember({"text", "json"}));
+  app.add_option("--format", options.format,
+                 "text, outputs (text without registers and locals) or json")
+      ->check(CLI::IsMember({"text", "outputs", "json"}));
   app.add_option("-o", options.output, "file for the trace instead of the standard output");
   app.add_option("--server", options.server, "HOST PORT of the evaluation server")
       ->check(CLI::Range(1, 65535).application_index(1));

@@ -81,8 +81,9 @@ std::string outstanding(const char* title, const std::vector<std::string>& names
 }  // namespace
 
 void TextTrace::begin(std::ostream& out) {
-  out << "# instant  outputs present, with their values | other outputs by state"
-         " | registers one, top, unknown | locals one, top, unknown\n";
+  out << "# instant  outputs present, with their values | other outputs by state";
+  if (!outputs_only_) out << " | registers one, top, unknown | locals one, top, unknown";
+  out << '\n';
 }
 
 void TextTrace::write(std::ostream& out, const SimulationState& state) {
@@ -103,9 +104,10 @@ void TextTrace::write(std::ostream& out, const SimulationState& state) {
     if (!found.empty()) others += " " + std::string(look_of(kind).word) + ":" + found;
   }
   if (!others.empty()) out << " |" << others;
-  out << outstanding("registers:", simulation_.register_names(), state.shown_registers)
-      << outstanding("locals:", simulation_.local_names(), state.shown_locals) << '\n'
-      << std::flush;
+  if (!outputs_only_)
+    out << outstanding("registers:", simulation_.register_names(), state.shown_registers)
+        << outstanding("locals:", simulation_.local_names(), state.shown_locals);
+  out << '\n' << std::flush;
 }
 
 }  // namespace kiva

@@ -30,15 +30,17 @@ class JsonTrace : public TraceWriter {
 };
 
 /// For a person: present outputs with their values, the other outputs by state, then the registers
-/// and locals that are One, Top or unknown.
+/// and locals that are One, Top or unknown, unless only the outputs are wanted.
 class TextTrace : public TraceWriter {
  public:
-  explicit TextTrace(const Simulation& simulation) : simulation_(simulation) {}
+  explicit TextTrace(const Simulation& simulation, bool outputs_only = false)
+      : simulation_(simulation), outputs_only_(outputs_only) {}
   void begin(std::ostream& out) override;
   void write(std::ostream& out, const SimulationState& state) override;
 
  private:
   const Simulation& simulation_;
+  bool outputs_only_;
 };
 
 }  // namespace kiva

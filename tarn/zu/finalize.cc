@@ -148,10 +148,11 @@ void Module::finalize(int keep_rtl) {
   }
   if (data_table != nullptr)
     for (const auto& [bound_name, binding] : *data_table)
-      if (binding->getClock() != nullptr) {
-        kept.push_back(binding->getClock()->getInitialBddStatusId(this, wood));
-        kept.push_back(binding->getSignal()->getInitialBddStatusId(this, wood));
-      }
+      if (binding->getClock() != nullptr)
+        for (const Signal* signal : {binding->getClock(), binding->getSignal()}) {
+          kept.push_back(signal->getInitialBddStatusId(this, wood));
+          kept.push_back(signal->getInitialBddValueId(this, wood));  // else its state is unknown
+        }
   for (const Signal* local : local_signal_list)
     if (local->isRegister()) {
       kept.push_back(local->getBddStatusId(this, wood));

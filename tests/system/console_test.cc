@@ -78,6 +78,16 @@ TEST(Console, AgreesWithALogicSimulatorOnLargeCircuits) {
   for (const char* name : {"b04_opt", "s5378", "s38417"}) replay_circuit(folder, name);
 }
 
+TEST(Console, ShowsTheOutputsAlone) {
+  const TempDir dir;
+  const auto counter = copied(source_folder("examples/counter/counter.zuc"), dir);
+  EXPECT_EQ(
+      run_program("kiva-console", "--format outputs '" + counter.string() + "'", "inc\n\n").out,
+      "# instant  outputs present, with their values | other outputs by state\n"
+      "     1  b0 | zero: b1 b2 carry\n"
+      "     2  b0 | zero: b1 b2 carry\n");
+}
+
 class ConsoleInput : public testing::Test {
  protected:
   ConsoleInput() { module = copied(source_folder("examples/toggle/toggle.zuc"), dir).string(); }

@@ -43,6 +43,30 @@ TEST_F(ValuedExample, GivesItsTrace) {
     EXPECT_THAT(talk, HasSubstr(line));
 }
 
+TEST_F(ValuedExample, GivesTheValuesOfCompiledSource) {
+  const std::string source = dir.write("warm.zu", R"(data:
+Type: celsius, fahrenheit;
+Method: fahrenheit to_fahrenheit(celsius);
+Constant: celsius limit := 19;
+celsius margin := 0.5;
+end data
+module warm: Input: t: celsius; Output: o: celsius, f: fahrenheit;
+loop { present t { { if #t > limit emit o(#t + margin) } >> emit f(to_fahrenheit(#t)) } >> pause }
+end
+)");
+  for (const char* options : {"", "--keep-wires "}) {
+    const ProgramRun compiled =
+        run_program("tarn", options + ("-d '" + dir.path().string() + "' '" + source + "'"));
+    ASSERT_EQ(compiled.status, 0) << compiled.err;
+    module = dir.file("warm.zuc");
+    const ProgramRun run = run_with_server("--format outputs", "t=30\n\nt=3\n");
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_THAT(run.out, testing::EndsWith("     1  o=30.5 f=86\n"
+                                           "     2  - | bottom: o f\n"
+                                           "     3  f=37.4 | bottom: o\n"));
+  }
+}
+
 TEST_F(ValuedExample, HandsOnInputStatusAndComplaints) {
   ProgramRun run = run_with_server("--format json", "measured=17\n\n");
   EXPECT_EQ(run.status, 0) << run.err;

@@ -34,8 +34,8 @@ TEST(Tarn, WritesAServerForEachFile) {
 
   run = run_program("tarn", "-q --kiva -d " + folder + " " + a);
   EXPECT_EQ(run.out, "");
-  run = run_program("tarn", a);
-  EXPECT_EQ(run.out, a + ": module first\n");
+  run = run_program("tarn", "-d " + folder + " " + a);
+  EXPECT_EQ(run.out, folder + "/first.zuc\n");
 }
 
 TEST(Tarn, RefusesWithOneLineAndAStatus) {

@@ -1,0 +1,60 @@
+// The shipped programs from source text: compiled, run, and compared with the traces that were
+// reasoned out from the language.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/support/temp_dir.h"
+#include "tests/system/program.h"
+
+namespace kiva::test {
+namespace {
+
+/// Compiles one program, runs it over its stimuli, and compares its outputs instant by instant.
+void replay(const std::filesystem::path& source, const std::string& options) {
+  const std::string name = source.stem().string();
+  SCOPED_TRACE(name + " " + options);
+  const TempDir dir;
+  const ProgramRun compiled =
+      run_program("tarn", options + " -d '" + dir.path().string() + "' '" + source.string() + "'");
+  ASSERT_EQ(compiled.status, 0) << compiled.err;
+  EXPECT_EQ(compiled.err, "");
+  EXPECT_EQ(compiled.out, dir.file(name + ".zuc") + "\n") << "one module, named as its file";
+
+  auto beside = source;
+  const std::string stimuli = beside.replace_extension(".stimuli").string();
+  const ProgramRun run = run_program(
+      "kiva-console", "--format json '" + dir.file(name + ".zuc") + "' '" + stimuli + "'");
+  ASSERT_EQ(run.status, 0) << run.err;
+  std::istringstream ours(run.out);
+  std::ifstream expected(beside.replace_extension(".trace"));
+  std::string our_line, expected_line;
+  int instants = 0;
+  while (std::getline(expected, expected_line)) {
+    ASSERT_TRUE(std::getline(ours, our_line)) << "ends after " << instants;
+    const auto a = nlohmann::json::parse(our_line), b = nlohmann::json::parse(expected_line);
+    EXPECT_EQ(a["instant"], b["instant"]);
+    EXPECT_EQ(a["outputs"], b["outputs"]) << "instant " << b["instant"];
+    ++instants;
+  }
+  EXPECT_FALSE(std::getline(ours, our_line)) << "more instants than the trace";
+  EXPECT_GT(instants, 0);
+}
+
+TEST(SourceExamples, ShowTheTracesThatTheLanguageGives) {
+  int replayed = 0;
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(source_folder("examples"))) {
+    if (entry.path().extension() != ".zu") continue;
+    for (const char* options : {"", "--keep-wires", "--keep-rtl --forget-locals"})
+      replay(entry.path(), options);
+    ++replayed;
+  }
+  EXPECT_GE(replayed, 8);
+}
+
+}  // namespace
+}  // namespace kiva::test
