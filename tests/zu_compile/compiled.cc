@@ -14,12 +14,16 @@ namespace kiva::test {
 
 namespace {
 
-void restart_names() {
+/// Each text is read as the first of its process.
+void restart_reader() {
   for (int* counter : {&Module::PauseNumber, &Module::NothingNumber, &Module::HaltNumber,
                        &Module::ParallelNumber, &Module::SequenceNumber, &Module::PresentNumber,
                        &Module::LoopNumber, &Module::WaitNumber, &Module::AbortNumber,
                        &Module::EmitNumber, &Module::NoEmitNumber, &Module::SustainUntilNumber})
     *counter = 0;
+  Compilation::GDataTypeTable = nullptr;
+  Compilation::GDataMethodTable = nullptr;
+  Compilation::GDataConstantTable = nullptr;
 }
 
 }  // namespace
@@ -27,7 +31,7 @@ void restart_names() {
 Compiled::Compiled(const std::string& text, const Rules& rules) {
   static const TempDir dir;
   const std::string file = dir.write("main.zu", text);
-  restart_names();
+  restart_reader();
   run(rules, [&] {
     Compilation::zu_parse(file.c_str());
     module_ = Compilation::ModTable->get("main");

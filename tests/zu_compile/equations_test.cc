@@ -199,5 +199,58 @@ TEST(Equations, NeedWiresOfChildren) {
   delete module;
 }
 
+std::string valued(const std::string& text) {
+  return "data: Type: int; Constant: int 1; end data module main: Input: x; Output: o: int; " +
+         text + " end";
+}
+
+/// The names of the signals bound to values, in table order.
+std::vector<std::string> bound_signals(const Compiled& c) {
+  std::vector<std::string> names;
+  for (const auto& [name, binding] : *c.module()->getDataTable()) names.push_back(name);
+  return names;
+}
+
+TEST(Equations, ValuesGoWithTheirEmission) {
+  const Compiled emission(valued("emit o(1) >> pause"));
+  ASSERT_TRUE(emission.ok()) << emission.report();
+  const std::string carrier = bound_signals(emission).at(0);
+  const Signal* local = emission.module()->getLocalSignal(carrier);
+  ASSERT_NE(local, nullptr);
+  const std::string current = local->getName(emission.module());
+  expect_equation(emission, "_s_" + current, {"_s_RTLmainE_0", "_v_RTLmainE_0"},
+                  [](const Bits& b) { return b[0] && !b[1]; });
+  // It has no further stages: what is bound is bound once.
+  Instants instants(emission);
+  instants.step({{}, true, false});
+  EXPECT_EQ(instants.state(carrier), '1');
+  instants.step({});
+  EXPECT_EQ(instants.state(carrier), '_');
+
+  const Compiled sustained(valued("sustain o(1) until x"));
+  ASSERT_TRUE(sustained.ok()) << sustained.report();
+  const std::string output = bound_signals(sustained).at(0);
+  EXPECT_NE(sustained.module()->getOutputSignal(output), nullptr);
+  Instants going(sustained);
+  const auto expect_both = [&](char state) {
+    EXPECT_EQ(going.state(output), state);
+    EXPECT_EQ(going.state("o"), state);
+  };
+  going.step({{}, true, false});
+  expect_both('1');
+  going.step({});
+  expect_both('1');
+  going.step({{"x"}});
+  expect_both('_');
+}
+
+TEST(Equations, AnIfLooksAtItsDataSignal) {
+  const Compiled c(valued("if #o == 1 halt else pause"));
+  ASSERT_TRUE(c.ok()) << c.report();
+  const std::string condition = bound_signals(c).at(0);
+  expect_equation(c, "_s_SETmainPS_0", {"_s_" + condition, "_v_" + condition, "_s_SETmainIF_0"},
+                  [](const Bits& b) { return (!b[0] || b[1]) && b[2]; });
+}
+
 }  // namespace
 }  // namespace kiva::test
