@@ -98,8 +98,8 @@ void Module::finalize(int keep_rtl) {
         if (e == nullptr) return;
         require_type(e, type,
                      "Warning: reaffectation " + wood->Name_var_by_index(id) + " with " +
-                         std::to_string(Compilation::SOUTPUT) +
-                         " (founding :" + std::to_string(e->getUserType()) + ")");
+                         std::to_string(type) + " (founding :" + std::to_string(e->getUserType()) +
+                         ")");
       };
       make_output(signal->getInitialBddStatusId(this, wood), Compilation::SOUTPUT);
       make_output(signal->getInitialBddValueId(this, wood), Compilation::VOUTPUT);
@@ -125,10 +125,16 @@ void Module::finalize(int keep_rtl) {
 
   Signal* boot = make_kept<Signal>(std::string("boot"), this, wood, true);
   Signal* bootplus = make_kept<Signal>(std::string("bootplus"), this, wood, true);
+  for (Signal* signal : {boot, bootplus}) {
+    signal->setLocal();
+    signal->setRegister();
+    addLocalSignal(signal);
+  }
   addRegisterSignal(boot, bootplus, 1);
-  addLocalSignal(boot);
-  addLocalSignal(bootplus);
-  std::vector<long> kept{boot->getBddStatusId(this, wood), bootplus->getBddStatusId(this, wood)};
+  std::vector<long> kept;
+  // A constant that nobody reads would go; the wire has its equations whatever the module holds.
+  kept.push_back(reset_wire->getBddStatusId(this, wood));
+  kept.push_back(reset_wire->getBddValueId(this, wood));
 
   const auto define_pair = [&](const Signal* signal, const bdd& status, const bdd& value) {
     define(wood, signal->getInternalName(), variable(wood, signal->getBddStatusId(this, wood)),
