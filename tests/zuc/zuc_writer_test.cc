@@ -365,7 +365,11 @@ TEST_F(ZucRoundTrip, OfRandomModules) {
 }
 
 TEST_F(ZucRoundTrip, OfBindings) {
-  expect_round_trip(std::string("module: m  0 0\n") + valued_text);
+  // With an equation of functions, so that the file has dates.
+  std::string source = std::string("module: m  0 0\n") + valued_text;
+  source.replace(source.find("0\nexpressions:\n"), 15,
+                 "2\n0: 8:1:1,-1\n1: -1:-3:-3,1\nexpressions:\n2 1 4:0,1,(8 )\n");
+  expect_round_trip(source);
 }
 
 }  // namespace
