@@ -170,6 +170,18 @@ void Module::finalize(int keep_rtl) {
   for (const signal_list* list : {&local_signal_list, &output_signal_list})
     for (const Signal* signal : *list) dated.splice(dated.end(), signal->getAllBddId(this, wood));
   wood->compute_dates(dated);
+  // Inputs and wires are in no list: what reads them may have their date, and come before them.
+  std::list<long> overtaken;
+  for (long id : wood->Set_of_exp()) {
+    const long date = wood->exp_by_index(id)->getEarlyDate();
+    for (long reader : wood->set_of_amont_dependances(id)) {
+      const Bddexpression* e = wood->exp_by_index(reader);
+      if (e == nullptr || std::pair(e->getEarlyDate(), reader) > std::pair(date, id)) continue;
+      overtaken.push_back(id);
+      break;
+    }
+  }
+  if (!overtaken.empty()) wood->compute_dates(overtaken);
   replace_at_in_name_variables();
   loose_first_underscore_in_name_variables();
 }
