@@ -97,12 +97,12 @@ class Bddexpression {
   /// there is no wood or function, or no such variable.
   void Shannon_expand(long x, long& then_index, long& else_index);
 
-  /// Dependences from the function, after the wood's tables have followed the manager. An abstract
-  /// equation keeps its own.
   /// One line of a compiled module: dates, the variable's number by `map`, the root's local id and
   /// polarity, the numbers of what it reads. Nothing without manager or variable.
   void put_zuc(std::ostream& os, long* map);
 
+  /// Dependences from the function, after the wood's tables have followed the manager. An abstract
+  /// equation keeps its own.
   void build_normal_dependances();
   void internal_build_dependances();
   void internal_build_dependances(bddpp_manager* manager);

@@ -125,7 +125,6 @@ bool compile_source(const std::string& file, const Options& options, Stages& sta
                                              (*at)->getName()) != options.modules.end();
     if (wanted) modules.push_back(*at);
   }
-  if (modules.empty()) return fail(file + ": holds none of the modules that --module names");
   for (Module* module : modules) {
     stages.begin("compile " + module->getName());
     module->compile();
@@ -211,7 +210,7 @@ int main(int argc, char** argv) {
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
   app.add_option("--module", options.modules, "compile this module only; repeatable")
       ->take_all()
-      ->expected(1);
+      ->allow_extra_args(false);
   app.add_option("-d", options.folder, "folder for what is written (default: this one)")
       ->check(CLI::ExistingDirectory);
   app.add_option("-o", options.output, "name of the file that is written");
@@ -243,5 +242,9 @@ int main(int argc, char** argv) {
   choose(options);
   bool good = true;
   for (const std::string& file : options.files) good = run(file, options) && good;
+  // A broken file may hide a module: its own message is enough.
+  for (const std::string& name : good ? options.modules : std::vector<std::string>())
+    if (Compilation::ModTable->get(name) == nullptr)
+      good = fail("no file holds a module \"" + name + "\"");
   return good ? 0 : unusable;
 }

@@ -98,8 +98,8 @@ void Module::finalize(int keep_rtl) {
         if (e == nullptr) return;
         require_type(e, type,
                      "Warning: reaffectation " + wood->Name_var_by_index(id) + " with " +
-                         std::to_string(Compilation::SOUTPUT) +
-                         " (founding :" + std::to_string(e->getUserType()) + ")");
+                         std::to_string(type) + " (founding :" + std::to_string(e->getUserType()) +
+                         ")");
       };
       make_output(signal->getInitialBddStatusId(this, wood), Compilation::SOUTPUT);
       make_output(signal->getInitialBddValueId(this, wood), Compilation::VOUTPUT);
@@ -125,10 +125,16 @@ void Module::finalize(int keep_rtl) {
 
   Signal* boot = make_kept<Signal>(std::string("boot"), this, wood, true);
   Signal* bootplus = make_kept<Signal>(std::string("bootplus"), this, wood, true);
+  for (Signal* signal : {boot, bootplus}) {
+    signal->setLocal();
+    signal->setRegister();
+    addLocalSignal(signal);
+  }
   addRegisterSignal(boot, bootplus, 1);
-  addLocalSignal(boot);
-  addLocalSignal(bootplus);
-  std::vector<long> kept{boot->getBddStatusId(this, wood), bootplus->getBddStatusId(this, wood)};
+  std::vector<long> kept;
+  // A constant that nobody reads would go; the wire has its equations whatever the module holds.
+  kept.push_back(reset_wire->getBddStatusId(this, wood));
+  kept.push_back(reset_wire->getBddValueId(this, wood));
 
   const auto define_pair = [&](const Signal* signal, const bdd& status, const bdd& value) {
     define(wood, signal->getInternalName(), variable(wood, signal->getBddStatusId(this, wood)),
@@ -165,6 +171,18 @@ void Module::finalize(int keep_rtl) {
   for (const signal_list* list : {&local_signal_list, &output_signal_list})
     for (const Signal* signal : *list) dated.splice(dated.end(), signal->getAllBddId(this, wood));
   wood->compute_dates(dated);
+  // Inputs and wires are in no list: what reads them may have their date, and come before them.
+  std::list<long> overtaken;
+  for (long id : wood->Set_of_exp()) {
+    const long date = wood->exp_by_index(id)->getEarlyDate();
+    for (long reader : wood->set_of_amont_dependances(id)) {
+      const Bddexpression* e = wood->exp_by_index(reader);
+      if (e == nullptr || std::pair(e->getEarlyDate(), reader) > std::pair(date, id)) continue;
+      overtaken.push_back(id);
+      break;
+    }
+  }
+  if (!overtaken.empty()) wood->compute_dates(overtaken);
   replace_at_in_name_variables();
   loose_first_underscore_in_name_variables();
 }

@@ -170,6 +170,10 @@ void Module::put_data_tables(std::ostream& os) {
 void Module::printBinding(std::ostream& os, long* map) {
   if (data_table == nullptr) return;
   Bddexpressionwood* wood = getBddWood();
+  // The constants are the process's, their lines this text's.
+  if (Compilation::GDataConstantTable != nullptr)
+    for (ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
+      constant->setEvalIndex(-1);
   os << "binding:\n";
   int next = 0;
   std::list<DataExpr*> pending;
@@ -195,8 +199,11 @@ void Module::printBinding(std::ostream& os, long* map) {
                  clock == nullptr ? -1 : clock->getInitialBddValueId(this, wood));
       }
     } else {
-      put_line(signal->getBddStatusId(this, wood), signal->getBddValueId(this, wood),
-               binding->getValue(), clock == nullptr ? -1 : clock->getBddStatusId(this, wood),
+      // The lines of a file that has been read may be shared: each binding has its own.
+      DataExpr* value = binding->getValue();
+      if (value->hasIndex()) value = value->duplicate();
+      put_line(signal->getBddStatusId(this, wood), signal->getBddValueId(this, wood), value,
+               clock == nullptr ? -1 : clock->getBddStatusId(this, wood),
                clock == nullptr ? -1 : clock->getBddValueId(this, wood));
     }
   }
@@ -226,6 +233,7 @@ void Module::save() {
     return;
   }
   ZUC_put(out, 2, Compilation::KeepWiresFlag ? 0 : 1, Compilation::ForgetLocalsNameFlag ? 1 : 0);
+  if (!out.flush()) fl_show_Smessages("Cannot write output file: " + path);
 }
 
 }  // namespace kiva

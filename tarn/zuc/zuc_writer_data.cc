@@ -25,7 +25,10 @@ bool put_line_number(DataExpr* e, std::ostream& os, std::list<DataExpr*>& pendin
   return true;
 }
 
+/// A type that no declaration names is entered: without a number the reader could not tell the
+/// operator.
 int operation_number(const std::string& type, int op) {
+  Compilation::typeTable().addType(type);
   return Compilation::typeTable().getIndex(type) * DataExpr::NbPredefOp + op;
 }
 

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 #include "tests/support/temp_dir.h"
 #include "tests/system/program.h"
 
@@ -36,6 +38,133 @@ TEST(Tarn, WritesAServerForEachFile) {
   EXPECT_EQ(run.out, "");
   run = run_program("tarn", "-d " + folder + " " + a);
   EXPECT_EQ(run.out, folder + "/first.zuc\n");
+}
+
+// Source text.
+
+const char* const two_modules =
+    "module lamp: Input: press; Output: on, off; Local: L;\n"
+    "loop { weak abort { loop { emit on >> emit L >> pause } } when press >>\n"
+    "       weak abort { loop { emit off >> pause } } when press }\nend\n"
+    "module echo: Input: i; Output: o;\n"
+    "loop { present i { emit o } >> pause }\nend\n";
+
+class TarnOnSource : public testing::Test {
+ protected:
+  TarnOnSource() { source = dir.write("two.zu", two_modules); }
+  ProgramRun tarn(const std::string& arguments) const {
+    return run_program("tarn", "-d " + dir.path().string() + " " + arguments);
+  }
+  std::string written(const std::string& name) const { return read_text(dir.file(name)); }
+  std::string outputs(const std::string& module, const std::string& stimuli) const {
+    const ProgramRun run =
+        run_program("kiva-console", "--format json " + dir.file(module), stimuli);
+    EXPECT_EQ(run.status, 0) << run.err;
+    std::istringstream lines(run.out);
+    std::string all;
+    for (std::string line; std::getline(lines, line);) all += line.substr(0, line.find("}")) + "\n";
+    return all;
+  }
+  TempDir dir;
+  std::string source;
+};
+
+TEST_F(TarnOnSource, CompilesEveryModuleOfTheFileOrThoseNamed) {
+  const std::string folder = dir.path().string();
+  ProgramRun run = tarn(source);
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, folder + "/lamp.zuc\n" + folder + "/echo.zuc\n");
+  EXPECT_THAT(written("lamp.zuc"), testing::StartsWith("module: lamp  "));
+  EXPECT_THAT(written("lamp.zuc"), HasSubstr("input: press ;\noutput: on off ;\nlocal:"));
+  EXPECT_EQ(outputs("echo.zuc", "i\n\ni\n"),
+            "{\"instant\":1,\"outputs\":{\"o\":[\"one\",\"--\"]\n"
+            "{\"instant\":2,\"outputs\":{\"o\":[\"bottom\",\"--\"]\n"
+            "{\"instant\":3,\"outputs\":{\"o\":[\"one\",\"--\"]\n");
+  const std::string both = written("echo.zuc");
+
+  // Alone or after another, a module is the same.
+  run = tarn("--module echo " + source);
+  EXPECT_EQ(run.out, folder + "/echo.zuc\n");
+  EXPECT_EQ(run.err, "File: " + folder + "/echo.zuc already exists. File rewrited.\n");
+  EXPECT_EQ(written("echo.zuc"), both);
+  run = tarn("-q --module echo -o other " + source);
+  EXPECT_EQ(run.out + run.err, "");
+  EXPECT_EQ(written("other.zuc"), both);
+
+  run = tarn("--module echo --module nobody " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("tarn: no file holds a module \"nobody\"\n"));
+  run = tarn("-o one " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "tarn: " + source + ": holds several modules; -o names one file\n");
+}
+
+TEST_F(TarnOnSource, OptionsChangeWhatIsWritten) {
+  const std::string module = "-q --module lamp " + source;
+  ASSERT_EQ(tarn(module + " -o plain").status, 0);
+  const std::string plain = written("plain.zuc");
+  EXPECT_THAT(plain, HasSubstr(" boot bootplus on_1 "));
+  EXPECT_THAT(plain, Not(HasSubstr("//")));
+  const std::string expected = outputs("plain.zuc", "\n\npress\n\npress\n");
+  EXPECT_THAT(expected, HasSubstr("\"off\":[\"one\""));
+
+  for (const char* option : {"--forget-locals", "--comments", "--keep-wires", "--keep-rtl"}) {
+    ASSERT_EQ(tarn(std::string(option) + " -o changed " + module).status, 0) << option;
+    EXPECT_NE(written("changed.zuc"), plain) << option;
+    EXPECT_EQ(outputs("changed.zuc", "\n\npress\n\npress\n"), expected) << option;
+  }
+  ASSERT_EQ(tarn("--forget-locals -o v " + module).status, 0);
+  EXPECT_THAT(written("v.zuc"), HasSubstr("local:  V6"));
+  ASSERT_EQ(tarn("--comments -o c " + module).status, 0);
+  EXPECT_THAT(written("c.zuc"), HasSubstr("// expression "));
+  ASSERT_EQ(tarn("--no-finalize -o n " + module).status, 0);
+  EXPECT_THAT(written("n.zuc"), testing::StartsWith("module: lamp  1 0\n"));
+  EXPECT_THAT(written("n.zuc"), Not(HasSubstr("boot")));
+  ASSERT_EQ(tarn("--check-over-knowledge -o k " + module).status, 0);
+  EXPECT_THAT(written("k.zuc"), HasSubstr("output: on off OverKnowledgeError ;\n"));
+  ASSERT_EQ(tarn("--classic -o old " + module).status, 0);
+  EXPECT_THAT(written("old.zuc"), testing::StartsWith("module: lamp  "));
+}
+
+TEST_F(TarnOnSource, FollowsTheRulesAskedFor) {
+  const std::string probe = source_folder("tests/zu/rules").string() + "/values";
+  ASSERT_EQ(tarn("-q -o sound " + probe + ".zu").status, 0);
+  ASSERT_EQ(tarn("-q --classic -o classic " + probe + ".zu").status, 0);
+  for (const std::string rules : {"sound", "classic"}) {
+    std::string expected = read_text(probe + "." + rules + ".json");
+    std::erase(expected, ' ');
+    std::istringstream lines(expected);
+    std::string all;
+    for (std::string line; std::getline(lines, line);) all += line.substr(0, line.find("}")) + "\n";
+    EXPECT_EQ(outputs(rules + ".zuc", read_text(probe + ".stim")), all) << rules;
+  }
+}
+
+TEST_F(TarnOnSource, RewritesACompiledModuleAsItIs) {
+  ASSERT_EQ(tarn("-q --module lamp " + source).status, 0);
+  ASSERT_EQ(tarn("-q -o second " + dir.file("lamp.zuc")).status, 0);
+  ASSERT_EQ(tarn("-q -o third " + dir.file("second.zuc")).status, 0);
+  EXPECT_EQ(written("third.zuc"), written("second.zuc"));
+  const std::string second = written("second.zuc");
+  EXPECT_EQ(second.substr(0, second.find("equation_def")),
+            written("lamp.zuc").substr(0, written("lamp.zuc").find("equation_def")));
+  const std::string stimuli = "\npress\n\npress\npress\n";
+  EXPECT_EQ(outputs("second.zuc", stimuli), outputs("lamp.zuc", stimuli));
+}
+
+TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
+  const std::string broken = dir.write("broken.zu", "module m: Input: i;\nemit >> end\n");
+  ProgramRun run = tarn(broken + " " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr(broken + ":2:"));
+  run = tarn(dir.file("missing.zu"));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr(dir.file("missing.zu")));
+  std::filesystem::create_directory(dir.file("lamp.zuc"));
+  run = tarn("--module lamp " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("Cannot open output file: " + dir.file("lamp.zuc") + "\n"));
+  EXPECT_EQ(run.out, "");
 }
 
 TEST(Tarn, RefusesWithOneLineAndAStatus) {

@@ -1,0 +1,359 @@
+// Finalised modules: what always holds of them, and that they run as the modules that they come
+// from.
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "SIMULATOR_ZUC/engine/simulation.h"
+#include "SIMULATOR_ZUC/engine/stimuli.h"
+#include "SIMULATOR_ZUC/engine/trace.h"
+#include "tarn/model/compilation.h"
+#include "tarn/zuc/zuc_reader.h"
+#include "tests/support/process_end.h"
+#include "tests/support/temp_dir.h"
+#include "tests/zu_compile/compiled.h"
+#include "tests/zu_compile/program.h"
+
+namespace kiva::test {
+namespace {
+
+using testing::HasSubstr;
+
+struct Finalised : Compiled {
+  explicit Finalised(const std::string& text, const Rules& rules = Rules::sound(),
+                     bool keep_wires = false, int keep_rtl = 0)
+      : Compiled(text, rules) {
+    if (!ok()) return;
+    Compilation::KeepWiresFlag = keep_wires;
+    told = run_captured([&] { module()->finalize(keep_rtl); }).err;
+    Compilation::KeepWiresFlag = false;
+  }
+  const Bddexpression* at(long id) const { return wood()->exp_by_index(id); }
+  bool defines(const Signal* signal) const {
+    return at(signal->getInitialBddStatusId(module(), wood())) != nullptr;
+  }
+  std::string name(long id) const { return wood()->Name_var_by_index(id); }
+  std::string told;
+};
+
+std::string probe(const std::string& name) {
+  return std::string(KIVA_RULE_PROBES) + "/" + name;
+}
+
+/// Runs lines of stimuli, in the form of the console, and gives one line an instant.
+std::string run(Module* module, const std::string& stimuli) {
+  Simulation simulation(module);
+  JsonTrace trace(simulation);
+  std::istringstream in(stimuli);
+  StimuliReader reader(in, simulation);
+  std::ostringstream out;
+  run_captured([&] {
+    while (const auto stimulus = reader.next()) {
+      apply(*stimulus, simulation);
+      simulation.step(nullptr);
+      trace.write(out, simulation.state());
+    }
+  });
+  return out.str();
+}
+
+/// The lines of a trace as they stand in a probe's file: instant and outputs alone, no blanks.
+std::string outputs_only(const std::string& trace) {
+  std::istringstream lines(trace);
+  std::string all;
+  for (std::string line; std::getline(lines, line);) {
+    const size_t end = line.find("}");
+    all += line.substr(0, end) + "}}\n";
+  }
+  return all;
+}
+
+class FinalisedProbe : public testing::TestWithParam<const char*> {};
+
+TEST_P(FinalisedProbe, ShowsTheWholeTrace) {
+  const std::string name = GetParam();
+  const std::string text = read_text(probe(name + ".zu")),
+                    stimuli = read_text(probe(name + ".stim"));
+  for (const bool sound : {false, true})
+    for (const bool keep_wires : {false, true}) {
+      std::string expected = read_text(probe(name + (sound ? ".sound.json" : ".classic.json")));
+      std::erase(expected, ' ');
+      const Finalised made(text, sound ? Rules::sound() : Rules::classic(), keep_wires);
+      ASSERT_EQ(made.ok(), !expected.empty()) << made.report();
+      if (made.ok()) {
+        EXPECT_EQ(outputs_only(run(made.module(), stimuli)), expected)
+            << (sound ? "sound " : "classic ") << keep_wires;
+      }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rules, FinalisedProbe,
+                         testing::Values("values", "sustain", "abort-start", "abort-mask",
+                                         "abort-signal", "skip", "copies"));
+
+/// What holds of every finalised module.
+void expect_invariants(const Finalised& made) {
+  Module* const module = made.module();
+  Bddexpressionwood* const wood = made.wood();
+  EXPECT_EQ(module->getFinalised(), 1);
+  for (const Signal* input : module->getInputSignalList()) {
+    const long status = input->getBddStatusId(module, wood);
+    const Bddexpression* value = made.at(input->getBddValueId(module, wood));
+    EXPECT_EQ(made.at(status), nullptr);
+    EXPECT_EQ(made.name(status), input->getOriginalName());
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(value->my_bdd_exp(), wood->Bdd_not(wood->Bdd_var_by_index(status)));
+    EXPECT_EQ(value->getUserType(), Compilation::VINPUT);
+  }
+  for (const Signal* output : module->getOutputSignalList()) {
+    const long status = output->getInitialBddStatusId(module, wood);
+    EXPECT_EQ(made.name(status), output->getOriginalName());
+    ASSERT_NE(made.at(status), nullptr) << output->getOriginalName();
+    ASSERT_NE(made.at(output->getInitialBddValueId(module, wood)), nullptr);
+  }
+  ASSERT_FALSE(module->getRegisterList().empty());
+  const regclass* start = module->getRegisterList().back();
+  EXPECT_EQ(start->actual_var()->getOriginalName(), "boot");
+  EXPECT_EQ(start->next_var()->getOriginalName(), "bootplus");
+  EXPECT_EQ(start->is_initialy_true(), 1);
+  for (const regclass* reg : module->getRegisterList()) {
+    EXPECT_TRUE(reg->actual_var()->isRegister() && reg->next_var()->isRegister());
+    EXPECT_TRUE(reg->actual_var()->isWire() && reg->next_var()->isWire());
+    const Bddexpression* next = made.at(reg->next_var()->getBddStatusId(module, wood));
+    ASSERT_NE(next, nullptr);
+    EXPECT_EQ(next->getUserType(), Compilation::SREG);
+  }
+  const long boot = start->actual_var()->getBddStatusId(module, wood);
+  ASSERT_TRUE(made.defines(module->getSet()));
+  EXPECT_EQ(made.at(module->getSet()->getBddStatusId(module, wood))->my_bdd_exp(),
+            wood->Bdd_var_by_index(boot));
+  ASSERT_TRUE(made.defines(module->getReset()));
+  EXPECT_TRUE(wood->Bdd_is_tautology(
+      made.at(module->getReset()->getBddStatusId(module, wood))->my_bdd_exp(), 0));
+  EXPECT_TRUE(wood->Bdd_is_tautology(
+      made.at(module->getReset()->getBddValueId(module, wood))->my_bdd_exp(), 1));
+  for (long id : wood->Set_of_exp()) {
+    EXPECT_EQ(made.name(id).find('@'), std::string::npos);
+    EXPECT_NE(made.name(id).front(), '_');
+    // An order of evaluation.
+    if (made.at(id)->getAbstraction() != 0) continue;
+    for (long dep : made.at(id)->set_of_var_dependances()) {
+      if (made.at(dep) == nullptr) continue;
+      EXPECT_LT(std::pair(made.at(dep)->getEarlyDate(), dep),
+                std::pair(made.at(id)->getEarlyDate(), id))
+          << made.name(id);
+    }
+  }
+}
+
+const char* const reflex =
+    "module main: Input: go, stop, r; Output: ready, hit, never; Local: L;\n"
+    "loop { weak abort { { wait go >> emit L >> emit ready } || { wait stop >> emit hit } }"
+    " when r }\nend\n";
+
+TEST(Finalisation, CompletesSignalsAndAddsTheStart) {
+  const Finalised made(reflex);
+  ASSERT_TRUE(made.ok()) << made.report();
+  expect_invariants(made);
+  EXPECT_THAT(made.told, testing::Not(HasSubstr("eaffectation")));
+  Module* const module = made.module();
+  const Signal* never = module->getSignal("never");
+  EXPECT_TRUE(made.wood()->Bdd_is_tautology(
+      made.at(never->getInitialBddStatusId(module, made.wood()))->my_bdd_exp(), 0));
+  EXPECT_TRUE(made.wood()->Bdd_is_tautology(
+      made.at(never->getInitialBddValueId(module, made.wood()))->my_bdd_exp(), 1));
+  EXPECT_EQ(made.name(never->getInitialBddValueId(module, made.wood())), "v_v_never");
+  const std::string trace = run(module, "\ngo\nstop\n");
+  EXPECT_THAT(trace, HasSubstr("\"instant\":2,\"outputs\":{\"ready\":[\"one\""));
+  EXPECT_THAT(trace, HasSubstr("\"never\":[\"zero\""));
+}
+
+TEST(Finalisation, HoldsForAModuleOfNothing) {
+  const Finalised made("module main: nothing end\n");
+  ASSERT_TRUE(made.ok()) << made.report();
+  expect_invariants(made);
+  EXPECT_EQ(made.module()->getRegisterList().size(), 1u);
+}
+
+TEST(Finalisation, KeepsTheEndOnlyWhereAsked) {
+  const std::string text = "module main: Input: x; Output: o; nothing end\n";
+  const Finalised dropped(text), kept(text, Rules::sound(), false, 1);
+  ASSERT_TRUE(dropped.ok() && kept.ok()) << dropped.report() << kept.report();
+  EXPECT_TRUE(kept.defines(kept.module()->getRtl()));
+  expect_invariants(kept);
+  // Where the end reads nothing that is left, it goes.
+  const Finalised halts("module main: Input: x; halt end\n");
+  ASSERT_TRUE(halts.ok()) << halts.report();
+  EXPECT_FALSE(halts.defines(halts.module()->getRtl()));
+}
+
+/// A register that never leaves its initial value, read by an output.
+TEST(Finalisation, TakesOutARegisterThatNeverChanges) {
+  for (const int initial : {0, 1}) {
+    const Compiled compiled(
+        "module main: Input: x; Output: o; loop { present x { emit o } >> pause } end\n");
+    ASSERT_TRUE(compiled.ok()) << compiled.report();
+    Module* const module = compiled.module();
+    Bddexpressionwood* const wood = compiled.wood();
+    module->addRegisterDecl("held", initial, "held.next");
+    Signal* const held = module->getLocalSignal("held");
+    Signal* const next = module->getLocalSignal("held.next");
+    const auto define = [&](const bdd& left, const bdd& right) {
+      const std::unique_ptr<Bddexpression> old(wood->exp_by_index(wood->Bdd_if_index(left)));
+      new Bddexpression(wood, left, right, 0, 0);
+    };
+    const bdd constant = initial != 0 ? wood->Bdd_one() : wood->Bdd_zero();
+    define(next->getBddStatus(module, wood), constant);
+    define(next->getBddValue(module, wood), wood->Bdd_not(constant));
+    const Signal* o = module->getSignal("o");
+    const bdd x = wood->Bdd_var_by_index(module->getSignal("x")->getBddStatusId(module, wood));
+    define(wood->Bdd_var_by_index(o->getInitialBddStatusId(module, wood)),
+           wood->Bdd_and(x, held->getBddStatus(module, wood)));
+    const Outcome outcome = run_captured([&] { module->finalize(0); });
+    EXPECT_THAT(outcome.err, HasSubstr("detecting useless register held\n"));
+    EXPECT_THAT(outcome.err, HasSubstr("Warning: reaffectation _s_held.next with SREG"));
+    EXPECT_EQ(module->getRegisterList().size(), 2u) << "that of the pause, and the start";
+    EXPECT_EQ(wood->exp_by_index(o->getInitialBddStatusId(module, wood))->my_bdd_exp(),
+              initial != 0 ? x : wood->Bdd_zero());
+    for (long id : wood->Set_of_exp())
+      EXPECT_FALSE(wood->exp_by_index(id)->set_of_var_dependances().contains(
+          held->getBddStatusId(module, wood)));
+  }
+}
+
+TEST(Finalisation, TellsOfOutputsInTop) {
+  for (const bool asked : {false, true}) {
+    const Compiled compiled(
+        "module main: Input: x; Output: o, p; loop { present x { emit o } >> pause } end\n");
+    ASSERT_TRUE(compiled.ok()) << compiled.report();
+    Module* const module = compiled.module();
+    Bddexpressionwood* const wood = compiled.wood();
+    const Signal *x = module->getSignal("x"), *p = module->getSignal("p");
+    for (long id : {p->getInitialBddStatusId(module, wood), p->getInitialBddValueId(module, wood)})
+      wood->exp_by_index(id)->setBddExp(wood->Bdd_var_by_index(x->getBddStatusId(module, wood)));
+    if (asked) module->check_over_knowledge();
+    run_captured([&] { module->finalize(0); });
+    const std::string trace = run(module, "\nx\n");
+    if (!asked) {
+      EXPECT_EQ(module->getSignal("OverKnowledgeError"), nullptr);
+      continue;
+    }
+    EXPECT_THAT(trace, HasSubstr("\"p\":[\"top\",\"--\"],\"OverKnowledgeError\":[\"one\""));
+    EXPECT_THAT(trace, HasSubstr("\"OverKnowledgeError\":[\"zero\""));
+  }
+}
+
+/// Outputs One, by instant.
+std::string ones(const Compiled& compiled, const std::vector<Stimulus>& history) {
+  Instants instants(compiled);
+  std::string all;
+  for (const Stimulus& stimulus : history) {
+    instants.step(stimulus);
+    for (const std::string& output : output_names) all += instants.state(output) == '1' ? '1' : '.';
+    all += ' ';
+  }
+  return all;
+}
+
+std::string ones(const Finalised& made, const std::vector<Stimulus>& history) {
+  Simulation simulation(made.module());
+  std::string all;
+  run_captured([&] {
+    for (const Stimulus& stimulus : history) {
+      for (size_t row = 0; row < simulation.input_names().size(); ++row)
+        simulation.choose_input(row, stimulus.present.contains(simulation.input_names()[row])
+                                         ? SignalState::one
+                                         : SignalState::zero);
+      simulation.step(nullptr);
+      for (const SignalState state : simulation.state().shown_outputs)
+        all += state == SignalState::one ? '1' : '.';
+      all += ' ';
+    }
+  });
+  return all;
+}
+
+std::string written(Module* module, int forget_locals) {
+  std::ostringstream os;
+  module->ZUC_put(os, 2, 1, forget_locals);
+  return os.str();
+}
+
+/// The module that is read from the text of another; null, and a failed test, when there is none.
+Module* read_back(const TempDir& dir, const std::string& text) {
+  ZucRead result;
+  const std::string file = dir.write("m.zuc", text);
+  run_captured([&] { result = read_zuc_file(file, "", ""); });
+  EXPECT_NE(result.module, nullptr) << result.problem;
+  return result.module;
+}
+
+/// The variables of a file stand in its own order, so the first text read may bring other nodes;
+/// from then on nothing changes.
+TEST(Finalisation, IsWrittenAndReadBack) {
+  const TempDir dir;
+  int compared = 0;
+  for (unsigned seed = 0; seed < 150 && !testing::Test::HasFailure(); ++seed) {
+    std::mt19937 random(seed + 5000);
+    const std::string text =
+        module_text(random_program(random, 2 + static_cast<int>(random() % 16)));
+    SCOPED_TRACE(text);
+    std::string stimuli;
+    for (int instant = 0; instant < 10; ++instant) {
+      for (const std::string& name : input_names)
+        if (random() % 3 == 0) stimuli += name + " ";
+      stimuli += "\n";
+    }
+    const Finalised made(text);
+    if (!made.ok()) continue;
+    const std::string expected = outputs_only(run(made.module(), stimuli));
+    for (const int forget_locals : {0, 1}) {
+      const std::unique_ptr<Module> second(read_back(dir, written(made.module(), forget_locals)));
+      ASSERT_NE(second, nullptr);
+      EXPECT_EQ(second->getFinalised(), 1);
+      EXPECT_EQ(second->getReincarnate(), made.module()->getReincarnate());
+      EXPECT_EQ(second->getRegisterList().size(), made.module()->getRegisterList().size());
+      EXPECT_EQ(outputs_only(run(second.get(), stimuli)), expected);
+      const std::string once = written(second.get(), forget_locals);
+      const std::unique_ptr<Module> third(read_back(dir, once));
+      ASSERT_NE(third, nullptr);
+      EXPECT_EQ(written(third.get(), forget_locals), once);
+      EXPECT_EQ(outputs_only(run(third.get(), stimuli)), expected);
+    }
+    ++compared;
+  }
+  EXPECT_GT(compared, 70);
+}
+
+TEST(Finalisation, KeepsWhatRandomProgramsShow) {
+  int compared = 0, with_ones = 0;
+  for (unsigned seed = 0; seed < 400 && !testing::Test::HasFailure(); ++seed) {
+    std::mt19937 random(seed);
+    const std::string text =
+        module_text(random_program(random, 2 + static_cast<int>(random() % 16)));
+    std::vector<Stimulus> history(12);
+    history.front().set = true;
+    for (Stimulus& stimulus : history)
+      for (const std::string& name : input_names)
+        if (random() % 3 == 0) stimulus.present.insert(name);
+    const Compiled compiled(text);
+    if (!compiled.ok()) continue;
+    const Finalised made(text), with_wires(text, Rules::sound(), true, 1);
+    SCOPED_TRACE(text);
+    expect_invariants(made);
+    expect_invariants(with_wires);
+    const std::string expected = ones(compiled, history);
+    EXPECT_EQ(ones(made, history), expected);
+    EXPECT_EQ(ones(with_wires, history), expected);
+    ++compared;
+    with_ones += expected.find('1') != std::string::npos;
+  }
+  EXPECT_GT(compared, 200);
+  EXPECT_GT(with_ones, 60);
+}
+
+}  // namespace
+}  // namespace kiva::test
