@@ -7,10 +7,18 @@
 
 typedef double fahrenheit;
 
-inline bool check_fahrenheit(const std::string& text) { return is_number(text); }
-inline fahrenheit string_to_fahrenheit(const std::string& text) { return number_of(text); }
-inline std::string fahrenheit_to_string(fahrenheit value) { return text_of(value); }
+inline bool check_fahrenheit(const std::string& text) {
+  return is_number(text);
+}
+inline fahrenheit string_to_fahrenheit(const std::string& text) {
+  return number_of(text);
+}
+inline std::string fahrenheit_to_string(fahrenheit value) {
+  return text_of(value);
+}
 
-inline fahrenheit to_fahrenheit(celsius value) { return value * 9 / 5 + 32; }
+inline fahrenheit to_fahrenheit(celsius value) {
+  return value * 9 / 5 + 32;
+}
 
 #endif

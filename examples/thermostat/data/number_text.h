@@ -13,7 +13,9 @@ inline bool is_number(const std::string& text) {
   return end != text.c_str() && *end == 0;
 }
 
-inline double number_of(const std::string& text) { return std::strtod(text.c_str(), 0); }
+inline double number_of(const std::string& text) {
+  return std::strtod(text.c_str(), 0);
+}
 
 inline std::string text_of(double value) {
   std::ostringstream text;
