@@ -27,6 +27,12 @@ struct Options {
   std::pair<std::string, std::string> server;  ///< host and port; empty for none
 };
 
+/// A connection to the evaluation server, closed with the run.
+struct CloseConnection {
+  void operator()(kiva::Sock socket) const { kiva::SOCK_shutdown(socket, 1); }
+};
+using Connection = std::unique_ptr<kiva::socket_type, CloseConnection>;
+
 int run(const Options& options, std::ostream& out) {
   using namespace kiva;
   const ZucRead read =
@@ -47,10 +53,10 @@ int run(const Options& options, std::ostream& out) {
   std::istream& in = options.stimuli == "-" ? std::cin : file;
   const std::string stimuli_name = options.stimuli == "-" ? "standard input" : options.stimuli;
 
-  Sock socket = nullptr;
+  Connection server;
   if (!options.server.first.empty())
-    socket = SOCK_make_client(options.server.first.c_str(),
-                              static_cast<unsigned short>(std::stoi(options.server.second)));
+    server.reset(SOCK_make_client(options.server.first.c_str(),
+                                  static_cast<unsigned short>(std::stoi(options.server.second))));
 
   Simulation simulation(read.module);
   std::unique_ptr<TraceWriter> trace;
@@ -64,7 +70,7 @@ int run(const Options& options, std::ostream& out) {
   try {
     while (const auto stimulus = stimuli.next()) {
       apply(*stimulus, simulation);
-      simulation.step(socket);
+      simulation.step(server.get());
       trace->write(out, simulation.state());
       if (!out) {
         std::cerr << program << "the trace cannot be written\n";

@@ -110,7 +110,7 @@ TEST_F(ZucWriting, CommentsTellWhatIsNotWritten) {
 /// x and its sum with a constant, a method of the output's value, and two occurrences of the
 /// output.
 struct Valued {
-  explicit Valued(const std::string& name) : module(new Module(name)) {
+  explicit Valued(const std::string& name) : module(make_kept<Module>(name)) {
     Bddexpressionwood* const wood = module->getBddWood();
     Compilation::typeTable().addType("int");
     if (Compilation::GDataMethodTable == nullptr) {
