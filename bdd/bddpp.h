@@ -11,6 +11,7 @@
 
 #include "base/g_longlong.h"
 #include "base/index_set.h"
+#include "base/name_numbers.h"
 #include "bdd/bdd.h"
 #include "bdd/bdd_node.h"
 #include "bdd/unique_table.h"
@@ -382,7 +383,7 @@ class bddpp_manager {
   std::vector<bdd_node*> internal_assoc_var_table;
   std::vector<int> internal_idtoindex_table;
   std::vector<int> internal_indextoid_table;  // by index
-  std::unordered_map<std::string, long> internal_names_map;
+  name_numbers internal_first_names;          // the ids of the names given at creation
   /// The ids that bear a name now; kept from the first renaming on.
   std::unordered_map<std::string, index_set> internal_ids_of_name;
   bool internal_ids_of_name_known = false;

@@ -22,7 +22,7 @@ bddpp_manager::bddpp_manager(const bddpp_manager* other) : bddpp_manager() {
   internal_bdd_vars = other->internal_bdd_vars;
   internal_max_bdd_vars = other->internal_max_bdd_vars;
   internal_names_table = other->internal_names_table;
-  internal_names_map = other->internal_names_map;
+  internal_first_names = other->internal_first_names;
   internal_idtoindex_table = other->internal_idtoindex_table;
   internal_indextoid_table = other->internal_indextoid_table;
   for (long id = 0; id < internal_bdd_vars; ++id) {

@@ -19,11 +19,10 @@ bdd_node* bddpp_manager::new_variable(long index, const std::string& name) {
     internal_idtoindex_table.reserve(internal_max_bdd_vars);
     internal_indextoid_table.reserve(internal_max_bdd_vars);
     internal_assoc_var_table.reserve(internal_max_bdd_vars);
-    internal_names_map.reserve(internal_max_bdd_vars);
   }
   const int id = static_cast<int>(internal_bdd_vars);
-  const auto [entry, is_new] = internal_names_map.try_emplace(name, id);
-  if (!is_new) return internal_variables_table[entry->second];
+  const auto [known, is_new] = internal_first_names.enter(name);
+  if (!is_new) return internal_variables_table[known];
 
   bdd_node* node = internal_unique_table.make_variable(id);
   internal_names_table.push_back(name);
@@ -108,8 +107,7 @@ bdd bddpp_manager::Bdd_var_by_name(const std::string& name) {
 }
 
 long bddpp_manager::Id_var_by_name(const std::string& name) const {
-  const auto found = internal_names_map.find(name);
-  return found == internal_names_map.end() ? -1 : found->second;
+  return internal_first_names.find(name);
 }
 
 long bddpp_manager::Index_var_by_name(const std::string& name) const {

@@ -91,8 +91,9 @@ std::ostream& operator<<(std::ostream& out, const SignalRef& ref) {
 }
 
 void SignalManager::addSignalRef(SignalRef* ref) {
-  if (!signalref_table.emplace(ref->getCurrentName(), ref).second)
+  if (!signalref_names.enter(ref->getCurrentName()).is_new)
     throw HashTableAddException(ref->getCurrentName(), "SignalManager::addSignalRef");
+  signalref_table.push_back(ref);
   if (ref->getCurrentName() != ref->getInternalName()) {
     std::vector<SignalRef*>& same_signal = further_occurrences[ref->getInternalName()];
     auto at = std::lower_bound(same_signal.begin(), same_signal.end(), ref,
@@ -127,8 +128,8 @@ void SignalManager::extendSignalRef(long status_id, long value_id, SignalRef* re
 }
 
 SignalRef* SignalManager::getSignalRefByName(const std::string& current_name) const {
-  auto at = signalref_table.find(current_name);
-  return at == signalref_table.end() ? nullptr : at->second;
+  const long place = signalref_names.find(current_name);
+  return place < 0 ? nullptr : signalref_table[place];
 }
 
 SignalRef* SignalManager::getSignalRefById(long id, const Bddexpressionwood* wood) const {
@@ -216,8 +217,8 @@ void SignalManager::deleteWood(Bddexpressionwood* wood) {
 }
 
 void SignalManager::printSignalTableByName(std::ostream& out) const {
-  std::map<std::string_view, const SignalRef*> sorted(signalref_table.begin(),
-                                                      signalref_table.end());
+  std::map<std::string_view, const SignalRef*> sorted;
+  for (const SignalRef* ref : signalref_table) sorted.emplace(ref->getCurrentName(), ref);
   for (const auto& [name, ref] : sorted) out << name << ": " << *ref << '\n';
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/name_numbers.h"
 #include "pert_exp/Bddexpression.h"
 #include "tarn/model/by_wood.h"
 
@@ -118,8 +119,9 @@ class SignalManager {
   template <class See>
   void walk_signal(const std::string& internal_name, See see) const;
 
-  /// By current name. Keys are views of the references' own names, which never change.
-  std::unordered_map<std::string_view, SignalRef*> signalref_table;
+  /// By current name, which never changes: the place of each reference in the table.
+  name_numbers signalref_names;
+  std::vector<SignalRef*> signalref_table;
   /// The further occurrences by internal name, each list in name order. Most signals have none, and
   /// occurrence 0 bears the internal name itself, before all others.
   std::unordered_map<std::string_view, std::vector<SignalRef*>> further_occurrences;

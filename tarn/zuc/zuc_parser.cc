@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <iostream>
+#include <utility>
 
 #include "base/process_end.h"
 #include "forms/forms.h"
@@ -174,22 +175,22 @@ long class_zuc_parser::initial_value() {
 regclass* class_zuc_parser::declare_register(const std::string& next, const std::string& actual,
                                              long initial) {
   if (before_of_name_.empty()) {
-    last_of_name_.reserve(global_signal_list.size());
+    names_.reserve(global_signal_list.size());
     for (size_t place = 0; place < global_signal_list.size(); ++place) {
-      const auto [at, first] =
-          last_of_name_.emplace(global_signal_list[place]->getInternalName(), place);
-      before_of_name_.push_back(first ? none : at->second);
-      at->second = place;
+      const auto [number, first] = names_.enter(global_signal_list[place]->getInternalName());
+      if (first) last_of_name_.push_back(none);
+      before_of_name_.push_back(std::exchange(last_of_name_[number], place));
     }
   }
   const auto variable = [this](const std::string& name) -> Signal* {
-    auto at = last_of_name_.find(name + instance);
-    if (at == last_of_name_.end()) return nullptr;
-    for (size_t place = at->second; place != none; place = before_of_name_[place]) {
+    const long number = names_.find(name + instance);
+    if (number < 0) return nullptr;
+    const size_t last = last_of_name_[number];
+    for (size_t place = last; place != none; place = before_of_name_[place]) {
       global_signal_list[place]->setRegister();
       global_signal_list[place]->setWire();
     }
-    return global_signal_list[at->second];
+    return global_signal_list[last];
   };
   Signal* actual_signal = variable(actual);
   Signal* next_signal = variable(next);

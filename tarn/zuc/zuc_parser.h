@@ -4,9 +4,9 @@
 #include <list>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
+#include "base/name_numbers.h"
 #include "tarn/model/module.h"
 #include "tarn/zuc/zuc_bindings.h"
 #include "tarn/zuc/zuc_nodes.h"
@@ -96,7 +96,8 @@ class class_zuc_parser {
   std::vector<Signal*> global_signal_list;
   /// Of each internal name the last signal that bears it, and of each signal (by its place) the one
   /// before it of the same name, `none` for the first. Built when the first register asks.
-  std::unordered_map<std::string_view, size_t> last_of_name_;
+  name_numbers names_;
+  std::vector<size_t> last_of_name_;  // by number of the name
   std::vector<size_t> before_of_name_;
   static constexpr size_t none = static_cast<size_t>(-1);
   const Names* awaited_input_list = nullptr;
