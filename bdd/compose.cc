@@ -2,6 +2,7 @@
 // operator ite, so that the order of variables may change on the way.
 
 #include <iostream>
+#include <unordered_map>
 
 #include "bdd/descent.h"
 
@@ -92,6 +93,21 @@ bdd bddpp_manager::Bdd_compose(const bdd& f, const bdd& v, const bdd& g) {
   return rebuild(this, "Bdd_compose", f, [&](bdd_edge node) {
     const int node_id = diagram.var_id(node);
     return node_id == id ? value : diagram.variable(node_id);
+  });
+}
+
+bdd bddpp_manager::Bdd_vector_compose(const bdd& f,
+                                      const std::vector<std::pair<long, bdd>>& values) {
+  const bdd_internals diagram(this);
+  std::unordered_map<int, bdd_edge> by_id;
+  by_id.reserve(values.size());
+  for (const auto& [index, g] : values) {
+    bdd_internals::require_own(this, "Bdd_vector_compose", {g.node()});
+    by_id[internal_indextoid_table[index]] = diagram.edge_of(g);
+  }
+  return rebuild(this, "Bdd_vector_compose", f, [&](bdd_edge node) {
+    const auto value = by_id.find(diagram.var_id(node));
+    return value == by_id.end() ? diagram.variable(diagram.var_id(node)) : value->second;
   });
 }
 

@@ -1,5 +1,6 @@
 // Compiling generated programs of 100, 1,000 and 10,000 statements: the time of each stage and its
-// growth from one size to the next. Arguments: the largest size to run (default 10,000).
+// growth from one size to the next. Arguments: the largest size to run (default 10,000), and the
+// programs to run (default all).
 
 #include <unistd.h>
 
@@ -11,6 +12,7 @@
 #include <iostream>
 #include <random>
 #include <sstream>
+#include <vector>
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
@@ -110,19 +112,20 @@ int main(int argc, char** argv) {
   std::cerr.rdbuf(nullptr);  // what finalisation tells of registers is no result here
   std::printf("%-9s %10s %9s %9s %9s %9s %9s %7s\n", "program", "statements", "read s", "compile s",
               "finalise", "write s", "all s", "growth");
-  for (const char* kind : {"sequence", "parallel", "aborts", "mix"}) {
+  std::vector<std::string> kinds(argv + std::min(argc, 2), argv + argc);
+  if (kinds.empty()) kinds = {"sequence", "parallel", "aborts", "mix"};
+  for (const std::string& shape : kinds) {
     double before = 0;
     for (int statements = 100; statements <= largest; statements *= 10) {
       std::mt19937 random(7);
-      const std::string shape = kind;
       const std::string body = shape == "sequence"   ? sequence(statements)
                                : shape == "parallel" ? parallel(statements)
                                : shape == "aborts"   ? nested_aborts(statements)
                                                      : mix(random, statements);
       const Stages s = measure(shape + std::to_string(statements), body);
       const double all = s.read + s.compile + s.finalize + s.write;
-      std::printf("%-9s %10d %9.4f %9.4f %9.4f %9.4f %9.4f", kind, statements, s.read, s.compile,
-                  s.finalize, s.write, all);
+      std::printf("%-9s %10d %9.4f %9.4f %9.4f %9.4f %9.4f", shape.c_str(), statements, s.read,
+                  s.compile, s.finalize, s.write, all);
       if (before > 0) std::printf(" %6.1fx", all / before);
       std::printf("\n");
       std::fflush(stdout);

@@ -81,21 +81,4 @@ void Bddexpressionwood::suppress_locals() {
   suppress_locals({});
 }
 
-void Bddexpressionwood::suppress_wires(const std::list<int>& keep) {
-  for (long index = 0; index < nb_var_bdd; ++index) {
-    if (!can_be_inlined(index)) continue;
-    const Bddexpression& e = *exp_table[index];
-    if (e.vars_dependance.size() != 1 || item_in(keep, e.usertype)) continue;
-    suppress_local(index);
-    if (exp_table[index] == nullptr) latest_date_table[index] = 0;
-  }
-  constants_propagation(keep);
-  drop_stale_readers();
-  date_by_weight();
-}
-
-void Bddexpressionwood::suppress_wires() {
-  suppress_wires({});
-}
-
 }  // namespace kiva

@@ -136,8 +136,9 @@ class Bddexpressionwood {
   void constants_propagation();
   /// Propagates constants; not 0 when every equation is constant then.
   int global_tautology();
-  /// Removes equations by putting their functions into their readers (inlining.cc): all that have
-  /// readers and dependences, or those of one variable alone. An equation that reads itself stays.
+  /// Removes equations by putting their functions into their readers (inlining.cc, wires.cc): all
+  /// that have readers and dependences, or those of one variable alone. An equation that reads
+  /// itself stays.
   void suppress_locals(const std::list<int>& keep);
   void suppress_locals();
   /// Dates the wood afresh.
@@ -220,6 +221,7 @@ class Bddexpressionwood {
   struct Readers;
   struct Dependences;
   class Dating;
+  class Wire_suppression;  // wires.cc
 
   /// Steps common to both ways of learning; false when e was refused or known already.
   bool enter_expression(Bddexpression* e);

@@ -176,6 +176,18 @@ TEST_P(InEachOrder, Substitution) {
         ASSERT_EQ(m.Bdd_compose(f[a], world.var(id), f[g]), f[mask_of(expected)]) << at(a, g, id);
       }
     }
+    // Two at once: neither value is read where the other stands.
+    for (int g = a % 7; g < functions; g += 7) {
+      const int h = (a * 31 + g * 17) % functions;
+      table<N> expected;
+      for (int line = 0; line < 8; ++line) {
+        const int read = (line & 4) | (mask_table(g)[line] ? 1 : 0) | (mask_table(h)[line] ? 2 : 0);
+        expected[line] = mask_table(a)[read];
+      }
+      ASSERT_EQ(m.Bdd_vector_compose(f[a], {{m.idtoindex(0), f[g]}, {m.idtoindex(1), f[h]}}),
+                f[mask_of(expected)])
+          << at(a, g, h);
+    }
     // Every map of three indices, those that fold variables together included.
     for (const auto& image : all_literals()) {
       const long map[] = {image[0], image[1], image[2]};

@@ -569,6 +569,30 @@ TEST(RandomTransformations, WiresKeepAllValuesAndAreDated) {
   });
 }
 
+TEST(RandomTransformations, WiresGoAsIfOneAfterAnother) {
+  const unsigned seed = std::random_device()();
+  for (unsigned run = 0; run < 600; ++run) {
+    SCOPED_TRACE("seed " + std::to_string(seed + run));
+    Random_wood at_once(seed + run), step_by_step(seed + run);
+    at_once.wood.suppress_wires(at_once.keep);
+    Bddexpressionwood& wood = step_by_step.wood;
+    for (long index = 0; index < wood.Nb_bdd_vars(); ++index) {
+      const Bddexpression* e = wood.exp_by_index(index);
+      if (e == nullptr || e->getAbstraction() != 0 || kept(*e, step_by_step.keep)) continue;
+      if (e->set_of_var_dependances().size() == 1) wood.suppress_local(index);
+    }
+    wood.constants_propagation(step_by_step.keep);
+    ASSERT_EQ(at_once.wood.Set_of_exp(), wood.Set_of_exp());
+    for (long index : wood.Set_of_exp()) {
+      if (wood.exp_by_index(index)->getAbstraction() != 0) continue;
+      ASSERT_EQ(Bdd_isomorphe(wood.my_bdd_manager(), at_once.wood.my_bdd_manager(),
+                              at_once.wood.exp_by_index(index)->my_bdd_exp()),
+                wood.exp_by_index(index)->my_bdd_exp())
+          << wood.Name_var_by_index(index);
+    }
+  }
+}
+
 TEST(RandomTransformations, SingleLocalsAndCleaning) {
   on_random_woods(300, [](Random_wood& world) {
     world.keep.clear();
