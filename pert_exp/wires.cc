@@ -1,12 +1,13 @@
 // Wires go: an equation of one variable is put into its readers and removed.
 //
 // Told one after another, n wires that meet in one reader would rebuild its diagram n times. So a
-// reader only notes what stands for its variables by now, and is rebuilt once, at the end. Its
-// dependences are kept exact all the same, since later steps are decided by them: while no two of
-// its variables stand for the same one, nothing can cancel, and the dependences are the images.
-// Where two meet, the function is rebuilt at once and asked what it still reads.
+// wire only notes which literal it stands for, and a reader what it would depend on by the letter:
+// the wire's variable for the wire. The reader's diagram is rebuilt once, with all that has gone by
+// then put in at once: at its own turn, when it must be known whether it is a wire itself, or at
+// the end. A wire that a function has lost by cancellation counts as read until then; it goes, and
+// nothing misses it.
 
-#include <unordered_map>
+#include <optional>
 
 #include "base/list.h"
 #include "pert_exp/wood.h"
@@ -15,27 +16,31 @@ namespace kiva {
 
 class Bddexpressionwood::Wire_suppression {
  public:
-  explicit Wire_suppression(Bddexpressionwood& wood) : w_(wood) {}
+  explicit Wire_suppression(Bddexpressionwood& wood)
+      : w_(wood), stands_for_(wood.nb_var_bdd), outdated_(wood.nb_var_bdd, 0) {}
 
-  void suppress(long index) {
+  void visit(long index, const std::list<int>& keep) {
+    const Bddexpression* e = w_.exp_table[index];
+    if (e == nullptr || e->abstraction != 0 || item_in(keep, e->usertype)) return;
     rebuild(index);
-    const Bddexpression& wire = *w_.exp_table[index];
-    const long source = *wire.vars_dependance.begin();
-    const bool negated = wire.bdd_exp.link_type() < 0;
-    w_.leave_as_reader(index, wire.vars_dependance);
+    if (e->vars_dependance.size() != 1 || !w_.can_be_inlined(index) ||
+        w_.has_abstract_reader(index))
+      return;
+    const Literal value{*e->vars_dependance.begin(), e->bdd_exp.link_type() < 0};
+    w_.leave_as_reader(index, e->vars_dependance);
     const index_set readers = w_.amont_dep_table[index];
     for (long reader : readers) {
       w_.amont_dep_table[index].erase(reader);
-      if (w_.slot(reader) != nullptr) substitute(reader, index, {source, negated});
+      if (w_.slot(reader) != nullptr) read_instead(reader, index, value.index);
     }
+    stands_for_[index] = value;
     w_.delete_expression(index);
     w_.latest_date_table[index] = 0;
   }
 
   void rebuild_all() {
-    for (const auto& [index, changes] : pending_)
-      w_.exp_table[index]->bdd_exp = changed(*w_.exp_table[index], changes);
-    pending_.clear();
+    for (long index = 0; index < w_.nb_var_bdd; ++index)
+      if (w_.exp_table[index] != nullptr) rebuild(index);
   }
 
  private:
@@ -43,62 +48,51 @@ class Bddexpressionwood::Wire_suppression {
     long index;
     bool negated;
   };
-  /// What stands for variables of a function: by the variable that it reads now, the variable in
-  /// the diagram, negated where the one is the complement of the other.
-  using Changes = std::unordered_map<long, Literal>;
 
-  bdd changed(const Bddexpression& e, const Changes& changes) {
-    std::vector<std::pair<long, bdd>> values;
-    values.reserve(changes.size());
-    for (const auto& [now, was] : changes) values.emplace_back(was.index, literal(now, was));
-    return w_.man->Bdd_vector_compose(e.bdd_exp, values);
-  }
-  bdd literal(long now, const Literal& was) {
-    const bdd variable = w_.man->Bdd_var_by_index(now);
-    return was.negated ? w_.man->Bdd_not(variable) : variable;
+  void read_instead(long reader, long wire, long variable) {
+    index_set& deps = w_.exp_table[reader]->vars_dependance;
+    deps.erase(wire);
+    deps.insert(variable);
+    if (w_.in_tables(variable)) w_.amont_dep_table[variable].insert(reader);
+    outdated_[reader] = 1;
   }
 
   void rebuild(long index) {
-    const auto at = pending_.find(index);
-    if (at == pending_.end()) return;
-    w_.exp_table[index]->bdd_exp = changed(*w_.exp_table[index], at->second);
-    pending_.erase(at);
+    if (!outdated_[index]) return;
+    outdated_[index] = 0;
+    Bddexpression& e = *w_.exp_table[index];
+    std::vector<std::pair<long, bdd>> values;
+    for (long read : w_.man->set_of_index_depend_on(e.bdd_exp)) {
+      if (!w_.in_tables(read) || !stands_for_[read]) continue;
+      const Literal now = resolved(read);
+      const bdd variable = w_.man->Bdd_var_by_index(now.index);
+      values.emplace_back(read, now.negated ? w_.man->Bdd_not(variable) : variable);
+    }
+    w_.change_function(e, index, w_.man->Bdd_vector_compose(e.bdd_exp, values));
   }
 
-  void substitute(long reader, long variable, const Literal& value) {
-    Bddexpression& e = *w_.exp_table[reader];
-    if (e.vars_dependance.contains(value.index)) {
-      rebuild(reader);
-      w_.change_function(e, reader,
-                         w_.man->Bdd_compose(e.bdd_exp, w_.man->Bdd_var_by_index(variable),
-                                             literal(value.index, value)));
-      return;
+  /// What a wire that has gone stands for by now; shortens the way there.
+  Literal resolved(long wire) {
+    std::vector<long> way;
+    long last = wire;
+    for (; w_.in_tables(last) && stands_for_[last]; last = stands_for_[last]->index)
+      way.push_back(last);
+    bool negated = false;
+    for (auto at = way.rbegin(); at != way.rend(); ++at) {
+      negated ^= stands_for_[*at]->negated;
+      stands_for_[*at] = {last, negated};
     }
-    Changes& changes = pending_[reader];
-    Literal was{variable, value.negated};
-    if (const auto at = changes.find(variable); at != changes.end()) {
-      was = {at->second.index, at->second.negated != value.negated};
-      changes.erase(at);
-    }
-    changes.emplace(value.index, was);
-    e.vars_dependance.erase(variable);
-    e.vars_dependance.insert(value.index);
-    if (w_.in_tables(value.index)) w_.amont_dep_table[value.index].insert(reader);
+    return *stands_for_[wire];
   }
 
   Bddexpressionwood& w_;
-  std::unordered_map<long, Changes> pending_;
+  std::vector<std::optional<Literal>> stands_for_;  ///< by index; a value for each that has gone
+  std::vector<char> outdated_;                      ///< by index: the diagram still reads some
 };
 
 void Bddexpressionwood::suppress_wires(const std::list<int>& keep) {
   Wire_suppression suppression(*this);
-  for (long index = 0; index < nb_var_bdd; ++index) {
-    if (!can_be_inlined(index)) continue;
-    const Bddexpression& e = *exp_table[index];
-    if (e.vars_dependance.size() != 1 || item_in(keep, e.usertype) || has_abstract_reader(index))
-      continue;
-    suppression.suppress(index);
-  }
+  for (long index = 0; index < nb_var_bdd; ++index) suppression.visit(index, keep);
   suppression.rebuild_all();
   constants_propagation(keep);
   drop_stale_readers();

@@ -582,9 +582,12 @@ TEST(RandomTransformations, WiresGoAsIfOneAfterAnother) {
       if (e->set_of_var_dependances().size() == 1) wood.suppress_local(index);
     }
     wood.constants_propagation(step_by_step.keep);
-    ASSERT_EQ(at_once.wood.Set_of_exp(), wood.Set_of_exp());
-    for (long index : wood.Set_of_exp()) {
-      if (wood.exp_by_index(index)->getAbstraction() != 0) continue;
+    // A wire that a reader's function loses on the way stays, unread, when they go one by one.
+    for (long index : wood.Set_of_exp())
+      ASSERT_TRUE(at_once.wood.exp_by_index(index) != nullptr ||
+                  wood.set_of_amont_dependances(index).empty());
+    for (long index : at_once.wood.Set_of_exp()) {
+      if (at_once.wood.exp_by_index(index)->getAbstraction() != 0) continue;
       ASSERT_EQ(Bdd_isomorphe(wood.my_bdd_manager(), at_once.wood.my_bdd_manager(),
                               at_once.wood.exp_by_index(index)->my_bdd_exp()),
                 wood.exp_by_index(index)->my_bdd_exp())
