@@ -15,8 +15,9 @@ class by_wood {
   /// Null when the wood has no entry. The pointer holds until the next change.
   Value* find(const Bddexpressionwood* wood) {
     if (wood == first_.first && has_first_) return &first_.second;
-    for (auto& [known, value] : rest_)
-      if (known == wood) return &value;
+    // The latest are asked for most.
+    for (auto at = rest_.rbegin(); at != rest_.rend(); ++at)
+      if (at->first == wood) return &at->second;
     return nullptr;
   }
   const Value* find(const Bddexpressionwood* wood) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <list>
 #include <memory>
 #include <string>
@@ -77,6 +78,9 @@ class EquationTable {
   /// The same for one branch of a statement, which writes and reads no wires but its own: without
   /// the equations of wires, registers and data signals.
   EquationTable* branch(Module* module);
+  /// The branch's own statements are compiled from here on: of the module's signals only those that
+  /// the branch took over, and those that come from now on, can be known to it.
+  void begin_branch(const Module* module);
   /// Destroys the table's wood with all that signals know of it; the table is of no use any more.
   void discard(Module* module);
 
@@ -117,6 +121,8 @@ class EquationTable {
   /// Gives a variable its equation; one that stood there is deleted.
   void define(const std::string& name, long id, const bdd& f, int usertype);
   EquationTable* over(Bddexpressionwood* copy);
+  template <class See>
+  void for_each_known_signal(Module* module, See see);
   void learn_occurrence(Signal* signal, int occurrence);
   void move_equation(long id, Bddexpressionwood* from, Module* module);
   void unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
@@ -128,6 +134,9 @@ class EquationTable {
   Bddexpressionwood* bdd_expression_wood;
   std::string module_name;
   std::shared_ptr<Sources> sources_;
+  /// Of a branch: the signals taken over, and the lengths of the module's lists when it began.
+  std::vector<Signal*> carried_;
+  std::array<size_t, 4> lists_at_begin_{};
   /// By variable id of the whole signal's status, and again, empty, of its value.
   mutable std::unordered_map<long, NewOccurrences> new_occurrences_;
 };

@@ -109,16 +109,23 @@ void SignalManager::addSignalRef(SignalRef* ref) {
 
 void SignalManager::addSignalRefIdTable(long status_id, long value_id, SignalRef* ref,
                                         Bddexpressionwood* wood) {
-  SignalRefTable& table = signalref_id_table[wood];
+  SignalRefTable& table = signalref_id_table[wood->my_bdd_manager()];
   const size_t needed = static_cast<size_t>(
       std::max({wood->my_bdd_manager()->Nb_bdd_vars(), status_id + 1, value_id + 1}));
   if (table.size() < needed) table.resize(needed, nullptr);
-  if (table[status_id] != nullptr)
+  // Over one manager a reference has the same two ids in each wood.
+  const bool its_own = ref->isDefinedWood(wood) && ref->getBddStatusId(wood) == status_id &&
+                       ref->getBddValueId(wood) == value_id;
+  const auto taken = [&](long id) {
+    return table[id] != nullptr && !(its_own && table[id] == ref);
+  };
+  if (taken(status_id))
     throw IllegalOperationException("addSignalRef (excep1)", ref->getCurrentName());
-  if (table[value_id] != nullptr)
+  if (taken(value_id))
     throw IllegalOperationException("addSignalRef (excep2)", ref->getCurrentName());
   table[status_id] = ref;
   table[value_id] = ref;
+  signalrefs_of_wood[wood].push_back(ref);
 }
 
 void SignalManager::extendSignalRef(long status_id, long value_id, SignalRef* ref,
@@ -133,10 +140,21 @@ SignalRef* SignalManager::getSignalRefByName(const std::string& current_name) co
 }
 
 SignalRef* SignalManager::getSignalRefById(long id, const Bddexpressionwood* wood) const {
-  auto at = signalref_id_table.find(wood);
-  if (at == signalref_id_table.end()) return nullptr;
-  const SignalRefTable& table = at->second;
-  return id < 0 || static_cast<size_t>(id) >= table.size() ? nullptr : table[id];
+  const SignalRefTable* table = tableOf(wood);
+  if (table == nullptr || id < 0 || static_cast<size_t>(id) >= table->size()) return nullptr;
+  SignalRef* ref = (*table)[id];
+  return ref != nullptr && ref->isDefinedWood(wood) ? ref : nullptr;
+}
+
+const SignalManager::SignalRefTable* SignalManager::tableOf(const Bddexpressionwood* wood) const {
+  const auto at = signalref_id_table.find(wood->my_bdd_manager());
+  return at == signalref_id_table.end() ? nullptr : &at->second;
+}
+
+const std::vector<SignalRef*>& SignalManager::definedIn(const Bddexpressionwood* wood) const {
+  static const std::vector<SignalRef*> none;
+  const auto at = signalrefs_of_wood.find(wood);
+  return at == signalrefs_of_wood.end() ? none : at->second;
 }
 
 SignalRef* SignalManager::getSignalRefByOccurrence(const Signal* signal, int occurrence) const {
@@ -195,24 +213,15 @@ std::string SignalManager::freeName(const std::string& name) {
 }
 
 void SignalManager::duplicate(Bddexpressionwood* from, Bddexpressionwood* to) {
-  auto at = signalref_id_table.find(from);
-  if (at == signalref_id_table.end()) return;
-  const SignalRefTable table = at->second;
-  for (size_t id = 0; id < table.size(); ++id) {
-    SignalRef* ref = table[id];
-    // Both ids of a reference lead to it; its status id comes by once.
-    if (ref == nullptr || ref->getBddStatusId(from) != static_cast<long>(id)) continue;
+  const std::vector<SignalRef*> refs = definedIn(from);
+  for (SignalRef* ref : refs)
     extendSignalRef(ref->getBddStatusId(from), ref->getBddValueId(from), ref, to);
-  }
 }
 
 void SignalManager::deleteWood(Bddexpressionwood* wood) {
-  auto at = signalref_id_table.find(wood);
-  if (at != signalref_id_table.end()) {
-    for (SignalRef* ref : at->second)
-      if (ref != nullptr) ref->removeWood(wood);
-    signalref_id_table.erase(at);
-  }
+  for (SignalRef* ref : definedIn(wood)) ref->removeWood(wood);
+  signalrefs_of_wood.erase(wood);
+  if (wood->get_common_bdd_manager() == 0) signalref_id_table.erase(wood->my_bdd_manager());
   delete wood;
 }
 
@@ -223,11 +232,12 @@ void SignalManager::printSignalTableByName(std::ostream& out) const {
 }
 
 void SignalManager::printSignalTableById(std::ostream& out) const {
-  for (const auto& [wood, table] : signalref_id_table) {
+  for (const auto& [wood, refs] : signalrefs_of_wood) {
     out << "wood address:" << wood << ":\n";
+    const SignalRefTable& table = *tableOf(wood);
     for (size_t id = 0; id < table.size(); ++id) {
       const SignalRef* ref = table[id];
-      if (ref == nullptr) continue;
+      if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
       out << id << ": current: " << ref->getCurrentName() << "  internal:" << ref->getInternalName()
           << " original: " << ref->getOriginalName() << '\n';
     }

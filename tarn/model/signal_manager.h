@@ -103,6 +103,9 @@ class SignalManager {
   /// The first of `name`, `name`_bis, `name`_bis_bis, ... that is no reference's current name.
   std::string freeName(const std::string& name);
 
+  /// The references defined in the wood, in order of arrival.
+  const std::vector<SignalRef*>& definedIn(const Bddexpressionwood* wood) const;
+
   /// Gives every reference defined in `from` the same ids in `to`.
   void duplicate(Bddexpressionwood* from, Bddexpressionwood* to);
   /// Takes the wood out of all references and tables, then destroys it.
@@ -114,6 +117,7 @@ class SignalManager {
  private:
   /// Entries by variable id; null where an id has no reference.
   using SignalRefTable = std::vector<SignalRef*>;
+  const SignalRefTable* tableOf(const Bddexpressionwood* wood) const;
 
   /// Calls `see` for each reference with that internal name, in name order, until it says false.
   template <class See>
@@ -125,7 +129,11 @@ class SignalManager {
   /// The further occurrences by internal name, each list in name order. Most signals have none, and
   /// occurrence 0 bears the internal name itself, before all others.
   std::unordered_map<std::string_view, std::vector<SignalRef*>> further_occurrences;
-  std::map<const Bddexpressionwood*, SignalRefTable> signalref_id_table;
+  /// By variable id. Woods over one manager have the same ids, so they share a table; which
+  /// references are defined in a wood, the references know.
+  std::unordered_map<const bddpp_manager*, SignalRefTable> signalref_id_table;
+  /// The references that each wood defines, in order of arrival.
+  std::map<const Bddexpressionwood*, std::vector<SignalRef*>> signalrefs_of_wood;
   /// By name: the free name that was given last, before which all were taken.
   std::unordered_map<std::string, std::string> last_free_name;
 };

@@ -35,10 +35,14 @@ index_set carried(Bddexpressionwood* to, Bddexpressionwood* from, const index_se
   return index_set::from_unsorted(std::move(found));
 }
 
+std::array<const signal_list*, 4> lists_of(const Module* module) {
+  return {&module->getInputSignalList(), &module->getOutputSignalList(),
+          &module->getLocalSignalList(), &module->getDataSignalList()};
+}
+
 template <class See>
 void for_each_signal(Module* module, See see) {
-  for (const signal_list* list : {&module->getInputSignalList(), &module->getOutputSignalList(),
-                                  &module->getLocalSignalList(), &module->getDataSignalList()})
+  for (const signal_list* list : lists_of(module))
     for (Signal* signal : *list) see(signal);
 }
 
@@ -48,6 +52,20 @@ int occurrence_in(const Signal* signal, Bddexpressionwood* wood) {
 }
 
 }  // namespace
+
+void EquationTable::begin_branch(const Module* module) {
+  const auto lists = lists_of(module);
+  for (size_t i = 0; i < lists.size(); ++i) lists_at_begin_[i] = lists[i]->size();
+}
+
+/// Calls `see` for all signals that can have an occurrence in this table's wood.
+template <class See>
+void EquationTable::for_each_known_signal(Module* module, See see) {
+  for (Signal* signal : carried_) see(signal);
+  const auto lists = lists_of(module);
+  for (size_t i = 0; i < lists.size(); ++i)
+    for (size_t at = lists_at_begin_[i]; at < lists[i]->size(); ++at) see((*lists[i])[at]);
+}
 
 /// The signal's current occurrence here becomes the given one, unless it has a later one.
 void EquationTable::learn_occurrence(Signal* signal, int occurrence) {
@@ -93,21 +111,18 @@ void EquationTable::unify(EquationTable* other, Module* module) {
   wood->update_bdd_vars();
   from->update_bdd_vars();
   SignalManager* manager = module->getSignalManager();
-  for (long id = 0; id < from->Nb_bdd_vars(); ++id) {
-    if (Bddexpression* theirs = from->Exp_table()[id]) {
-      unify_equation(theirs, id, from, module);
-      continue;
-    }
-    // A variable that other tables made may stand in a shared manager, unknown to this one.
-    SignalRef* ref = manager->getSignalRefById(id, from);
-    if (ref == nullptr || ref->isDefinedWood(wood)) continue;
+  const index_set equations = from->Set_of_exp();
+  for (long id : equations) unify_equation(from->exp_by_index(id), id, from, module);
+  // Signals without an equation there are known all the same.
+  for (SignalRef* ref : manager->definedIn(from)) {
+    if (ref->isDefinedWood(wood)) continue;
     if (module->getSignalFromInternalName(ref->getInternalName()) == nullptr) continue;
     const long status_id = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
     const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
     manager->extendSignalRef(status_id, value_id, ref, wood);
   }
   // The table had each signal at its latest occurrence.
-  for_each_signal(module, [&](Signal* signal) {
+  other->for_each_known_signal(module, [&](Signal* signal) {
     if (signal->hasOccurrence(from)) learn_occurrence(signal, signal->getCurrentOccurrence(from));
   });
   other->discard(module);
@@ -247,6 +262,7 @@ EquationTable* EquationTable::branch(Module* module) {
     if (!signal->hasOccurrence(wood)) return;
     const int current = signal->getCurrentOccurrence(wood);
     signal->extendCurrentOccurrenceTable(copy, current);
+    table->carried_.push_back(signal);
     for (int occurrence = 0; occurrence <= current; ++occurrence) {
       SignalRef* ref = manager->getSignalRefByOccurrence(signal, occurrence);
       if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
@@ -274,7 +290,8 @@ EquationTable* EquationTable::branch(Module* module) {
 }
 
 void EquationTable::discard(Module* module) {
-  for_each_signal(module, [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
+  for_each_known_signal(module,
+                        [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
   module->getSignalManager()->deleteWood(bdd_expression_wood);
   bdd_expression_wood = nullptr;
   new_occurrences_.clear();
