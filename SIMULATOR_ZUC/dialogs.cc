@@ -25,6 +25,9 @@ class WindowMessages : public message_presenter {
   void alert(const std::string& text) override { show(text); }
   void message(const std::string& text) override { show(text); }
   void big_message(const std::string& text, int) override { show(text); }
+  void display(const std::string& title, const std::string& text, int) override {
+    show(title + "\n\n" + text);
+  }
 
  private:
   static void show(const std::string& text) {

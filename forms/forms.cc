@@ -1,6 +1,10 @@
 #include "forms/forms.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
 #include <iostream>
+#include <string_view>
 
 namespace kiva {
 
@@ -39,6 +43,28 @@ void fl_show_Smessages(const std::string& text) {
 void fl_show_Sbigmessages(const std::string& text, int width) {
   write_text(text);
   if (current_presenter != nullptr) current_presenter->big_message(text, width);
+}
+
+void OFD_afficheur(const std::string& file, const std::string& title) {
+  std::ifstream in(file);
+  if (!in) {
+    write_text(title + ": cannot open " + file);
+    return;
+  }
+  write_text(title + ": " + file);
+  if (current_presenter == nullptr) return;
+  constexpr std::string_view width_directive = "#COLONNE ";
+  int columns = 80;
+  std::string text;
+  for (std::string line; std::getline(in, line);) {
+    if (line.starts_with(width_directive)) {
+      const int told = std::atoi(line.c_str() + width_directive.size());
+      if (told > 0) columns = std::min(told, 1000);
+    } else if (!line.starts_with('#')) {
+      text += line + '\n';
+    }
+  }
+  current_presenter->display(title, text, columns);
 }
 
 }  // namespace kiva

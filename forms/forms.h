@@ -13,6 +13,8 @@ class message_presenter {
   virtual void message(const std::string& text) = 0;
   /// `width` is the width of the list, in characters of 6 pixels.
   virtual void big_message(const std::string& text, int width) = 0;
+  /// A long text under a title; `columns` is the width of its page in characters.
+  virtual void display(const std::string& title, const std::string& text, int columns) = 0;
 };
 
 /// Chooses the presenter, which the caller keeps alive; null (the default) leaves messages to the
@@ -26,5 +28,9 @@ void fl_show_alert(const std::string& first, const std::string& second, const st
                    int centered);
 void fl_show_Smessages(const std::string& text);
 void fl_show_Sbigmessages(const std::string& text, int width);
+/// Shows a text file under a title. The error stream gets the title and the name of the file, or
+/// the reason why it cannot be read. Lines of the file that begin with '#' are the display's own:
+/// "#COLONNE n " sets its width, which is 80 characters otherwise; others are left out.
+void OFD_afficheur(const std::string& file, const std::string& title);
 
 }  // namespace kiva

@@ -167,6 +167,7 @@ TEST_F(ZuMessages, TheWindowShowsTheToldTextAlone) {
     void alert(const std::string& text) override { shown += text; }
     void message(const std::string&) override {}
     void big_message(const std::string&, int) override {}
+    void display(const std::string&, const std::string&, int) override {}
   } recorder;
   message_presenter* before = set_message_presenter(&recorder);
   read("module m end");

@@ -355,5 +355,23 @@ TEST(Finalisation, KeepsWhatRandomProgramsShow) {
   EXPECT_GT(with_ones, 60);
 }
 
+TEST(Finalise, AllWiresTakenAsPresent) {
+  Compiled compiled(
+      "module main: Input: a, b; Output: o;\n"
+      "strong abort {wait a >> emit o} when b\nend");
+  ASSERT_TRUE(compiled.ok()) << compiled.report();
+  Bddexpressionwood* wood = compiled.wood();
+  std::map<long, bdd> expected;
+  for (long id : wood->Set_of_exp()) expected[id] = wood->exp_by_index(id)->my_bdd_exp();
+  for (const Signal* local : compiled.module()->getLocalSignalList()) {
+    if (!local->isWire()) continue;
+    const bdd present = wood->Bdd_var_by_index(local->getBddStatusId(compiled.module(), wood));
+    for (auto& [id, f] : expected) f = wood->my_bdd_manager()->Bdd_cube_reduce(f, present);
+  }
+  run_captured([&] { compiled.module()->learnStatusWireAssertion(); });
+  for (const auto& [id, f] : expected)
+    EXPECT_EQ(wood->exp_by_index(id)->my_bdd_exp(), f) << wood->Name_var_by_index(id);
+}
+
 }  // namespace
 }  // namespace kiva::test

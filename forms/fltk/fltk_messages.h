@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "forms/forms.h"
+
+namespace kiva {
+
+/// Shows messages in modal windows on the X display; each call returns when the window is closed,
+/// by its button, Return or Escape.
+class fltk_presenter : public message_presenter {
+ public:
+  /// Whether the display can be opened: without one, no window may be asked for.
+  static bool has_display();
+
+  void alert(const std::string& text) override;
+  void message(const std::string& text) override;
+  void big_message(const std::string& text, int width) override;
+  void display(const std::string& title, const std::string& text, int columns) override;
+};
+
+}  // namespace kiva
