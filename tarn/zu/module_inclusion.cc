@@ -62,6 +62,21 @@ class Instance {
     }
   }
 
+  /// What finalisation has found to be constant, or has put in its readers' place, may be left
+  /// without equations. Nobody reads it; it is Zero.
+  void complete_equations() const {
+    for (const Signal* copy : copies_) {
+      if (!copy->isLocal() || copy->isRegister() || copy->isWire()) continue;
+      const auto complete = [&](long id, const bdd& f, int usertype) {
+        if (wood_->exp_by_index(id) == nullptr)
+          new Bddexpression(copy->getInternalName(), wood_, wood_->Bdd_var_by_index(id), f, 0, 0,
+                            usertype);  // learnt, and so owned, by the wood
+      };
+      complete(copy->getBddStatusId(module_, wood_), wood_->Bdd_zero(), copy->computeStatusType());
+      complete(copy->getBddValueId(module_, wood_), wood_->Bdd_one(), copy->computeValueType());
+    }
+  }
+
  private:
   Signal* copy(const Signal* signal, const std::string& internal_name) {
     auto* made =
@@ -153,6 +168,7 @@ void Module::includeCompiledModule(Module* called, Interface* interface, const s
 
   wood->Include_wood_instance(*called->getBddWood(), suffix);
   instance.retype_equations();
+  if (called->finalised != 0) instance.complete_equations();
   if (start_up != nullptr)
     for (const char* rail : {"_s_", "_v_"}) {
       const long id =

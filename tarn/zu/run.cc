@@ -73,9 +73,13 @@ void Run::find_called(Module* module) {
 
   const RunFiles files(module_name_, location, getSpan());
   if (!files.compiled().empty()) {
-    called_ = enter_compiled(
-        Compilation::zuc_parse(files.compiled(), Compilation::EmptyString, &inputs, &outputs));
-    if (called_ != nullptr && called_->getName() != module_name_) called_ = nullptr;
+    Module* declared =
+        Compilation::zuc_parse(files.compiled(), Compilation::EmptyString, &inputs, &outputs);
+    if (declared != nullptr && declared->getName() != module_name_) {
+      std::cerr << files.compiled() << " holds module " << declared->getName() << '\n';
+    } else {
+      called_ = enter_compiled(declared);
+    }
   }
   if (called_ == nullptr) called_ = known(Compilation::ModTable, module_name_);
   if (called_ == nullptr) called_ = read_source(files);

@@ -56,6 +56,7 @@ class Run : public Statement {
   Module* read_source(const RunFiles& files) const;
   bool ask_called();
   Interface include(Module* module, EquationTable* table);
+  void keep_vain_outputs(const Interface& interface, Module* module, EquationTable* table);
   void connect_input(const std::string& formal, Signal* copy, Module* module, EquationTable* table);
   void connect_output(const std::string& formal, Signal* copy, Module* module,
                       EquationTable* table);

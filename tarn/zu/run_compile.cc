@@ -89,9 +89,9 @@ Interface Run::include(Module* module, EquationTable* table) {
   called_->incrCurrentInstance();
   suffix_ = "@" + called_->getName() + "_i" + std::to_string(called_->getCurrentInstance());
   if (called_->getSet() == nullptr) called_->compile();
-  // The last step of finalisation renames the variables by which the signals find their equations.
-  if (called_->getBddWood()->Index_var_by_name(
-          "_s_" + called_->getSet()->getName(called_, called_->getBddWood())) < 0)
+  // Finalisation has renamed the variables by which signals find their equations; a compiled file
+  // gives them back.
+  if (called_->getStatement() != nullptr && called_->getFinalised() != 0)
     throw IllegalOperationException("Run: called module has been finalised: ", module_name_);
   for (const auto& [formal, actual] : *renaming_)
     if (called_->getInputSignal(formal) == nullptr && called_->getOutputSignal(formal) == nullptr)
@@ -100,6 +100,7 @@ Interface Run::include(Module* module, EquationTable* table) {
   Interface interface;
   module->includeCompiledModule(called_, &interface, suffix_, table->getBddexpressionWood());
   createEquations(module, table);
+  keep_vain_outputs(interface, module, table);
   for (const auto& [formal, copy] : interface.getInputSignalTable())
     connect_input(formal, copy, module, table);
   for (const auto& [formal, copy] : interface.getOutputSignalTable())
@@ -119,6 +120,31 @@ void Run::createEquations(Module* module, EquationTable* table) {
   if (table->getBddExpression(ends->getBddStatusId(module, table->working_wood())) == nullptr)
     c.assign(ends, False());
   c.assign(c.rtl(), ends);
+}
+
+/// A finalised module has constants for an output that it emits only where it never comes to. With
+/// those alone the caller's finalisation would take it for one that nothing emits, and make it
+/// Zero.
+void Run::keep_vain_outputs(const Interface& interface, Module* module, EquationTable* table) {
+  if (called_->getFinalised() == 0) return;
+  Bddexpressionwood* wood = table->working_wood();
+  Signal* never = nullptr;
+  for (const auto& [formal, copy] : interface.getOutputSignalTable()) {
+    Bddexpression* status = wood->exp_by_index(copy->getBddStatusId(module, wood));
+    const Bddexpression* value = wood->exp_by_index(copy->getBddValueId(module, wood));
+    const auto is_zero = [&](const Bddexpression* e) {
+      return e != nullptr && e->getAbstraction() == 0 && wood->Bdd_is_tautology(e->my_bdd_exp(), 0);
+    };
+    if (!is_zero(status) || !is_zero(value)) continue;
+    if (never == nullptr) {
+      never = make_kept<Signal>("NEVER" + suffix_, module, wood);
+      never->setWire();
+      never->setInstance();
+      module->addLocalSignal(never);
+      table->createEquation(never, False(), module);
+    }
+    set_function(*status, never->getBddStatus(module, wood));
+  }
 }
 
 void Run::connect_input(const std::string& formal, Signal* copy, Module* module,
