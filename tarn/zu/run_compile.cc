@@ -161,20 +161,24 @@ void Run::connect_input(const std::string& formal, Signal* copy, Module* module,
   }
   Bddexpressionwood* wood = table->working_wood();
   require_one_type(formal, copy, actual, module, wood);
+  const bool valued = actual->isValued(module, wood);
+  if (valued) copy->setClock();
   table->createEquation(copy, actual, module, true);
-  if (!actual->isValued(module, wood)) return;
-  const auto bind = [&](DataExpr* value, Signal* clock) {
+  if (!valued) return;
+  const auto bind = [&](DataExpr* value, Expression* fires) {
     Signal* bound = module->addSignalBinding(value, copy, wood);
     place_local(bound, module);
-    table->createEquation(bound, clock, module, true);
+    table->createEquation(bound, fires, module, true);
   };
   const auto bindings = module->getDataBindingByClock(actual);
-  // Of several bindings, only the signal's own value tells which one has fired.
-  if (bindings == nullptr || Compilation::rules.run_join) {
+  if (Compilation::rules.run_join) {
+    // Of several bindings, only the signal's own value tells which one has fired.
+    bind(make_kept<DataSignalValue>(actual), Cond(True(), copy));
+  } else if (bindings == nullptr) {
     bind(make_kept<DataSignalValue>(actual), actual);
-    return;
+  } else {
+    for (const DataBinding* binding : *bindings) bind(binding->getValue(), binding->getClock());
   }
-  for (const DataBinding* binding : *bindings) bind(binding->getValue(), binding->getClock());
 }
 
 void Run::connect_output(const std::string& formal, Signal* copy, Module* module,
@@ -209,11 +213,15 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
   for (const DataBinding* binding : *bindings) {
     Signal* bound = module->addSignalBinding(binding->getValue(), actual, wood);
     place_local(bound, module);
-    table->createEquation(bound, binding->getClock(), module, true);
+    if (!joins) {
+      table->createEquation(bound, binding->getClock(), module, true);
+      continue;
+    }
     // Of several values, the one counts whose own signal is there.
+    table->createEquation(bound, Cond(True(), copy), module, true);
     const Signal* trigger = binding->getSignal();
     const Bddexpression* fires = wood->exp_by_index(trigger->getInitialBddStatusId(module, wood));
-    if (!joins || (fires != nullptr && fires->getAbstraction() != 0)) continue;
+    if (fires != nullptr && fires->getAbstraction() != 0) continue;
     // An occurrence that finalisation has left without an equation fires no more.
     and_function(*wood->exp_by_index(bound->getBddStatusId(module, wood)),
                  fires == nullptr ? wood->Bdd_zero() : fires->my_bdd_exp());
