@@ -22,6 +22,11 @@ namespace kiva {
 
 namespace {
 const char* const no_value = "--";
+
+/// The name that stands for the signal alone, among those that runs have brought in.
+const std::string& own_name(const Signal* signal) {
+  return signal->isInstance() ? signal->getInternalName() : signal->getOriginalName();
+}
 }  // namespace
 
 /// What follows a segment: the data work of the equation at `status_id`.
@@ -50,11 +55,11 @@ Simulation::Simulation(Module* module)
     output_ids_.push_back(ids_of_name(output_names_.back()));
   }
   for (const Signal* signal : module->getLocalSignalList()) {
-    local_names_.push_back(signal->getOriginalName());
+    local_names_.push_back(own_name(signal));
     local_ids_.push_back(ids_of_name(local_names_.back()));
   }
   for (const regclass* reg : module->getRegisterList()) {
-    register_names_.push_back(reg->actual_var()->getOriginalName());
+    register_names_.push_back(own_name(reg->actual_var()));
     register_ids_.push_back(ids_of_name(register_names_.back()));
   }
   plan();

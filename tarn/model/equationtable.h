@@ -71,12 +71,13 @@ class EquationTable {
   void unify(EquationTable* other, Module* module);
   /// Guards the equations of outputs and plain locals by the value of `condition`.
   void cond(Signal* condition, Module* module);
-  /// Starts a new occurrence of each output and plain local that this table knows.
+  /// Starts a new occurrence of each output and plain local that this table knows. What a run has
+  /// brought in keeps the one that it has: nothing else writes it.
   void pre(Module* module);
   /// A table over a copy of the wood, with the same manager and occurrences.
   EquationTable* duplicate(Module* module);
   /// The same for one branch of a statement, which writes and reads no wires but its own: without
-  /// the equations of wires, registers and data signals.
+  /// the equations of wires, registers, data signals and what runs have brought in.
   EquationTable* branch(Module* module);
   /// The branch's own statements are compiled from here on: of the module's signals only those that
   /// the branch took over, and those that come from now on, can be known to it.

@@ -4,7 +4,6 @@
 #include "tarn/model/sexception.h"
 #include "tarn/zu/automaton.h"
 #include "tarn/zu/mealy.h"
-#include "tarn/zu/run.h"
 
 namespace kiva {
 
@@ -26,15 +25,6 @@ void MealyMachine::compile(Module*, EquationTable*) {
 }
 void MealyMachine::createEquations(Module*, EquationTable*) {
   refuse("MealyMachine::createEquations", *this);
-}
-void Run::compile(Module*, EquationTable*) {
-  refuse("Run::compile", *this);
-}
-void Run::createEquations(Module*, EquationTable*) {
-  refuse("Run::createEquations", *this);
-}
-bool Run::reincarnate() {
-  refuse("Run::reincarnate", *this);
 }
 
 }  // namespace kiva

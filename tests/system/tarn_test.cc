@@ -205,5 +205,69 @@ TEST(Tarn, RefusesWithOneLineAndAStatus) {
   }
 }
 
+// Files whose modules run each other.
+
+class TarnOnSeveralFiles : public TarnOnSource {
+ protected:
+  TarnOnSeveralFiles() {
+    edge = dir.write(
+        "edge.zu", "module edge: Input: i; Output: e; loop { wait i >> emit e >> wait not i } end");
+    main =
+        dir.write("main.zu", "module main: Input: x; Output: o;\nrun edge [x \\ i, o \\ e]\nend\n");
+  }
+  std::string edge, main;
+};
+
+TEST_F(TarnOnSeveralFiles, TakesWhatRunsCallFromTheOthers) {
+  const std::string folder = dir.path().string();
+  EXPECT_EQ(tarn(main).status, 1);
+  // Both are source text, in either order: each is compiled and written once.
+  EXPECT_EQ(tarn(main + " " + edge).out, folder + "/main.zuc\n" + folder + "/edge.zuc\n");
+  EXPECT_EQ(tarn(edge + " " + main).out, folder + "/edge.zuc\n" + folder + "/main.zuc\n");
+  const std::string traced = outputs("main.zuc", "\nx\nx\n\nx\n");
+  EXPECT_THAT(traced, HasSubstr("\"instant\":2,\"outputs\":{\"o\":[\"one\""));
+  // A compiled module serves the runs and is not written again.
+  const std::string compiled = written("edge.zuc");
+  const ProgramRun run = tarn(main + " " + dir.file("edge.zuc"));
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, folder + "/main.zuc\n");
+  EXPECT_EQ(written("edge.zuc"), compiled);
+  EXPECT_EQ(outputs("main.zuc", "\nx\nx\n\nx\n"), traced);
+  EXPECT_EQ(tarn("--module edge " + main + " " + edge).out, folder + "/edge.zuc\n");
+}
+
+TEST_F(TarnOnSeveralFiles, TellsWhereAModuleHasBeenLookedFor) {
+  ProgramRun run = tarn(main + " " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("no module edge in " + main + ", " + source + "\n"));
+  EXPECT_THAT(run.err, HasSubstr("tarn: " + main +
+                                 ":2:1: IllegalOperationException: Run: called "
+                                 "module  not defined in file edge\n"));
+  run = tarn(dir.write("far.zu", "module far: Run: \"lib/x\" : x;\nrun x end"));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr(dir.file("lib/x.zuc") + ", " + dir.file("lib/x.zu")));
+  EXPECT_THAT(run.err, HasSubstr("far.zu:2:1: IllegalOperationException: Run: compiled called "
+                                 "module declared but not provided:  x\n"));
+  run = tarn(dir.write("ring.zu", "module a: run b end\nmodule b:\npause >> run a end"));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("ring.zu:3:10: IllegalOperationException: Run: module runs "
+                                 "itself:  a > b > a\n"));
+}
+
+TEST_F(TarnOnSeveralFiles, SharesADataPartThatStandsInEach) {
+  const std::string data = "data: Type: int; Constant: int 1; end data\n";
+  const std::string part =
+      dir.write("part.zu", data + "module part: Output: v : int; loop { emit v(1) >> pause } end");
+  const std::string whole =
+      dir.write("whole.zu", data + "module whole: Output: v : int; run part end");
+  ProgramRun run = tarn("--no-finalize " + whole + " " + part);
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_THAT(written("whole.zuc"), HasSubstr("int C__1   \"1\";"));
+  dir.write("part.zu", "data: Type: int; Constant: int 1; real; end data module part: end");
+  run = tarn(whole + " " + part);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr(part + ":1:"));
+}
+
 }  // namespace
 }  // namespace kiva::test

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <sstream>
 #include <utility>
 
+#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tests/support/process_end.h"
@@ -12,21 +14,19 @@
 
 namespace kiva::test {
 
-namespace {
-
-/// Each text is read as the first of its process.
 void restart_reader() {
-  for (int* counter : {&Module::PauseNumber, &Module::NothingNumber, &Module::HaltNumber,
-                       &Module::ParallelNumber, &Module::SequenceNumber, &Module::PresentNumber,
-                       &Module::LoopNumber, &Module::WaitNumber, &Module::AbortNumber,
-                       &Module::EmitNumber, &Module::NoEmitNumber, &Module::SustainUntilNumber})
+  for (int* counter :
+       {&Module::PauseNumber, &Module::NothingNumber, &Module::HaltNumber, &Module::ParallelNumber,
+        &Module::SequenceNumber, &Module::PresentNumber, &Module::LoopNumber, &Module::WaitNumber,
+        &Module::AbortNumber, &Module::EmitNumber, &Module::NoEmitNumber,
+        &Module::SustainUntilNumber, &Module::RunNumber})
     *counter = 0;
+  Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
+  Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
   Compilation::GDataTypeTable = nullptr;
   Compilation::GDataMethodTable = nullptr;
   Compilation::GDataConstantTable = nullptr;
 }
-
-}  // namespace
 
 Compiled::Compiled(const std::string& text, const Rules& rules) {
   static const TempDir dir;
@@ -36,7 +36,6 @@ Compiled::Compiled(const std::string& text, const Rules& rules) {
     Compilation::zu_parse(file.c_str());
     module_ = Compilation::ModTable->get("main");
   });
-  Compilation::ModTable->remove("main");
 }
 
 Compiled::Compiled(Module* module, const Rules& rules) {

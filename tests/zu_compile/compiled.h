@@ -12,6 +12,10 @@
 
 namespace kiva::test {
 
+/// The next text is read as the first of its process. Its modules stay in the tables until the
+/// next.
+void restart_reader();
+
 /// A source text read and its module "main" compiled under a set of rules; not finalised, so the
 /// set and reset wires are inputs of its equations. The counters of statement names start at 0.
 class Compiled {

@@ -56,7 +56,7 @@ TEST_P(RuleProbe, GivesBothTraces) {
 
 INSTANTIATE_TEST_SUITE_P(Rules, RuleProbe,
                          testing::Values("values", "sustain", "abort-start", "abort-mask",
-                                         "abort-signal", "skip", "copies"));
+                                         "abort-signal", "skip", "copies", "run-join"));
 
 }  // namespace
 }  // namespace kiva::test
