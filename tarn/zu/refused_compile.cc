@@ -2,8 +2,6 @@
 // where it stands.
 
 #include "tarn/model/sexception.h"
-#include "tarn/zu/automaton.h"
-#include "tarn/zu/mealy.h"
 #include "tarn/zu/run.h"
 
 namespace kiva {
@@ -18,17 +16,11 @@ namespace {
 
 }  // namespace
 
-void Automaton::compile(Module*, EquationTable*) {
-  refuse("Automaton::compile", *this);
-}
-void MealyMachine::compile(Module*, EquationTable*) {
-  refuse("MealyMachine::compile", *this);
-}
-void MealyMachine::createEquations(Module*, EquationTable*) {
-  refuse("MealyMachine::createEquations", *this);
-}
 void Run::compile(Module*, EquationTable*) {
   refuse("Run::compile", *this);
+}
+void Run::compile_with_preemption(Module*, EquationTable*, const bdd&) {
+  refuse("Run::compile_with_preemption", *this);
 }
 void Run::createEquations(Module*, EquationTable*) {
   refuse("Run::createEquations", *this);
