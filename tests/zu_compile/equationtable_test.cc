@@ -297,9 +297,6 @@ TEST(Cycle, ReportNamesTheSourceLines) {
 TEST(Refusals, BodiesThatAreNotTranslatedYet) {
   const Compiled run("module main: Output: a;\nemit a >>\nrun m\nend\n");
   EXPECT_THAT(run.report(), HasSubstr("Run::compile"));
-  const Compiled automaton(
-      "module main: Output: a; automaton state: S; transition: initial-> S; end");
-  EXPECT_THAT(automaton.report(), HasSubstr("Automaton::compile"));
 }
 
 TEST(Refusals, LoopsThatWouldCopyWithoutEnd) {
