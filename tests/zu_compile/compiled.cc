@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <sstream>
 #include <utility>
 
+#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tests/support/process_end.h"
@@ -21,6 +23,7 @@ void restart_reader() {
                        &Module::LoopNumber, &Module::WaitNumber, &Module::AbortNumber,
                        &Module::EmitNumber, &Module::NoEmitNumber, &Module::SustainUntilNumber})
     *counter = 0;
+  Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
   Compilation::GDataTypeTable = nullptr;
   Compilation::GDataMethodTable = nullptr;
   Compilation::GDataConstantTable = nullptr;
