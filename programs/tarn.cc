@@ -127,7 +127,7 @@ bool compile_source(const std::string& file, const Options& options, Stages& sta
   }
   for (Module* module : modules) {
     stages.begin("compile " + module->getName());
-    module->compile();
+    if (module->getSet() == nullptr) module->compile();  // a run may have needed it
   }
   // All are compiled before the first is finalised: a run takes in equations as compiled.
   for (Module* module : modules) {

@@ -93,6 +93,8 @@ class Compilation {
   static std::string getZucFileName(const std::string& module);
   /// The `reincarnate` flag of that file; -1 when there is none.
   static int getReincarnateFromZucFile(const std::string& module);
+  /// The same of a file that stands in no list.
+  static int getReincarnateFromZucFile(const std::string& module, const std::string& file);
   static Module* createModuleFromZucCode(const std::string& module,
                                          const std::list<std::string>* inputs,
                                          const std::list<std::string>* outputs);

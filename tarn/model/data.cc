@@ -110,7 +110,10 @@ void DataConstant::print_debug(std::ostream& out) const {
 // Values of signals.
 
 void DataSignalValue::computeType(Module* module) {
-  const SignalRef* ref = module->getSignalManager()->firstSignalRef(signal, module->getBddWood());
+  const SignalManager* manager = module->getSignalManager();
+  const SignalRef* ref = manager->firstSignalRef(signal, module->getBddWood());
+  // A signal of a branch that is not merged yet stands in no main wood.
+  if (ref == nullptr) ref = manager->getSignalRefByName(signal->getInternalName());
   if (ref == nullptr || !ref->isValued()) throw UndefinedTypeException(signal->getInternalName());
   type = ref->getType();
 }
@@ -121,12 +124,13 @@ DataExpr* DataSignalValue::instanciate(Interface* interface) {
   if (signal->isInput()) {
     failure = "Interface::getInputSignal";
     found = interface->getInputSignal(name);
+    if (found == nullptr) found = interface->getDataSignal(signal->getInternalName());
   } else if (signal->isOutput()) {
     failure = "Interface::getOutputSignal";
     found = interface->getOutputSignal(name);
   } else if (signal->isLocal()) {
     failure = "Interface::getLocalSignal";
-    found = interface->getLocalSignal(name);
+    found = interface->getLocalSignal(signal->getInternalName());
   }
   if (found == nullptr) throw IllegalOperationException(failure, name);
   return make_kept<DataSignalValue>(found);

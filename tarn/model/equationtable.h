@@ -76,12 +76,13 @@ class EquationTable {
   void unify(EquationTable* other, Module* module);
   /// Guards the equations of outputs and plain locals by the value of `condition`.
   void cond(Signal* condition, Module* module);
-  /// Starts a new occurrence of each output and plain local that this table knows.
+  /// Starts a new occurrence of each output and plain local that this table knows. What a run has
+  /// brought in keeps the one that it has: nothing else writes it.
   void pre(Module* module);
   /// A table over a copy of the wood, with the same manager and occurrences.
   EquationTable* duplicate(Module* module);
   /// The same for one branch of a statement, which writes and reads no wires but its own: without
-  /// the equations of wires, registers and data signals.
+  /// the equations of wires, registers, data signals and what runs have brought in.
   EquationTable* branch(Module* module);
   /// Destroys the table's wood with all that signals know of it; the table is of no use any more.
   void discard(Module* module);

@@ -16,6 +16,7 @@
 
 namespace kiva {
 
+class Interface;
 class Statement;
 
 /// One register: the variable of the present instant, that of the next, and the initial value.
@@ -227,6 +228,11 @@ class Module {
   void createCompileEnv();
   /// Dates the equations of locals and outputs; a dependence cycle ends the process.
   void sortCode();
+  /// Takes the signals, registers, equations and bindings of a compiled module in, as locals whose
+  /// internal names end in `suffix`, and enters them in the interface: inputs and outputs by the
+  /// called module's names, locals and data signals by its internal names.
+  void includeCompiledModule(Module* called, Interface* interface, const std::string& suffix,
+                             Bddexpressionwood* wood);
 
   /// The module's name, the prefix, "_" and the counter, which grows by one.
   std::string generateName(const char* prefix, int& counter) const;

@@ -36,6 +36,7 @@ index_set Module::dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any
   any = signals != nullptr;
   if (any)
     for (const Signal* read : *signals) {
+      if (!read->hasOccurrence(wood)) continue;  // of another branch
       ids.push_back(read->getBddStatusId(this, wood));
       ids.push_back(read->getBddValueId(this, wood));
     }

@@ -53,6 +53,8 @@ class Signal : public Expression {
   bool isClock() const { return is_clock; }
   /// The signal's value comes from a binding.
   bool isValue() const { return is_value; }
+  /// A copy of a called module's signal: no statement of the including module names it.
+  bool isInstance() const { return is_instance; }
   void setLocal(bool mark = true) { is_local = mark; }
   void setInput(bool mark = true) { is_input = mark; }
   void setOutput(bool mark = true) { is_output = mark; }
@@ -60,6 +62,7 @@ class Signal : public Expression {
   void setRegister(bool mark = true) { is_register = mark; }
   void setClock(bool mark = true) { is_clock = mark; }
   void setValue(bool mark = true) { is_value = mark; }
+  void setInstance(bool mark = true) { is_instance = mark; }
 
   // Occurrences.
   int getCurrentOccurrence(Bddexpressionwood* wood) const;
@@ -129,6 +132,7 @@ class Signal : public Expression {
   bool is_register = false;
   bool is_clock = false;
   bool is_value = false;
+  bool is_instance = false;
   std::shared_ptr<OccurrenceTable> occurrences_;
 };
 

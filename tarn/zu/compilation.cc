@@ -6,6 +6,7 @@
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zu/loop.h"
+#include "tarn/zu/nested_modules.h"
 
 namespace kiva {
 
@@ -42,8 +43,9 @@ void start_bound_signals(const Signal* clock, Module* module) {
 }  // namespace
 
 bool Module::compile() {
+  const CompilingModule nested(this);
   createCompileEnv();
-  Loop::allow_copies(*statement);
+  const Loop::Allowance copies(*statement);
   statement->compile(this, compilation);
   statement->connectExternalWires(this);
   sortCode();

@@ -182,7 +182,8 @@ void EquationTable::pre(Module* module) {
   for (Signal* output : module->getOutputSignalList())
     if (output->hasOccurrence(bdd_expression_wood)) start_occurrence(output, module);
   for (Signal* local : module->getLocalSignalList())
-    if (!local->isWire() && !local->isValue() && local->hasOccurrence(bdd_expression_wood))
+    if (!local->isWire() && !local->isValue() && !local->isInstance() &&
+        local->hasOccurrence(bdd_expression_wood))
       start_occurrence(local, module);
 }
 
@@ -269,7 +270,7 @@ EquationTable* EquationTable::branch(Module* module) {
   for (Signal* data : module->getDataSignalList()) carry(data, false);
   for (Signal* output : module->getOutputSignalList()) carry(output, true);
   for (Signal* local : module->getLocalSignalList())
-    if (!local->isWire()) carry(local, true);
+    if (!local->isWire() && !local->isInstance()) carry(local, true);
   return table;
 }
 

@@ -110,7 +110,10 @@ void Module::finalize(int keep_rtl) {
       const long status_id = input->getBddStatusId(this, wood);
       define(wood, input->getInternalName(), variable(wood, input->getBddValueId(this, wood)),
              wood->Bdd_not(variable(wood, status_id)), Compilation::VINPUT);
-      wood->Rename_var(input->getOriginalName(), wood->Name_var_by_index(status_id));
+      // Instances of one module have data signals of one original name.
+      const bool instance = input->isInstance();
+      wood->Rename_var(instance ? input->getInternalName() : input->getOriginalName(),
+                       wood->Name_var_by_index(status_id));
     }
   for (const Signal* output : output_signal_list) {
     complete_pairs(this, wood, output, true);

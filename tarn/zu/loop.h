@@ -12,10 +12,19 @@ class Loop : public Statement {
   void createEquations(Module* module, EquationTable* table) override;
   /// A body that could end and start in one instant becomes a sequence of itself and a copy.
   void compile(Module* module, EquationTable* table) override;
-  /// Bounds what the loops of a module that is about to compile may copy, since each level of
-  /// nested loops can double what stands inside: 10,000 statements, and four times the body.
-  /// Beyond, compile throws IllegalOperationException.
-  static void allow_copies(const Statement& module_body);
+  /// While it lives it bounds what the loops of a module under compilation may copy, since each
+  /// level of nested loops can double what stands inside: 10,000 statements, and four times the
+  /// body. Beyond, compile throws IllegalOperationException.
+  class Allowance {
+   public:
+    explicit Allowance(const Statement& module_body);
+    ~Allowance() { copies_left_ = outer_; }
+    Allowance(const Allowance&) = delete;
+    Allowance& operator=(const Allowance&) = delete;
+
+   private:
+    long outer_;  ///< of the module whose run brought this one in
+  };
   bool reincarnate() override { return body_->reincarnate(); }
   Statement* duplicate(Module* module, EquationTable* table) override;
   Statement* duplicate(int number) override;

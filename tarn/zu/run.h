@@ -1,11 +1,16 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "bdd/bddpp.h"
+#include "tarn/model/sexception.h"
 #include "tarn/zu/statement.h"
 
 namespace kiva {
+
+class Interface;
+class RunFiles;
 
 /// An instance of another module inside the current one.
 class Run : public Statement {
@@ -32,9 +37,13 @@ class Run : public Statement {
   void computeAwaitedNameList(std::list<std::string>& inputs, std::list<std::string>& outputs,
                               Module* module) const;
   void createEquations(Module* module, EquationTable* table) override;
+  /// Looks the called module up, compiles it if nobody has, takes its equations in and ties them to
+  /// the caller's. Exceptions know where the statement stands; a valued output without a binding
+  /// ends the process.
   void compile(Module* module, EquationTable* table) override;
   /// The same, with the called module's outputs masked where `preemption` holds.
   void compile_with_preemption(Module* module, EquationTable* table, const bdd& preemption);
+  /// The called module's answer. It may read the called module's source text.
   bool reincarnate() override;
   /// A copy with a name of its own, which shares the renaming table.
   Statement* duplicate(Module* module, EquationTable* table) override;
@@ -42,10 +51,30 @@ class Run : public Statement {
   Statement* duplicate(int number) override;
 
  private:
+  /// Sets called_; IllegalOperationException when no module of the name is found.
+  void find_called(Module* module);
+  Module* read_source(const RunFiles& files) const;
+  bool ask_called();
+  Interface include(Module* module, EquationTable* table);
+  void connect_input(const std::string& formal, Signal* copy, Module* module, EquationTable* table);
+  void connect_output(const std::string& formal, Signal* copy, Module* module,
+                      EquationTable* table);
+  /// Calls `act`; its exceptions come out with this statement's place, unless they have one.
+  template <class Act>
+  auto located(Act act) {
+    try {
+      return act();
+    } catch (LibraryException& exception) {
+      if (!exception.where().known()) exception.set_where(getSpan());
+      throw;
+    }
+  }
+
   std::string module_name_;
   Module* called_ = nullptr;
   std::shared_ptr<Renaming> renaming_ = std::make_shared<Renaming>();
   std::string suffix_;
+  std::optional<bool> answer_;  ///< of reincarnate, once it has been asked
 };
 
 }  // namespace kiva

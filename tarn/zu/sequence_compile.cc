@@ -48,7 +48,7 @@ long statements_of(const Statement& statement) {
 
 }  // namespace
 
-void Loop::allow_copies(const Statement& module_body) {
+Loop::Allowance::Allowance(const Statement& module_body) : outer_(copies_left_) {
   copies_left_ = 10'000 + 4 * statements_of(module_body);
 }
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "base/Stringpp.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -80,7 +81,22 @@ std::string first_line(const std::string& file) {
   return line;
 }
 
-/// The listed file whose first line holds the name, and where the name ends in that line.
+/// Where the module's name ends in the line, as a word of its own; npos when it is not there.
+size_t behind_name(const std::string& line, const std::string& module) {
+  const auto part_of_name = [&](size_t at) { return at < line.size() && est_lc(line[at]); };
+  for (size_t at = line.find(module); at != std::string::npos; at = line.find(module, at + 1)) {
+    const size_t after = at + module.size();
+    if ((at == 0 || !part_of_name(at - 1)) && !part_of_name(after)) return after;
+  }
+  return std::string::npos;
+}
+
+int flag_behind(const std::string& line, size_t after) {
+  return static_cast<int>(std::strtol(line.c_str() + after, nullptr, 10));
+}
+
+/// The listed file whose first line holds the name, and where the name ends in that line. Source
+/// text is no compiled module.
 struct Found {
   std::string file;
   std::string line;
@@ -90,9 +106,10 @@ struct Found {
 Found find_module(const std::string& module) {
   if (Module::CompilationFileList != nullptr)
     for (const std::string& file : *Module::CompilationFileList) {
+      if (file.ends_with(".zu")) continue;
       const std::string line = first_line(file);
-      const size_t at = line.find(module);
-      if (at != std::string::npos) return {file, line, at + module.size()};
+      const size_t after = behind_name(line, module);
+      if (after != std::string::npos) return {file, line, after};
     }
   return {};
 }
@@ -105,8 +122,13 @@ std::string Compilation::getZucFileName(const std::string& module) {
 
 int Compilation::getReincarnateFromZucFile(const std::string& module) {
   const Found found = find_module(module);
-  if (found.file.empty()) return -1;
-  return static_cast<int>(std::strtol(found.line.c_str() + found.after, nullptr, 10));
+  return found.file.empty() ? -1 : flag_behind(found.line, found.after);
+}
+
+int Compilation::getReincarnateFromZucFile(const std::string& module, const std::string& file) {
+  const std::string line = first_line(file);
+  const size_t after = behind_name(line, module);
+  return after == std::string::npos ? -1 : flag_behind(line, after);
 }
 
 Module* Compilation::createModuleFromZucCode(const std::string& module,

@@ -66,7 +66,7 @@ void Module::ZUC_put(std::ostream& os, int, int, int forget_locals) {
     os << keyword;
     for (const Signal* signal : list) {
       const SignalRef& ref = reference_of(this, signal);
-      os << ' ' << signal->getOriginalName();
+      os << ' ' << (typed ? signal->getOriginalName() : signal->getInternalName());
       if (typed) put_type(os, ref);
       numbers.enter(ref.getBddStatusId(wood), ref.getBddValueId(wood));
     }

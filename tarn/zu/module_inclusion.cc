@@ -1,0 +1,173 @@
+// A compiled module taken into the one that runs it. Every signal of the called module gets a copy,
+// a local whose internal name is the called one's with the suffix of the instance. The equations
+// find the copies by their variables' names: those of a signal's first occurrence, "_s_" and "_v_"
+// with its internal name and the suffix, and those of its occurrence k, with "_" and k between the
+// two. A module read from ZUC text has its further occurrences as signals of their own, under the
+// same names, so an instance does not tell where its module came from.
+
+#include "tarn/model/arena.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/interface.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
+
+namespace kiva {
+
+namespace {
+
+/// Far more than any program has, and far less than memory: each level of runs can double what
+/// stands below it.
+constexpr size_t most_locals = 4'000'000;
+
+/// The value type of a called module's signal; null for a pure one.
+const std::string* value_type(const Signal* signal, Module* called) {
+  const SignalRef* ref = called->getSignalManager()->getSignalRefByName(signal->getInternalName());
+  return ref != nullptr && ref->isValued() ? &ref->getType() : nullptr;
+}
+
+class Instance {
+ public:
+  Instance(Module* module, Module* called, const std::string& suffix, Bddexpressionwood* wood)
+      : module_(module), called_(called), suffix_(suffix), wood_(wood) {}
+
+  Signal* copy(const Signal* signal) { return copy(signal, signal->getInternalName()); }
+
+  /// The copy, behind those of its further occurrences.
+  Signal* copy_with_occurrences(const Signal* signal) {
+    Bddexpressionwood* from = called_->getBddWood();
+    const int last = signal->hasOccurrence(from) ? signal->getCurrentOccurrence(from) : 0;
+    for (int k = last; k > 0; --k)
+      module_->addLocalSignal(copy(signal, signal->getInternalName() + "_" + std::to_string(k)));
+    return copy(signal);
+  }
+
+  void add_wire(Signal* wire) {
+    const std::string name = wire->getName(called_, called_->getBddWood()) + suffix_;
+    auto* made = make_kept<Signal>(name, module_, wood_);
+    made->setLocal();
+    made->setWire();
+    made->setInstance();
+    module_->addLocalSignal(made);
+    copies_.push_back(made);
+  }
+
+  /// The equations now belong to locals, whatever their signals were in the called module.
+  void retype_equations() const {
+    for (const Signal* copy : copies_) {
+      const auto retype = [&](long id, int usertype) {
+        if (Bddexpression* equation = wood_->exp_by_index(id)) equation->setUserType(usertype);
+      };
+      retype(copy->getBddStatusId(module_, wood_), copy->computeStatusType());
+      retype(copy->getBddValueId(module_, wood_), copy->computeValueType());
+    }
+  }
+
+ private:
+  Signal* copy(const Signal* signal, const std::string& internal_name) {
+    auto* made =
+        make_kept<Signal>(signal->getOriginalName(), internal_name + suffix_, module_, wood_);
+    if (const std::string* type = value_type(signal, called_))
+      made->setValueType(*type, module_, wood_);
+    made->setLocal();
+    made->setInstance();
+    made->setWire(signal->isWire());
+    made->setRegister(signal->isRegister());
+    made->setClock(signal->isClock());
+    made->setValue(signal->isValue());
+    copies_.push_back(made);
+    return made;
+  }
+
+  Module* module_;
+  Module* called_;
+  const std::string& suffix_;
+  Bddexpressionwood* wood_;
+  std::vector<Signal*> copies_;
+};
+
+/// A finalised module starts itself by a register of its own; an instance is started by its wire.
+bool is_start_up(const regclass& reg, const Module* called) {
+  return called->getFinalised() != 0 && reg.actual_var()->getInternalName() == "boot" &&
+         reg.next_var()->getInternalName() == "bootplus";
+}
+
+}  // namespace
+
+void Module::includeCompiledModule(Module* called, Interface* interface, const std::string& suffix,
+                                   Bddexpressionwood* wood) {
+  const size_t locals = local_signal_list.size() + called->local_signal_list.size();
+  if (locals > most_locals)
+    throw IllegalOperationException(
+        "Run: more than " + std::to_string(most_locals) + " signals with those of module ",
+        called->name);
+
+  const regclass* start_up = nullptr;
+  for (const regclass* reg : called->register_list)
+    if (is_start_up(*reg, called)) start_up = reg;
+
+  Instance instance(this, called, suffix, wood);
+  for (const Signal* input : called->input_signal_list) {
+    Signal* copy = instance.copy(input);
+    addLocalSignal(copy);
+    interface->addInput(input->getOriginalName(), copy);
+  }
+  for (const Signal* data : called->data_signal_list) {
+    Signal* copy = instance.copy(data);
+    copy->setLocal(false);
+    copy->setInput();
+    addDataSignal(copy);
+    interface->addData(data->getInternalName(), copy);
+  }
+  for (const Signal* output : called->output_signal_list) {
+    Signal* copy = instance.copy_with_occurrences(output);
+    addLocalSignal(copy);
+    interface->addOutput(output->getOriginalName(), copy);
+  }
+  for (const Signal* local : called->local_signal_list) {
+    if (start_up != nullptr && (local == start_up->actual_var() || local == start_up->next_var()))
+      continue;
+    Signal* copy = instance.copy_with_occurrences(local);
+    addLocalSignal(copy);
+    interface->addLocal(local->getInternalName(), copy);
+  }
+  for (Signal* wire : {called->set_wire, called->reset_wire, called->rtl_wire})
+    instance.add_wire(wire);
+
+  for (const regclass* reg : called->register_list) {
+    if (reg == start_up) continue;
+    const auto variable = [&](const Signal* signal) {
+      Signal* copy = getLocalSignal(signal->getInternalName() + suffix);
+      if (copy == nullptr)
+        throw IllegalOperationException("Run: register not declared local: ",
+                                        signal->getInternalName());
+      copy->setWire();
+      copy->setRegister();
+      return copy;
+    };
+    Signal* actual = variable(reg->actual_var());
+    Signal* next = variable(reg->next_var());
+    auto* copy = make_kept<regclass>(actual, next, reg->is_initialy_true());
+    addRegisterSignal(copy);
+    interface->addRegister(copy);
+  }
+
+  wood->Include_wood_instance(*called->getBddWood(), suffix);
+  instance.retype_equations();
+  if (start_up != nullptr)
+    for (const char* rail : {"_s_", "_v_"}) {
+      const long id =
+          wood->Index_var_by_name(rail + start_up->next_var()->getInternalName() + suffix);
+      if (id >= 0) wood->forget_expression_by_bddid(id);
+    }
+
+  reincarnate = reincarnate || called->reincarnate;
+  if (called->data_table == nullptr) return;
+  for (const auto& [name, binding] : *called->data_table) {
+    DataBinding* copy = binding->instanciate(interface);
+    // A data signal and whatever a binding fires is left to its binding alone.
+    copy->getSignal()->setValue();
+    addBinding(copy, wood);
+  }
+}
+
+}  // namespace kiva
