@@ -294,11 +294,6 @@ TEST(Cycle, ReportNamesTheSourceLines) {
   EXPECT_THAT(c.report(), Not(HasSubstr("main.zu:6:")));
 }
 
-TEST(Refusals, BodiesThatAreNotTranslatedYet) {
-  const Compiled run("module main: Output: a;\nemit a >>\nrun m\nend\n");
-  EXPECT_THAT(run.report(), HasSubstr("Run::compile"));
-}
-
 TEST(Refusals, LoopsThatWouldCopyWithoutEnd) {
   std::string body = "pause";
   for (int i = 0; i < 120; ++i) body = "loop { weak abort { " + body + " } when x }";

@@ -92,7 +92,8 @@ TEST_P(FinalisedProbe, ShowsTheWholeTrace) {
 
 INSTANTIATE_TEST_SUITE_P(Rules, FinalisedProbe,
                          testing::Values("values", "sustain", "abort-start", "abort-mask",
-                                         "abort-signal", "skip", "copies"));
+                                         "abort-signal", "skip", "copies", "final", "state-mask",
+                                         "state-reset", "kill", "mealy"));
 
 /// What holds of every finalised module.
 void expect_invariants(const Finalised& made) {

@@ -177,7 +177,12 @@ std::vector<Program> Program::smaller() const {
   for (size_t i = 0; i < states.size(); ++i) {
     if (!states[i].actions.empty()) add([i](Program& copy) { copy.states[i].actions.pop_back(); });
     if (states[i].run.empty()) continue;
-    add([i](Program& copy) { copy.states[i].run.clear(); });
+    add([i](Program& copy) {
+      copy.states[i].run.clear();
+      std::erase_if(copy.transitions, [i](const Transition& t) {
+        return t.from == static_cast<int>(i) && t.kind == Transition::Kind::normal_termination;
+      });
+    });
     for (Program& run : states[i].run[0].smaller())
       add([&](Program& copy) { copy.states[i].run[0] = std::move(run); });
   }
@@ -319,6 +324,20 @@ Transition random_transition(std::mt19937& random, int from, int states) {
   return made;
 }
 
+/// Makes a program fit to be a module that reads the inputs and writes the outputs alone.
+void confine(Condition& condition) {
+  if (condition.kind == Condition::Kind::signal)
+    condition.signal = input_names[std::hash<std::string>()(condition.signal) % 3];
+  for (Condition& part : condition.parts) confine(part);
+}
+
+void confine(Program& program) {
+  for (size_t i = 0; i < local_names.size(); ++i)
+    if (program.signal == local_names[i]) program.signal = output_names[i];
+  confine(program.condition);
+  for (Program& part : program.parts) confine(part);
+}
+
 }  // namespace
 
 Program random_automaton(std::mt19937& random, int size) {
@@ -328,7 +347,11 @@ Program random_automaton(std::mt19937& random, int size) {
   made.states.resize(states);
   for (AutomatonState& state : made.states) {
     state.final_state = states > 1 && pick(random, 6) == 0;
-    if (!state.final_state) state.actions = random_actions(random);
+    if (state.final_state) continue;
+    state.actions = random_actions(random);
+    if (states == 1 || pick(random, 4) != 0) continue;
+    state.run.push_back(random_program(random, 1 + pick(random, 8)));
+    confine(state.run[0]);
   }
   // Priorities do not rank initial transitions: a second one takes what the first leaves.
   Transition initial = random_transition(random, -1, states);
@@ -353,7 +376,15 @@ Program random_automaton(std::mt19937& random, int size) {
         made.transitions.push_back(t);
       }
     }
+    if (made.states[from].run.empty()) continue;
+    Transition end = random_transition(random, from, states);
+    end.kind = Transition::Kind::normal_termination;
+    end.trigger = Condition();
+    made.transitions.push_back(end);
   }
+  // A transition from a state to itself kills the run that it starts.
+  for (Transition& t : made.transitions)
+    if (t.from == t.to && !made.states[t.from].run.empty()) t.to = (t.to + 1) % states;
   std::shuffle(made.transitions.begin(), made.transitions.end(), random);
   return made;
 }
