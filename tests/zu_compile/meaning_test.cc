@@ -161,15 +161,12 @@ TEST(Meaning, SeesEachRuleThatIsMissing) {
   };
   const auto automata = [](std::mt19937& random) { return random_automaton(random, 8); };
   const std::vector<std::pair<bool Rules::*, std::function<Program(std::mt19937&)>>> rules{
-      {&Rules::values, statements},
-      {&Rules::sustain, statements},
-      {&Rules::abort_start, statements},
-      {&Rules::abort_mask, statements},
-      {&Rules::abort_signal, statements},
-      {&Rules::skip, statements},
-      {&Rules::copies, statements},
-      {&Rules::final_state, automata},
-      {&Rules::kill, automata}};
+      {&Rules::values, statements},       {&Rules::sustain, statements},
+      {&Rules::abort_start, statements},  {&Rules::abort_mask, statements},
+      {&Rules::abort_signal, statements}, {&Rules::skip, statements},
+      {&Rules::copies, statements},       {&Rules::final_state, automata},
+      {&Rules::kill, automata},           {&Rules::state_mask, automata},
+      {&Rules::state_reset, automata}};
   int number = 0;
   for (const auto& [rule, make] : rules) {
     Rules without = Rules::sound();
