@@ -7,8 +7,11 @@
 #include <chrono>
 #include <filesystem>
 #include <iostream>
+#include <list>
+#include <set>
 
 #include "forms/forms.h"
+#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -24,7 +27,7 @@ constexpr int wrong_usage = 2;
 constexpr const char* program = "tarn: ";
 
 struct Options {
-  std::vector<std::string> files;
+  std::list<std::string> files;
   std::vector<std::string> modules;
   std::string folder = ".";
   std::string output;
@@ -85,8 +88,15 @@ bool fail(const std::string& what) {
   return false;
 }
 
-/// The vocabulary of data is the process's: each file starts with none of another's.
-void forget_vocabulary() {
+bool is_source(const std::string& file) {
+  return file.ends_with(".zu");
+}
+
+/// Modules and the vocabulary of data are the process's: each file starts with none of another's.
+/// What its runs need of other files is read with it.
+void forget_other_files() {
+  Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
+  Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
   Compilation::GDataTypeTable = nullptr;
   Compilation::GDataMethodTable = nullptr;
   Compilation::GDataConstantTable = nullptr;
@@ -116,14 +126,12 @@ bool read_compiled(const std::string& file, std::vector<Module*>& modules) {
 bool compile_source(const std::string& file, const Options& options, Stages& stages,
                     std::vector<Module*>& modules) {
   stages.begin("read " + file);
-  const size_t known = Compilation::ModTable->in_order().size();
   Compilation::zu_parse(file.c_str());
-  const std::vector<Module*>& all = Compilation::ModTable->in_order();
-  for (auto at = all.begin() + static_cast<std::ptrdiff_t>(known); at != all.end(); ++at) {
+  for (Module* module : Compilation::ModTable->in_order()) {
     const bool wanted =
         options.modules.empty() || std::find(options.modules.begin(), options.modules.end(),
-                                             (*at)->getName()) != options.modules.end();
-    if (wanted) modules.push_back(*at);
+                                             module->getName()) != options.modules.end();
+    if (wanted) modules.push_back(module);
   }
   for (Module* module : modules) {
     stages.begin("compile " + module->getName());
@@ -158,8 +166,8 @@ bool write(Module* module, const Options& options) {
   return true;
 }
 
-bool run(const std::string& file, const Options& options) {
-  forget_vocabulary();
+bool run(const std::string& file, const Options& options, std::set<std::string>& met) {
+  forget_other_files();
   std::vector<Module*> modules;
   Stages stages;
   try {
@@ -167,6 +175,7 @@ bool run(const std::string& file, const Options& options) {
     const bool read = file.ends_with(".zuc") ? read_compiled(file, modules)
                                              : compile_source(file, options, stages, modules);
     if (!read) return false;
+    for (const Module* module : modules) met.insert(module->getName());
     if (modules.size() > 1 && !options.output.empty())
       return fail(file + ": holds several modules; -o names one file");
     bool good = true;
@@ -205,7 +214,10 @@ int main(int argc, char** argv) {
   Options options;
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
                "tarn"};
-  app.add_option("FILE", options.files, "source text (.zu) or compiled modules (.zuc)")->required();
+  app.add_option(
+         "FILE", options.files,
+         "source text (.zu) or compiled modules (.zuc); beside source text, what its runs call")
+      ->required();
   app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
   app.add_option("--module", options.modules, "compile this module only; repeatable")
@@ -228,11 +240,12 @@ int main(int argc, char** argv) {
   app.footer(
       "tarn program.zu                   compiles every module of the file\n"
       "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
+      "tarn main.zu edge.zuc             main.zu runs a module that has been compiled\n"
       "tarn --kiva thermostat.zuc        writes the evaluation server of a module");
   try {
     app.parse(argc, argv);
     for (const std::string& file : options.files)
-      if (!file.ends_with(".zuc") && !file.ends_with(".zu"))
+      if (!file.ends_with(".zuc") && !is_source(file))
         throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
@@ -241,10 +254,14 @@ int main(int argc, char** argv) {
   }
   choose(options);
   bool good = true;
-  for (const std::string& file : options.files) good = run(file, options) && good;
+  std::set<std::string> met;
+  // Compiled modules beside source text are there for its runs.
+  const bool compiles = std::any_of(options.files.begin(), options.files.end(), is_source);
+  Module::CompilationFileList = &options.files;
+  for (const std::string& file : options.files)
+    if (!compiles || is_source(file)) good = run(file, options, met) && good;
   // A broken file may hide a module: its own message is enough.
-  for (const std::string& name : good ? options.modules : std::vector<std::string>())
-    if (Compilation::ModTable->get(name) == nullptr)
-      good = fail("no file holds a module \"" + name + "\"");
+  for (const std::string& name : good&& compiles ? options.modules : std::vector<std::string>())
+    if (!met.contains(name)) good = fail("no file holds a module \"" + name + "\"");
   return good ? 0 : unusable;
 }

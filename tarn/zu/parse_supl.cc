@@ -33,6 +33,7 @@ int class_zu_parser::parse() {
       reader.passing_.clear();
       reader.depths_.clear();
       reader.extents_.clear();
+      reader.declared_.clear();
     }
   } at_end{*this};
   TheModule = nullptr;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -179,6 +180,9 @@ class class_zu_parser {
   void point_at(const SourceSpan& span, const std::string& reason) const;
 
   void require_type(const std::string& name) const;
+  /// True for a declaration that an earlier file has made in the same words: it stands already.
+  template <class Declaration>
+  bool known_from_elsewhere(const Declaration& again, const Declaration* known);
   Signal* any_signal(const std::string& name) const;
   /// Null unless the name is an output or a local.
   Signal* emitted(const std::string& name) const;
@@ -212,6 +216,7 @@ class class_zu_parser {
   SourceSpan span_;  ///< of the production under way
   std::vector<std::shared_ptr<void>> passing_;
   std::unordered_map<const void*, int> depths_;
+  std::unordered_set<const void*> declared_;  ///< methods and constants of this file
   std::unordered_map<const Statement*, Extent> extents_;
   long copies_left_ = 0;
 };

@@ -1,6 +1,7 @@
 // The data part of a source file, and data expressions.
 
 #include <algorithm>
+#include <sstream>
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
@@ -27,7 +28,18 @@ std::string module_name() {
 
 }  // namespace
 
-// What an earlier file has declared stays: its expressions refer to the tables by index.
+// What an earlier file has declared stays: its expressions refer to the tables by index. A file may
+// declare it again in the same words, as files do whose modules run each other; once.
+
+template <class Declaration>
+bool class_zu_parser::known_from_elsewhere(const Declaration& again, const Declaration* known) {
+  const bool first_here = declared_.insert(known == nullptr ? &again : known).second;
+  if (known == nullptr || !first_here) return false;
+  std::ostringstream ours, theirs;
+  again.print(ours);
+  known->print(theirs);
+  return ours.str() == theirs.str();
+}
 
 void class_zu_parser::make_type_table() {
   Compilation::typeTable();
@@ -51,8 +63,10 @@ void class_zu_parser::require_type(const std::string& name) const {
 void class_zu_parser::add_method(const std::string& type, const std::string& name,
                                  const NameList* arguments) {
   require_type(type);
-  Compilation::methodTable().addMethod(
-      make_kept<MethodDecl>(type, name, arguments == nullptr ? NameList() : *arguments));
+  DataMethodTable& table = Compilation::methodTable();
+  MethodDecl* method =
+      make_kept<MethodDecl>(type, name, arguments == nullptr ? NameList() : *arguments);
+  if (!known_from_elsewhere(*method, table.getMethod(name))) table.addMethod(method);
 }
 
 void class_zu_parser::add_constant(const std::string& type, const std::string& name,
@@ -63,7 +77,8 @@ void class_zu_parser::add_constant(const std::string& type, const std::string& n
     value->setType(type);
     if (value->isDataValue()) static_cast<DataValue*>(value)->setConstant(constant);
   }
-  Compilation::constantTable().addConstant(constant);
+  DataConstantTable& table = Compilation::constantTable();
+  if (!known_from_elsewhere(*constant, table.getConstant(name))) table.addConstant(constant);
 }
 
 void class_zu_parser::add_literal(const std::string& type, const std::string& literal) {

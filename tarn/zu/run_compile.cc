@@ -187,8 +187,10 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
     // Of several values, the one counts whose own signal is there.
     const Signal* trigger = binding->getSignal();
     const Bddexpression* fires = wood->exp_by_index(trigger->getInitialBddStatusId(module, wood));
-    if (!joins || fires == nullptr || fires->getAbstraction() != 0) continue;
-    and_function(*wood->exp_by_index(bound->getBddStatusId(module, wood)), fires->my_bdd_exp());
+    if (!joins || (fires != nullptr && fires->getAbstraction() != 0)) continue;
+    // An occurrence that finalisation has left without an equation fires no more.
+    and_function(*wood->exp_by_index(bound->getBddStatusId(module, wood)),
+                 fires == nullptr ? wood->Bdd_zero() : fires->my_bdd_exp());
   }
 }
 

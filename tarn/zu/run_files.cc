@@ -1,8 +1,10 @@
 #include "tarn/zu/run_files.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <utility>
 
 #include "parse_zu.hh"
 #include "tarn/model/module.h"
@@ -36,9 +38,11 @@ bool declares(const std::string& file, const std::string& module) {
 
 RunFiles::RunFiles(const std::string& module, const std::string* location, const SourceSpan& run)
     : module_(module) {
+  if (run.known()) looked_at_.push_back(*run.file);
   if (Module::CompilationFileList != nullptr)
     for (const std::string& file : *Module::CompilationFileList) {
-      looked_at_.push_back(file);
+      if (std::find(looked_at_.begin(), looked_at_.end(), file) == looked_at_.end())
+        looked_at_.push_back(file);
       if (source_.empty() && file.ends_with(".zu") && declares(file, module)) source_ = file;
     }
   if (location == nullptr) return;
@@ -63,12 +67,9 @@ RunFiles::RunFiles(const std::string& module, const std::string* location, const
 }
 
 void RunFiles::tell_missing() const {
-  std::cerr << "module " << module_ << " is not in this file";
-  const char* separator = ", nor in ";
-  for (const std::string& file : looked_at_) {
-    std::cerr << separator << file;
-    separator = ", ";
-  }
+  std::cerr << "no module " << module_ << " in";
+  const char* separator = " ";
+  for (const std::string& file : looked_at_) std::cerr << std::exchange(separator, ", ") << file;
   std::cerr << '\n';
 }
 

@@ -187,6 +187,27 @@ TEST(Automata, Priorities) {
   });
 }
 
+TEST(Automata, StatesRunModules) {
+  const auto text = [](const std::string& run, const std::string& transitions) {
+    return "module j: Input: a; Output: o; " + run + " end\n" +
+           "module main: Input: a, b; Output: o, p; automaton state: S run j; state: T / p; "
+           "transition: initial-> S; " +
+           transitions + " end";
+  };
+  const std::string steady = "loop { emit o >> pause }";
+  // The run starts with the transition into its state.
+  EXPECT_EQ(trace(text(steady, "S [b] -> T; T [b] -> S;"), "o", ". . b . b ."), "11__11");
+  EXPECT_EQ(trace(text(steady, "S [b] weak-> T;"), "o", ". . b ."), "111_");
+  const std::string once = "wait a >> emit o";
+  EXPECT_EQ(trace(text(once, "S normalterm-> T;"), "p", ". . a . ."), "___11");
+  EXPECT_EQ(trace(text(once, "S normalterm-> T; S [b] -> S;"), "p", ". a+b . a ."), "_____");
+  // An end in the first instant goes by unseen.
+  EXPECT_EQ(trace(text("emit o", "S normalterm-> T;"), "p", ". . ."), "___");
+  // A transition into the own state starts the run and kills it.
+  EXPECT_EQ(trace(text(steady, "S [b] weak-> S;"), "o", ". . b . ."), "111__");
+  EXPECT_EQ(trace(text(steady, "S [b] -> S;"), "o", ". . b . ."), "11___");
+}
+
 TEST(Automata, EndInAFinalState) {
   const std::string states = "state: S / o; state: F final;";
   const std::string text = automaton(states, "initial-> S; S [a] / p -> F;");
