@@ -1,8 +1,9 @@
 // An automaton as functions over a binary code of its state.
 //
 // For n states the codes are: 0 before the start and after the end, 1 to n the states in the order
-// of their names, all ones the instant after a final state. The code is held in registers; where
-// each is set and where it is cleared is collected in two functions, `on` and `off`:
+// of their names, all ones the instant after a final state. The code is held in registers. Each
+// transition, and each state that stays, says where it makes which code the next; a register is set
+// where one of them does that has its bit:
 //
 //             initial, set               transition                 always
 //     [ 0 ] ----------------> [ state ] ------------> [ final ] ------------> [ all ones ]
@@ -10,7 +11,10 @@
 //       |        reset          |   +--+ no transition fires                       |
 //       +-----------------------+--------------------------------------------------+
 //
-// What is in neither function falls back to 0.
+// Where none does the code falls back to 0.
+//
+// The variables of the code come behind those of the signals, so functions over many states are
+// large. They are put together last, two by two.
 
 #include <iostream>
 
@@ -37,10 +41,8 @@ class AutomatonCircuit {
   void compile_runs();
   void fire_transitions();
   void stay();
-  void reset_code();
-  void leave_final_states();
   void write_next_code();
-  void write_moore_actions();
+  void write_actions();
   void write_end(Signal* rtl);
 
  private:
@@ -82,9 +84,11 @@ class AutomatonCircuit {
   bdd ends_normally(const Arc& arc);
   /// Where `f` holds the next code is `code`.
   void go_to(int code, const bdd& f);
-  void raise(const std::vector<Signal*>& actions, const bdd& f) {
-    for (Signal* signal : actions) table_->raise(signal, f, module_);
-  }
+  void raise(const std::vector<Signal*>& actions, const bdd& f);
+  /// The or of all; takes them away.
+  bdd any(std::vector<bdd>& functions);
+  /// Codes that can come.
+  bdd reachable();
 
   const Automaton& automaton_;
   Module* module_;
@@ -95,7 +99,9 @@ class AutomatonCircuit {
   std::vector<Arc> arcs_;      ///< in file order
   std::vector<bdd> bits_;
   std::vector<Signal*> next_;
-  std::vector<bdd> on_, off_;
+  std::vector<std::vector<bdd>> on_;                          ///< by bit, where it is set
+  std::vector<std::pair<Signal*, std::vector<bdd>>> raised_;  ///< in the order of first mention
+  std::map<Signal*, size_t> place_in_raised_;
   bdd set_, not_set_, reset_;
 };
 
@@ -137,8 +143,7 @@ void AutomatonCircuit::make_registers() {
     bits_.push_back(bit->getBddStatus(module_, wood_));
     next_.push_back(next);
   }
-  on_.assign(nbits_, wood_->Bdd_zero());
-  off_ = on_;
+  on_.resize(nbits_);
   for (Place& place : places_) place.here = code_is(place.state->number);
 
   set_ = truth(module_->getSet());
@@ -221,10 +226,29 @@ bdd AutomatonCircuit::fires(const Arc& arc) {
 }
 
 void AutomatonCircuit::go_to(int code, const bdd& f) {
-  for (int i = 0; i < nbits_; ++i) {
-    bdd& side = (code >> i & 1) != 0 ? on_[i] : off_[i];
-    side = Or(side, f);
+  for (int i = 0; i < nbits_; ++i)
+    if ((code >> i & 1) != 0) on_[i].push_back(f);
+}
+
+void AutomatonCircuit::raise(const std::vector<Signal*>& actions, const bdd& f) {
+  for (Signal* signal : actions) {
+    const auto [at, first] = place_in_raised_.emplace(signal, raised_.size());
+    if (first) raised_.push_back({signal, {}});
+    raised_[at->second].second.push_back(f);
   }
+}
+
+bdd AutomatonCircuit::any(std::vector<bdd>& functions) {
+  if (functions.empty()) return wood_->Bdd_zero();
+  while (functions.size() > 1) {
+    for (size_t i = 0; i + 1 < functions.size(); i += 2)
+      functions[i / 2] = Or(functions[i], functions[i + 1]);
+    if (functions.size() % 2 != 0) functions[functions.size() / 2] = functions.back();
+    functions.resize((functions.size() + 1) / 2);
+  }
+  const bdd all = functions.front();
+  functions.clear();
+  return all;
 }
 
 void AutomatonCircuit::fire_transitions() {
@@ -259,39 +283,31 @@ void AutomatonCircuit::stay() {
   }
 }
 
-void AutomatonCircuit::reset_code() {
-  for (int i = 0; i < nbits_; ++i) {
-    off_[i] = Or(off_[i], reset_);
-    on_[i] = And(on_[i], Not(reset_));
-  }
+bdd AutomatonCircuit::reachable() {
+  bdd codes = code_is(all_ones());
+  for (size_t code = 0; code + 1 < places_.size(); ++code) codes = Or(codes, places_[code].here);
+  return codes;
 }
 
-void AutomatonCircuit::leave_final_states() {
-  for (const auto& [name, state] : *automaton_.getStateTable()) {
-    if (!state->final_state) continue;
-    const bdd leaves = And(places_[state->number].here, not_set_);
-    for (int i = 0; i < nbits_; ++i) {
-      on_[i] = Or(on_[i], leaves);
-      off_[i] = And(off_[i], Not(leaves));
-    }
-  }
-}
-
-/// A function may take any value at codes that never come, and nowhere else.
+/// A function may take any value at codes that never come, and nowhere else. To look for the best
+/// one pays only while it is small.
 void AutomatonCircuit::write_next_code() {
-  bdd reachable = code_is(all_ones());
-  for (int code = 0; code + 1 < static_cast<int>(places_.size()); ++code)
-    reachable = Or(reachable, places_[code].here);
+  constexpr long small = 2000;
+  bdd leaves = wood_->Bdd_zero();
+  for (const Place& place : places_)
+    if (place.state->final_state) leaves = Or(leaves, And(place.here, not_set_));
   for (int i = 0; i < nbits_; ++i) {
-    const bdd cleared = Or(off_[i], And(Not(on_[i]), reachable));
-    const bdd f = wood_->Bdd_simplify(on_[i], cleared);
+    bdd f = Or(And(any(on_[i]), Not(reset_)), leaves);
+    if (wood_->my_bdd_manager()->Bdd_size(f) < small)
+      f = wood_->Bdd_simplify(f, And(Not(f), reachable()));
     table_->createRails(next_[i], f, Not(f), Compilation::SREG, module_);
   }
 }
 
-void AutomatonCircuit::write_moore_actions() {
+void AutomatonCircuit::write_actions() {
   for (const auto& [name, state] : *automaton_.getStateTable())
     raise(state->actions, places_[state->number].here);
+  for (auto& [signal, functions] : raised_) table_->raise(signal, any(functions), module_);
 }
 
 void AutomatonCircuit::write_end(Signal* rtl) {
@@ -336,10 +352,8 @@ void Automaton::compile(Module* module, EquationTable* table) {
   circuit.compile_runs();
   circuit.fire_transitions();
   circuit.stay();
-  circuit.reset_code();
-  circuit.leave_final_states();
   circuit.write_next_code();
-  circuit.write_moore_actions();
+  circuit.write_actions();
   circuit.write_end(Circuit::rtl(*this));
 }
 
