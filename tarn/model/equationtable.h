@@ -52,6 +52,12 @@ class EquationTable {
   void createEquation(Signal* signal, Expression* e, Module* module, bool initial = false);
   /// Or-s the rails of `e` onto the signal's equations; a missing one is told on the error stream.
   void createUnifyEquation(Signal* signal, Expression* e, Module* module, bool initial);
+  /// Gives the signal's current occurrence two functions; the value gets the user type behind
+  /// `status_type`.
+  void createRails(Signal* signal, const bdd& status, const bdd& value, int status_type,
+                   Module* module);
+  /// Or-s `f` onto the status of the signal's current occurrence; one without equation is zero.
+  void raise(Signal* signal, const bdd& f, Module* module);
   /// The value of a register variable: not its status.
   void createRegisterEquation(Signal* signal, Module* module);
   /// Makes the current occurrence, or occurrence n, Bottom.

@@ -51,7 +51,9 @@ class Transition {
   SourceSpan span;
 };
 
-/// States and transitions as the whole body of a module.
+/// States and transitions as the whole body of a module. `compile` translates it into functions
+/// over a binary code of the states, held in registers; what it checks ends the process with a
+/// message.
 class Automaton : public Statement {
  public:
   using StateTable = std::map<std::string, State*>;
@@ -71,7 +73,23 @@ class Automaton : public Statement {
   /// The state of that name; null if there is none.
   static State* findState(const StateTable& table, const std::string& name);
 
-  /// The whole translation.
+  // The steps of compile.
+  /// Ends the process at a final state with actions or a run or a transition out of it, and at a
+  /// normal termination with a trigger.
+  void check_syntax() const;
+  /// Ends the process where two transitions of one source, type and priority, or two initial ones
+  /// of one priority, can fire together.
+  void check_determinism(Module* module, bddpp_manager* manager) const;
+  /// Rewrites the triggers: one that has a priority excludes those ranked before it out of its
+  /// state, all strong ones before the weak ones.
+  void priority_integration();
+  /// In rank: 0, 1, 2 ..., then "other"; equals stay in order.
+  static std::list<Transition*> priority_sort(const std::list<Transition*>& transitions);
+  /// The codes of the states that a transition leaves and enters; an initial one leaves 0.
+  static void ident_states_transitions(std::list<Transition*>::const_iterator transition, int nbits,
+                                       int& from_code, int& to_code);
+
+  /// The whole translation. Rewrites the triggers, so it runs once.
   void compile(Module* module, EquationTable* table) override;
   /// Not to be called: IllegalOperationException.
   void createEquations(Module* module, EquationTable* table) override;

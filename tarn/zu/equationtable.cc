@@ -99,6 +99,24 @@ void EquationTable::createUnifyEquation(Signal* signal, Expression* e, Module* m
   }
 }
 
+void EquationTable::createRails(Signal* signal, const bdd& status, const bdd& value,
+                                int status_type, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  const std::string name = signal->getName(module, wood);
+  define(name, signal->getBddStatusId(module, wood), status, status_type);
+  define(name, signal->getBddValueId(module, wood), value, status_type + 1);
+}
+
+void EquationTable::raise(Signal* signal, const bdd& f, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  const long status_id = signal->getBddStatusId(module, wood);
+  if (Bddexpression* equation = equation_at(status_id)) {
+    or_function(*equation, f);
+  } else {
+    define(signal->getName(module, wood), status_id, f, Compilation::STAT);
+  }
+}
+
 void EquationTable::createRegisterEquation(Signal* signal, Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
   define(signal->getInternalName(), wood->Index_var_by_bdd(signal->getBddValue(module, wood)),

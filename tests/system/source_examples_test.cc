@@ -13,17 +13,28 @@
 namespace kiva::test {
 namespace {
 
+/// What the compiler says but for two things that it tells of sound automata: the runs of their
+/// states, and spare bits of their code.
+std::string warnings(const std::string& err) {
+  std::istringstream lines(err);
+  std::string others;
+  for (std::string line; std::getline(lines, line);)
+    if (!line.starts_with("Run detecte:") && !line.starts_with("detecting useless register"))
+      others += line + "\n";
+  return others;
+}
+
 /// Compiles one program, runs it over its stimuli, and compares its outputs instant by instant.
 void replay(const std::filesystem::path& source, const std::string& options) {
   const std::string name = source.stem().string();
   SCOPED_TRACE(name + " " + options);
   const TempDir dir;
   const ProgramRun compiled =
-      run_program("tarn", options + " -d '" + dir.path().string() + "' '" + source.string() + "'");
+      run_program("tarn", options + " --module " + name + " -d '" + dir.path().string() + "' '" +
+                              source.string() + "'");
   ASSERT_EQ(compiled.status, 0) << compiled.err;
-  EXPECT_EQ(compiled.err, "");
-  EXPECT_TRUE(compiled.out.ends_with(dir.file(name + ".zuc") + "\n"))
-      << "the last module is named as its file";
+  EXPECT_EQ(warnings(compiled.err), "");
+  EXPECT_EQ(compiled.out, dir.file(name + ".zuc") + "\n") << "a module is named as its file";
 
   auto beside = source;
   const std::string stimuli = beside.replace_extension(".stimuli").string();
@@ -54,7 +65,7 @@ TEST(SourceExamples, ShowTheTracesThatTheLanguageGives) {
       replay(entry.path(), options);
     ++replayed;
   }
-  EXPECT_GE(replayed, 11);
+  EXPECT_GE(replayed, 16);
 }
 
 TEST(SourceExamples, RunAModuleThatHasBeenCompiledBefore) {

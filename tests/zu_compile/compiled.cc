@@ -54,7 +54,11 @@ void Compiled::run(const Rules& rules, const std::function<void()>& make_module)
   });
   Compilation::rules = before;
   if (outcome.ended) report_ = outcome.err.empty() ? "ended without a word" : outcome.err;
-  if (report_.empty()) report_ = outcome.err;  // nothing may be said on the way, either
+  if (!report_.empty()) return;
+  // Nothing may be said on the way, either, but which runs the states of an automaton have.
+  std::istringstream lines(outcome.err);
+  for (std::string line; std::getline(lines, line);)
+    if (!line.starts_with("Run detecte:")) report_ += line + "\n";
 }
 
 Compiled::~Compiled() {

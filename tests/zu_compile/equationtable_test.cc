@@ -294,12 +294,6 @@ TEST(Cycle, ReportNamesTheSourceLines) {
   EXPECT_THAT(c.report(), Not(HasSubstr("main.zu:6:")));
 }
 
-TEST(Refusals, BodiesThatAreNotTranslatedYet) {
-  const Compiled automaton(
-      "module main: Output: a; automaton state: S; transition: initial-> S; end");
-  EXPECT_THAT(automaton.report(), HasSubstr("Automaton::compile"));
-}
-
 TEST(Refusals, LoopsThatWouldCopyWithoutEnd) {
   std::string body = "pause";
   for (int i = 0; i < 120; ++i) body = "loop { weak abort { " + body + " } when x }";

@@ -71,9 +71,25 @@ std::string outputs_only(const std::string& trace) {
   return all;
 }
 
+std::string written(Module* module, int forget_locals) {
+  std::ostringstream os;
+  module->ZUC_put(os, 2, 1, forget_locals);
+  return os.str();
+}
+
+/// The module that is read from the text of another; null, and a failed test, when there is none.
+Module* read_back(const TempDir& dir, const std::string& text) {
+  ZucRead result;
+  const std::string file = dir.write("m.zuc", text);
+  run_captured([&] { result = read_zuc_file(file, "", ""); });
+  EXPECT_NE(result.module, nullptr) << result.problem;
+  return result.module;
+}
+
 class FinalisedProbe : public testing::TestWithParam<const char*> {};
 
 TEST_P(FinalisedProbe, ShowsTheWholeTrace) {
+  const TempDir dir;
   const std::string name = GetParam();
   const std::string text = read_text(probe(name + ".zu")),
                     stimuli = read_text(probe(name + ".stim"));
@@ -83,16 +99,18 @@ TEST_P(FinalisedProbe, ShowsTheWholeTrace) {
       std::erase(expected, ' ');
       const Finalised made(text, sound ? Rules::sound() : Rules::classic(), keep_wires);
       ASSERT_EQ(made.ok(), !expected.empty()) << made.report();
-      if (made.ok()) {
-        EXPECT_EQ(outputs_only(run(made.module(), stimuli)), expected)
-            << (sound ? "sound " : "classic ") << keep_wires;
-      }
+      if (!made.ok()) continue;
+      const std::unique_ptr<Module> read(read_back(dir, written(made.module(), 0)));
+      ASSERT_NE(read, nullptr);
+      EXPECT_EQ(outputs_only(run(read.get(), stimuli)), expected)
+          << (sound ? "sound " : "classic ") << keep_wires;
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Rules, FinalisedProbe,
                          testing::Values("values", "sustain", "abort-start", "abort-mask",
-                                         "abort-signal", "skip", "copies", "run-join"));
+                                         "abort-signal", "skip", "copies", "final", "state-mask",
+                                         "state-reset", "kill", "mealy", "run-join"));
 
 /// What holds of every finalised module.
 void expect_invariants(const Finalised& made) {
@@ -276,21 +294,6 @@ std::string ones(const Finalised& made, const std::vector<Stimulus>& history) {
   return all;
 }
 
-std::string written(Module* module, int forget_locals) {
-  std::ostringstream os;
-  module->ZUC_put(os, 2, 1, forget_locals);
-  return os.str();
-}
-
-/// The module that is read from the text of another; null, and a failed test, when there is none.
-Module* read_back(const TempDir& dir, const std::string& text) {
-  ZucRead result;
-  const std::string file = dir.write("m.zuc", text);
-  run_captured([&] { result = read_zuc_file(file, "", ""); });
-  EXPECT_NE(result.module, nullptr) << result.problem;
-  return result.module;
-}
-
 /// The variables of a file stand in its own order, so the first text read may bring other nodes;
 /// from then on nothing changes.
 TEST(Finalisation, IsWrittenAndReadBack) {
@@ -298,8 +301,12 @@ TEST(Finalisation, IsWrittenAndReadBack) {
   int compared = 0;
   for (unsigned seed = 0; seed < 150 && !testing::Test::HasFailure(); ++seed) {
     std::mt19937 random(seed + 5000);
-    const std::string text =
-        module_text(random_program(random, 2 + static_cast<int>(random() % 16)));
+    const int size = 2 + static_cast<int>(random() % 16);
+    const std::string text = module_text(seed % 8 == 1   ? random_mealy(random, size)
+                                         : seed % 4 == 3 ? random_automaton(random, size)
+                                                         : random_program(random, size));
+    // The variables of a run's signals have names of their own now, which only a reader knows.
+    if (text.find(" run ") != std::string::npos) continue;
     SCOPED_TRACE(text);
     std::string stimuli;
     for (int instant = 0; instant < 10; ++instant) {
@@ -332,8 +339,12 @@ TEST(Finalisation, KeepsWhatRandomProgramsShow) {
   int compared = 0, with_ones = 0;
   for (unsigned seed = 0; seed < 400 && !testing::Test::HasFailure(); ++seed) {
     std::mt19937 random(seed);
-    const std::string text =
-        module_text(random_program(random, 2 + static_cast<int>(random() % 16)));
+    const int size = 2 + static_cast<int>(random() % 16);
+    const std::string text = module_text(seed % 8 == 1   ? random_mealy(random, size)
+                                         : seed % 4 == 3 ? random_automaton(random, size)
+                                                         : random_program(random, size));
+    // The variables of a run's signals have names of their own now, which only a reader knows.
+    if (text.find(" run ") != std::string::npos) continue;
     std::vector<Stimulus> history(12);
     history.front().set = true;
     for (Stimulus& stimulus : history)

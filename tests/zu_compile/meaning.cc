@@ -1,16 +1,28 @@
 #include "tests/zu_compile/meaning.h"
 
+#include <climits>
+#include <map>
+
 namespace kiva::test {
 
 using Kind = Program::Kind;
 
+Meaning::Meaning(const Program& program) : program_(program) {
+  if (program.kind != Kind::mealy) return;
+  for (const MealyRegister& reg : mealy_registers)
+    if (reg.initial) registers_.insert(reg.name);
+}
+
 bool Meaning::step(const std::set<std::string>& inputs, bool start_now, bool kill) {
   const State before = state_;
-  present_ = inputs;
+  std::set<std::string> given = inputs;
+  given.insert(registers_.begin(), registers_.end());
+  present_ = given;
   // What is emitted depends on what is present, and the other way round: go through the instant
   // until both are the same. Without circles that takes one round a signal at most.
-  for (size_t round = 0; round <= output_names.size() + local_names.size() + 1; ++round) {
-    emitted_ = inputs;
+  for (size_t round = 0; round <= 10; ++round) {
+    emitted_ = given;
+    refused_ = false;
     endless_ = false;
     ended_ = false;
     state_.reset();
@@ -19,10 +31,13 @@ bool Meaning::step(const std::set<std::string>& inputs, bool start_now, bool kil
       ended_ = !state_;
     } else if (start_now) {
       state_ = start(program_);
-      ended_ = !state_;
+      ended_ = !state_ && !refused_;
     }
     if (emitted_ == present_) {
       if (kill) state_.reset();
+      registers_.clear();
+      for (const MealyRegister& reg : mealy_registers)
+        if (present_.contains(reg.next)) registers_.insert(reg.name);
       return !endless_;
     }
     present_ = emitted_;
@@ -73,6 +88,10 @@ Meaning::State Meaning::start(const Program& p) {
         if (State state = start(p.parts[0])) return state;
       endless_ = true;
       return Running{};
+    case Kind::automaton:
+      return start_automaton(p);
+    case Kind::mealy:
+      return run_machine(p);
   }
   return {};
 }
@@ -127,8 +146,63 @@ Meaning::State Meaning::resume(const Program& p, const Running& state) {
     case Kind::loop:
       if (State now = resume(p.parts[0], state)) return now;
       return start(p);
+    case Kind::automaton:
+      return resume_automaton(p, state);
+    case Kind::mealy:
+      return run_machine(p);
   }
   return {};
+}
+
+/// The equations hold in each instant, whatever was before but for the registers.
+Meaning::State Meaning::run_machine(const Program& p) {
+  std::map<std::string, const Condition*> last;
+  for (const MealyEquation& equation : p.equations) last[equation.signal] = &equation.right;
+  for (const auto& [signal, right] : last)
+    if (right->holds(present_)) emitted_.insert(signal);
+  return Running{};
+}
+
+const Transition* Meaning::triggered(const Program& p, int from, Transition::Kind kind) const {
+  const auto rank = [](const Transition& t) { return t.priority < 0 ? INT_MAX : t.priority; };
+  const Transition* first = nullptr;
+  for (const Transition& t : p.transitions)
+    if (t.from == from && t.kind == kind && t.trigger.holds(present_))
+      if (first == nullptr || rank(t) < rank(*first)) first = &t;
+  return first;
+}
+
+/// Into a state, whose run starts in this instant; into a final one that is the end.
+Meaning::State Meaning::take(const Program& p, const Transition& transition) {
+  emitted_.insert(transition.actions.begin(), transition.actions.end());
+  const AutomatonState& target = p.states[transition.to];
+  if (target.final_state) return {};
+  Running state{transition.to, {}};
+  for (const Program& run : target.run) state.parts.push_back(start(run));
+  return state;
+}
+
+Meaning::State Meaning::start_automaton(const Program& p) {
+  for (const auto kind : {Transition::Kind::strong, Transition::Kind::weak})
+    if (const Transition* initial = triggered(p, -1, kind)) return take(p, *initial);
+  refused_ = true;
+  return {};
+}
+
+Meaning::State Meaning::resume_automaton(const Program& p, const Running& state) {
+  const AutomatonState& here = p.states[state.at];
+  emitted_.insert(here.actions.begin(), here.actions.end());
+  if (const Transition* strong = triggered(p, state.at, Transition::Kind::strong))
+    return take(p, *strong);
+  Running now{state.at, state.parts};
+  const bool ran = !now.parts.empty() && now.parts[0];
+  if (ran) now.parts[0] = resume(here.run[0], *now.parts[0]);
+  if (const Transition* weak = triggered(p, state.at, Transition::Kind::weak))
+    return take(p, *weak);
+  if (ran && !now.parts[0])
+    if (const Transition* end = triggered(p, state.at, Transition::Kind::normal_termination))
+      return take(p, *end);
+  return now;
 }
 
 }  // namespace kiva::test

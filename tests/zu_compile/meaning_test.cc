@@ -104,15 +104,16 @@ long setting(const char* name, long standard) {
   return text == nullptr ? standard : std::strtol(text, nullptr, 10);
 }
 
-TEST(Meaning, RandomProgramsRunAsTheyRead) {
+/// Compares `standard` random programs, or as many as the environment asks for.
+template <class Make>
+void judge(const char* what, long standard, Make make) {
   const long seed = setting("KIVA_SEED", 20240611);
-  const long programs = setting("KIVA_PROGRAMS", 3000);
+  const long programs = setting("KIVA_PROGRAMS", standard);
   long agreed = 0, refused = 0, differed = 0;
   std::cout << "seed " << seed << '\n';
   for (long number = 0; number < programs && differed < 3; ++number) {
     std::mt19937 random(static_cast<unsigned>(seed + number));
-    Program program =
-        random_program(random, 2 + static_cast<int>(random() % (number % 10 == 0 ? 40 : 14)));
+    Program program = make(random, number);
     std::vector<History> runs;
     for (int i = 0; i < runs_of_each; ++i) runs.push_back(random_history(random));
     std::string difference;
@@ -127,27 +128,53 @@ TEST(Meaning, RandomProgramsRunAsTheyRead) {
         ++differed;
         program = shrink(std::move(program), runs, difference);
         ADD_FAILURE() << "KIVA_SEED=" << seed + number << " KIVA_PROGRAMS=1: " << difference << '\n'
-                      << program.text();
+                      << module_text(program);
     }
   }
-  std::cout << agreed << " programs agree over " << runs_of_each << " runs of " << instants
+  std::cout << agreed << " " << what << " agree over " << runs_of_each << " runs of " << instants
             << " instants, " << refused << " are refused for a cycle\n";
   EXPECT_GT(agreed, programs / 3);
 }
 
+TEST(Meaning, RandomProgramsRunAsTheyRead) {
+  judge("programs", 3000, [](std::mt19937& random, long number) {
+    return random_program(random, 2 + static_cast<int>(random() % (number % 10 == 0 ? 40 : 14)));
+  });
+}
+
+TEST(Meaning, RandomAutomataRunAsTheyRead) {
+  judge("automata", 2000, [](std::mt19937& random, long) {
+    return random_automaton(random, 2 + static_cast<int>(random() % 14));
+  });
+}
+
+TEST(Meaning, RandomMealyMachinesRunAsTheyRead) {
+  judge("machines", 1000, [](std::mt19937& random, long) {
+    return random_mealy(random, 1 + static_cast<int>(random() % 6));
+  });
+}
+
 /// The comparison is worth something only if it sees each of the rules that programs need.
 TEST(Meaning, SeesEachRuleThatIsMissing) {
-  bool Rules::*const rules[] = {&Rules::values,     &Rules::sustain,      &Rules::abort_start,
-                                &Rules::abort_mask, &Rules::abort_signal, &Rules::skip,
-                                &Rules::copies};
+  const auto statements = [](std::mt19937& random) {
+    return random_program(random, 2 + static_cast<int>(random() % 14));
+  };
+  const auto automata = [](std::mt19937& random) { return random_automaton(random, 8); };
+  const std::vector<std::pair<bool Rules::*, std::function<Program(std::mt19937&)>>> rules{
+      {&Rules::values, statements},       {&Rules::sustain, statements},
+      {&Rules::abort_start, statements},  {&Rules::abort_mask, statements},
+      {&Rules::abort_signal, statements}, {&Rules::skip, statements},
+      {&Rules::copies, statements},       {&Rules::final_state, automata},
+      {&Rules::kill, automata},           {&Rules::state_mask, automata},
+      {&Rules::state_reset, automata}};
   int number = 0;
-  for (bool Rules::*rule : rules) {
+  for (const auto& [rule, make] : rules) {
     Rules without = Rules::sound();
     without.*rule = false;
     bool seen = false;
     for (unsigned seed = 0; seed < 3000 && !seen; ++seed) {
       std::mt19937 random(seed);
-      const Program program = random_program(random, 2 + static_cast<int>(random() % 14));
+      const Program program = make(random);
       std::string difference;
       seen = compare(program, {random_history(random)}, difference, without) == Verdict::differs;
     }

@@ -56,7 +56,8 @@ TEST_P(RuleProbe, GivesBothTraces) {
 
 INSTANTIATE_TEST_SUITE_P(Rules, RuleProbe,
                          testing::Values("values", "sustain", "abort-start", "abort-mask",
-                                         "abort-signal", "skip", "copies", "run-join"));
+                                         "abort-signal", "skip", "copies", "final", "state-mask",
+                                         "state-reset", "kill", "mealy", "run-join"));
 
 }  // namespace
 }  // namespace kiva::test
