@@ -26,6 +26,7 @@ const TargetText::Target c_target{
                            "alignas",     "alignof", "nullptr",  "constexpr", "static_assert",
                            "thread_local"}},
     .has_data = true,
+    .names_module = false,
     .own_names = [](const std::string& module) {
       return std::vector<std::string>{module + "_node", module + "_automaton",
                                       module + "_reset_automaton", module + "_H"};

@@ -118,7 +118,7 @@ std::set<const ConstantDecl*> constants_read(const Module& module) {
 
 void reserve_data_names(TargetNames& names) {
   const auto reserve = [&](const std::string& name) {
-    if (!names.is_legal(name))
+    if (names.legal(name) != name)
       throw IllegalOperationException("no name for data in the target's text:", name);
     names.reserve(name);
   };

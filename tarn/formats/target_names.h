@@ -32,12 +32,12 @@ class TargetNames {
   /// `what` (as "signal", "module") is not empty; `original` is the name that its user knows.
   std::string give(const std::string& wanted, const std::string& what, const std::string& original);
   std::string give(const std::string& wanted) { return give(wanted, "", wanted); }
-  bool is_legal(const std::string& name) const { return legal(name) == name; }
+  /// The name with what the target does not take replaced.
+  std::string legal(const std::string& name) const;
   bool is_keyword(const std::string& name) const;
 
  private:
   std::string folded(const std::string& name) const;
-  std::string legal(const std::string& name) const;
 
   const NameShape* shape_;
   bool check_;

@@ -302,8 +302,10 @@ std::string TargetText::wanted_name(long index) const {
 }
 
 void TargetText::take_names() {
-  module_name_ = names_.give(module_->getName(), "module", module_->getName());
+  module_name_ = module_->getName();
   if (!rules_.names) return;
+  module_name_ = target_.names_module ? names_.give(module_name_, "module", module_name_)
+                                      : names_.legal(module_name_);
   if (target_.has_data) reserve_data_names(names_);
   if (target_.own_names)
     for (const std::string& name : target_.own_names(module_name_)) names_.reserve(name);

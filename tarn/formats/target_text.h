@@ -40,6 +40,8 @@ class TargetText {
     bool has_data = false;  ///< values and tests on data can be written
     /// The told text has the status rails of the wires in its interface.
     bool told_wires = false;
+    /// The module's name stands alone in the text; else it is only a part of other names.
+    bool names_module = true;
     /// Names that the text makes of the module's (already legal) name: those of its functions and
     /// tables.
     std::function<std::vector<std::string>(const std::string& module)> own_names = {};
