@@ -110,6 +110,9 @@ class Bddexpression {
     put_c(out, array, outputs, "", "");
   }
 
+  /// The same as BLIF tables; a node is `prefix`, "_" and its number.
+  void put_blif(std::ostream& out, const std::string& prefix);
+
   /// Dependences from the function, after the wood's tables have followed the manager. An abstract
   /// equation keeps its own.
   void build_normal_dependances();
