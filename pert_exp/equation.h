@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <list>
 #include <set>
 #include <string>
 
@@ -100,6 +101,17 @@ class Bddexpression {
   /// One line of a compiled module: dates, the variable's number by `map`, the root's local id and
   /// polarity, the numbers of what it reads. Nothing without manager or variable.
   void put_zuc(std::ostream& os, long* map);
+
+  /// The assignment in C, behind the lines of its nodes that bear no mark yet; names in `outputs`
+  /// are pointers. Nothing without manager, variable or function.
+  void put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs,
+             const std::string& prefix, const std::string& suffix);
+  void put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs) {
+    put_c(out, array, outputs, "", "");
+  }
+
+  /// The same as BLIF tables; a node is `prefix`, "_" and its number.
+  void put_blif(std::ostream& out, const std::string& prefix);
 
   /// Dependences from the function, after the wood's tables have followed the manager. An abstract
   /// equation keeps its own.

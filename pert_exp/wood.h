@@ -125,6 +125,9 @@ class Bddexpressionwood {
   /// The node table and the equations of a compiled module. `map` gives the number of each variable
   /// by index, -1 for none: its equation is not written. `debug` adds comments.
   void Put_zuc(std::ostream& os, long* map, int debug);
+  // Texts of the equations in the order of earliest_sort (equation_code.cc, ...).
+  void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
+  void Put_blif(std::ostream& out, const std::string& prefix);
   /// Reports each variable whose stored readers differ from those computed.
   void coherence_dependances_check(std::ostream& out) const;
   void delete_prefixe_names(const std::string& prefix);

@@ -11,6 +11,8 @@
 #include <set>
 
 #include "forms/forms.h"
+#include "tarn/formats/target_rules.h"
+#include "tarn/formats/targets.h"
 #include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
@@ -33,6 +35,7 @@ struct Options {
   std::string output;
   bool zuc = false;
   bool kiva = false;
+  std::vector<const Target*> targets;
   bool classic = false;
   bool no_finalize = false;
   bool keep_wires = false;
@@ -146,10 +149,28 @@ bool compile_source(const std::string& file, const Options& options, Stages& sta
   return true;
 }
 
+/// Writes a module in a target language. What that target refuses is a fault of this text alone.
+bool write_target(Module* module, const Target& target, const Options& options) {
+  const std::string what = module->getName() + ": --" + target.option + ": ";
+  if (target.finalised_only && module->getFinalised() == 0)
+    return fail(what + "the module is not finalised; finalise it first");
+  Complaints complaints;
+  try {
+    target.print(module);
+  } catch (const LibraryException& exception) {
+    return fail(what + exception.text());
+  }
+  if (complaints.any) return false;
+  if (!options.quiet)
+    for (const std::string& path : target.paths(*module, Compilation::target_rules))
+      std::cout << path << '\n';
+  return true;
+}
+
 /// Writes what is asked for of one module.
 bool write(Module* module, const Options& options) {
   Complaints complaints;
-  if (options.zuc || !options.kiva) {
+  if (options.zuc || (!options.kiva && options.targets.empty())) {
     module->save();
     if (complaints.any) return false;
     if (!options.quiet) {
@@ -163,7 +184,10 @@ bool write(Module* module, const Options& options) {
     if (complaints.any) return false;
     if (!options.quiet) std::cout << options.folder << "/kiva_" << module->getName() << ".cc\n";
   }
-  return true;
+  bool good = true;
+  for (const Target* target : options.targets)
+    good = write_target(module, *target, options) && good;
+  return good;
 }
 
 bool run(const std::string& file, const Options& options, std::set<std::string>& met) {
@@ -199,6 +223,8 @@ bool run(const std::string& file, const Options& options, std::set<std::string>&
 
 void choose(const Options& options) {
   Compilation::rules = options.classic ? Rules::classic() : Rules::sound();
+  Compilation::target_rules = options.classic ? TargetRules::told() : TargetRules::working();
+  Compilation::target_rules.files = true;  // -d and -o hold for every text
   Compilation::KeepWiresFlag = options.keep_wires;
   Compilation::ForgetLocalsNameFlag = options.forget_locals;
   Compilation::CheckOverKnowledgeFlag = options.check_over_knowledge;
@@ -220,13 +246,18 @@ int main(int argc, char** argv) {
       ->required();
   app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
+  for (const Target& target : targets())
+    app.add_flag_callback(
+        std::string("--") + target.option,
+        [&options, &target] { options.targets.push_back(&target); }, target.help);
   app.add_option("--module", options.modules, "compile this module only; repeatable")
       ->take_all()
       ->allow_extra_args(false);
   app.add_option("-d", options.folder, "folder for what is written (default: this one)")
       ->check(CLI::ExistingDirectory);
   app.add_option("-o", options.output, "name of the file that is written");
-  app.add_flag("--classic", options.classic, "compile by the classic rules, not the sound ones");
+  app.add_flag("--classic", options.classic,
+               "compile by the classic rules, write classic target texts");
   app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");
   app.add_flag("--keep-wires", options.keep_wires, "keep equations that copy another");
   app.add_flag("--keep-rtl", options.keep_rtl, "keep the wire that tells the end of the module");

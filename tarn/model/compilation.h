@@ -14,6 +14,7 @@ class Module;
 class ModuleTable;
 class class_zu_parser;
 struct Rules;
+struct TargetRules;
 
 /// What all compilations and reads of one process share.
 class Compilation {
@@ -49,6 +50,9 @@ class Compilation {
   static bool ForgetLocalsNameFlag;
   static bool CheckOverKnowledgeFlag;
   static bool SMVFlag, CFlag, CSHARPFlag, BLIFFlag, VHDLALTERAFlag;
+
+  /// How target texts are written: as told unless the caller chooses otherwise.
+  static TargetRules target_rules;
 
   /// Last index given to a data constant; -1 before the first.
   static int GDataConstIndex;

@@ -97,6 +97,9 @@ class DataExpr {
   virtual void ZUC_put(std::ostream& os, long* map, Module* module, std::list<DataExpr*>& pending,
                        int& next, bool top) = 0;
 
+  /// The told text of the expression in C (tarn/formats/c.cc).
+  void C_put(std::ostream& out, Module* module) const;
+
   /// Spelling of an operator in the protocol and in C, with its blanks.
   static std::string C_opname(int op);
 
@@ -269,6 +272,7 @@ class MethodDecl {
   void setArgTypeList(std::list<std::string> types) { arg_type_list = std::move(types); }
   void setIndex(int number) { index = number; }
   void print(std::ostream& out) const;
+  void C_put(std::ostream& out) const;
 
  private:
   std::string return_type;
@@ -294,6 +298,8 @@ class ConstantDecl {
   void setIndex(int number) { index = number; }
   void setEvalIndex(int number) { eval_index = number; }
   void print(std::ostream& out) const;
+  /// To the body with its value, to the header without.
+  void C_put(std::ostream& body, std::ostream& header) const;
 
  private:
   std::string type;
@@ -319,6 +325,8 @@ class DataTypeTable {
   /// By name.
   const std::map<std::string, int>& entries() const { return indices; }
   void print(std::ostream& out, bool numbered) const;
+  /// The declaration of each type's zero in C.
+  void C_put(std::ostream& out) const;
 
  private:
   std::vector<std::string> names;
@@ -334,6 +342,7 @@ class DataMethodTable {
   MethodDecl* getMethodById(int id) const;
   const std::vector<MethodDecl*>& getMethodList() const { return method_list; }
   void print(std::ostream& out, bool numbered) const;
+  void C_put(std::ostream& out) const;
 
  private:
   std::vector<MethodDecl*> method_list;

@@ -221,6 +221,18 @@ class Module {
   void SIMUL_ZUC_put_unary_op(std::ostream& out) const;
   void SIMUL_ZUC_put_const(std::ostream& out) const;
 
+  // Target languages (tarn/formats, one file each). A print operation names its file as OutputFile
+  // or the module, and writes what the `_put` operation gives, by Compilation::target_rules.
+  /// Body and header.
+  void printC();
+  void C_put(std::ostream& body, std::ostream& header);
+  /// The told text of all equations, in order; names in `outputs` are pointers.
+  void C_put_equation(std::ostream& out, const std::string& array,
+                      const std::list<std::string>& outputs);
+  void printBLIF();
+  /// The number is not read.
+  void BLIF_put(std::ostream& out, int keep);
+
   // Compilation of the body (tarn/zu).
   /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.
   bool compile();

@@ -1,0 +1,231 @@
+#include "tarn/formats/c_family.h"
+
+#include <algorithm>
+#include <ostream>
+#include <unordered_set>
+
+#include "tarn/model/compilation.h"
+
+namespace kiva {
+
+namespace {
+
+constexpr const char* told_operators[] = {" + ", " - ",  " * ",  " / ", " -",   " && ", " | ",
+                                          "!",   " == ", " != ", " < ", " <= ", " > ",  " >= "};
+constexpr const char* working_operators[] = {" + ", " - ",  " * ",  " / ", " -",   " && ", " || ",
+                                             "!",   " == ", " != ", " < ", " <= ", " > ",  " >= "};
+
+DataTexts data_texts(const TargetRules& rules, std::function<std::string(const Signal*)> value) {
+  return {rules.logical_or ? working_operators : told_operators, "DataExpr::C_opname",
+          std::move(value), rules.brackets};
+}
+
+}  // namespace
+
+CFamilyText::CFamilyText(const TargetText& text, std::string array,
+                         const std::list<std::string>* pointers)
+    : text_(text), array_(std::move(array)), pointers_(pointers) {
+  texts_ = c_equation_texts(text.manager(), array_, {}, "", "");
+  if (text.rules().brackets) {
+    texts_.nodes.first_open = texts_.nodes.second_open = "(";
+    texts_.nodes.first_close = texts_.nodes.second_close = ")";
+  }
+  texts_.read = [this](long index) {
+    return text_.rules().pointer_reads ? read(index) : text_.name(index);
+  };
+  texts_.left = [this](long index) { return left(index); };
+  texts_ = text.numbered(texts_);
+  data_ = data_texts(text.rules(), [this](const Signal* signal) { return read_value(signal); });
+}
+
+std::string CFamilyText::read(long index) const {
+  return text_.is_output(index) && text_.rules().pointer_reads ? "(*" + text_.name(index) + ")"
+                                                               : text_.name(index);
+}
+
+std::string CFamilyText::read_value(const Signal* signal) const {
+  const std::string name = text_.value_name(signal);
+  if (!signal->isOutput()) return name;
+  return text_.rules().pointer_reads ? "(*" + name + ")" : "*" + name;
+}
+
+std::string CFamilyText::left(long index) const {
+  const std::string name = text_.name(index);
+  const bool is_pointer = pointers_ == nullptr ? text_.is_output(index)
+                                               : std::find(pointers_->begin(), pointers_->end(),
+                                                           name) != pointers_->end();
+  return (is_pointer ? "  *" : "  ") + name;
+}
+
+std::string CFamilyText::expression(const DataBinding& binding) const {
+  return data_text(data_, *binding.getValue());
+}
+
+void CFamilyText::put_data_declarations(std::ostream& body, std::ostream& header) const {
+  if (Compilation::GDataTypeTable != nullptr) Compilation::GDataTypeTable->C_put(header);
+  if (Compilation::GDataMethodTable != nullptr) Compilation::GDataMethodTable->C_put(header);
+  const auto read = constants_read(*text_.module());
+  for (const ConstantDecl* constant : data_constants()) {
+    const bool has_value = constant->getValue() != nullptr;
+    if (has_value && text_.rules().no_leftovers && !read.contains(constant)) continue;
+    if (has_value && text_.rules().static_state) body << "static ";
+    constant->C_put(body, header);
+  }
+}
+
+void CFamilyText::put_state_names(std::ostream& out) const {
+  const char* separator = "";
+  for (const StateRail& rail : text_.state()) {
+    out << separator << text_.name(rail.index);
+    separator = ",\n    ";
+  }
+}
+
+void CFamilyText::put_reset(std::ostream& out) const {
+  for (const StateRail& rail : text_.state())
+    out << "  " << text_.name(rail.index) << "= " << (rail.initial ? 1 : 0) << ";\n";
+}
+
+void CFamilyText::put_parameters(std::ostream& out, const std::string& integer) const {
+  bool first = true;
+  const auto put = [&](const std::string& type, const std::string& other_type,
+                       const std::string& name) {
+    out << (first ? type : ", " + other_type) << name;
+    first = false;
+  };
+  const std::string pointer = std::string(integer).insert(3, "*");
+  const auto put_status = [&](const Signal* signal, bool output) {
+    const std::string star = output ? "* " : " ";
+    put("int" + star, output ? pointer : integer, text_.name(signal));
+    if (text_.is_valued(signal)) {
+      const std::string type = text_.type(signal) + star;
+      put(type, type, text_.value_name(signal));
+    }
+  };
+  for (long index : text_.set_reset_rails()) put("int ", integer, text_.name(index));
+  for (const Signal* input : text_.inputs()) put_status(input, false);
+  if (!text_.finalised())
+    for (const Signal* input : text_.inputs()) put("int ", integer, text_.name(text_.value(input)));
+  for (long index : text_.further_inputs()) put("int ", integer, text_.name(index));
+  for (long index : text_.rtl_rails()) put("int* ", pointer, text_.name(index));
+  for (const Signal* output : text_.outputs()) put_status(output, true);
+  if (!text_.finalised())
+    for (const Signal* output : text_.outputs())
+      put("int* ", pointer, text_.name(text_.value(output)));
+}
+
+void CFamilyText::put_locals(std::ostream& out) const {
+  for (long index : text_.locals()) out << "  int " << text_.name(index) << ";\n";
+  for (const Signal* signal : text_.valued_locals()) {
+    const std::string type = text_.type(signal);
+    out << "  " << type << "  " << text_.value_name(signal) << " = zero_" << type << ";\n";
+    if (text_.rules().no_leftovers && !text_.is_value_read(signal))
+      out << "  (void)" << text_.value_name(signal) << ";\n";
+  }
+  if (!text_.rules().no_leftovers) return;
+  for (long index : text_.input_rails())
+    if (!text_.is_read(index)) out << "  (void)" << text_.name(index) << ";\n";
+  for (const Signal* input : text_.inputs())
+    if (text_.is_valued(input) && !text_.is_value_read(input))
+      out << "  (void)" << text_.value_name(input) << ";\n";
+}
+
+void CFamilyText::put_test(std::ostream& out, const TargetEquation& equation) const {
+  const std::string test = expression(*equation.binding);
+  out << left(equation.index) << " = ";
+  if (text_.rules().data_tests) {
+    // Without a value there is nothing to test.
+    if (const auto signals = equation.binding->getValue()->computeDependencySet()) {
+      std::set<std::string> present;  // in an order of its own
+      for (const Signal* signal : *signals) present.insert(read(text_.status(signal)));
+      for (const std::string& name : present) out << name << " && ";
+    }
+    out << (equation.kind == TargetEquation::data_complement ? "!(" : "(") << test << ");\n";
+  } else {
+    out << test << ";\n";
+  }
+}
+
+void CFamilyText::put_local_value(std::ostream& out, const DataBinding& binding) const {
+  const std::string name = text_.value_name(binding.getClock());
+  const std::string trigger = read(text_.status(binding.getSignal()));
+  if (text_.rules().data_triggers) {
+    out << "  if (" << trigger << ")\n    " << name << " = " << expression(binding) << ";\n";
+    return;
+  }
+  const std::string zero = "zero_" + text_.type(binding.getClock());
+  out << "   if (" << trigger << ") \n      {\n          if (" << text_.name(binding.getClock())
+      << ") \n            {\n               " << name << " = " << expression(binding)
+      << ";\n            }\n         else\n            {\n               " << name << " = " << zero
+      << ";\n            }\n         }\n";
+}
+
+void CFamilyText::put_equations(std::ostream& out) const {
+  text_.manager()->Bdd_global_clear_marks();
+  if (text_.rules().data_triggers && text_.module()->getDataTable() != nullptr) {
+    // A trigger that no equation computes is known from the start.
+    std::unordered_set<long> computed;
+    for (const TargetEquation& equation : text_.equations()) computed.insert(equation.index);
+    for (const auto& [bound, binding] : *text_.module()->getDataTable())
+      if (binding->getClock() != nullptr && !binding->getClock()->isOutput() &&
+          !computed.contains(text_.status(binding->getSignal())))
+        put_local_value(out, *binding);
+  }
+  for (const TargetEquation& equation : text_.equations()) {
+    if (equation.kind != TargetEquation::function) {
+      put_test(out, equation);
+      continue;
+    }
+    put_equation_code(out, texts_, equation.index, equation.f);
+    if (const DataBinding* binding = text_.triggered(equation)) put_local_value(out, *binding);
+  }
+}
+
+void CFamilyText::put_state_moves(std::ostream& out) const {
+  for (const StateRail& rail : text_.state())
+    out << "  " << text_.name(rail.index) << "= " << read(rail.next) << ";\n";
+}
+
+// The told forms of data.
+
+void DataExpr::C_put(std::ostream& out, Module* module) const {
+  const auto value = [&](const Signal* signal) {
+    const long index = signal->isOutput()
+                           ? signal->getInitialBddStatusId(module, module->getBddWood())
+                           : signal->getBddStatusId(module, module->getBddWood());
+    return (signal->isOutput() ? "*" : "") + module->getBddWood()->Name_var_by_index(index) +
+           "_val";
+  };
+  put_data(out, data_texts(TargetRules::told(), value), *this);
+}
+
+void DataTypeTable::C_put(std::ostream& out) const {
+  for (const auto& [name, index] : entries())
+    out << "extern const " << name << " zero_" << name << ";\n";
+}
+
+void DataMethodTable::C_put(std::ostream& out) const {
+  for (const MethodDecl* method : method_list) method->C_put(out);
+}
+
+void MethodDecl::C_put(std::ostream& out) const {
+  out << "extern " << return_type << ' ' << name << '(';
+  const char* separator = "";
+  for (const std::string& type : arg_type_list) {
+    out << separator << type;
+    separator = ", ";
+  }
+  out << ");\n";
+}
+
+void ConstantDecl::C_put(std::ostream& body, std::ostream& header) const {
+  if (value == nullptr) {
+    header << "extern const " << type << ' ' << name << ";\n";
+    return;
+  }
+  body << "const " << type << ' ' << name << " = ";
+  value->C_put(body, nullptr);
+  body << ";\n";
+}
+
+}  // namespace kiva

@@ -1,0 +1,59 @@
+#pragma once
+
+namespace kiva {
+
+/// How target texts are written. Each rule has a told form (false), the text as it was given once,
+/// and a working form (true), which the target's tools take and which runs as the simulator does.
+struct TargetRules {
+  // All targets.
+  /// Names are legal in the target, differ from its keywords and from each other.
+  bool names = false;
+  /// Nodes are numbered from 0 as a text writes them, and tables have that size; else by global id.
+  bool used_nodes = false;
+  /// Equations that no output, register or value needs are left out.
+  bool needed_only = false;
+  /// A rail that is read and that nothing computes is made from its signal's other rail, or is a
+  /// further input; else it is declared and never assigned.
+  bool complete = false;
+  /// A module that is not finalised has its wires first in its interface, and registers move both
+  /// rails; else only the status rails move.
+  bool both_rails = false;
+  /// Files go to Module::OutputDir, the suffix is added unless the name ends with it, and what
+  /// cannot be opened is reported.
+  bool files = false;
+  /// A test on data is false, on both rails, unless all signals that it reads are present, and its
+  /// value rail is the complement; else both rails are the bare expression.
+  bool data_tests = false;
+  /// The value of a local is given where its trigger is present; else also where the local is,
+  /// which may not be known yet.
+  bool data_triggers = false;
+  /// Operands that are operations stand in brackets, and so do both halves of a node.
+  bool brackets = false;
+
+  // The C family.
+  /// Outputs are read through their pointers.
+  bool pointer_reads = false;
+  /// Registers and constants are static, so that two modules link into one program.
+  bool static_state = false;
+  /// The operator Or is "||"; else the bitwise "|".
+  bool logical_or = false;
+  /// The body includes the header by the name of its file; else by the module's.
+  bool real_header = false;
+  /// "true" and "false" are defined only where they are not.
+  bool guarded_truth = false;
+  /// Parameters that no equation reads are used up, and constants that no expression reads left
+  /// out: compilers warn of them.
+  bool no_leftovers = false;
+
+  static constexpr TargetRules told() { return {}; }
+  static constexpr TargetRules working() {
+    TargetRules rules;
+    rules.names = rules.used_nodes = rules.needed_only = rules.complete = rules.both_rails = true;
+    rules.files = rules.data_tests = rules.data_triggers = rules.brackets = true;
+    rules.pointer_reads = rules.static_state = rules.logical_or = rules.real_header = true;
+    rules.guarded_truth = rules.no_leftovers = true;
+    return rules;
+  }
+};
+
+}  // namespace kiva

@@ -1,0 +1,211 @@
+#include "tests/formats/target_case.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "SIMULATOR_ZUC/engine/stimuli.h"
+#include "tarn/model/compilation.h"
+#include "tarn/zuc/zuc_reader.h"
+#include "tests/support/process_end.h"
+#include "tests/zu_compile/program.h"
+
+namespace kiva::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+SignalState state_of_word(const std::string& word) {
+  for (SignalState state :
+       {SignalState::one, SignalState::zero, SignalState::top, SignalState::bottom})
+    if (look_of(state).word == word) return state;
+  return SignalState::unknown;
+}
+
+}  // namespace
+
+TargetCase::TargetCase(const fs::path& source, const fs::path& stimuli,
+                       const std::string& options) {
+  load(source, read_text(stimuli.string()), options);
+  if (fs::exists(source.parent_path() / "data"))
+    read_trace(fs::path(source).replace_extension(".trace").string());
+}
+
+TargetCase::TargetCase(const std::string& file_name, const std::string& source,
+                       const std::string& stimuli, const std::string& options) {
+  load(dir_.write(file_name, source), stimuli, options);
+}
+
+void TargetCase::load(const fs::path& source, const std::string& stimuli,
+                      const std::string& options) {
+  name_ = source.stem().string();
+  compiled_ = dir_.file(name_ + ".zuc");
+  if (source.extension() == ".zu") {
+    run_tool(KIVA_PROGRAMS "/tarn " + options + " '" + source.string() + "'", dir_.path(), false);
+  } else if (source != compiled_) {
+    fs::copy_file(source, compiled_);
+  }
+  Compilation::GDataTypeTable = nullptr;
+  Compilation::GDataMethodTable = nullptr;
+  Compilation::GDataConstantTable = nullptr;
+  const ZucRead read = read_zuc_file(compiled_, "", "");
+  ASSERT_NE(read.module, nullptr) << read.problem;
+  module_ = read.module;
+  simulation_ = std::make_unique<Simulation>(module_);
+  std::istringstream in(stimuli);
+  StimuliReader reader(in, *simulation_);
+  while (const auto stimulus = reader.next()) {
+    apply(*stimulus, *simulation_);
+    const SimulationState& state = simulation_->state();
+    Instant instant{state.inputs, state.input_texts, state.set, state.reset, {}, {}, {}};
+    run_captured([&] { simulation_->step(nullptr); });  // says what it misses of data
+    instant.outputs = state.shown_outputs;
+    for (size_t i = 0; i < outputs().size(); ++i)
+      instant.statuses.push_back(
+          instant.outputs[i] != SignalState::unknown
+              ? pair_of(instant.outputs[i]).status
+              : state.context[static_cast<size_t>(
+                    outputs()[i]->getInitialBddStatusId(module_, module_->getBddWood()))]);
+    instants_.push_back(std::move(instant));
+  }
+}
+
+void TargetCase::read_trace(const std::string& file) {
+  std::ifstream in(file);
+  size_t number = 0;
+  for (std::string line; std::getline(in, line); ++number) {
+    ASSERT_LT(number, instants_.size());
+    const auto outputs = nlohmann::json::parse(line)["outputs"];
+    for (size_t i = 0; i < this->outputs().size(); ++i) {
+      const auto& shown = outputs[simulation_->output_names()[i]];
+      instants_[number].outputs[i] = state_of_word(shown[0].get<std::string>());
+      instants_[number].statuses[i] = pair_of(instants_[number].outputs[i]).status;
+      instants_[number].values.push_back(shown[1].get<std::string>());
+    }
+  }
+  ASSERT_EQ(number, instants_.size());
+}
+
+std::string TargetCase::write(const std::string& option) const {
+  const std::string err = dir_.file("tarn.err");
+  const std::string command = "cd '" + dir_.path().string() + "' && '" KIVA_PROGRAMS "/tarn' -q " +
+                              option + " '" + compiled_ + "' 2>tarn.err";
+  EXPECT_EQ(std::system(command.c_str()), 0) << name_ << ": " << read_text(err);
+  return read_text(err);
+}
+
+std::vector<int> TargetCase::input_bits(const Instant& instant) const {
+  std::vector<int> row;
+  for (SignalState state : instant.inputs) row.push_back(pair_of(state).status);
+  if (!finalised())
+    for (SignalState state : instant.inputs) row.push_back(pair_of(state).value);
+  return row;
+}
+
+std::vector<int> TargetCase::output_bits(const Instant& instant) const {
+  std::vector<int> row = instant.statuses;
+  if (!finalised())
+    for (SignalState state : instant.outputs) row.push_back(pair_of(state).value);
+  return row;
+}
+
+void TargetCase::expect_trace(const std::vector<std::vector<int>>& seen) const {
+  ASSERT_EQ(seen.size(), instants_.size()) << name_;
+  for (size_t i = 0; i < seen.size(); ++i) {
+    ASSERT_EQ(seen[i], output_bits(instants_[i])) << name_ << ", instant " << i + 1;
+  }
+}
+
+namespace {
+
+/// The sources of all cases, in an order of their own.
+std::vector<fs::path> sources() {
+  const fs::path root(KIVA_SOURCE);
+  std::vector<fs::path> found;
+  for (const char* folder : {"examples", "tests/system/circuits", "tests/formats/cases"})
+    for (const auto& entry : fs::recursive_directory_iterator(root / folder))
+      if (entry.path().extension() == ".zu" || entry.path().extension() == ".zuc")
+        found.push_back(entry.path());
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+TargetCase case_of(const fs::path& source) {
+  return {source, fs::path(source).replace_extension(".stimuli")};
+}
+
+}  // namespace
+
+TargetCase named_case(const std::string& file_name) {
+  for (const fs::path& source : sources())
+    if (source.filename() == file_name) return case_of(source);
+  throw std::runtime_error("no case " + file_name);
+}
+
+void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)>& check) {
+  int cases = 0;
+  for (const fs::path& source : sources()) {
+    const TargetCase test = case_of(source);
+    if (!unfinalised && !test.finalised()) continue;
+    check(test);
+    ++cases;
+  }
+  EXPECT_GE(cases, 18);
+}
+
+void expect_told(const std::string& file_name, const std::string& text) {
+  EXPECT_EQ(text, read_text(KIVA_SOURCE "/tests/formats/told/" + file_name)) << file_name;
+}
+
+void for_random_cases(int count, const std::function<void(const TargetCase&)>& check) {
+  std::mt19937 random(20);
+  const TempDir dir;
+  for (int round = 0; round < count; ++round) {
+    std::string source;
+    do {  // some have loops without an instant
+      source = module_text(random_program(random, 4 + round % 12));
+    } while (std::system(("'" KIVA_PROGRAMS "/tarn' -q -d '" + dir.path().string() + "' '" +
+                          dir.write("main.zu", source) + "' >/dev/null 2>&1")
+                             .c_str()) != 0);
+    std::string stimuli;
+    for (int instant = 0; instant < 20; ++instant) {
+      for (const std::string& input : input_names)
+        if (random() % 2 == 0) stimuli += input + " ";
+      stimuli += "\n";
+    }
+    SCOPED_TRACE(source);
+    check(TargetCase("main.zu", source, stimuli));
+  }
+}
+
+std::string run_tool(const std::string& command, const fs::path& folder, bool silent) {
+  const TempDir streams;
+  const std::string line = "cd '" + folder.string() + "' && { " + command + " ; } >'" +
+                           streams.file("out") + "' 2>'" + streams.file("err") + "'";
+  const int result = std::system(line.c_str());
+  const std::string err = read_text(streams.file("err"));
+  EXPECT_TRUE(WIFEXITED(result) && WEXITSTATUS(result) == 0)
+      << command << "\n"
+      << err << read_text(streams.file("out"));
+  EXPECT_TRUE(!silent || err.empty()) << command << "\n" << err;
+  return read_text(streams.file("out"));
+}
+
+std::vector<std::vector<int>> rows_of_bits(const std::string& text) {
+  std::vector<std::vector<int>> rows;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) {
+    std::vector<int> row;
+    for (char c : line)
+      if (c == '0' || c == '1') row.push_back(c - '0');
+    if (!row.empty()) rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+}  // namespace kiva::test
