@@ -1,0 +1,66 @@
+#include "programs/tarn/options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "forms/fltk/fltk_messages.h"
+
+namespace kiva::tarn_program {
+
+bool is_source(const std::string& file) {
+  return file.ends_with(".zu");
+}
+
+bool read_options(int argc, char** argv, Options& options, int& status) {
+  CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
+               "tarn"};
+  app.add_option(
+         "FILE", options.files,
+         "source text (.zu) or compiled modules (.zuc); beside source text, what its runs call")
+      ->required();
+  app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
+  app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
+  for (const Target& target : targets())
+    app.add_flag_callback(
+        std::string("--") + target.option,
+        [&options, &target] { options.targets.push_back(&target); }, target.help);
+  app.add_option("--module", options.modules, "compile this module only; repeatable")
+      ->take_all()
+      ->allow_extra_args(false);
+  app.add_option("-d", options.folder, "folder for what is written (default: this one)")
+      ->check(CLI::ExistingDirectory);
+  app.add_option("-o", options.output, "name of the file that is written");
+  app.add_flag("--classic", options.classic,
+               "compile by the classic rules, write classic target texts");
+  app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");
+  app.add_flag("--keep-wires", options.keep_wires, "keep equations that copy another");
+  app.add_flag("--keep-rtl", options.keep_rtl, "keep the wire that tells the end of the module");
+  app.add_flag("--forget-locals", options.forget_locals, "write numbers for the names of locals");
+  app.add_flag("--check-over-knowledge", options.check_over_knowledge,
+               "add an output that tells of outputs in Top");
+  app.add_flag("--comments", options.comments, "write comments beside the equations");
+  app.add_flag("--windows", options.windows, "show messages in windows as well");
+  app.add_flag("--stats", options.stats, "tell the size of each module and the time of each stage");
+  app.add_flag("-q", options.quiet, "do not name what has been written");
+  app.set_version_flag("--version", "tarn " KIVA_VERSION);
+  app.footer(
+      "tarn program.zu                   compiles every module of the file\n"
+      "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
+      "tarn main.zu edge.zuc             main.zu runs a module that has been compiled\n"
+      "tarn --c thermostat.zuc           writes a compiled module as C");
+  try {
+    app.parse(argc, argv);
+    for (const std::string& file : options.files)
+      if (!file.ends_with(".zuc") && !is_source(file))
+        throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
+    if (options.files.size() > 1 && !options.output.empty())
+      throw CLI::ValidationError("-o", "names one file, and there are several modules");
+    if (options.windows && !fltk_presenter::has_display())
+      throw CLI::ValidationError("--windows", "no display can be opened");
+  } catch (const CLI::ParseError& error) {
+    status = app.exit(error) == 0 ? 0 : wrong_usage;
+    return false;
+  }
+  return true;
+}
+
+}  // namespace kiva::tarn_program

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <list>
+#include <string>
+#include <vector>
+
+#include "tarn/formats/targets.h"
+
+namespace kiva::tarn_program {
+
+constexpr int unusable = 1;     ///< exit status: a file or module cannot be used
+constexpr int wrong_usage = 2;  ///< exit status
+
+/// What the command line asks for.
+struct Options {
+  std::list<std::string> files;
+  std::vector<std::string> modules;
+  std::string folder = ".";
+  std::string output;
+  bool zuc = false;
+  bool kiva = false;
+  std::vector<const Target*> targets;
+  bool classic = false;
+  bool no_finalize = false;
+  bool keep_wires = false;
+  bool keep_rtl = false;
+  bool forget_locals = false;
+  bool check_over_knowledge = false;
+  bool comments = false;
+  bool windows = false;
+  bool stats = false;
+  bool quiet = false;
+};
+
+bool is_source(const std::string& file);
+
+/// False when the program ends here with `status`: help was asked for, or the usage is wrong.
+bool read_options(int argc, char** argv, Options& options, int& status);
+
+}  // namespace kiva::tarn_program
