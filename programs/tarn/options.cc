@@ -1,6 +1,8 @@
 #include "programs/tarn/options.h"
 
 #include <CLI/CLI.hpp>
+#include <iomanip>
+#include <sstream>
 
 #include "forms/fltk/fltk_messages.h"
 
@@ -9,6 +11,23 @@ namespace kiva::tarn_program {
 bool is_source(const std::string& file) {
   return file.ends_with(".zu");
 }
+
+namespace {
+
+/// The options of the target languages, two a line.
+std::string target_list() {
+  std::ostringstream list;
+  list << "Target texts of MODULE, beside each other as wanted:\n" << std::left;
+  bool second = false;
+  for (const Target& target : targets()) {
+    list << "  --" << std::setw(14) << target.option << std::setw(second ? 0 : 27) << target.help
+         << (second ? "\n" : "");
+    second = !second;
+  }
+  return list.str() + (second ? "\n" : "");
+}
+
+}  // namespace
 
 bool read_options(int argc, char** argv, Options& options, int& status) {
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
@@ -21,8 +40,9 @@ bool read_options(int argc, char** argv, Options& options, int& status) {
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
   for (const Target& target : targets())
     app.add_flag_callback(
-        std::string("--") + target.option,
-        [&options, &target] { options.targets.push_back(&target); }, target.help);
+           std::string("--") + target.option,
+           [&options, &target] { options.targets.push_back(&target); }, target.help)
+        ->group("");  // the footer lists them closer
   app.add_option("--module", options.modules, "compile this module only; repeatable")
       ->take_all()
       ->allow_extra_args(false);
@@ -42,11 +62,11 @@ bool read_options(int argc, char** argv, Options& options, int& status) {
   app.add_flag("--stats", options.stats, "tell the size of each module and the time of each stage");
   app.add_flag("-q", options.quiet, "do not name what has been written");
   app.set_version_flag("--version", "tarn " KIVA_VERSION);
-  app.footer(
-      "tarn program.zu                   compiles every module of the file\n"
-      "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
-      "tarn main.zu edge.zuc             main.zu runs a module that has been compiled\n"
-      "tarn --c thermostat.zuc           writes a compiled module as C");
+  app.footer(target_list() +
+             "\ntarn program.zu                   compiles every module of the file\n"
+             "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
+             "tarn main.zu edge.zuc             main.zu runs a module that has been compiled\n"
+             "tarn --c thermostat.zuc           writes a compiled module as C");
   try {
     app.parse(argc, argv);
     for (const std::string& file : options.files)

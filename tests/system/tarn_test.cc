@@ -40,6 +40,33 @@ TEST(Tarn, WritesAServerForEachFile) {
   EXPECT_EQ(run.out, folder + "/first.zuc\n");
 }
 
+TEST(Tarn, WritesTargetTexts) {
+  const TempDir dir;
+  const std::string folder = dir.path().string();
+  const std::string source =
+      dir.write("copy.zu",
+                "module copy: Input: int; Output: o; loop { present int { emit o } >> pause } end");
+  ProgramRun run = run_program("tarn", "--c --blif --zuc -o x -d " + folder + " " + source);
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out,
+            folder + "/x.zuc\n" + folder + "/x.c\n" + folder + "/x.h\n" + folder + "/x.blif\n");
+  EXPECT_EQ(run.err, "C: signal \"int\" is written as \"int_1\": a keyword there\n");
+  EXPECT_THAT(read_text(dir.file("x.c")), HasSubstr("#include \"x.h\""));
+
+  // As it is read, and to the letter.
+  run = run_program("tarn", "-q --classic --c -d " + folder + " " + dir.file("x.zuc"));
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out + run.err, "");
+  EXPECT_THAT(read_text(dir.file("copy.c")), HasSubstr("_s_int"));
+
+  // A file that fails is the fault of its text alone.
+  std::filesystem::create_directory(dir.path() / "y.c");
+  run = run_program("tarn", "--c --blif -o y -d " + folder + " " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, folder + "/y.blif\n");
+  EXPECT_THAT(run.err, HasSubstr("Cannot open output file: " + folder + "/y.c\n"));
+}
+
 // Source text.
 
 const char* const two_modules =
@@ -157,9 +184,21 @@ TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   ProgramRun run = tarn(broken + " " + source);
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(broken + ":2:"));
+  EXPECT_THAT(run.err, testing::EndsWith("\ntarn: " + broken +
+                                         ": SYNTAX ERROR at line 2: last "
+                                         "token read: \">>\"\n"));
+  EXPECT_THAT(run.out, HasSubstr("lamp.zuc\n")) << "the other files are still written";
+  const std::string ring =
+      dir.write("ring.zu", "module r: Input: i; Output: o;\npresent o emit o\nend\n");
+  run = tarn(ring);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, testing::EndsWith("\ntarn: " + ring +
+                                         ":2: ERROR in Module `r': detecting "
+                                         "variables in a dependance cycle\n"));
   run = tarn(dir.file("missing.zu"));
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(dir.file("missing.zu")));
+  std::filesystem::remove(dir.file("lamp.zuc"));
   std::filesystem::create_directory(dir.file("lamp.zuc"));
   run = tarn("--module lamp " + source);
   EXPECT_EQ(run.status, 1);
@@ -183,9 +222,11 @@ TEST(Tarn, RefusesWithOneLineAndAStatus) {
   EXPECT_THAT(run.err, HasSubstr("tarn: " + broken + ":2: syntax error"));
   run = run_program("tarn", into + nameless);
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "tarn: " + nameless +
-                         ": IllegalOperationException: Module::save_kiva_code: no name for the "
-                         "user's C++ code: a.b\n");
+  EXPECT_EQ(
+      run.err,
+      "tarn: " + nameless +
+          ": module nameless: IllegalOperationException: Module::save_kiva_code: no name for the "
+          "user's C++ code: a.b\n");
   std::filesystem::remove(dir.file("kiva_good.cc"));
   std::filesystem::create_directory(dir.file("kiva_good.cc"));
   run = run_program("tarn", into + good);
@@ -241,17 +282,19 @@ TEST_F(TarnOnSeveralFiles, TellsWhereAModuleHasBeenLookedFor) {
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr("no module edge in " + main + ", " + source + "\n"));
   EXPECT_THAT(run.err, HasSubstr("tarn: " + main +
-                                 ":2:1: IllegalOperationException: Run: called "
+                                 ":2:1: module main: IllegalOperationException: Run: called "
                                  "module  not defined in file edge\n"));
   run = tarn(dir.write("far.zu", "module far: Run: \"lib/x\" : x;\nrun x end"));
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(dir.file("lib/x.zuc") + ", " + dir.file("lib/x.zu")));
-  EXPECT_THAT(run.err, HasSubstr("far.zu:2:1: IllegalOperationException: Run: compiled called "
-                                 "module declared but not provided:  x\n"));
+  EXPECT_THAT(run.err,
+              HasSubstr("far.zu:2:1: module far: IllegalOperationException: Run: compiled called "
+                        "module declared but not provided:  x\n"));
   run = tarn(dir.write("ring.zu", "module a: run b end\nmodule b:\npause >> run a end"));
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, HasSubstr("ring.zu:3:10: IllegalOperationException: Run: module runs "
-                                 "itself:  a > b > a\n"));
+  EXPECT_THAT(run.err,
+              HasSubstr("ring.zu:3:10: module a: IllegalOperationException: Run: module runs "
+                        "itself:  a > b > a\n"));
 }
 
 TEST_F(TarnOnSeveralFiles, SharesADataPartThatStandsInEach) {
