@@ -61,6 +61,15 @@ std::string CFamilyText::expression(const DataBinding& binding) const {
   return data_text(data_, *binding.getValue());
 }
 
+void CFamilyText::put_truth(std::ostream& body) const {
+  const bool guarded = text_.rules().guarded_truth;
+  if (guarded)
+    body << "#if !defined(__cplusplus) && !defined(false) && !defined(true) && "
+            "(!defined(__STDC_VERSION__) || __STDC_VERSION__ < 202311L)\n";
+  body << "#define false 0\n#define true (!false)\n";
+  if (guarded) body << "#endif\n";
+}
+
 void CFamilyText::put_data_declarations(std::ostream& body, std::ostream& header) const {
   if (Compilation::GDataTypeTable != nullptr) Compilation::GDataTypeTable->C_put(header);
   if (Compilation::GDataMethodTable != nullptr) Compilation::GDataMethodTable->C_put(header);
@@ -81,9 +90,21 @@ void CFamilyText::put_state_names(std::ostream& out) const {
   }
 }
 
-void CFamilyText::put_reset(std::ostream& out) const {
+void CFamilyText::put_reset_function(std::ostream& body, std::ostream& header) const {
+  header << "extern void " << text_.module_name() << "_reset_automaton();\n";
+  body << "void " << text_.module_name() << "_reset_automaton()\n{\n";
   for (const StateRail& rail : text_.state())
-    out << "  " << text_.name(rail.index) << "= " << (rail.initial ? 1 : 0) << ";\n";
+    body << "  " << text_.name(rail.index) << "= " << (rail.initial ? 1 : 0) << ";\n";
+  body << "}\n";
+}
+
+void CFamilyText::put_reaction_head(std::ostream& body, std::ostream& header) const {
+  body << "void " << text_.module_name() << "_automaton(";
+  put_parameters(body, "int ");
+  body << ")\n{\n";
+  header << "extern void " << text_.module_name() << "_automaton(";
+  put_parameters(header, "int  ");
+  header << ");\n";
 }
 
 void CFamilyText::put_parameters(std::ostream& out, const std::string& integer) const {
@@ -146,6 +167,19 @@ void CFamilyText::put_test(std::ostream& out, const TargetEquation& equation) co
   }
 }
 
+void CFamilyText::take_early_tests() {
+  std::unordered_set<long> inputs;
+  for (long index : text_.input_rails()) inputs.insert(index);
+  for (const TargetEquation& equation : text_.equations()) {
+    if (equation.kind == TargetEquation::function) continue;
+    const auto signals = equation.binding->getValue()->computeDependencySet();
+    if (!signals || std::all_of(signals->begin(), signals->end(), [&](const Signal* signal) {
+          return inputs.contains(text_.status(signal));
+        }))
+      early_tests_.push_back(&equation);
+  }
+}
+
 void CFamilyText::put_local_value(std::ostream& out, const DataBinding& binding) const {
   const std::string name = text_.value_name(binding.getClock());
   const std::string trigger = read(text_.status(binding.getSignal()));
@@ -173,11 +207,30 @@ void CFamilyText::put_equations(std::ostream& out) const {
   }
   for (const TargetEquation& equation : text_.equations()) {
     if (equation.kind != TargetEquation::function) {
-      put_test(out, equation);
+      if (std::find(early_tests_.begin(), early_tests_.end(), &equation) == early_tests_.end())
+        put_test(out, equation);
       continue;
     }
     put_equation_code(out, texts_, equation.index, equation.f);
     if (const DataBinding* binding = text_.triggered(equation)) put_local_value(out, *binding);
+  }
+}
+
+void CFamilyText::put_valued_outputs(std::ostream& out, const ValuedOutputTexts& texts,
+                                     bool value_rails) const {
+  for (const Signal* output : text_.outputs()) {
+    const auto bindings = text_.value_bindings(output);
+    if (bindings.empty()) continue;
+    const std::string value =
+        "*" + (value_rails ? text_.name(text_.value(output)) + "_val" : text_.value_name(output));
+    out << texts.open_if << '*' << text_.name(output) << texts.open;
+    const char* start = texts.first;
+    for (const DataBinding* binding : bindings) {
+      out << start << "  if (" << read(text_.status(binding->getSignal())) << ") {" << value
+          << " = " << expression(*binding) << ";}\n";
+      start = texts.other;
+    }
+    out << texts.otherwise << value << " = zero_" << text_.type(output) << ";}\n" << texts.close;
   }
 }
 

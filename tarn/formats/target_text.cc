@@ -294,7 +294,10 @@ DataBinding* TargetText::triggered(const TargetEquation& equation) const {
 
 std::string TargetText::wanted_name(long index) const {
   std::string name = manager()->Name_var_by_index(index);
-  if (!rules_.names || !finalised()) return name;
+  if (!rules_.names) return name;
+  if (!finalised())
+    return name.starts_with('_') && !target_.shape.may_begin_with_underscore ? name.substr(1)
+                                                                             : name;
   // A module that was read again bears the names of one that has just been finalised.
   if (auto at = original_names_.find(index); at != original_names_.end()) name = at->second;
   std::replace(name.begin(), name.end(), '@', '_');
@@ -309,13 +312,13 @@ void TargetText::take_names() {
   if (target_.has_data) reserve_data_names(names_);
   if (target_.own_names)
     for (const std::string& name : target_.own_names(module_name_)) names_.reserve(name);
-  const auto take = [&](long index) {
+  const auto take = [&](long index, const std::string& prefix = "") {
     if (index < 0 || name_of_.contains(index)) return;
     const SignalRef* ref = reference(module_, index);
     const std::string wood_name = manager()->Name_var_by_index(index);
     const bool is_status = ref != nullptr && ref->getBddStatusId(wood_) == index;
-    name_of_[index] =
-        names_.give(wanted_name(index), "signal", is_status ? ref->getOriginalName() : wood_name);
+    name_of_[index] = names_.give(prefix + wanted_name(index), "signal",
+                                  is_status ? ref->getOriginalName() : wood_name);
   };
   const auto take_value = [&](const Signal* signal) {
     if (target_.has_data && is_valued(signal))
@@ -325,7 +328,8 @@ void TargetText::take_names() {
   for (long index : output_rails()) take(index);
   for (const Signal* signal : inputs_) take_value(signal);
   for (const Signal* signal : outputs_) take_value(signal);
-  for (const StateRail& rail : state_) take(rail.index);
+  const std::string state_prefix = target_.module_in_state ? module_name_ + "_" : "";
+  for (const StateRail& rail : state_) take(rail.index, state_prefix);
   for (long index : locals_) take(index);
   for (const Signal* signal : valued_locals_) {
     take(status(signal));  // may be no variable of the text

@@ -228,6 +228,11 @@ class Module {
   /// The told text of all equations, in order; names in `outputs` are pointers.
   void C_put_equation(std::ostream& out, const std::string& array,
                       const std::list<std::string>& outputs);
+  /// Elements are std_logic under Compilation::VHDLALTERAFlag.
+  void printVHDL();
+  /// Elements are bit, or std_logic if `altera` is not 0.
+  void VHDL_put(std::ostream& out, int altera);
+  void SYSTEMC_put(std::ostream& body, std::ostream& header);
 
   // Compilation of the body (tarn/zu).
   /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.
