@@ -114,6 +114,9 @@ class Bddexpression {
   /// A signal assignment of SystemC, a sum of products.
   void put_systemc(std::ostream& out);
 
+  /// The same as BLIF tables; a node is `prefix`, "_" and its number.
+  void put_blif(std::ostream& out, const std::string& prefix);
+
   /// Dependences from the function, after the wood's tables have followed the manager. An abstract
   /// equation keeps its own.
   void build_normal_dependances();

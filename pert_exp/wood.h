@@ -127,6 +127,7 @@ class Bddexpressionwood {
   void Put_zuc(std::ostream& os, long* map, int debug);
   // Texts of the equations in the order of earliest_sort (equation_code.cc, ...).
   void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
+  void Put_blif(std::ostream& out, const std::string& prefix);
   /// The process and the equations in VHDL. Inputs and outputs are names of variables; `resets` and
   /// `updates` are assignments to registers, without ";".
   void Put_vhdl(std::ostream& out, const std::string& array, const std::list<std::string>& inputs,

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <initializer_list>
-#include <set>
 #include <string>
-#include <string_view>
 #include <unordered_set>
+#include <vector>
 
 namespace kiva {
 
@@ -28,6 +27,8 @@ class TargetNames {
 
   /// Takes a name of the text's own.
   void reserve(const std::string& name) { taken_.insert(folded(name)); }
+  /// Takes `prefix` with any number behind it.
+  void reserve_numbered(const std::string& prefix) { numbered_.push_back(folded(prefix)); }
   /// The name closest to the wanted one that is free. A change is told on the error stream where
   /// `what` (as "signal", "module") is not empty; `original` is the name that its user knows.
   std::string give(const std::string& wanted, const std::string& what, const std::string& original);
@@ -41,7 +42,10 @@ class TargetNames {
 
   const NameShape* shape_;
   bool check_;
+  bool is_taken(const std::string& name) const;
+
   std::unordered_set<std::string> taken_;
+  std::vector<std::string> numbered_;
 };
 
 }  // namespace kiva

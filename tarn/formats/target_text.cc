@@ -312,6 +312,7 @@ void TargetText::take_names() {
   if (target_.has_data) reserve_data_names(names_);
   if (target_.own_names)
     for (const std::string& name : target_.own_names(module_name_)) names_.reserve(name);
+  if (*target_.node_infix != '\0') names_.reserve_numbered(module_name_ + target_.node_infix);
   const auto take = [&](long index, const std::string& prefix = "") {
     if (index < 0 || name_of_.contains(index)) return;
     const SignalRef* ref = reference(module_, index);

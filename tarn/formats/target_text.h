@@ -47,6 +47,8 @@ class TargetText {
     /// Names that the text makes of the module's (already legal) name: those of its functions and
     /// tables.
     std::function<std::vector<std::string>(const std::string& module)> own_names = {};
+    /// The text numbers its nodes as the module's name, this and a number; empty for a table.
+    const char* node_infix = "";
   };
 
   /// Reads the module, and tells on the error stream what is renamed or added. A target without
