@@ -184,4 +184,11 @@ std::vector<std::vector<int>> rows_of_bits(const std::string& text) {
   return rows;
 }
 
+std::vector<int> statuses_first(const std::vector<int>& rails) {
+  std::vector<int> row;
+  for (size_t rail : {0, 1})
+    for (size_t bit = rail; bit < rails.size(); bit += 2) row.push_back(rails[bit]);
+  return row;
+}
+
 }  // namespace kiva::test
