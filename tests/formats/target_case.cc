@@ -191,4 +191,10 @@ std::vector<int> statuses_first(const std::vector<int>& rails) {
   return row;
 }
 
+std::string value_literal(const std::string& text) {
+  char* end = nullptr;
+  std::strtod(text.c_str(), &end);
+  return end != text.c_str() && *end == 0 ? text : "NAN";
+}
+
 }  // namespace kiva::test

@@ -84,4 +84,7 @@ std::vector<std::vector<int>> rows_of_bits(const std::string& text);
 /// Rails that come signal by signal, with all statuses before all values.
 std::vector<int> statuses_first(const std::vector<int>& rails);
 
+/// A value as a literal of the C languages; what is no number is none.
+std::string value_literal(const std::string& text);
+
 }  // namespace kiva::test

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "tests/formats/nasty_module.h"
 #include "tests/formats/target_case.h"
 
 namespace kiva::test {
@@ -87,9 +88,10 @@ std::vector<std::string> thermostat_tests() {
   return rows;
 }
 
-void check_vhdl(const TargetCase& test, bool altera) {
+/// Gives what was told of the text.
+std::string check_vhdl(const TargetCase& test, bool altera) {
   SCOPED_TRACE(test.name() + (altera ? ", std_logic" : ""));
-  test.write(altera ? "--vhdl-altera" : "--vhdl");
+  const std::string told = test.write(altera ? "--vhdl-altera" : "--vhdl");
   const std::string file = test.module()->getName() + ".vhdl";
   const std::string entity = word_behind(read_text(test.file(file)), "entity ");
   std::vector<std::string> further(test.instants().size());
@@ -102,9 +104,8 @@ void check_vhdl(const TargetCase& test, bool altera) {
   const size_t outputs = test.outputs().size() * (test.finalised() ? 1 : 2);
   test.add_file("bench.vhdl", bench(entity, altera, stimuli, hidden + outputs));
   const std::filesystem::path folder = std::filesystem::path(test.file("")).parent_path();
-  std::vector<std::vector<int>> rows = rows_of_bits(
-      run_tool("ghdl -a --std=08 '" + file + "' bench.vhdl && ghdl --elab-run --std=08 bench",
-               folder));
+  std::vector<std::vector<int>> rows = rows_of_bits(run_tool(
+      "ghdl -a --std=08 '" + file + "' bench.vhdl && ghdl --elab-run --std=08 bench", folder));
   for (std::vector<int>& row : rows) {
     row.erase(row.begin(), row.begin() + static_cast<long>(hidden));
     if (!test.finalised()) row = statuses_first(row);
@@ -112,6 +113,7 @@ void check_vhdl(const TargetCase& test, bool altera) {
   const auto half = rows.begin() + static_cast<long>(rows.size() / 2);
   test.expect_trace({rows.begin(), half});
   test.expect_trace({half, rows.end()});
+  return told;
 }
 
 TEST(Vhdl, RunsAsTheSimulatorDoes) {
@@ -125,44 +127,20 @@ TEST(Vhdl, RandomProgramsRunAsTheSimulatorDoes) {
   for_random_cases(10, [](const TargetCase& test) { check_vhdl(test, false); });
 }
 
-/// Every name is one that the language does not take, or meets another.
-[[maybe_unused]] constexpr const char* nasty = R"(module: Entity  0 1
-input: signal clk Reset a A _b b_ c__d bit 1st ;
-output: out Architecture Entity_node Entity_1_a ;
-local: process O o.next array_Entity_1 a_1 ;
-register:
-o.next O 1;
-connexion: SETx RESETx RTLx;
-
-equation_def:
-12
-0: -1:-3:-3,1
-1: 0:0:10,1
-2: 2:0:1,1
-3: 4:0:2,-1
-4: 6:0:3,1
-5: 8:0:4,-1
-6: 10:0:5,1
-7: 12:0:6,-1
-8: 14:0:7,1
-9: 16:0:8,-1
-10: 18:0:11,-1
-11: 30:0:0,-1
-expressions:
-3 0 20:9,1,(0 2 4 6 8 10 12 14 16 18 30 )
-3 0 21:9,-1,(0 2 4 6 8 10 12 14 16 18 30 )
-3 0 22:8,1,(0 2 4 6 8 10 12 14 18 30 )
-3 0 23:8,-1,(0 2 4 6 8 10 12 14 18 30 )
-3 0 24:7,1,(0 2 4 6 8 10 12 18 30 )
-3 0 25:7,-1,(0 2 4 6 8 10 12 18 30 )
-3 0 26:6,1,(0 2 4 6 8 10 18 30 )
-3 0 27:6,-1,(0 2 4 6 8 10 18 30 )
-3 0 28:5,1,(0 2 4 6 8 18 30 )
-3 0 29:5,-1,(0 2 4 6 8 18 30 )
-4 0 32:12,1,(28 )
-4 0 33:12,-1,(28 )
-end:
-)";
+TEST(Vhdl, NoNameBreaksTheText) {
+  const TargetCase nasty(std::string("nasty.zuc"), nasty_module, nasty_stimuli);
+  for (bool altera : {false, true}) {
+    const std::string told = check_vhdl(nasty, altera);
+    EXPECT_NE(told.find("module \"Entity\" is written as \"Entity_1\": a keyword there"),
+              std::string::npos)
+        << told;
+    EXPECT_NE(told.find("\"Reset\" is written as \"Reset_1\": the name is taken"),
+              std::string::npos)
+        << told;
+    EXPECT_NE(told.find("\"c__d_\" is written as \"c_d\": no name there"), std::string::npos)
+        << told;
+  }
+}
 
 }  // namespace
 }  // namespace kiva::test
