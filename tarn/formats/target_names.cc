@@ -71,13 +71,17 @@ std::string TargetNames::give(const std::string& wanted, const std::string& what
     name = base + (base.ends_with('_') ? "" : "_") + std::to_string(i);
   taken_.insert(folded(name));
   if (name != wanted && !what.empty())
-    std::cerr << shape_->target << ": " << what << " \"" << original << "\" is written as \""
-              << name << "\": "
-              << (base != wanted ? "no name there"
-                  : keyword      ? "a keyword there"
-                                 : "the name is taken")
-              << '\n';
+    tell(what, original, name,
+         base != wanted ? "no name there"
+         : keyword      ? "a keyword there"
+                        : "the name is taken");
   return name;
+}
+
+void TargetNames::tell(const std::string& what, const std::string& original,
+                       const std::string& name, const char* reason) const {
+  std::cerr << shape_->target << ": " << what << " \"" << original << "\" is written as \"" << name
+            << "\": " << reason << '\n';
 }
 
 }  // namespace kiva

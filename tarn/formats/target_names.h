@@ -33,6 +33,9 @@ class TargetNames {
   /// `what` (as "signal", "module") is not empty; `original` is the name that its user knows.
   std::string give(const std::string& wanted, const std::string& what, const std::string& original);
   std::string give(const std::string& wanted) { return give(wanted, "", wanted); }
+  /// Tells that a name has changed.
+  void tell(const std::string& what, const std::string& original, const std::string& name,
+            const char* reason) const;
   /// The name with what the target does not take replaced.
   std::string legal(const std::string& name) const;
   bool is_keyword(const std::string& name) const;

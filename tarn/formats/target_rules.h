@@ -29,6 +29,9 @@ struct TargetRules {
   bool data_triggers = false;
   /// Operands that are operations stand in brackets, and so do both halves of a node.
   bool brackets = false;
+  /// An equation with more products than a list may hold is an error of its file alone; else it
+  /// ends the process.
+  bool refuse_large_sums = false;
 
   // The C family.
   /// Outputs are read through their pointers.
@@ -71,6 +74,7 @@ struct TargetRules {
     TargetRules rules;
     rules.names = rules.used_nodes = rules.needed_only = rules.complete = rules.both_rails = true;
     rules.files = rules.data_tests = rules.data_triggers = rules.brackets = true;
+    rules.refuse_large_sums = true;
     rules.pointer_reads = rules.static_state = rules.logical_or = rules.real_header = true;
     rules.guarded_truth = rules.no_leftovers = true;
     rules.inner_outputs = rules.sampled_inputs = rules.closed_ports = true;

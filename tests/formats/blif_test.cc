@@ -52,7 +52,7 @@ void check_blif(const TargetCase& test) {
   // Of a module that is not finalised the rails come signal by signal, behind those of the end.
   const size_t hidden = test.finalised() ? 0 : 2;
   test.add_file("bench.v", bench(test, hidden));
-  run_tool("berkeley-abc -q 'read_blif " + m + ".blif; write_verilog abc.v'", folder);
+  run_tool("berkeley-abc -q 'read_blif " + m + ".blif; short_names; write_verilog abc.v'", folder);
   run_tool("iverilog -o bench bench.v abc.v", folder);
   std::vector<std::vector<int>> rows = rows_of_bits(run_tool("vvp -n bench", folder));
   if (!test.finalised())
@@ -68,11 +68,11 @@ void check_blif(const TargetCase& test) {
   EXPECT_NE(verdict.find("Networks are equivalent"), std::string::npos) << verdict;
 }
 
-TEST(Blif, RunsAsTheSimulatorDoes) {
+TEST(BlifTools, RunsAsTheSimulatorDoes) {
   for_each_case(true, check_blif);
 }
 
-TEST(Blif, RandomProgramsRunAsTheSimulatorDoes) {
+TEST(BlifTools, RandomProgramsRunAsTheSimulatorDoes) {
   for_random_cases(8, check_blif);
 }
 

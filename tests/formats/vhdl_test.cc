@@ -7,7 +7,6 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "tests/formats/nasty_module.h"
 #include "tests/formats/target_case.h"
 
 namespace kiva::test {
@@ -116,30 +115,25 @@ std::string check_vhdl(const TargetCase& test, bool altera) {
   return told;
 }
 
-TEST(Vhdl, RunsAsTheSimulatorDoes) {
+TEST(VhdlTools, RunsAsTheSimulatorDoes) {
   for_each_case(true, [](const TargetCase& test) {
     check_vhdl(test, false);
     check_vhdl(test, true);
   });
 }
 
-TEST(Vhdl, RandomProgramsRunAsTheSimulatorDoes) {
+TEST(VhdlTools, RandomProgramsRunAsTheSimulatorDoes) {
   for_random_cases(10, [](const TargetCase& test) { check_vhdl(test, false); });
 }
 
-TEST(Vhdl, NoNameBreaksTheText) {
-  const TargetCase nasty(std::string("nasty.zuc"), nasty_module, nasty_stimuli);
-  for (bool altera : {false, true}) {
-    const std::string told = check_vhdl(nasty, altera);
-    EXPECT_NE(told.find("module \"Entity\" is written as \"Entity_1\": a keyword there"),
-              std::string::npos)
-        << told;
-    EXPECT_NE(told.find("\"Reset\" is written as \"Reset_1\": the name is taken"),
-              std::string::npos)
-        << told;
-    EXPECT_NE(told.find("\"c__d_\" is written as \"c_d\": no name there"), std::string::npos)
-        << told;
-  }
+TEST(VhdlTools, NamesThatMeetOrAreNoneAreTold) {
+  const std::string told = check_vhdl(named_case("names.zuc"), false);
+  for (const char* line : {"\"signal\" is written as \"signal_1\": a keyword there",
+                           "\"reset\" is written as \"reset_1\": the name is taken",
+                           "\"O_1\" is written as \"O_1_2\": the name is taken",
+                           "\"p__q\" is written as \"p_q\": no name there",
+                           "\"z_\" is written as \"z\": no name there"})
+    EXPECT_NE(told.find(line), std::string::npos) << line << '\n' << told;
 }
 
 }  // namespace
