@@ -39,8 +39,10 @@ CFamilyText::CFamilyText(const TargetText& text, std::string array,
 }
 
 std::string CFamilyText::read(long index) const {
-  return text_.is_output(index) && text_.rules().pointer_reads ? "(*" + text_.name(index) + ")"
-                                                               : text_.name(index);
+  const std::string state = text_.state_name(index);
+  return text_.is_output(index) && text_.rules().pointer_reads && state == text_.name(index)
+             ? "(*" + state + ")"
+             : state;
 }
 
 std::string CFamilyText::read_value(const Signal* signal) const {
@@ -85,7 +87,7 @@ void CFamilyText::put_data_declarations(std::ostream& body, std::ostream& header
 void CFamilyText::put_state_names(std::ostream& out) const {
   const char* separator = "";
   for (const StateRail& rail : text_.state()) {
-    out << separator << text_.name(rail.index);
+    out << separator << text_.state_name(rail.index);
     separator = ",\n    ";
   }
 }
@@ -94,7 +96,7 @@ void CFamilyText::put_reset_function(std::ostream& body, std::ostream& header) c
   header << "extern void " << text_.module_name() << "_reset_automaton();\n";
   body << "void " << text_.module_name() << "_reset_automaton()\n{\n";
   for (const StateRail& rail : text_.state())
-    body << "  " << text_.name(rail.index) << "= " << (rail.initial ? 1 : 0) << ";\n";
+    body << "  " << text_.state_name(rail.index) << "= " << (rail.initial ? 1 : 0) << ";\n";
   body << "}\n";
 }
 
@@ -235,7 +237,10 @@ void CFamilyText::put_valued_outputs(std::ostream& out, const ValuedOutputTexts&
 
 void CFamilyText::put_state_moves(std::ostream& out) const {
   for (const StateRail& rail : text_.state())
-    out << "  " << text_.name(rail.index) << "= " << read(rail.next) << ";\n";
+    if (const std::string state = text_.state_name(rail.index); state != text_.name(rail.index))
+      out << "  *" << text_.name(rail.index) << "= " << state << ";\n";
+  for (const StateRail& rail : text_.state())
+    out << "  " << text_.state_name(rail.index) << "= " << read(rail.next) << ";\n";
 }
 
 // The told forms of data.

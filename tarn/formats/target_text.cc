@@ -339,7 +339,11 @@ void TargetText::take_names() {
   for (const Signal* signal : inputs_) take_value(signal);
   for (const Signal* signal : outputs_) take_value(signal);
   const std::string state_prefix = target_.module_in_state ? module_name_ + "_" : "";
-  for (const StateRail& rail : state_) take(rail.index, state_prefix);
+  for (const StateRail& rail : state_) {
+    take(rail.index, state_prefix);
+    if (is_output(rail.index))
+      state_name_of_[rail.index] = names_.give(state_prefix + name(rail.index) + "_inner");
+  }
   for (long index : locals_) take(index);
   for (const Signal* signal : valued_locals_) {
     take(status(signal));  // may be no variable of the text
@@ -352,6 +356,11 @@ void TargetText::take_names() {
 std::string TargetText::name(long index) const {
   auto at = name_of_.find(index);
   return at != name_of_.end() ? at->second : wanted_name(index);
+}
+
+std::string TargetText::state_name(long index) const {
+  auto at = state_name_of_.find(index);
+  return at != state_name_of_.end() ? at->second : name(index);
 }
 
 std::string TargetText::value_name(const Signal* signal) const {

@@ -104,6 +104,8 @@ class TargetText {
   // Names.
   std::string name(long index) const;
   std::string name(const Signal* signal) const { return name(status(signal)); }
+  /// The variable of a register, another than `name` where the register is an output.
+  std::string state_name(long index) const;
   /// A name of the text's own beside those of the variables.
   std::string own_name(const std::string& wanted) { return names_.give(wanted); }
   /// The variable of a signal's value.
@@ -144,6 +146,7 @@ class TargetText {
   std::vector<StateRail> state_;
   std::vector<TargetEquation> equations_;
   std::unordered_map<long, std::string> name_of_;
+  std::unordered_map<long, std::string> state_name_of_;  ///< of registers that are outputs
   std::unordered_map<const Signal*, std::string> value_name_of_;
   mutable std::unordered_map<const bdd_node*, long> number_of_;
 };

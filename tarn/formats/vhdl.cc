@@ -182,12 +182,12 @@ class VhdlText {
       if (!text_.finalised()) texts_.outputs.push_back(text_.value(output));
     }
     if (!text_.rules().inner_outputs) return;
-    for (long index : texts_.outputs)
-      if (text_.is_read(index)) texts_.inner.insert(index);
     for (const StateRail& rail : text_.state())
-      if (text_.is_output(rail.index)) texts_.inner.insert(rail.index);
-    for (long index : texts_.inner)
-      inner_name_[index] = text_.own_name(text_.name(index) + "_inner");
+      if (text_.is_output(rail.index)) inner_name_[rail.index] = text_.state_name(rail.index);
+    for (long index : texts_.outputs)
+      if (text_.is_read(index) && !inner_name_.contains(index))
+        inner_name_[index] = text_.own_name(text_.name(index) + "_inner");
+    for (const auto& [index, name] : inner_name_) texts_.inner.insert(index);
   }
 
   void take_code() {

@@ -154,8 +154,9 @@ void check_rows(const TargetCase& test, std::istream& lines) {
 
 TEST(SystemCTools, RunsAsTheSimulatorDoes) {
   std::vector<std::unique_ptr<TargetCase>> cases;
-  for (const char* file : {"names.zuc", "toggle.zuc", "rails.zuc", "open.zuc", "elevator.zu",
-                           "stopwatch.zu", "s27.zuc", "planet.zuc", "thermostat.zuc"})
+  for (const char* file :
+       {"names.zuc", "toggle.zuc", "rails.zuc", "open.zuc", "shown_register.zuc", "elevator.zu",
+        "stopwatch.zu", "s27.zuc", "planet.zuc", "thermostat.zuc"})
     cases.emplace_back(new TargetCase(named_case(file)));
   const TempDir folder;
   std::string headers, models, benches, runs;

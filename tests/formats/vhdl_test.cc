@@ -126,6 +126,15 @@ TEST(VhdlTools, RandomProgramsRunAsTheSimulatorDoes) {
   for_random_cases(10, [](const TargetCase& test) { check_vhdl(test, false); });
 }
 
+TEST(VhdlTools, AModuleWithoutOutputsIsAnalysed) {
+  const TargetCase quiet(std::string("quiet.zuc"),
+                         "module: quiet  0 1\ninput: I ;\nconnexion: S R T;\n"
+                         "equation_def:\n1\n0: -1:-3:-3,1\nexpressions:\nend:\n",
+                         "I\n");
+  quiet.write("--vhdl");
+  run_tool("ghdl -a --std=93 quiet.vhdl", std::filesystem::path(quiet.file("")).parent_path());
+}
+
 TEST(VhdlTools, NamesThatMeetOrAreNoneAreTold) {
   const std::string told = check_vhdl(named_case("names.zuc"), false);
   for (const char* line : {"\"signal\" is written as \"signal_1\": a keyword there",
