@@ -109,6 +109,10 @@ class Bddexpression {
   void put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs) {
     put_c(out, array, outputs, "", "");
   }
+  /// The same in VHDL; a name in `outputs` gets its nodes only, its process assigns it.
+  void put_vhdl(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
+  /// A signal assignment of SystemC, a sum of products.
+  void put_systemc(std::ostream& out);
 
   /// The same as BLIF tables; a node is `prefix`, "_" and its number.
   void put_blif(std::ostream& out, const std::string& prefix);

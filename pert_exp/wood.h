@@ -128,6 +128,12 @@ class Bddexpressionwood {
   // Texts of the equations in the order of earliest_sort (equation_code.cc, ...).
   void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
   void Put_blif(std::ostream& out, const std::string& prefix);
+  /// The process and the equations in VHDL. Inputs and outputs are names of variables; `resets` and
+  /// `updates` are assignments to registers, without ";".
+  void Put_vhdl(std::ostream& out, const std::string& array, const std::list<std::string>& inputs,
+                const std::list<std::string>& outputs, const std::list<std::string>& resets,
+                const std::list<std::string>& updates);
+  void Put_systemc(std::ostream& out);
   /// Reports each variable whose stored readers differ from those computed.
   void coherence_dependances_check(std::ostream& out) const;
   void delete_prefixe_names(const std::string& prefix);

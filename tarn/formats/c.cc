@@ -32,29 +32,12 @@ const TargetText::Target c_target{
                                       module + "_reset_automaton", module + "_H"};
     }};
 
-void put_truth(std::ostream& body, const TargetRules& rules) {
-  if (rules.guarded_truth)
-    body << "#if !defined(__cplusplus) && !defined(false) && !defined(true) && "
-            "(!defined(__STDC_VERSION__) || __STDC_VERSION__ < 202311L)\n";
-  body << "#define false 0\n#define true (!false)\n";
-  if (rules.guarded_truth) body << "#endif\n";
-}
-
-void put_valued_outputs(std::ostream& body, const TargetText& text, const CFamilyText& c) {
-  for (const Signal* output : text.outputs()) {
-    const auto bindings = text.value_bindings(output);
-    if (bindings.empty()) continue;
-    const std::string value = "*" + text.value_name(output);
-    body << "    if (*" << text.name(output) << ")\n      {\n";
-    const char* start = "      ";
-    for (const DataBinding* binding : bindings) {
-      body << start << "  if (" << c.read(text.status(binding->getSignal())) << ") {" << value
-           << " = " << c.expression(*binding) << ";}\n";
-      start = "        else";
-    }
-    body << "        else { " << value << " = zero_" << text.type(output) << ";}\n      }\n";
-  }
-}
+constexpr ValuedOutputTexts output_texts{.open_if = "    if (",
+                                         .open = ")\n      {\n",
+                                         .first = "      ",
+                                         .other = "        else",
+                                         .otherwise = "        else { ",
+                                         .close = "      }\n"};
 
 void put_c(Module* module, const TargetRules& rules, const std::string& header_name,
            std::ostream& body, std::ostream& header) {
@@ -65,7 +48,7 @@ void put_c(Module* module, const TargetRules& rules, const std::string& header_n
   header << "#ifndef " << m << "_H\n#define " << m << "_H\n#include \"C_data_user_"
          << module->getName() << ".h\"\n\n";
   body << "#include \"" << header_name << "\"\n";
-  put_truth(body, rules);
+  c.put_truth(body);
   body << '\n';
   c.put_data_declarations(body, header);
 
@@ -74,23 +57,14 @@ void put_c(Module* module, const TargetRules& rules, const std::string& header_n
     c.put_state_names(body);
     body << ";\n";
   }
-  header << "extern void " << m << "_reset_automaton();\n";
-  body << "void " << m << "_reset_automaton()\n{\n";
-  c.put_reset(body);
-  body << "}\n";
-
-  body << "void " << m << "_automaton(";
-  c.put_parameters(body, "int ");
-  body << ")\n{\n";
-  header << "extern void " << m << "_automaton(";
-  c.put_parameters(header, "int  ");
-  header << ");\n";
+  c.put_reset_function(body, header);
+  c.put_reaction_head(body, header);
   c.put_locals(body);
   const long nodes = text.count_nodes([&](std::ostream& out) { c.put_equations(out); });
   if (nodes > 0) body << "  int " << c.array() << '[' << nodes << "];\n";
   body << "   /* outputs computing */\n";
   c.put_equations(body);
-  put_valued_outputs(body, text, c);
+  c.put_valued_outputs(body, output_texts);
   body << "  /* refresh registers */\n";
   c.put_state_moves(body);
   body << "}\n";

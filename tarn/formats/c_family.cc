@@ -39,8 +39,10 @@ CFamilyText::CFamilyText(const TargetText& text, std::string array,
 }
 
 std::string CFamilyText::read(long index) const {
-  return text_.is_output(index) && text_.rules().pointer_reads ? "(*" + text_.name(index) + ")"
-                                                               : text_.name(index);
+  const std::string state = text_.state_name(index);
+  return text_.is_output(index) && text_.rules().pointer_reads && state == text_.name(index)
+             ? "(*" + state + ")"
+             : state;
 }
 
 std::string CFamilyText::read_value(const Signal* signal) const {
@@ -61,6 +63,15 @@ std::string CFamilyText::expression(const DataBinding& binding) const {
   return data_text(data_, *binding.getValue());
 }
 
+void CFamilyText::put_truth(std::ostream& body) const {
+  const bool guarded = text_.rules().guarded_truth;
+  if (guarded)
+    body << "#if !defined(__cplusplus) && !defined(false) && !defined(true) && "
+            "(!defined(__STDC_VERSION__) || __STDC_VERSION__ < 202311L)\n";
+  body << "#define false 0\n#define true (!false)\n";
+  if (guarded) body << "#endif\n";
+}
+
 void CFamilyText::put_data_declarations(std::ostream& body, std::ostream& header) const {
   if (Compilation::GDataTypeTable != nullptr) Compilation::GDataTypeTable->C_put(header);
   if (Compilation::GDataMethodTable != nullptr) Compilation::GDataMethodTable->C_put(header);
@@ -76,14 +87,26 @@ void CFamilyText::put_data_declarations(std::ostream& body, std::ostream& header
 void CFamilyText::put_state_names(std::ostream& out) const {
   const char* separator = "";
   for (const StateRail& rail : text_.state()) {
-    out << separator << text_.name(rail.index);
+    out << separator << text_.state_name(rail.index);
     separator = ",\n    ";
   }
 }
 
-void CFamilyText::put_reset(std::ostream& out) const {
+void CFamilyText::put_reset_function(std::ostream& body, std::ostream& header) const {
+  header << "extern void " << text_.module_name() << "_reset_automaton();\n";
+  body << "void " << text_.module_name() << "_reset_automaton()\n{\n";
   for (const StateRail& rail : text_.state())
-    out << "  " << text_.name(rail.index) << "= " << (rail.initial ? 1 : 0) << ";\n";
+    body << "  " << text_.state_name(rail.index) << "= " << (rail.initial ? 1 : 0) << ";\n";
+  body << "}\n";
+}
+
+void CFamilyText::put_reaction_head(std::ostream& body, std::ostream& header) const {
+  body << "void " << text_.module_name() << "_automaton(";
+  put_parameters(body, "int ");
+  body << ")\n{\n";
+  header << "extern void " << text_.module_name() << "_automaton(";
+  put_parameters(header, "int  ");
+  header << ");\n";
 }
 
 void CFamilyText::put_parameters(std::ostream& out, const std::string& integer) const {
@@ -145,6 +168,19 @@ void CFamilyText::put_test(std::ostream& out, const TargetEquation& equation) co
   }
 }
 
+void CFamilyText::take_early_tests() {
+  std::unordered_set<long> inputs;
+  for (long index : text_.input_rails()) inputs.insert(index);
+  for (const TargetEquation& equation : text_.equations()) {
+    if (equation.kind == TargetEquation::function) continue;
+    const auto signals = equation.binding->getValue()->computeDependencySet();
+    if (!signals || std::all_of(signals->begin(), signals->end(), [&](const Signal* signal) {
+          return inputs.contains(text_.status(signal));
+        }))
+      early_tests_.push_back(&equation);
+  }
+}
+
 void CFamilyText::put_local_value(std::ostream& out, const DataBinding& binding) const {
   const std::string name = text_.value_name(binding.getClock());
   const std::string trigger = read(text_.status(binding.getSignal()));
@@ -172,7 +208,8 @@ void CFamilyText::put_equations(std::ostream& out) const {
   }
   for (const TargetEquation& equation : text_.equations()) {
     if (equation.kind != TargetEquation::function) {
-      put_test(out, equation);
+      if (std::find(early_tests_.begin(), early_tests_.end(), &equation) == early_tests_.end())
+        put_test(out, equation);
       continue;
     }
     put_equation_code(out, texts_, equation.index, equation.f);
@@ -180,9 +217,30 @@ void CFamilyText::put_equations(std::ostream& out) const {
   }
 }
 
+void CFamilyText::put_valued_outputs(std::ostream& out, const ValuedOutputTexts& texts,
+                                     bool value_rails) const {
+  for (const Signal* output : text_.outputs()) {
+    const auto bindings = text_.value_bindings(output);
+    if (bindings.empty()) continue;
+    const std::string value =
+        "*" + (value_rails ? text_.name(text_.value(output)) + "_val" : text_.value_name(output));
+    out << texts.open_if << '*' << text_.name(output) << texts.open;
+    const char* start = texts.first;
+    for (const DataBinding* binding : bindings) {
+      out << start << "  if (" << read(text_.status(binding->getSignal())) << ") {" << value
+          << " = " << expression(*binding) << ";}\n";
+      start = texts.other;
+    }
+    out << texts.otherwise << value << " = zero_" << text_.type(output) << ";}\n" << texts.close;
+  }
+}
+
 void CFamilyText::put_state_moves(std::ostream& out) const {
   for (const StateRail& rail : text_.state())
-    out << "  " << text_.name(rail.index) << "= " << read(rail.next) << ";\n";
+    if (const std::string state = text_.state_name(rail.index); state != text_.name(rail.index))
+      out << "  *" << text_.name(rail.index) << "= " << state << ";\n";
+  for (const StateRail& rail : text_.state())
+    out << "  " << text_.state_name(rail.index) << "= " << read(rail.next) << ";\n";
 }
 
 // The told forms of data.

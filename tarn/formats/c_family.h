@@ -2,11 +2,17 @@
 
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "tarn/formats/data_text.h"
 #include "tarn/formats/target_text.h"
 
 namespace kiva {
+
+/// The layout of the value of an output.
+struct ValuedOutputTexts {
+  const char *open_if, *open, *first, *other, *otherwise, *close;
+};
 
 /// What the texts of C and of its kin have in common: inputs are passed by value, outputs through
 /// pointers, a value beside each valued signal.
@@ -23,23 +29,33 @@ class CFamilyText {
   /// An expression over data.
   std::string expression(const DataBinding& binding) const;
 
+  /// The definitions of true and false.
+  void put_truth(std::ostream& body) const;
   /// The types' zeros and methods to the header, constants to the body or the header.
   void put_data_declarations(std::ostream& body, std::ostream& header) const;
   /// The names of the state, as a list in a declaration.
   void put_state_names(std::ostream& out) const;
-  /// The assignments of the initial values.
-  void put_reset(std::ostream& out) const;
-  /// All parameters, with `integer` ("int " or "int  ") in front of those that are no value and not
-  /// the first.
-  void put_parameters(std::ostream& out, const std::string& integer) const;
+  /// The function that gives the state its initial values.
+  void put_reset_function(std::ostream& body, std::ostream& header) const;
+  /// The reaction's head, up to its "{".
+  void put_reaction_head(std::ostream& body, std::ostream& header) const;
   void put_locals(std::ostream& out) const;
+  /// Finds the tests on data that inputs alone decide; `put_equations` then leaves them out.
+  void take_early_tests();
+  const std::vector<const TargetEquation*>& early_tests() const { return early_tests_; }
+  void put_test(std::ostream& out, const TargetEquation& equation) const;
   /// The equations in order, with the tests on data and the values of locals.
   void put_equations(std::ostream& out) const;
+  /// The values of outputs, assigned to the value's name, or to the value rail's with "_val".
+  void put_valued_outputs(std::ostream& out, const ValuedOutputTexts& texts,
+                          bool value_rails = false) const;
   void put_state_moves(std::ostream& out) const;
   const std::string& array() const { return array_; }
 
  private:
-  void put_test(std::ostream& out, const TargetEquation& equation) const;
+  /// All parameters, with `integer` ("int " or "int  ") in front of those that are no value and not
+  /// the first.
+  void put_parameters(std::ostream& out, const std::string& integer) const;
   void put_local_value(std::ostream& out, const DataBinding& binding) const;
   std::string left(long index) const;
 
@@ -48,6 +64,7 @@ class CFamilyText {
   const std::list<std::string>* pointers_;
   equation_code_texts texts_;
   DataTexts data_;
+  std::vector<const TargetEquation*> early_tests_;
 };
 
 }  // namespace kiva

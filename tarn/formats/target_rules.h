@@ -48,6 +48,27 @@ struct TargetRules {
   /// out: compilers warn of them.
   bool no_leftovers = false;
 
+  // VHDL.
+  /// An output that is read, or is itself a register, has an inner signal, which the process copies
+  /// to the port; else the port is read, which VHDL does not allow.
+  bool inner_outputs = false;
+  /// Equations read what the process sampled of an input; else the port, so that a change between
+  /// the edges of the clock shows.
+  bool sampled_inputs = false;
+  /// No ";" stands before the ")" of ports without outputs.
+  bool closed_ports = false;
+
+  // SystemC.
+  /// Registers bear the module's name, are extern in the header and defined once in the body; else
+  /// each file that includes the header defines them.
+  bool extern_state = false;
+  /// A value is the status name with "_val" wherever it stands; else an output's is assigned under
+  /// the name of its value rail.
+  bool status_values = false;
+  /// Only tests stand in the data section, those that inputs alone decide; other data stands where
+  /// it is known. Else all bindings stand there, those with a clock as if they were tests.
+  bool data_order = false;
+
   static constexpr TargetRules told() { return {}; }
   static constexpr TargetRules working() {
     TargetRules rules;
@@ -56,6 +77,8 @@ struct TargetRules {
     rules.refuse_large_sums = true;
     rules.pointer_reads = rules.static_state = rules.logical_or = rules.real_header = true;
     rules.guarded_truth = rules.no_leftovers = true;
+    rules.inner_outputs = rules.sampled_inputs = rules.closed_ports = true;
+    rules.extern_state = rules.status_values = rules.data_order = true;
     return rules;
   }
 };

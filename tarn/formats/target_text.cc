@@ -294,7 +294,10 @@ DataBinding* TargetText::triggered(const TargetEquation& equation) const {
 
 std::string TargetText::wanted_name(long index) const {
   std::string name = manager()->Name_var_by_index(index);
-  if (!rules_.names || !finalised()) return name;
+  if (!rules_.names) return name;
+  if (!finalised())
+    return name.starts_with('_') && !target_.shape.may_begin_with_underscore ? name.substr(1)
+                                                                             : name;
   // A module that was read again bears the names of one that has just been finalised.
   if (auto at = original_names_.find(index); at != original_names_.end()) name = at->second;
   std::replace(name.begin(), name.end(), '@', '_');
@@ -311,13 +314,13 @@ void TargetText::take_names() {
     for (const std::string& name : target_.own_names(module_name_)) names_.reserve(name);
   if (*target_.node_infix != '\0') names_.reserve_numbered(module_name_ + target_.node_infix);
   std::string inner;  // there may be hundreds
-  const auto take = [&](long index) {
+  const auto take = [&](long index, const std::string& prefix = "") {
     if (index < 0 || name_of_.contains(index)) return;
     const SignalRef* ref = reference(module_, index);
     const std::string wood_name = manager()->Name_var_by_index(index);
     const bool is_status = ref != nullptr && ref->getBddStatusId(wood_) == index;
     const std::string original = is_status ? ref->getOriginalName() : wood_name;
-    const std::string wanted = wanted_name(index);
+    const std::string wanted = prefix + wanted_name(index);
     const bool in_interface = interface_.contains(index);
     const std::string name = names_.give(wanted, in_interface ? "signal" : "", original);
     name_of_[index] = name;
@@ -335,7 +338,12 @@ void TargetText::take_names() {
   for (long index : output_rails()) take(index);
   for (const Signal* signal : inputs_) take_value(signal);
   for (const Signal* signal : outputs_) take_value(signal);
-  for (const StateRail& rail : state_) take(rail.index);
+  const std::string state_prefix = target_.module_in_state ? module_name_ + "_" : "";
+  for (const StateRail& rail : state_) {
+    take(rail.index, state_prefix);
+    if (is_output(rail.index))
+      state_name_of_[rail.index] = names_.give(state_prefix + name(rail.index) + "_inner");
+  }
   for (long index : locals_) take(index);
   for (const Signal* signal : valued_locals_) {
     take(status(signal));  // may be no variable of the text
@@ -348,6 +356,11 @@ void TargetText::take_names() {
 std::string TargetText::name(long index) const {
   auto at = name_of_.find(index);
   return at != name_of_.end() ? at->second : wanted_name(index);
+}
+
+std::string TargetText::state_name(long index) const {
+  auto at = state_name_of_.find(index);
+  return at != state_name_of_.end() ? at->second : name(index);
 }
 
 std::string TargetText::value_name(const Signal* signal) const {

@@ -42,6 +42,8 @@ class TargetText {
     bool told_wires = false;
     /// The module's name stands alone in the text; else it is only a part of other names.
     bool names_module = true;
+    /// Registers have the module's name in front: they are seen outside the text.
+    bool module_in_state = false;
     /// Names that the text makes of the module's (already legal) name: those of its functions and
     /// tables.
     std::function<std::vector<std::string>(const std::string& module)> own_names = {};
@@ -102,6 +104,10 @@ class TargetText {
   // Names.
   std::string name(long index) const;
   std::string name(const Signal* signal) const { return name(status(signal)); }
+  /// The variable of a register, another than `name` where the register is an output.
+  std::string state_name(long index) const;
+  /// A name of the text's own beside those of the variables.
+  std::string own_name(const std::string& wanted) { return names_.give(wanted); }
   /// The variable of a signal's value.
   std::string value_name(const Signal* signal) const;
 
@@ -140,6 +146,7 @@ class TargetText {
   std::vector<StateRail> state_;
   std::vector<TargetEquation> equations_;
   std::unordered_map<long, std::string> name_of_;
+  std::unordered_map<long, std::string> state_name_of_;  ///< of registers that are outputs
   std::unordered_map<const Signal*, std::string> value_name_of_;
   mutable std::unordered_map<const bdd_node*, long> number_of_;
 };

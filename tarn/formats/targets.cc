@@ -1,10 +1,22 @@
 #include "tarn/formats/targets.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 
 namespace kiva {
+
+namespace {
+
+void print_vhdl(Module* module, bool altera) {
+  const bool before = std::exchange(Compilation::VHDLALTERAFlag, altera);
+  module->printVHDL();
+  Compilation::VHDLALTERAFlag = before;
+}
+
+}  // namespace
 
 std::span<const Target> targets() {
   static const std::vector<Target> table = {
@@ -17,6 +29,19 @@ std::span<const Target> targets() {
        .help = "netlist, .blif",
        .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
        .print = [](Module* module) { module->printBLIF(); }},
+      {.option = "vhdl",
+       .help = "write a VHDL entity of bits, MODULE.vhdl",
+       .file = {.extension = ".vhdl"},
+       .print = [](Module* module) { print_vhdl(module, false); }},
+      {.option = "vhdl-altera",
+       .help = "write a VHDL entity of std_logic, MODULE.vhdl",
+       .file = {.extension = ".vhdl"},
+       .print = [](Module* module) { print_vhdl(module, true); }},
+      {.option = "systemc",
+       .help = "write functions for a SystemC model, MODULE_sc.cpp and MODULE_sc.h",
+       .file = {.extension = "_sc.cpp"},
+       .print = print_systemc,
+       .beside = "_sc.h"},
   };
   return table;
 }

@@ -25,6 +25,9 @@ struct Target {
   std::vector<std::string> paths(const Module& module, const TargetRules& rules) const;
 };
 
+/// Writes the two texts of `Module::SYSTEMC_put`, which has no print operation of its own.
+void print_systemc(Module* module);
+
 /// All target languages.
 std::span<const Target> targets();
 /// That of an option, which must exist.

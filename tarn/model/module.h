@@ -232,6 +232,11 @@ class Module {
   void printBLIF();
   /// The number is not read.
   void BLIF_put(std::ostream& out, int keep);
+  /// Elements are std_logic under Compilation::VHDLALTERAFlag.
+  void printVHDL();
+  /// Elements are bit, or std_logic if `altera` is not 0.
+  void VHDL_put(std::ostream& out, int altera);
+  void SYSTEMC_put(std::ostream& body, std::ostream& header);
 
   // Compilation of the body (tarn/zu).
   /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.

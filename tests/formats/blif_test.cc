@@ -56,12 +56,7 @@ void check_blif(const TargetCase& test) {
   run_tool("iverilog -o bench bench.v abc.v", folder);
   std::vector<std::vector<int>> rows = rows_of_bits(run_tool("vvp -n bench", folder));
   if (!test.finalised())
-    for (std::vector<int>& row : rows) {
-      std::vector<int> statuses_first;
-      for (size_t rail : {0, 1})
-        for (size_t bit = rail; bit < row.size(); bit += 2) statuses_first.push_back(row[bit]);
-      row = statuses_first;
-    }
+    for (std::vector<int>& row : rows) row = statuses_first(row);
   test.expect_trace(rows);
 
   run_tool(

@@ -6,28 +6,10 @@
 #include <sstream>
 
 #include "tests/formats/target_case.h"
+#include "tests/formats/thermostat_data.h"
 
 namespace kiva::test {
 namespace {
-
-/// What a user writes for the values of the thermostat.
-const char* const thermostat_data = R"(typedef double celsius;
-typedef double fahrenheit;
-)";
-const char* const thermostat_functions = R"(#include "thermostat.h"
-const celsius zero_celsius = 0, ceiling = 25;
-const fahrenheit zero_fahrenheit = 0;
-celsius lower_of(celsius a, celsius b) { return a < b ? a : b; }
-celsius factory_setting(void) { return 19; }
-fahrenheit to_fahrenheit(celsius value) { return value * 9 / 5 + 32; }
-)";
-
-/// A value text as a literal; what is no number is none.
-std::string literal(const std::string& text) {
-  char* end = nullptr;
-  std::strtod(text.c_str(), &end);
-  return end != text.c_str() && *end == 0 ? text : "NAN";
-}
 
 /// The name under which the header declares the reaction.
 std::string reaction_name(const std::string& header) {
@@ -76,7 +58,7 @@ std::string harness(const TargetCase& test, const std::string& header_file) {
     for (size_t i = 0; i < bits.size(); ++i) {
       add(std::to_string(bits[i]));
       if (i < test.inputs().size() && test.inputs()[i]->isValued(test.module()))
-        add(literal(instant.texts[i]));
+        add(value_literal(instant.texts[i]));
     }
     const std::string outputs =
         arguments.empty() ? pointers.substr(pointers.empty() ? 0 : 2) : pointers;
@@ -92,8 +74,9 @@ void check_c(const TargetCase& test) {
   test.write("--c");
   const std::string m = test.module()->getName();
   const bool valued = m == "thermostat";
-  test.add_file("C_data_user_" + m + ".h", valued ? thermostat_data : "");
-  test.add_file("data.c", valued ? thermostat_functions : "extern int unused;\n");
+  test.add_file("C_data_user_" + m + ".h", valued ? thermostat_types : "");
+  test.add_file("data.c", valued ? std::string("#include \"thermostat.h\"\n") + thermostat_functions
+                                 : "extern int unused;\n");
   test.add_file("harness.c", harness(test, m + ".h"));
   const std::filesystem::path folder = std::filesystem::path(test.file("")).parent_path();
   run_tool("gcc -std=c11 -Wall -Wextra -o run harness.c data.c '" + m + ".c'", folder);

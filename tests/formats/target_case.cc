@@ -208,4 +208,17 @@ std::vector<std::vector<int>> rows_of_bits(const std::string& text) {
   return rows;
 }
 
+std::vector<int> statuses_first(const std::vector<int>& rails) {
+  std::vector<int> row;
+  for (size_t rail : {0, 1})
+    for (size_t bit = rail; bit < rails.size(); bit += 2) row.push_back(rails[bit]);
+  return row;
+}
+
+std::string value_literal(const std::string& text) {
+  char* end = nullptr;
+  std::strtod(text.c_str(), &end);
+  return end != text.c_str() && *end == 0 ? text : "NAN";
+}
+
 }  // namespace kiva::test

@@ -88,4 +88,10 @@ std::string run_tool(const std::string& command, const std::filesystem::path& fo
 /// The bits of a text: one row a line, each "0" or "1" one bit; other characters are skipped.
 std::vector<std::vector<int>> rows_of_bits(const std::string& text);
 
+/// Rails that come signal by signal, with all statuses before all values.
+std::vector<int> statuses_first(const std::vector<int>& rails);
+
+/// A value as a literal of the C languages; what is no number is none.
+std::string value_literal(const std::string& text);
+
 }  // namespace kiva::test

@@ -37,5 +37,46 @@ TEST(Told, Blif) {
   });
 }
 
+TEST(Told, Vhdl) {
+  for_each_told([](Module* module, const std::string& name) {
+    std::ostringstream bits, logic;
+    module->VHDL_put(bits, 0);
+    module->VHDL_put(logic, 1);
+    expect_told(name + ".vhdl", bits.str());
+    if (name == "toggle") expect_told("toggle_altera.vhdl", logic.str());
+  });
+}
+
+TEST(Told, VhdlOfAWoodIsThatOfItsModule) {
+  const TargetCase test = named_case("toggle.zuc");
+  Bddexpressionwood* wood = test.module()->getBddWood();
+  std::ostringstream whole, part, one;
+  test.module()->VHDL_put(whole, 0);
+  wood->Put_vhdl(part, "toggle_node", {"_s_T"}, {"_s_Q"}, {"_s_R <= '0'"}, {"_s_R <= _s_RN"});
+  EXPECT_NE(whole.str().find("begin\n-- state and output computation\n" + part.str() + "end "),
+            std::string::npos)
+      << part.str();
+  wood->my_bdd_manager()->Bdd_global_clear_marks();
+  for (long index : wood->earliest_sort())
+    wood->Exp_table()[index]->put_vhdl(one, "toggle_node", {"_s_Q"});
+  EXPECT_TRUE(part.str().ends_with("-- actualisation\n" + one.str())) << one.str();
+}
+
+TEST(Told, SystemC) {
+  for_each_told([](Module* module, const std::string& name) {
+    std::ostringstream body, header;
+    module->SYSTEMC_put(body, header);
+    expect_told(name + "_sc.cpp", body.str());
+    expect_told(name + "_sc.h", header.str());
+  });
+  std::ostringstream sums;
+  named_case("toggle.zuc").module()->getBddWood()->Put_systemc(sums);
+  EXPECT_EQ(sums.str(),
+            "    _s_Q <= _s_T && ! _s_R || ! _s_T && _s_R;\n"
+            "    _v_Q <= _s_T && _s_R || ! _s_T && ! _s_R;\n"
+            "    _s_RN <= _s_T && ! _s_R || ! _s_T && _s_R;\n"
+            "    _v_RN <= _s_T && _s_R || ! _s_T && ! _s_R;\n");
+}
+
 }  // namespace
 }  // namespace kiva::test
