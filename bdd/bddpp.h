@@ -163,6 +163,11 @@ class bddpp_manager {
   /// The product of the cofactors of f by the cubes of c. Where c is no cube the result need not
   /// agree with f on c.
   bdd Bdd_reduce(const bdd& f, const bdd& c);
+  /// A cofactor of f by any c that is not zero: agrees with f on c, and takes no value that f does
+  /// not take there. By a product it is Bdd_cube_reduce. f itself for c zero.
+  bdd Bdd_constrain(const bdd& f, const bdd& c);
+  /// Quantifies all variables of a product of positive literals out of the and of f and g.
+  bdd Bdd_and_exist(const bdd& f, const bdd& g, const bdd& variables);
   /// Substitutes g for the variable v; zero when v is no variable.
   bdd Bdd_compose(const bdd& f, const bdd& v, const bdd& g);
   /// Substitutes at once for the variable of each given index; later entries win.
@@ -245,6 +250,12 @@ class bddpp_manager {
   bdd Minterm(int m, int n, const bdd* vars);
   void Truth_table(const bdd& f, int n, const bdd* vars, char* out);
   void Bdd_truth_table(const bdd& f, int n, const bdd* vars, bdd* out);
+
+  // Expression text (expression_parser.h). The empty text is zero; what is refused is reported, and
+  // zero. `error` is 0 on success; `priority` is the prefix in angle brackets, 0 without one.
+  bdd Parse_expression(const std::string& text, int* priority, int* error);
+  /// Refuses a prefix.
+  bdd Parse_expression(const std::string& text, int* error);
 
   // Associations of functions with variables.
   void Bdd_assoc_bdd_to_var(const bdd& f, const bdd& v);
