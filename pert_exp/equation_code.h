@@ -37,4 +37,17 @@ equation_code_texts c_equation_texts(bddpp_manager* manager, const std::string& 
                                      const std::list<std::string>& outputs,
                                      const std::string& prefix, const std::string& suffix);
 
+/// Those of SMV, with nodes as definitions named "node_" and a number.
+equation_code_texts smv_equation_texts(bddpp_manager* manager);
+
+/// Those of Lustre, with nodes as elements of an array, or as variables named array, "_", a number.
+equation_code_texts lustre_equation_texts(bddpp_manager* manager, const std::string& array);
+equation_code_texts lustre_arrayless_texts(bddpp_manager* manager, const std::string& array);
+
+/// The function as a condition of Esterel, with the names that `name` gives for variables.
+std::string esterel_condition(const bdd& f, const std::function<std::string(long index)>& name);
+/// The emission of a signal under a condition.
+void put_esterel_emission(std::ostream& out, const std::string& signal,
+                          const std::string& condition);
+
 }  // namespace kiva

@@ -127,6 +127,9 @@ class Bddexpressionwood {
   void Put_zuc(std::ostream& os, long* map, int debug);
   // Texts of the equations in the order of earliest_sort (equation_code.cc, ...).
   void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
+  void Put_lustre(std::ostream& out, const std::string& array);
+  void Put_lustre_arrayless(std::ostream& out, const std::string& array);
+  void Put_esterel(std::ostream& out);
   /// Reports each variable whose stored readers differ from those computed.
   void coherence_dependances_check(std::ostream& out) const;
   void delete_prefixe_names(const std::string& prefix);

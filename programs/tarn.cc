@@ -177,8 +177,10 @@ bool write(Module* module, const Options& options) {
     if (!options.quiet) std::cout << options.folder << "/kiva_" << module->getName() << ".cc\n";
   }
   bool good = true;
-  for (const Target* target : options.targets)
-    good = write_target(module, *target, options) && good;
+  // What finalises the module comes last: the other texts show it as it is.
+  for (bool finalises : {false, true})
+    for (const Target* target : options.targets)
+      if (target->finalises == finalises) good = write_target(module, *target, options) && good;
   return good;
 }
 

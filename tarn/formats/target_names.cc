@@ -51,13 +51,23 @@ std::string TargetNames::legal(const std::string& name) const {
   return (text.empty() || text.starts_with('_') ? "v" : "v_") + text;
 }
 
+bool TargetNames::is_taken(const std::string& name) const {
+  const std::string key = folded(name);
+  return taken_.contains(key) ||
+         std::any_of(numbered_.begin(), numbered_.end(), [&](const std::string& prefix) {
+           return key.size() > prefix.size() && key.starts_with(prefix) &&
+                  std::all_of(key.begin() + static_cast<std::ptrdiff_t>(prefix.size()), key.end(),
+                              is_digit);
+         });
+}
+
 std::string TargetNames::give(const std::string& wanted, const std::string& what,
                               const std::string& original) {
   if (!check_) return wanted;
   const std::string base = legal(wanted);
   const bool keyword = is_keyword(base);
   std::string name = base;
-  for (int i = 1; is_keyword(name) || taken_.contains(folded(name)); ++i)
+  for (int i = 1; is_keyword(name) || is_taken(name); ++i)
     name = base + (base.ends_with('_') ? "" : "_") + std::to_string(i);
   taken_.insert(folded(name));
   if (name != wanted && !what.empty())

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 namespace kiva {
 
@@ -28,6 +29,8 @@ class TargetNames {
 
   /// Takes a name of the text's own.
   void reserve(const std::string& name) { taken_.insert(folded(name)); }
+  /// Takes all names that are the prefix and a number.
+  void reserve_numbered(const std::string& prefix) { numbered_.push_back(folded(prefix)); }
   /// The name closest to the wanted one that is free. A change is told on the error stream where
   /// `what` (as "signal", "module") is not empty; `original` is the name that its user knows.
   std::string give(const std::string& wanted, const std::string& what, const std::string& original);
@@ -38,10 +41,12 @@ class TargetNames {
 
  private:
   std::string folded(const std::string& name) const;
+  bool is_taken(const std::string& name) const;
 
   const NameShape* shape_;
   bool check_;
   std::unordered_set<std::string> taken_;
+  std::vector<std::string> numbered_;
 };
 
 }  // namespace kiva

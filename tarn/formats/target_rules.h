@@ -45,6 +45,27 @@ struct TargetRules {
   /// out: compilers warn of them.
   bool no_leftovers = false;
 
+  // SMV.
+  /// A module's parameters are its inputs, and its outputs definitions that are read from outside;
+  /// else outputs are parameters too, which the module defines a second time.
+  bool input_parameters = false;
+
+  // Lustre.
+  /// The node of a diagram is a variable, as it is declared; else an element of an array that
+  /// nothing declares.
+  bool node_variables = false;
+  /// A signal's further bindings are tested as the first is; else their values stand without test.
+  bool tested_bindings = false;
+  /// A constant without value has its type.
+  bool typed_constants = false;
+  /// The operator Not keeps a blank to its operand.
+  bool spaced_not = false;
+
+  // Lustre, Esterel and SMV.
+  /// Lists are as the language has them: commas between names only, "||" between statements, a type
+  /// behind each parameter, no heading without what it heads.
+  bool proper_lists = false;
+
   static constexpr TargetRules told() { return {}; }
   static constexpr TargetRules working() {
     TargetRules rules;
@@ -52,6 +73,8 @@ struct TargetRules {
     rules.files = rules.data_tests = rules.data_triggers = rules.brackets = true;
     rules.pointer_reads = rules.static_state = rules.logical_or = rules.real_header = true;
     rules.guarded_truth = rules.no_leftovers = true;
+    rules.input_parameters = rules.node_variables = rules.tested_bindings = true;
+    rules.typed_constants = rules.spaced_not = rules.proper_lists = true;
     return rules;
   }
 };

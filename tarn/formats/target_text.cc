@@ -294,7 +294,10 @@ DataBinding* TargetText::triggered(const TargetEquation& equation) const {
 
 std::string TargetText::wanted_name(long index) const {
   std::string name = manager()->Name_var_by_index(index);
-  if (!rules_.names || !finalised()) return name;
+  if (!rules_.names) return name;
+  if (!finalised())
+    return name.starts_with('_') && !target_.shape.may_begin_with_underscore ? name.substr(1)
+                                                                             : name;
   // A module that was read again bears the names of one that has just been finalised.
   if (auto at = original_names_.find(index); at != original_names_.end()) name = at->second;
   std::replace(name.begin(), name.end(), '@', '_');
@@ -307,6 +310,7 @@ void TargetText::take_names() {
   module_name_ = target_.names_module ? names_.give(module_name_, "module", module_name_)
                                       : names_.legal(module_name_);
   if (target_.has_data) reserve_data_names(names_);
+  if (target_.node_prefix) names_.reserve_numbered(target_.node_prefix(module_name_));
   if (target_.own_names)
     for (const std::string& name : target_.own_names(module_name_)) names_.reserve(name);
   const auto take = [&](long index) {
@@ -361,6 +365,10 @@ equation_code_texts TargetText::numbered(equation_code_texts texts) const {
   if (!texts.read) texts.read = [this](long index) { return name(index); };
   if (!texts.left) texts.left = texts.read;
   if (!texts.nodes.name) texts.nodes.name = texts.read;
+  if (rules_.brackets) {
+    texts.nodes.first_open = texts.nodes.second_open = "(";
+    texts.nodes.first_close = texts.nodes.second_close = ")";
+  }
   texts.nodes.number = [this](const bdd_node* node) { return node_number(node); };
   return texts;
 }

@@ -42,6 +42,8 @@ class TargetText {
     bool told_wires = false;
     /// The module's name stands alone in the text; else it is only a part of other names.
     bool names_module = true;
+    /// What the text's numbered names begin with: those of its nodes, where each has one.
+    std::function<std::string(const std::string& module)> node_prefix = {};
     /// Names that the text makes of the module's (already legal) name: those of its functions and
     /// tables.
     std::function<std::vector<std::string>(const std::string& module)> own_names = {};
@@ -108,7 +110,8 @@ class TargetText {
   long node_number(const bdd_node* node) const;
   /// Entries of the table: runs the writing of all equations once, to nowhere.
   long count_nodes(const std::function<void(std::ostream&)>& put_equations) const;
-  /// Gives the texts this text's node numbers, and names where `read` and `left` leave them open.
+  /// Gives the texts this text's node numbers, brackets by the rule, and names where `read` and
+  /// `left` leave them open.
   equation_code_texts numbered(equation_code_texts texts) const;
 
  private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 
 namespace kiva {
@@ -13,6 +14,28 @@ std::span<const Target> targets() {
        .file = {.extension = ".c"},
        .print = [](Module* module) { module->printC(); },
        .beside = ".h"},
+      {.option = "smv",
+       .help = "write SMV text with a main module, MODULE.smv",
+       .file =
+           {.extension = ".smv", .in_folder = true, .tells_existing = true, .tells_failure = true},
+       .print = [](Module* module) { module->printSMV(); },
+       .finalises = true},
+      {.option = "lustre",
+       .help = "write a Lustre node, MODULE.lus",
+       .file = {.extension = ".lus"},
+       .print =
+           [](Module* module) {
+             print_target(*module, target("lustre").file, Compilation::target_rules,
+                          [&](std::ostream& out) { module->LUSTRE_put(out, 0); });
+           }},
+      {.option = "esterel",
+       .help = "write an Esterel module, MODULE.strl",
+       .file = {.extension = ".strl"},
+       .print =
+           [](Module* module) {
+             print_target(*module, target("esterel").file, Compilation::target_rules,
+                          [&](std::ostream& out) { module->ESTEREL_put(out, 0); });
+           }},
   };
   return table;
 }

@@ -229,6 +229,16 @@ class Module {
   void C_put_equation(std::ostream& out, const std::string& array,
                       const std::list<std::string>& outputs);
 
+  /// A module that is not finalised is finalised first. The numbers are not read.
+  void printSMV();
+  void NUSMV_put(std::ostream& out, int, int);
+  /// The number is not read.
+  void LUSTRE_put(std::ostream& out, int);
+  /// The told text of all equations, in order.
+  void LUSTRE_put_equation(std::ostream& out, const std::string& array);
+  /// The number is not read.
+  void ESTEREL_put(std::ostream& out, int);
+
   // Compilation of the body (tarn/zu).
   /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.
   bool compile();
