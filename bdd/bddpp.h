@@ -335,6 +335,8 @@ class bddpp_manager {
   // children first, which marks them. Entries of the table have the nodes' global ids. A writer
   // clears the marks once for all its functions.
   void Print_node_code(const node_code_texts& texts, std::ostream& out, bdd_node* node);
+  /// Tables of BLIF, of which only `table`, `number` and `name` count.
+  void Print_node_code_BLIF(const node_code_texts& texts, std::ostream& out, bdd_node* node);
   void Print_node_for_eval(const std::string& or_text, const std::string& and_text,
                            const std::string& not_open, const std::string& not_close,
                            const std::string& var_prefix, const std::string& var_suffix,

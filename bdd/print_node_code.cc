@@ -194,15 +194,23 @@ void bddpp_manager::Print_node_for_eval_VHDL_reset_input(const std::string& arra
 
 void bddpp_manager::Print_node_for_eval_BLIF(const std::string& table, std::ostream& out,
                                              bdd_node* root) {
+  node_code_texts texts;
+  texts.table = table;
+  Print_node_code_BLIF(texts, out, root);
+}
+
+void bddpp_manager::Print_node_code_BLIF(const node_code_texts& t, std::ostream& out,
+                                         bdd_node* root) {
   const auto entry = [&](const bdd_node* node) {
-    return table + "_" + std::to_string(node->global_id());
+    return t.table + "_" + std::to_string(t.number ? t.number(node) : node->global_id());
   };
   for_each_from_below(root, [&](const bdd_node& node) {
     if (&node == internal_bdd_node_one) {
       out << ".names " << entry(&node) << "\n1\n";
       return;
     }
-    out << ".names " << Name_var_by_index(node.var_index()) << ' ';
+    out << ".names " << (t.name ? t.name(node.var_index()) : Name_var_by_index(node.var_index()))
+        << ' ';
     if (node.is_var(internal_bdd_node_one)) {
       out << entry(&node) << "\n1 1\n";
       return;

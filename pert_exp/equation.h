@@ -110,6 +110,9 @@ class Bddexpression {
     put_c(out, array, outputs, "", "");
   }
 
+  /// The same as BLIF tables; a node is `prefix`, "_" and its number.
+  void put_blif(std::ostream& out, const std::string& prefix);
+
   /// The assignment in Lustre (lustre_code.cc): the nodes as elements of an array, or as variables
   /// with the array's name in front, or none, the function being a sum of products.
   void put_lustre(std::ostream& out, const std::string& array);

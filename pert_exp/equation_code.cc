@@ -27,6 +27,20 @@ void put_equation_code(std::ostream& out, const equation_code_texts& texts, long
       << texts.nodes.entry_close << texts.end << '\n';
 }
 
+void put_blif_equation(std::ostream& out, const equation_code_texts& texts, long index,
+                       const bdd& f) {
+  bddpp_manager* manager = f.manager_ref();
+  if (is_copy(f)) {
+    out << ".names " << texts.read(manager->Bdd_if_index(f)) << ' ' << texts.left(index)
+        << "\n1 1\n";
+    return;
+  }
+  manager->Print_node_code_BLIF(texts.nodes, out, f.node());
+  out << ".names " << texts.nodes.table << '_'
+      << (texts.nodes.number ? texts.nodes.number(f.node()) : f.node()->global_id()) << ' '
+      << texts.left(index) << (f.link_type() == -1 ? "\n0 1\n" : "\n1 1\n");
+}
+
 equation_code_texts c_equation_texts(bddpp_manager* manager, const std::string& array,
                                      const std::list<std::string>& outputs,
                                      const std::string& prefix, const std::string& suffix) {
@@ -59,6 +73,20 @@ void Bddexpressionwood::Put_c(std::ostream& out, const std::string& array,
                               const std::list<std::string>& outputs) {
   man->Bdd_global_clear_marks();
   for (long index : earliest_sort()) exp_table[index]->put_c(out, array, outputs);
+}
+
+void Bddexpression::put_blif(std::ostream& out, const std::string& prefix) {
+  bddpp_manager* manager = my_bdd_manager();
+  if (manager == nullptr || !bdd_var.initialised() || !bdd_exp.initialised()) return;
+  equation_code_texts texts;
+  texts.nodes.table = prefix;
+  texts.read = texts.left = [manager](long index) { return manager->Name_var_by_index(index); };
+  put_blif_equation(out, texts, my_index_var(), bdd_exp);
+}
+
+void Bddexpressionwood::Put_blif(std::ostream& out, const std::string& prefix) {
+  man->Bdd_global_clear_marks();
+  for (long index : earliest_sort()) exp_table[index]->put_blif(out, prefix);
 }
 
 }  // namespace kiva

@@ -29,6 +29,10 @@ struct equation_code_texts {
 void put_equation_code(std::ostream& out, const equation_code_texts& texts, long index,
                        const bdd& f);
 
+/// The same as BLIF tables, where `left` and `read` name the two variables.
+void put_blif_equation(std::ostream& out, const equation_code_texts& texts, long index,
+                       const bdd& f);
+
 /// Whether the text of f is a copy of a variable.
 bool is_copy(const bdd& f);
 

@@ -127,6 +127,7 @@ class Bddexpressionwood {
   void Put_zuc(std::ostream& os, long* map, int debug);
   // Texts of the equations in the order of earliest_sort (equation_code.cc, ...).
   void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
+  void Put_blif(std::ostream& out, const std::string& prefix);
   void Put_lustre(std::ostream& out, const std::string& array);
   void Put_lustre_arrayless(std::ostream& out, const std::string& array);
   void Put_esterel(std::ostream& out);

@@ -53,12 +53,12 @@ std::string TargetNames::legal(const std::string& name) const {
 
 bool TargetNames::is_taken(const std::string& name) const {
   const std::string key = folded(name);
-  return taken_.contains(key) ||
-         std::any_of(numbered_.begin(), numbered_.end(), [&](const std::string& prefix) {
-           return key.size() > prefix.size() && key.starts_with(prefix) &&
-                  std::all_of(key.begin() + static_cast<std::ptrdiff_t>(prefix.size()), key.end(),
-                              is_digit);
-         });
+  const auto is_numbered = [&](const std::string& prefix) {
+    return key.size() > prefix.size() && key.starts_with(prefix) &&
+           std::all_of(key.begin() + static_cast<std::ptrdiff_t>(prefix.size()), key.end(),
+                       is_digit);
+  };
+  return taken_.contains(key) || std::any_of(numbered_.begin(), numbered_.end(), is_numbered);
 }
 
 std::string TargetNames::give(const std::string& wanted, const std::string& what,
@@ -71,13 +71,17 @@ std::string TargetNames::give(const std::string& wanted, const std::string& what
     name = base + (base.ends_with('_') ? "" : "_") + std::to_string(i);
   taken_.insert(folded(name));
   if (name != wanted && !what.empty())
-    std::cerr << shape_->target << ": " << what << " \"" << original << "\" is written as \""
-              << name << "\": "
-              << (base != wanted ? "no name there"
-                  : keyword      ? "a keyword there"
-                                 : "the name is taken")
-              << '\n';
+    tell(what, original, name,
+         base != wanted ? "no name there"
+         : keyword      ? "a keyword there"
+                        : "the name is taken");
   return name;
+}
+
+void TargetNames::tell(const std::string& what, const std::string& original,
+                       const std::string& name, const char* reason) const {
+  std::cerr << shape_->target << ": " << what << " \"" << original << "\" is written as \"" << name
+            << "\": " << reason << '\n';
 }
 
 }  // namespace kiva

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <initializer_list>
-#include <set>
 #include <string>
-#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -29,22 +27,26 @@ class TargetNames {
 
   /// Takes a name of the text's own.
   void reserve(const std::string& name) { taken_.insert(folded(name)); }
-  /// Takes all names that are the prefix and a number.
+  /// Takes `prefix` with any number behind it.
   void reserve_numbered(const std::string& prefix) { numbered_.push_back(folded(prefix)); }
   /// The name closest to the wanted one that is free. A change is told on the error stream where
   /// `what` (as "signal", "module") is not empty; `original` is the name that its user knows.
   std::string give(const std::string& wanted, const std::string& what, const std::string& original);
   std::string give(const std::string& wanted) { return give(wanted, "", wanted); }
+  /// Tells that a name has changed.
+  void tell(const std::string& what, const std::string& original, const std::string& name,
+            const char* reason) const;
   /// The name with what the target does not take replaced.
   std::string legal(const std::string& name) const;
   bool is_keyword(const std::string& name) const;
 
  private:
   std::string folded(const std::string& name) const;
-  bool is_taken(const std::string& name) const;
 
   const NameShape* shape_;
   bool check_;
+  bool is_taken(const std::string& name) const;
+
   std::unordered_set<std::string> taken_;
   std::vector<std::string> numbered_;
 };

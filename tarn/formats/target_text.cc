@@ -318,8 +318,13 @@ void TargetText::take_names() {
     const SignalRef* ref = reference(module_, index);
     const std::string wood_name = manager()->Name_var_by_index(index);
     const bool is_status = ref != nullptr && ref->getBddStatusId(wood_) == index;
-    name_of_[index] =
-        names_.give(wanted_name(index), "signal", is_status ? ref->getOriginalName() : wood_name);
+    const std::string original = is_status ? ref->getOriginalName() : wood_name;
+    const std::string wanted = wanted_name(index);
+    const std::string name = names_.give(wanted, "signal", original);
+    name_of_[index] = name;
+    // That "@" and "_" in front are replaced is known of locals, but changes an interface.
+    if (finalised() && interface_.contains(index) && name == wanted && wanted != original)
+      names_.tell("signal", original, name, "no name of a finalised module");
   };
   const auto take_value = [&](const Signal* signal) {
     if (target_.has_data && is_valued(signal))

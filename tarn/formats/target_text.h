@@ -42,7 +42,8 @@ class TargetText {
     bool told_wires = false;
     /// The module's name stands alone in the text; else it is only a part of other names.
     bool names_module = true;
-    /// What the text's numbered names begin with: those of its nodes, where each has one.
+    /// Made of the module's name: what stands before the number in the name of a node; none for a
+    /// table.
     std::function<std::string(const std::string& module)> node_prefix = {};
     /// Names that the text makes of the module's (already legal) name: those of its functions and
     /// tables.

@@ -14,6 +14,10 @@ std::span<const Target> targets() {
        .file = {.extension = ".c"},
        .print = [](Module* module) { module->printC(); },
        .beside = ".h"},
+      {.option = "blif",
+       .help = "write a netlist for logic synthesis, MODULE.blif",
+       .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
+       .print = [](Module* module) { module->printBLIF(); }},
       {.option = "smv",
        .help = "write SMV text with a main module, MODULE.smv",
        .file =

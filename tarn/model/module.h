@@ -228,6 +228,9 @@ class Module {
   /// The told text of all equations, in order; names in `outputs` are pointers.
   void C_put_equation(std::ostream& out, const std::string& array,
                       const std::list<std::string>& outputs);
+  void printBLIF();
+  /// The number is not read.
+  void BLIF_put(std::ostream& out, int keep);
 
   /// A module that is not finalised is finalised first. The numbers are not read.
   void printSMV();

@@ -117,11 +117,11 @@ void check_c(const TargetCase& test) {
   test.expect_trace(seen);
 }
 
-TEST(C, RunsAsTheSimulatorDoes) {
+TEST(CTools, RunsAsTheSimulatorDoes) {
   for_each_case(true, check_c);
 }
 
-TEST(C, RandomProgramsRunAsTheSimulatorDoes) {
+TEST(CTools, RandomProgramsRunAsTheSimulatorDoes) {
   for_random_cases(12, check_c);
 }
 

@@ -121,21 +121,45 @@ void TargetCase::expect_trace(const std::vector<std::vector<int>>& seen) const {
   }
 }
 
-void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)>& check) {
+namespace {
+
+/// The sources of all cases, in an order of their own.
+std::vector<fs::path> sources() {
   const fs::path root(KIVA_SOURCE);
-  int examples = 0;
-  for (const auto& entry : fs::recursive_directory_iterator(root / "examples")) {
-    const fs::path source = entry.path();
-    if (source.extension() != ".zu" && source.extension() != ".zuc") continue;
-    const TargetCase example(source, fs::path(source).replace_extension(".stimuli"));
-    if (!unfinalised && !example.finalised()) continue;
-    check(example);
-    ++examples;
+  std::vector<fs::path> found;
+  for (const char* folder : {"examples", "tests/system/circuits", "tests/formats/cases"})
+    for (const auto& entry : fs::recursive_directory_iterator(root / folder))
+      if (entry.path().extension() == ".zu" || entry.path().extension() == ".zuc")
+        found.push_back(entry.path());
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+TargetCase case_of(const fs::path& source) {
+  return {source, fs::path(source).replace_extension(".stimuli")};
+}
+
+}  // namespace
+
+TargetCase named_case(const std::string& file_name) {
+  for (const fs::path& source : sources())
+    if (source.filename() == file_name) return case_of(source);
+  throw std::runtime_error("no case " + file_name);
+}
+
+void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)>& check) {
+  int cases = 0;
+  for (const fs::path& source : sources()) {
+    const TargetCase test = case_of(source);
+    if (!unfinalised && !test.finalised()) continue;
+    check(test);
+    ++cases;
   }
-  EXPECT_GE(examples, 14);
-  const fs::path circuits = root / "tests/system/circuits";
-  for (const std::string name : {"s27", "planet", "s1423"})
-    check(TargetCase(circuits / (name + ".zuc"), circuits / (name + ".stimuli")));
+  EXPECT_GE(cases, 18);
+}
+
+void expect_told(const std::string& file_name, const std::string& text) {
+  EXPECT_EQ(text, read_text(KIVA_SOURCE "/tests/formats/told/" + file_name)) << file_name;
 }
 
 void for_random_cases(int count, const std::function<void(const TargetCase&)>& check) {

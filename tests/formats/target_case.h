@@ -66,12 +66,19 @@ class TargetCase {
   std::vector<Instant> instants_;
 };
 
-/// Runs `check` on every shipped example and on the circuits s27, planet and s1423; `unfinalised`
-/// takes in the examples that are not finalised.
+/// Runs `check` on every shipped example, on the circuits s27, planet and s1423, and on the modules
+/// of the folder cases: names that targets cannot bear, and state in a module that is not
+/// finalised. Without `unfinalised` only what is finalised.
 void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)>& check);
 
 /// Runs `check` on compiled random programs over random stimuli.
 void for_random_cases(int count, const std::function<void(const TargetCase&)>& check);
+
+/// Reads a module of the folder cases, of the examples or of the circuits by its file's name.
+TargetCase named_case(const std::string& file_name);
+
+/// Compares what a library operation has written with a file of the folder told.
+void expect_told(const std::string& file_name, const std::string& text);
 
 /// Runs a command of the shell in a folder; gives its standard output. Fails the test when the
 /// command fails, or, if `silent`, when it says anything on the error stream.
