@@ -5,6 +5,7 @@
 
 #include "tarn/formats/target_text.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/sexception.h"
 
 namespace kiva {
 
@@ -28,6 +29,9 @@ const TargetText::Target esterel_target{
                            "my_pre"},
               .may_begin_with_underscore = false},
     .told_wires = true};
+
+/// Products of a condition: a line of some megabytes.
+constexpr double longest_sum = 20000;
 
 class EsterelText {
  public:
@@ -109,6 +113,8 @@ class EsterelText {
     for (const TargetEquation& equation : text_.equations()) {
       if (proper_ && !first) out_ << "  ||\n";
       first = false;
+      if (text_.rules().bounded_sums && esterel_products(equation.f) > longest_sum)
+        throw IllegalOperationException("too long as a sum of products:", name(equation.index));
       put_esterel_emission(out_, name(equation.index), esterel_condition(equation.f, name));
     }
     if (proper_ && first) out_ << "  nothing\n";

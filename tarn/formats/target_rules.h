@@ -61,6 +61,11 @@ struct TargetRules {
   /// The operator Not keeps a blank to its operand.
   bool spaced_not = false;
 
+  // Esterel.
+  /// A condition of very many products is refused; else it is tried, up to the limit that ends the
+  /// process.
+  bool bounded_sums = false;
+
   // Lustre, Esterel and SMV.
   /// Lists are as the language has them: commas between names only, "||" between statements, a type
   /// behind each parameter, no heading without what it heads.
@@ -74,7 +79,7 @@ struct TargetRules {
     rules.pointer_reads = rules.static_state = rules.logical_or = rules.real_header = true;
     rules.guarded_truth = rules.no_leftovers = true;
     rules.input_parameters = rules.node_variables = rules.tested_bindings = true;
-    rules.typed_constants = rules.spaced_not = rules.proper_lists = true;
+    rules.typed_constants = rules.spaced_not = rules.bounded_sums = rules.proper_lists = true;
     return rules;
   }
 };

@@ -232,6 +232,11 @@ class Module {
   /// The number is not read.
   void BLIF_put(std::ostream& out, int keep);
 
+  /// Writes SimulationDir, the name, ".blif", of the module finalised, and runs gate_runner on it. A
+  /// message where the file cannot be written or the tool does not run; IllegalOperationException
+  /// for a module without equations.
+  void simulate();
+
   /// A module that is not finalised is finalised first. The numbers are not read.
   void printSMV();
   void NUSMV_put(std::ostream& out, int, int);
