@@ -89,12 +89,11 @@ void CFamilyText::put_parameters(std::ostream& out, const std::string& integer) 
     out << (first ? type : ", " + other_type) << name;
     first = false;
   };
-  const std::string pointer = std::string(integer).insert(3, "*");
+  const std::string pointer = "int* ";
   const auto put_status = [&](const Signal* signal, bool output) {
-    const std::string star = output ? "* " : " ";
-    put("int" + star, output ? pointer : integer, text_.name(signal));
+    put(output ? pointer : "int ", output ? pointer : integer, text_.name(signal));
     if (text_.is_valued(signal)) {
-      const std::string type = text_.type(signal) + star;
+      const std::string type = text_.type(signal) + (output ? "* " : " ");
       put(type, type, text_.value_name(signal));
     }
   };
@@ -103,11 +102,11 @@ void CFamilyText::put_parameters(std::ostream& out, const std::string& integer) 
   if (!text_.finalised())
     for (const Signal* input : text_.inputs()) put("int ", integer, text_.name(text_.value(input)));
   for (long index : text_.further_inputs()) put("int ", integer, text_.name(index));
-  for (long index : text_.rtl_rails()) put("int* ", pointer, text_.name(index));
+  for (long index : text_.rtl_rails()) put(pointer, pointer, text_.name(index));
   for (const Signal* output : text_.outputs()) put_status(output, true);
   if (!text_.finalised())
     for (const Signal* output : text_.outputs())
-      put("int* ", pointer, text_.name(text_.value(output)));
+      put(pointer, pointer, text_.name(text_.value(output)));
 }
 
 void CFamilyText::put_locals(std::ostream& out) const {

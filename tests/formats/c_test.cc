@@ -125,5 +125,33 @@ TEST(CTools, RandomProgramsRunAsTheSimulatorDoes) {
   for_random_cases(12, check_c);
 }
 
+TEST(CTools, TwoModulesLinkIntoOneProgram) {
+  const TempDir dir;
+  const std::string sources = KIVA_SOURCE "/examples/";
+  run_tool(KIVA_PROGRAMS "/tarn -q --c '" + sources + "watchdog/watchdog.zu' '" + sources +
+               "crossing/crossing.zu'",
+           dir.path());
+  dir.write("C_data_user_watchdog.h", "#include <stdbool.h>\n");
+  dir.write("C_data_user_crossing.h", "");
+  dir.write("main.cc",
+            "extern \"C\" {\n#include \"watchdog.h\"\n#include \"crossing.h\"\n}\n"
+            "int main() { watchdog_reset_automaton(); crossing_reset_automaton(); }\n");
+  run_tool("gcc -std=c11 -Wall -Wextra -c watchdog.c crossing.c && g++ main.cc *.o", dir.path());
+}
+
+TEST(C, AModuleThatWasSavedHasTheInterfaceItHad) {
+  for (const char* name : {"elevator", "reflex"}) {
+    const TempDir direct, read;
+    const std::string source = std::string(KIVA_SOURCE "/examples/") + name + "/" + name + ".zu";
+    run_tool(KIVA_PROGRAMS "/tarn -q --zuc --c '" + source + "'", direct.path());
+    run_tool(std::string(KIVA_PROGRAMS "/tarn -q --c -d '") + read.path().string() + "' " + name +
+                 ".zuc",
+             direct.path());
+    const std::string file = std::string(name) + ".h";
+    EXPECT_EQ(read_text(direct.file(file)), read_text(read.file(file)));
+    EXPECT_NE(read_text(direct.file(file)), "");
+  }
+}
+
 }  // namespace
 }  // namespace kiva::test

@@ -40,6 +40,33 @@ TEST(Tarn, WritesAServerForEachFile) {
   EXPECT_EQ(run.out, folder + "/first.zuc\n");
 }
 
+TEST(Tarn, WritesTargetTexts) {
+  const TempDir dir;
+  const std::string folder = dir.path().string();
+  const std::string source =
+      dir.write("copy.zu",
+                "module copy: Input: int; Output: o; loop { present int { emit o } >> pause } end");
+  ProgramRun run = run_program("tarn", "--c --blif --zuc -o x -d " + folder + " " + source);
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out,
+            folder + "/x.zuc\n" + folder + "/x.c\n" + folder + "/x.h\n" + folder + "/x.blif\n");
+  EXPECT_EQ(run.err, "C: signal \"int\" is written as \"int_1\": a keyword there\n");
+  EXPECT_THAT(read_text(dir.file("x.c")), HasSubstr("#include \"x.h\""));
+
+  // As it is read, and to the letter.
+  run = run_program("tarn", "-q --classic --c -d " + folder + " " + dir.file("x.zuc"));
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out + run.err, "");
+  EXPECT_THAT(read_text(dir.file("copy.c")), HasSubstr("_s_int"));
+
+  // A file that fails is the fault of its text alone.
+  std::filesystem::create_directory(dir.path() / "y.c");
+  run = run_program("tarn", "--c --blif -o y -d " + folder + " " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, folder + "/y.blif\n");
+  EXPECT_THAT(run.err, HasSubstr("Cannot open output file: " + folder + "/y.c\n"));
+}
+
 // Source text.
 
 const char* const two_modules =

@@ -1,0 +1,110 @@
+// What all targets share: files, refusals, and texts that do not depend on how the module came in.
+
+#include "tarn/formats/targets.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "tarn/formats/target_names.h"
+#include "tarn/model/compilation.h"
+#include "tests/formats/target_case.h"
+#include "tests/support/process_end.h"
+
+namespace kiva::test {
+namespace {
+
+/// Puts the statics of printing back.
+class Printing : public ::testing::Test {
+ protected:
+  void TearDown() override {
+    Module::OutputDir = Module::OutputFile = "";
+    Compilation::target_rules = TargetRules::told();
+  }
+  TempDir dir;
+};
+
+TEST_F(Printing, FilesAreNamedAfterTheModuleOrAsChosen) {
+  const TargetCase test = named_case("toggle.zuc");
+  Compilation::target_rules = TargetRules::working();
+  Module::OutputDir = dir.path().string();
+  for (const Target& target : targets()) {
+    SCOPED_TRACE(target.option);
+    const std::string& extension = target.file.extension;
+    for (const auto& [chosen, written] :
+         {std::pair<std::string, std::string>{"", "toggle" + extension},
+          {"foo", "foo" + extension},
+          {"foo" + extension, "foo" + extension},
+          {"a" + extension + "b", "a" + extension + "b" + extension}}) {
+      Module::OutputFile = chosen;
+      const auto paths = target.paths(*test.module(), Compilation::target_rules);
+      for (const std::string& path : paths) std::filesystem::remove(path);
+      const Outcome first = run_captured([&] { target.print(test.module()); });
+      EXPECT_EQ(first.err, "");
+      EXPECT_NE(read_text(dir.file(written)), "") << written;
+      EXPECT_EQ(paths[0], dir.file(written));
+      EXPECT_NE(run_captured([&] {
+                  target.print(test.module());
+                }).err.find("File: " + dir.file(written) + " already exists. File rewrited.\n"),
+                std::string::npos);
+    }
+    Module::OutputFile = "no/such/folder";
+    EXPECT_NE(run_captured([&] {
+                target.print(test.module());
+              }).err.find("Cannot open output file: " + dir.file("no/such/folder" + extension)),
+              std::string::npos);
+  }
+}
+
+TEST_F(Printing, ToldFilesOfC) {
+  const TargetCase test = named_case("toggle.zuc");
+  for (const char* chosen : {"foo.c", "foo"}) {
+    Module::OutputFile = dir.file(chosen);
+    test.module()->printC();
+    EXPECT_NE(read_text(dir.file("foo.c")).find("#include \"toggle.h\""), std::string::npos);
+    EXPECT_TRUE(std::filesystem::remove(dir.file("foo.h")));
+  }
+  Module::OutputFile = dir.file("no/such/folder");
+  EXPECT_EQ(run_captured([&] { test.module()->printC(); }).err, "");
+}
+
+TEST_F(Printing, ATestOnDataWithoutExpressionEndsTheProcess) {
+  const TargetCase test = named_case("thermostat.zuc");
+  test.module()->removeBinding("cold");
+  for (const TargetRules& rules : {TargetRules::told(), TargetRules::working()}) {
+    Compilation::target_rules = rules;
+    std::ostringstream body, header;
+    const Outcome outcome = run_captured([&] { test.module()->C_put(body, header); });
+    EXPECT_TRUE(outcome.ended);
+    EXPECT_EQ(outcome.err, "***error: abstract equation without bindind for:_s_cold\n");
+  }
+}
+
+TEST_F(Printing, NamesDoNotMeet) {
+  const NameShape shape{.target = "T",
+                        .keywords = {"end"},
+                        .case_matters = false,
+                        .may_begin_with_underscore = false,
+                        .may_end_with_underscore = false,
+                        .may_double_underscore = false};
+  TargetNames names(shape, true);
+  names.reserve("clk");
+  names.reserve_numbered("n_");
+  std::string given;
+  const Outcome outcome = run_captured([&] {
+    for (const char* name : {"a", "A", "a_1", "END", "clk", "_x", "vx", "y__z_", "y_z", "9", "...",
+                             "n_7", "n_x", "\xc3\xa9t\xc3\xa9"})
+      given += names.give(name, "signal", name) + " ";
+  });
+  EXPECT_EQ(given, "a A_1 a_1_1 END_1 clk_1 v_x vx y_z y_z_1 v_9 v n_7_1 n_x v_t ");
+  EXPECT_NE(outcome.err.find("T: signal \"END\" is written as \"END_1\": a keyword there\n"),
+            std::string::npos);
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 11);
+
+  TargetNames told(shape, false);
+  EXPECT_EQ(told.give("end") + told.give("end"), "endend");
+}
+
+}  // namespace
+}  // namespace kiva::test
