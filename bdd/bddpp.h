@@ -293,12 +293,6 @@ class bddpp_manager {
   std::string Print_sop_to_String(const std::string& or_text, const std::string& and_text,
                                   const std::string& not_text, const std::string& not_end,
                                   const bdd& f, int mode);
-  /// Each variable as `name` gives it for its index.
-  std::string Print_sop_to_String_named(const std::string& or_text, const std::string& and_text,
-                                        const std::string& not_text, const std::string& not_end,
-                                        const bdd& f,
-                                        const std::function<std::string(long index)>& name,
-                                        int mode);
   void Print_sop_pref_suff(const std::string& or_text, const std::string& and_text,
                            const std::string& not_text, const std::string& not_end,
                            std::ostream& out, const bdd& f, const std::string& prefix,

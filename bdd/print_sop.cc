@@ -111,13 +111,6 @@ std::string bddpp_manager::Print_sop_to_String(const std::string& or_text,
   return Print_sop_to_String_pref_suff(or_text, and_text, not_text, not_end, f, "", "", mode);
 }
 
-std::string bddpp_manager::Print_sop_to_String_named(
-    const std::string& or_text, const std::string& and_text, const std::string& not_text,
-    const std::string& not_end, const bdd& f, const std::function<std::string(long index)>& name,
-    int mode) {
-  return sum_text(*this, or_text, {and_text, not_text, not_end}, f, mode, name);
-}
-
 void bddpp_manager::Print_sop_pref_suff(const std::string& or_text, const std::string& and_text,
                                         const std::string& not_text, const std::string& not_end,
                                         std::ostream& out, const bdd& f, const std::string& prefix,

@@ -48,11 +48,7 @@ equation_code_texts smv_equation_texts(bddpp_manager* manager);
 equation_code_texts lustre_equation_texts(bddpp_manager* manager, const std::string& array);
 equation_code_texts lustre_arrayless_texts(bddpp_manager* manager, const std::string& array);
 
-/// The function as a condition of Esterel, with the names that `name` gives for variables.
-std::string esterel_condition(const bdd& f, const std::function<std::string(long index)>& name);
-/// How many products that condition has.
-double esterel_products(const bdd& f);
-/// The emission of a signal under a condition.
+/// The emission of a signal in Esterel under a condition.
 void put_esterel_emission(std::ostream& out, const std::string& signal,
                           const std::string& condition);
 

@@ -3,9 +3,9 @@
 
 #include <ostream>
 
+#include "tarn/formats/sum_text.h"
 #include "tarn/formats/target_text.h"
 #include "tarn/model/compilation.h"
-#include "tarn/model/sexception.h"
 
 namespace kiva {
 
@@ -29,9 +29,6 @@ const TargetText::Target esterel_target{
                            "my_pre"},
               .may_begin_with_underscore = false},
     .told_wires = true};
-
-/// Products of a condition: a line of some megabytes.
-constexpr double longest_sum = 20000;
 
 class EsterelText {
  public:
@@ -108,14 +105,17 @@ class EsterelText {
   }
 
   void put_equations() {
-    const auto name = [this](long index) { return text_.name(index); };
+    const SumTexts sums{.or_text = " or ",
+                        .and_text = " and ",
+                        .not_text = "not ",
+                        .zero = "not tick",
+                        .one = "tick",
+                        .level = 0};
     bool first = true;
     for (const TargetEquation& equation : text_.equations()) {
       if (proper_ && !first) out_ << "  ||\n";
       first = false;
-      if (text_.rules().bounded_sums && esterel_products(equation.f) > longest_sum)
-        throw IllegalOperationException("too long as a sum of products:", name(equation.index));
-      put_esterel_emission(out_, name(equation.index), esterel_condition(equation.f, name));
+      put_esterel_emission(out_, text_.name(equation.index), sum_text(text_, sums, equation));
     }
     if (proper_ && first) out_ << "  nothing\n";
   }

@@ -29,6 +29,9 @@ struct TargetRules {
   bool data_triggers = false;
   /// Operands that are operations stand in brackets, and so do both halves of a node.
   bool brackets = false;
+  /// An equation with more products than a list may hold is an error of its file alone; else it
+  /// ends the process.
+  bool refuse_large_sums = false;
 
   // The C family.
   /// Outputs are read through their pointers.
@@ -61,11 +64,6 @@ struct TargetRules {
   /// The operator Not keeps a blank to its operand.
   bool spaced_not = false;
 
-  // Esterel.
-  /// A condition of very many products is refused; else it is tried, up to the limit that ends the
-  /// process.
-  bool bounded_sums = false;
-
   // Lustre, Esterel and SMV.
   /// Lists are as the language has them: commas between names only, "||" between statements, a type
   /// behind each parameter, no heading without what it heads.
@@ -76,10 +74,11 @@ struct TargetRules {
     TargetRules rules;
     rules.names = rules.used_nodes = rules.needed_only = rules.complete = rules.both_rails = true;
     rules.files = rules.data_tests = rules.data_triggers = rules.brackets = true;
+    rules.refuse_large_sums = true;
     rules.pointer_reads = rules.static_state = rules.logical_or = rules.real_header = true;
     rules.guarded_truth = rules.no_leftovers = true;
     rules.input_parameters = rules.node_variables = rules.tested_bindings = true;
-    rules.typed_constants = rules.spaced_not = rules.bounded_sums = rules.proper_lists = true;
+    rules.typed_constants = rules.spaced_not = rules.proper_lists = true;
     return rules;
   }
 };
