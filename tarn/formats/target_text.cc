@@ -313,6 +313,7 @@ void TargetText::take_names() {
   if (target_.node_prefix) names_.reserve_numbered(target_.node_prefix(module_name_));
   if (target_.own_names)
     for (const std::string& name : target_.own_names(module_name_)) names_.reserve(name);
+  std::string inner;  // there may be hundreds
   const auto take = [&](long index) {
     if (index < 0 || name_of_.contains(index)) return;
     const SignalRef* ref = reference(module_, index);
@@ -320,11 +321,14 @@ void TargetText::take_names() {
     const bool is_status = ref != nullptr && ref->getBddStatusId(wood_) == index;
     const std::string original = is_status ? ref->getOriginalName() : wood_name;
     const std::string wanted = wanted_name(index);
-    const std::string name = names_.give(wanted, "signal", original);
+    const bool in_interface = interface_.contains(index);
+    const std::string name = names_.give(wanted, in_interface ? "signal" : "", original);
     name_of_[index] = name;
     // That "@" and "_" in front are replaced is known of locals, but changes an interface.
-    if (finalised() && interface_.contains(index) && name == wanted && wanted != original)
+    if (in_interface && finalised() && name == wanted && wanted != original)
       names_.tell("signal", original, name, "no name of a finalised module");
+    if (!in_interface && name != wanted)
+      inner += (inner.empty() ? "" : ", ") + original + " as " + name;
   };
   const auto take_value = [&](const Signal* signal) {
     if (target_.has_data && is_valued(signal))
@@ -340,6 +344,8 @@ void TargetText::take_names() {
     take(status(signal));  // may be no variable of the text
     take_value(signal);
   }
+  if (!inner.empty())
+    std::cerr << target_.shape.target << ": inner signals under other names: " << inner << '\n';
 }
 
 std::string TargetText::name(long index) const {

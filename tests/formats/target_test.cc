@@ -7,8 +7,11 @@
 #include <fstream>
 #include <sstream>
 
+#include "tarn/formats/sum_text.h"
 #include "tarn/formats/target_names.h"
+#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/sexception.h"
 #include "tests/formats/target_case.h"
 #include "tests/support/process_end.h"
 
@@ -104,6 +107,33 @@ TEST_F(Printing, NamesDoNotMeet) {
 
   TargetNames told(shape, false);
   EXPECT_EQ(told.give("end") + told.give("end"), "endend");
+}
+
+TEST_F(Printing, SumsOfProductsHaveALimit) {
+  Module* module = make_kept<Module>("sums");
+  Bddexpressionwood* wood = module->getBddWood();
+  std::vector<bdd> inputs;
+  for (int i = 0; i < 32; ++i) {
+    Signal* signal = make_kept<Signal>("i" + std::to_string(i), module, wood);
+    signal->setInput();
+    module->addInputSignal(signal);
+    inputs.push_back(signal->getInitialBddStatus(module, wood));
+  }
+  for (const char* wire : {"S", "R", "T"}) {
+    Signal* signal = make_kept<Signal>(wire, module, wood, true);
+    wire[0] == 'S'   ? module->setSet(signal)
+    : wire[0] == 'R' ? module->setReset(signal)
+                     : module->setRtl(signal);
+  }
+  const TargetText text(module, {.shape = {.target = "T"}}, TargetRules::working());
+  bdd parity = wood->Bdd_zero();
+  const SumTexts texts{.or_text = " + ", .and_text = ".", .not_text = "/"};
+  for (size_t i = 0; i < 2; ++i) parity = wood->Bdd_xor(parity, inputs[i]);
+  EXPECT_EQ(sum_text(text, texts, {0, parity}), "_s_i0./_s_i1 + /_s_i0._s_i1");
+  EXPECT_EQ(count_products(parity, 100), 2);
+  for (size_t i = 2; i < inputs.size(); ++i) parity = wood->Bdd_xor(parity, inputs[i]);
+  EXPECT_EQ(count_products(parity, 1L << 40), 1L << 31);
+  EXPECT_THROW(sum_text(text, texts, {0, parity}), IllegalOperationException);
 }
 
 }  // namespace
