@@ -9,11 +9,11 @@ namespace kiva::test {
 namespace {
 
 const std::vector<std::string> keywords{
-    "abort",   "and",  "await",  "call",    "case",    "constant", "do",      "each",   "else",
-    "emit",    "end",  "every",  "exit",    "false",   "function", "halt",    "if",     "in",
-    "input",   "loop", "mod",    "module",  "not",     "nothing",  "or",      "output", "pause",
-    "present", "run",  "signal", "suspend", "sustain", "then",     "tick",    "trap",   "true",
-    "type",    "upto", "var",    "when",    "with",    "my_pre",   "register"};
+    "abort",   "and",  "await",  "call",    "case",    "constant", "do",   "each",   "else",
+    "emit",    "end",  "every",  "exit",    "false",   "function", "halt", "if",     "in",
+    "input",   "loop", "mod",    "module",  "not",     "nothing",  "or",   "output", "pause",
+    "present", "run",  "signal", "suspend", "sustain", "then",     "tick", "trap",   "true",
+    "type",    "upto", "var",    "when",    "with",    "my_pre"};
 
 /// A module of emissions under conditions and of delays. A signal is present when one of its
 /// emissions is made; each condition reads the presence of signals.

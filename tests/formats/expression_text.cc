@@ -147,8 +147,10 @@ class Reader {
     }
     Tree tree = node("number");
     const std::string word = words_.peek();
-    if (word == "true" || word == "TRUE" || word == "tick" || word == "false" || word == "FALSE") {
-      tree->number = word[0] == 't' || word[0] == 'T';
+    const bool is_keyword = std::find(keywords_.begin(), keywords_.end(), word) != keywords_.end();
+    const bool yes = word == "true" || word == "TRUE" || word == "tick";
+    if (is_keyword && (yes || word == "false" || word == "FALSE")) {
+      tree->number = yes;
       words_.next();
     } else if (!word.empty() && std::isdigit(static_cast<unsigned char>(word[0]))) {
       tree->number = std::stod(words_.next());

@@ -5,7 +5,10 @@
 #include <cmath>
 #include <sstream>
 
+#include "tarn/formats/target_rules.h"
+#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/sexception.h"
 #include "tests/formats/expression_text.h"
 #include "tests/formats/target_case.h"
 
@@ -143,14 +146,25 @@ TEST(Lustre, RandomProgramsRunAsTheSimulatorDoes) {
 }
 
 TEST(Lustre, ANodeWithoutInputHasOneOfNoUse) {
-  const TargetCase test("m.zuc",
-                        "module: useless  0 1\ninput: ;\noutput: O ;\nlocal: R ;\nregister:\nO R 1;"
-                        "\nconnexion: S T U;\nequation_def:\n2\n0: -1:-3:-3,1\n1: 2:0:0,-1\n"
-                        "expressions:\n0 0 0:1,-1,(2 )\nend:\n",
-                        "\n\n\n");
+  const TargetCase test(
+      "m.zuc",
+      std::string("module: useless  0 1\noutput: O ;\nlocal: R ;\nregister:\nO R 1;"
+                  "\nconnexion: S T U;\nequation_def:\n2\n0: -1:-3:-3,1\n1: 2:0:0,-1\n"
+                  "expressions:\n0 0 0:1,-1,(2 )\nend:\n"),
+      "\n\n\n");
   check_lustre(test);
   const std::string text = read_text(test.file("useless.lus"));
   EXPECT_NE(text.find("(useless : bool)"), std::string::npos) << text;
+}
+
+TEST(Lustre, AKeywordIsNoNameForData) {
+  const TargetCase test = named_case("toggle.zuc");
+  Compilation::target_rules = TargetRules::working();
+  Compilation::constantTable().addConstant(make_kept<ConstantDecl>("int", "node", nullptr));
+  std::ostringstream out;
+  EXPECT_THROW(test.module()->LUSTRE_put(out, 0), IllegalOperationException);
+  Compilation::target_rules = TargetRules::told();
+  Compilation::GDataConstantTable = nullptr;
 }
 
 TEST(Lustre, ZeroAndOperatorsAreTheLanguages) {

@@ -161,6 +161,9 @@ TEST(Smv, RandomProgramsRunAsTheSimulatorDoes) {
 
 TEST(Smv, AnOpenModuleRunsAsItDoesOnceFinalised) {
   const TargetCase open = named_case("open.zuc");
+  open.write("--smv --lustre");
+  EXPECT_NE(read_text(open.file("open.lus")).find("_s_SETopen: bool"), std::string::npos)
+      << "the other text has to come first";
   TargetCase closed = named_case("open.zuc");
   Module::OutputDir = std::filesystem::path(closed.file("")).parent_path();
   Module::OutputFile = "closed";

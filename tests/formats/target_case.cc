@@ -62,7 +62,7 @@ void TargetCase::load(const fs::path& source, const std::string& stimuli,
   while (const auto stimulus = reader.next()) {
     apply(*stimulus, *simulation_);
     const SimulationState& state = simulation_->state();
-    Instant instant{state.inputs, state.input_texts, state.set, state.reset, {}, {}, {}};
+    Instant instant{state.inputs, state.input_texts, state.set, state.reset, {}, {}, {}, {}};
     run_captured([&] { simulation_->step(nullptr); });  // says what it misses of data
     instant.outputs = state.shown_outputs;
     for (size_t i = 0; i < outputs().size(); ++i)
