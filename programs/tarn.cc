@@ -6,7 +6,9 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <filesystem>
+#include <iomanip>
 #include <iostream>
+#include <sstream>
 
 #include "forms/forms.h"
 #include "tarn/formats/target_rules.h"
@@ -214,6 +216,19 @@ bool run(const std::string& file, const Options& options) {
   }
 }
 
+/// The options of the target languages, two a line.
+std::string target_list() {
+  std::ostringstream list;
+  list << "Target texts of MODULE, beside each other as wanted:\n" << std::left;
+  bool second = false;
+  for (const Target& target : targets()) {
+    list << "  --" << std::setw(14) << target.option << std::setw(second ? 0 : 27) << target.help
+         << (second ? "\n" : "");
+    second = !second;
+  }
+  return list.str() + (second ? "\n" : "");
+}
+
 void choose(const Options& options) {
   Compilation::rules = options.classic ? Rules::classic() : Rules::sound();
   Compilation::target_rules = options.classic ? TargetRules::told() : TargetRules::working();
@@ -238,8 +253,9 @@ int main(int argc, char** argv) {
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
   for (const Target& target : targets())
     app.add_flag_callback(
-        std::string("--") + target.option,
-        [&options, &target] { options.targets.push_back(&target); }, target.help);
+           std::string("--") + target.option,
+           [&options, &target] { options.targets.push_back(&target); }, target.help)
+        ->group("");  // the footer lists them closer
   app.add_option("--module", options.modules, "compile this module only; repeatable")
       ->take_all()
       ->allow_extra_args(false);
@@ -258,10 +274,10 @@ int main(int argc, char** argv) {
   app.add_flag("--stats", options.stats, "tell the size of each module and the time of each stage");
   app.add_flag("-q", options.quiet, "do not name what has been written");
   app.set_version_flag("--version", "tarn " KIVA_VERSION);
-  app.footer(
-      "tarn program.zu                   compiles every module of the file\n"
-      "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
-      "tarn --kiva thermostat.zuc        writes the evaluation server of a module");
+  app.footer(target_list() +
+             "\ntarn program.zu                   compiles every module of the file\n"
+             "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
+             "tarn --kiva thermostat.zuc        writes the evaluation server of a module");
   try {
     app.parse(argc, argv);
     for (const std::string& file : options.files)

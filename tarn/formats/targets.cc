@@ -10,12 +10,12 @@ namespace kiva {
 std::span<const Target> targets() {
   static const std::vector<Target> table = {
       {.option = "c",
-       .help = "write a C function, MODULE.c and MODULE.h",
+       .help = "C function, .c and .h",
        .file = {.extension = ".c"},
        .print = [](Module* module) { module->printC(); },
        .beside = ".h"},
       {.option = "blif",
-       .help = "write a netlist for logic synthesis, MODULE.blif",
+       .help = "netlist, .blif",
        .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
        .print = [](Module* module) { module->printBLIF(); }},
       {.option = "smv",

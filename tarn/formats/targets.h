@@ -13,7 +13,7 @@ class Module;
 /// A target language, as a program offers it.
 struct Target {
   const char* option;  ///< of the command line, without "--"
-  const char* help;
+  const char* help;    ///< at most 26 characters: two stand on a line
   PrintFile file;
   void (*print)(Module*);
   /// Extension of a second file beside the first; empty for none.
