@@ -19,13 +19,13 @@ std::span<const Target> targets() {
        .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
        .print = [](Module* module) { module->printBLIF(); }},
       {.option = "smv",
-       .help = "write SMV text with a main module, MODULE.smv",
+       .help = "model checking, .smv",
        .file =
            {.extension = ".smv", .in_folder = true, .tells_existing = true, .tells_failure = true},
        .print = [](Module* module) { module->printSMV(); },
        .finalises = true},
       {.option = "lustre",
-       .help = "write a Lustre node, MODULE.lus",
+       .help = "Lustre node, .lus",
        .file = {.extension = ".lus"},
        .print =
            [](Module* module) {
@@ -33,7 +33,7 @@ std::span<const Target> targets() {
                           [&](std::ostream& out) { module->LUSTRE_put(out, 0); });
            }},
       {.option = "esterel",
-       .help = "write an Esterel module, MODULE.strl",
+       .help = "Esterel module, .strl",
        .file = {.extension = ".strl"},
        .print =
            [](Module* module) {
