@@ -117,6 +117,15 @@ class Bddexpression {
   /// The same as BLIF tables; a node is `prefix`, "_" and its number.
   void put_blif(std::ostream& out, const std::string& prefix);
 
+  /// The assignment in Lustre (lustre_code.cc): the nodes as elements of an array, or as variables
+  /// with the array's name in front, or none, the function being a sum of products.
+  void put_lustre(std::ostream& out, const std::string& array);
+  void put_lustre_arrayless(std::ostream& out, const std::string& array);
+  void put_lustre_compatibilite(std::ostream& out);
+
+  /// The emission in Esterel (esterel_code.cc), under a sum of products.
+  void put_esterel(std::ostream& out);
+
   /// Dependences from the function, after the wood's tables have followed the manager. An abstract
   /// equation keeps its own.
   void build_normal_dependances();

@@ -41,4 +41,15 @@ equation_code_texts c_equation_texts(bddpp_manager* manager, const std::string& 
                                      const std::list<std::string>& outputs,
                                      const std::string& prefix, const std::string& suffix);
 
+/// Those of SMV, with nodes as definitions named "node_" and a number.
+equation_code_texts smv_equation_texts(bddpp_manager* manager);
+
+/// Those of Lustre, with nodes as elements of an array, or as variables named array, "_", a number.
+equation_code_texts lustre_equation_texts(bddpp_manager* manager, const std::string& array);
+equation_code_texts lustre_arrayless_texts(bddpp_manager* manager, const std::string& array);
+
+/// The emission of a signal in Esterel under a condition.
+void put_esterel_emission(std::ostream& out, const std::string& signal,
+                          const std::string& condition);
+
 }  // namespace kiva

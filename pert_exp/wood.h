@@ -134,6 +134,9 @@ class Bddexpressionwood {
                 const std::list<std::string>& outputs, const std::list<std::string>& resets,
                 const std::list<std::string>& updates);
   void Put_systemc(std::ostream& out);
+  void Put_lustre(std::ostream& out, const std::string& array);
+  void Put_lustre_arrayless(std::ostream& out, const std::string& array);
+  void Put_esterel(std::ostream& out);
   /// Reports each variable whose stored readers differ from those computed.
   void coherence_dependances_check(std::ostream& out) const;
   void delete_prefixe_names(const std::string& prefix);

@@ -139,7 +139,10 @@ bool Translation::write(Module* module) {
     if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
   }
   bool good = true;
-  for (const Target* target : options_.targets) good = write_target(module, *target) && good;
+  // What finalises the module comes last: the other texts show it as it is.
+  for (const bool finalises : {false, true})
+    for (const Target* target : options_.targets)
+      if (target->finalises == finalises) good = write_target(module, *target) && good;
   return good;
 }
 

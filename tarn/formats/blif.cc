@@ -11,10 +11,11 @@ namespace kiva {
 namespace {
 
 // Names that begin with a digit are taken by some tools and changed by others.
-const TargetText::Target blif_target{.shape = {.target = "BLIF", .more_characters = ".@"},
-                                     .told_wires = true,
-                                     .names_module = false,
-                                     .node_infix = "_node_"};
+const TargetText::Target blif_target{
+    .shape = {.target = "BLIF", .more_characters = ".@"},
+    .told_wires = true,
+    .names_module = false,
+    .node_prefix = [](const std::string& module) { return module + "_node_"; }};
 
 void put_blif(Module* module, const TargetRules& rules, std::ostream& out) {
   const TargetText text(module, blif_target, rules);

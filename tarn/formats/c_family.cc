@@ -26,10 +26,6 @@ CFamilyText::CFamilyText(const TargetText& text, std::string array,
                          const std::list<std::string>* pointers)
     : text_(text), array_(std::move(array)), pointers_(pointers) {
   texts_ = c_equation_texts(text.manager(), array_, {}, "", "");
-  if (text.rules().brackets) {
-    texts_.nodes.first_open = texts_.nodes.second_open = "(";
-    texts_.nodes.first_close = texts_.nodes.second_close = ")";
-  }
   texts_.read = [this](long index) {
     return text_.rules().pointer_reads ? read(index) : text_.name(index);
   };

@@ -126,8 +126,14 @@ void reserve_data_names(TargetNames& names) {
     reserve(type);
     names.reserve("zero_" + type);
   }
-  for (const MethodDecl* method : data_methods()) reserve(method->getName());
-  for (const ConstantDecl* constant : data_constants()) reserve(constant->getName());
+  // Types may be the target's own words, as "int".
+  const auto reserve_own = [&](const std::string& name) {
+    if (names.is_keyword(name))
+      throw IllegalOperationException("a keyword of the target's, used as a name for data:", name);
+    reserve(name);
+  };
+  for (const MethodDecl* method : data_methods()) reserve_own(method->getName());
+  for (const ConstantDecl* constant : data_constants()) reserve_own(constant->getName());
 }
 
 }  // namespace kiva

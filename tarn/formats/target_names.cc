@@ -66,9 +66,11 @@ std::string TargetNames::give(const std::string& wanted, const std::string& what
   if (!check_) return wanted;
   const std::string base = legal(wanted);
   const bool keyword = is_keyword(base);
+  std::string stem = base + (base.ends_with('_') ? "" : "_");
+  // All numbers behind this one may be taken.
+  if (std::find(numbered_.begin(), numbered_.end(), folded(stem)) != numbered_.end()) stem += 'v';
   std::string name = base;
-  for (int i = 1; is_keyword(name) || is_taken(name); ++i)
-    name = base + (base.ends_with('_') ? "" : "_") + std::to_string(i);
+  for (int i = 1; is_keyword(name) || is_taken(name); ++i) name = stem + std::to_string(i);
   taken_.insert(folded(name));
   if (name != wanted && !what.empty())
     tell(what, original, name,

@@ -68,6 +68,26 @@ struct TargetRules {
   /// Only tests stand in the data section, those that inputs alone decide; other data stands where
   /// it is known. Else all bindings stand there, those with a clock as if they were tests.
   bool data_order = false;
+  // SMV.
+  /// A module's parameters are its inputs, and its outputs definitions that are read from outside;
+  /// else outputs are parameters too, which the module defines a second time.
+  bool input_parameters = false;
+
+  // Lustre.
+  /// The node of a diagram is a variable, as it is declared; else an element of an array that
+  /// nothing declares.
+  bool node_variables = false;
+  /// A signal's further bindings are tested as the first is; else their values stand without test.
+  bool tested_bindings = false;
+  /// A constant without value has its type.
+  bool typed_constants = false;
+  /// The operator Not keeps a blank to its operand.
+  bool spaced_not = false;
+
+  // Lustre, Esterel and SMV.
+  /// Lists are as the language has them: commas between names only, "||" between statements, a type
+  /// behind each parameter, no heading without what it heads.
+  bool proper_lists = false;
 
   static constexpr TargetRules told() { return {}; }
   static constexpr TargetRules working() {
@@ -79,6 +99,8 @@ struct TargetRules {
     rules.guarded_truth = rules.no_leftovers = true;
     rules.inner_outputs = rules.sampled_inputs = rules.closed_ports = true;
     rules.extern_state = rules.status_values = rules.data_order = true;
+    rules.input_parameters = rules.node_variables = rules.tested_bindings = true;
+    rules.typed_constants = rules.spaced_not = rules.proper_lists = true;
     return rules;
   }
 };

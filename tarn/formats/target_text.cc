@@ -310,9 +310,9 @@ void TargetText::take_names() {
   module_name_ = target_.names_module ? names_.give(module_name_, "module", module_name_)
                                       : names_.legal(module_name_);
   if (target_.has_data) reserve_data_names(names_);
+  if (target_.node_prefix) names_.reserve_numbered(target_.node_prefix(module_name_));
   if (target_.own_names)
     for (const std::string& name : target_.own_names(module_name_)) names_.reserve(name);
-  if (*target_.node_infix != '\0') names_.reserve_numbered(module_name_ + target_.node_infix);
   std::string inner;  // there may be hundreds
   const auto take = [&](long index, const std::string& prefix = "") {
     if (index < 0 || name_of_.contains(index)) return;
@@ -386,6 +386,10 @@ equation_code_texts TargetText::numbered(equation_code_texts texts) const {
   if (!texts.read) texts.read = [this](long index) { return name(index); };
   if (!texts.left) texts.left = texts.read;
   if (!texts.nodes.name) texts.nodes.name = texts.read;
+  if (rules_.brackets) {
+    texts.nodes.first_open = texts.nodes.second_open = "(";
+    texts.nodes.first_close = texts.nodes.second_close = ")";
+  }
   texts.nodes.number = [this](const bdd_node* node) { return node_number(node); };
   return texts;
 }

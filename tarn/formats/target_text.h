@@ -44,11 +44,12 @@ class TargetText {
     bool names_module = true;
     /// Registers have the module's name in front: they are seen outside the text.
     bool module_in_state = false;
+    /// Made of the module's name: what stands before the number in the name of a node; none for a
+    /// table.
+    std::function<std::string(const std::string& module)> node_prefix = {};
     /// Names that the text makes of the module's (already legal) name: those of its functions and
     /// tables.
     std::function<std::vector<std::string>(const std::string& module)> own_names = {};
-    /// The text numbers its nodes as the module's name, this and a number; empty for a table.
-    const char* node_infix = "";
   };
 
   /// Reads the module, and tells on the error stream what is renamed or added. A target without
@@ -116,7 +117,8 @@ class TargetText {
   long node_number(const bdd_node* node) const;
   /// Entries of the table: runs the writing of all equations once, to nowhere.
   long count_nodes(const std::function<void(std::ostream&)>& put_equations) const;
-  /// Gives the texts this text's node numbers, and names where `read` and `left` leave them open.
+  /// Gives the texts this text's node numbers, brackets by the rule, and names where `read` and
+  /// `left` leave them open.
   equation_code_texts numbered(equation_code_texts texts) const;
 
  private:

@@ -30,18 +30,40 @@ std::span<const Target> targets() {
        .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
        .print = [](Module* module) { module->printBLIF(); }},
       {.option = "vhdl",
-       .help = "write a VHDL entity of bits, MODULE.vhdl",
+       .help = "VHDL of bit, .vhdl",
        .file = {.extension = ".vhdl"},
        .print = [](Module* module) { print_vhdl(module, false); }},
       {.option = "vhdl-altera",
-       .help = "write a VHDL entity of std_logic, MODULE.vhdl",
+       .help = "VHDL of std_logic, .vhdl",
        .file = {.extension = ".vhdl"},
        .print = [](Module* module) { print_vhdl(module, true); }},
       {.option = "systemc",
-       .help = "write functions for a SystemC model, MODULE_sc.cpp and MODULE_sc.h",
+       .help = "SystemC, _sc.cpp and _sc.h",
        .file = {.extension = "_sc.cpp"},
        .print = print_systemc,
        .beside = "_sc.h"},
+      {.option = "smv",
+       .help = "model checking, .smv",
+       .file =
+           {.extension = ".smv", .in_folder = true, .tells_existing = true, .tells_failure = true},
+       .print = [](Module* module) { module->printSMV(); },
+       .finalises = true},
+      {.option = "lustre",
+       .help = "Lustre node, .lus",
+       .file = {.extension = ".lus"},
+       .print =
+           [](Module* module) {
+             print_target(*module, target("lustre").file, Compilation::target_rules,
+                          [&](std::ostream& out) { module->LUSTRE_put(out, 0); });
+           }},
+      {.option = "esterel",
+       .help = "Esterel module, .strl",
+       .file = {.extension = ".strl"},
+       .print =
+           [](Module* module) {
+             print_target(*module, target("esterel").file, Compilation::target_rules,
+                          [&](std::ostream& out) { module->ESTEREL_put(out, 0); });
+           }},
   };
   return table;
 }

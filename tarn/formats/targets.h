@@ -20,6 +20,8 @@ struct Target {
   std::string beside = {};
   /// Only a finalised module can be written.
   bool finalised_only = false;
+  /// Printing finalises a module that is not.
+  bool finalises = false;
 
   /// The files that `print` writes: the second is the first with another extension.
   std::vector<std::string> paths(const Module& module, const TargetRules& rules) const;

@@ -99,6 +99,10 @@ class DataExpr {
 
   /// The told text of the expression in C (tarn/formats/c.cc).
   void C_put(std::ostream& out, Module* module) const;
+  /// The told text of the expression in Lustre (tarn/formats/lustre.cc).
+  void LUSTRE_put(std::ostream& out, Module* module) const;
+  /// Spelling of an operator in Lustre, with its blanks.
+  static std::string LUSTRE_opname(int op);
 
   /// Spelling of an operator in the protocol and in C, with its blanks.
   static std::string C_opname(int op);
@@ -300,6 +304,7 @@ class ConstantDecl {
   void print(std::ostream& out) const;
   /// To the body with its value, to the header without.
   void C_put(std::ostream& body, std::ostream& header) const;
+  void LUSTRE_put(std::ostream& out) const;
 
  private:
   std::string type;
@@ -308,6 +313,9 @@ class ConstantDecl {
   int index = -1;
   int eval_index = -1;
 };
+
+/// The zero of a type in Lustre: of the language's own, or "zero_" and the type.
+std::string zero_lustre(const std::string& type);
 
 // The process-wide vocabulary of data. The print operations write a keyword line, then the entries
 // in index order, each closed by ";"; `numbered` puts "   ", the index and ": " in front.
@@ -327,6 +335,7 @@ class DataTypeTable {
   void print(std::ostream& out, bool numbered) const;
   /// The declaration of each type's zero in C.
   void C_put(std::ostream& out) const;
+  void LUSTRE_put(std::ostream& out) const;
 
  private:
   std::vector<std::string> names;

@@ -238,6 +238,21 @@ class Module {
   void VHDL_put(std::ostream& out, int altera);
   void SYSTEMC_put(std::ostream& body, std::ostream& header);
 
+  /// Writes SimulationDir, the name, ".blif", of the module finalised, and runs gate_runner on it. A
+  /// message where the file cannot be written or the tool does not run; IllegalOperationException
+  /// for a module without equations.
+  void simulate();
+
+  /// A module that is not finalised is finalised first. The numbers are not read.
+  void printSMV();
+  void NUSMV_put(std::ostream& out, int, int);
+  /// The number is not read.
+  void LUSTRE_put(std::ostream& out, int);
+  /// The told text of all equations, in order.
+  void LUSTRE_put_equation(std::ostream& out, const std::string& array);
+  /// The number is not read.
+  void ESTEREL_put(std::ostream& out, int);
+
   // Compilation of the body (tarn/zu).
   /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.
   bool compile();

@@ -62,7 +62,7 @@ void TargetCase::load(const fs::path& source, const std::string& stimuli,
   while (const auto stimulus = reader.next()) {
     apply(*stimulus, *simulation_);
     const SimulationState& state = simulation_->state();
-    Instant instant{state.inputs, state.input_texts, state.set, state.reset, {}, {}, {}};
+    Instant instant{state.inputs, state.input_texts, state.set, state.reset, {}, {}, {}, {}};
     run_captured([&] { simulation_->step(nullptr); });  // says what it misses of data
     instant.outputs = state.shown_outputs;
     for (size_t i = 0; i < outputs().size(); ++i)
@@ -80,7 +80,10 @@ void TargetCase::read_trace(const std::string& file) {
   size_t number = 0;
   for (std::string line; std::getline(in, line); ++number) {
     ASSERT_LT(number, instants_.size());
-    const auto outputs = nlohmann::json::parse(line)["outputs"];
+    const auto trace = nlohmann::json::parse(line);
+    const auto& outputs = trace["outputs"];
+    for (const auto& [name, word] : trace["locals"].items())
+      instants_[number].locals[name] = pair_of(state_of_word(word.get<std::string>())).status;
     for (size_t i = 0; i < this->outputs().size(); ++i) {
       const auto& shown = outputs[simulation_->output_names()[i]];
       instants_[number].outputs[i] = state_of_word(shown[0].get<std::string>());
@@ -111,6 +114,24 @@ std::vector<int> TargetCase::output_bits(const Instant& instant) const {
   std::vector<int> row = instant.statuses;
   if (!finalised())
     for (SignalState state : instant.outputs) row.push_back(pair_of(state).value);
+  return row;
+}
+
+std::vector<int> TargetCase::rails_by_signal(const Instant& instant) const {
+  if (finalised()) return input_bits(instant);
+  std::vector<int> row{instant.set, !instant.set, instant.reset, !instant.reset};
+  for (SignalState state : instant.inputs) {
+    row.push_back(pair_of(state).status);
+    row.push_back(pair_of(state).value);
+  }
+  return row;
+}
+
+std::vector<int> TargetCase::statuses_first(const std::vector<int>& rails) const {
+  if (finalised()) return rails;
+  std::vector<int> row;  // without those of rtl
+  for (size_t first : {2, 3})
+    for (size_t i = first; i < rails.size(); i += 2) row.push_back(rails[i]);
   return row;
 }
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,10 @@ class TargetCase {
     std::vector<SignalState> inputs;  ///< by input
     std::vector<std::string> texts;   ///< values of the inputs; "--" for none
     bool set = false, reset = false;
-    std::vector<SignalState> outputs;  ///< by output, before the registers move
-    std::vector<int> statuses;         ///< of the outputs, also where a value rail is unknown
-    std::vector<std::string> values;   ///< of the outputs, where a trace file tells them
+    std::vector<SignalState> outputs;   ///< by output, before the registers move
+    std::vector<int> statuses;          ///< of the outputs, also where a value rail is unknown
+    std::vector<std::string> values;    ///< of the outputs, where a trace file tells them
+    std::map<std::string, int> locals;  ///< statuses, where a trace file tells them
   };
 
   /// `source` is ZU or ZUC text; `options` are those of tarn. Where data functions lie beside the
@@ -50,6 +52,11 @@ class TargetCase {
   /// the value of each.
   std::vector<int> input_bits(const Instant& instant) const;
   std::vector<int> output_bits(const Instant& instant) const;
+  /// The bits of an instant's inputs for a text that keeps the rails of a signal together: of a
+  /// module that is not finalised the wires and both rails of each signal, else the statuses.
+  std::vector<int> rails_by_signal(const Instant& instant) const;
+  /// The bits of such a text's outputs in the order of expect_trace.
+  std::vector<int> statuses_first(const std::vector<int>& rails) const;
   /// Compares the bits seen, one row an instant.
   void expect_trace(const std::vector<std::vector<int>>& seen) const;
 

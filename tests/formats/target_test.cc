@@ -44,7 +44,7 @@ TEST_F(Printing, FilesAreNamedAfterTheModuleOrAsChosen) {
       const auto paths = target.paths(*test.module(), Compilation::target_rules);
       for (const std::string& path : paths) std::filesystem::remove(path);
       const Outcome first = run_captured([&] { target.print(test.module()); });
-      EXPECT_EQ(first.err, "");
+      EXPECT_EQ(first.err.find("exists"), std::string::npos) << first.err;
       EXPECT_NE(read_text(dir.file(written)), "") << written;
       EXPECT_EQ(paths[0], dir.file(written));
       EXPECT_NE(run_captured([&] {

@@ -78,5 +78,49 @@ TEST(Told, SystemC) {
             "    _v_RN <= _s_T && _s_R || ! _s_T && ! _s_R;\n");
 }
 
+template <class Put>
+std::string text_of(Put put) {
+  std::ostringstream out;
+  put(out);
+  return out.str();
+}
+
+TEST(Told, Smv) {
+  for_each_told([](Module* module, const std::string& name) {
+    expect_told(name + ".smv", text_of([&](auto& out) { module->NUSMV_put(out, 0, 0); }));
+  });
+}
+
+TEST(Told, Lustre) {
+  for_each_told([](Module* module, const std::string& name) {
+    const std::string text = text_of([&](auto& out) { module->LUSTRE_put(out, 0); });
+    expect_told(name + ".lus", text);
+    const std::string equations =
+        text_of([&](auto& out) { module->LUSTRE_put_equation(out, name + "_node"); });
+    EXPECT_NE(text.find(equations), std::string::npos) << equations;
+    if (module->getDataTable() != nullptr) return;
+    Bddexpressionwood* wood = module->getBddWood();
+    EXPECT_EQ(text_of([&](auto& out) { wood->Put_lustre(out, name + "_node"); }), equations);
+  });
+  Bddexpressionwood* wood = named_case("toggle.zuc").module()->getBddWood();
+  expect_told("toggle_arrayless.lus",
+              text_of([&](auto& out) { wood->Put_lustre_arrayless(out, "node"); }));
+  expect_told("toggle_sums.lus", text_of([&](auto& out) {
+                for (long index : wood->earliest_sort())
+                  wood->exp_by_index(index)->put_lustre_compatibilite(out);
+              }));
+}
+
+TEST(Told, Esterel) {
+  for_each_told([](Module* module, const std::string& name) {
+    const std::string text = text_of([&](auto& out) { module->ESTEREL_put(out, 0); });
+    expect_told(name + ".strl", text);
+    if (module->getDataTable() != nullptr) return;
+    const std::string equations =
+        text_of([&](auto& out) { module->getBddWood()->Put_esterel(out); });
+    EXPECT_NE(text.find(equations), std::string::npos) << equations;
+  });
+}
+
 }  // namespace
 }  // namespace kiva::test
