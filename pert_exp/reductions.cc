@@ -27,6 +27,11 @@ void Bddexpressionwood::reduce_expressions(const bdd& c) {
   reduce_expressions(c, {});
 }
 
+void Bddexpressionwood::constrain_expressions(const bdd& c, const std::list<int>& keep) {
+  change_functions([&](const bdd& f) { return man->Bdd_constrain(f, c); });
+  constants_propagation(keep);
+}
+
 void Bddexpressionwood::reduce_expressions_when_var_forgotten_by_exist_op(long index) {
   const bdd variable = man->Bdd_var_by_index(index);
   if (!man->Bdd_is_var(variable)) return;

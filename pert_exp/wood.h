@@ -167,6 +167,8 @@ class Bddexpressionwood {
   /// Cofactors of all functions by c (bddpp_manager::Bdd_reduce), then constants (reductions.cc).
   void reduce_expressions(const bdd& c, const std::list<int>& keep);
   void reduce_expressions(const bdd& c);
+  /// The same by bddpp_manager::Bdd_constrain, which agrees with each function on any c.
+  void constrain_expressions(const bdd& c, const std::list<int>& keep);
   void reduce_expressions_when_var_forgotten_by_exist_op(long index);
   void reduce_expressions_when_var_forgotten_by_forall_op(long index);
   /// A product under which an equation becomes one: of the first in latest_sort() that is not

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "tarn/b_automaton/b_automaton.h"
+
+namespace kiva {
+
+/// What a walk over the states of a boolean automaton works on: the cone of one output, its
+/// registers and inputs in an order made for walking, and all functions over these alone.
+struct TransitionSystem {
+  struct Register {
+    int position;    ///< among the automaton's state variables
+    long now, next;  ///< indices of its two variables, one behind the other
+    bool initial;
+    bdd f;  ///< the next value, over `now` variables and inputs
+  };
+  struct Input {
+    int position;  ///< among the automaton's inputs
+    long index;
+  };
+
+  /// The automaton must be sortable, its initial values 0 or 1.
+  TransitionSystem(b_automaton& automaton, int output);
+
+  /// Drops the registers and inputs that the goal does not depend on.
+  void keep_cone();
+
+  std::unique_ptr<bddpp_manager> manager = std::make_unique<bddpp_manager>();
+  std::vector<Register> registers;
+  std::vector<Input> inputs;
+  bdd goal;  ///< the output
+};
+
+/// Merges registers that have equal or opposite values, or one value, in every reachable instant,
+/// as far as induction over one instant shows it; the goal keeps its value in all of them.
+void merge_registers(TransitionSystem& system);
+
+}  // namespace kiva
