@@ -4,6 +4,8 @@
 #include <algorithm>
 
 #include "forms/fltk/fltk_messages.h"
+#include "programs/tarn/compare.h"
+#include "programs/tarn/evaluate.h"
 #include "programs/tarn/messages.h"
 #include "programs/tarn/options.h"
 #include "programs/tarn/translate.h"
@@ -18,6 +20,10 @@ int main(int argc, char** argv) {
   choose(options);
   fltk_presenter windows;
   Messages messages(options.windows ? &windows : nullptr);
+
+  if (options.equiv) return compare_modules(options.files.front(), options.files.back(), messages);
+  if (!options.eval.empty())
+    return evaluate_expression(options.eval, options.files.front(), messages) ? 0 : unusable;
 
   bool good = true;
   std::set<std::string> met;

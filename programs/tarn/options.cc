@@ -1,6 +1,7 @@
 #include "programs/tarn/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iomanip>
 #include <sstream>
 
@@ -43,6 +44,13 @@ bool read_options(int argc, char** argv, Options& options, int& status) {
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
+  app.add_flag(
+      "--equiv", options.equiv,
+      "do two compiled modules give the same outputs, whatever their inputs? If not, print "
+      "stimuli that tell them apart, and exit with 1");
+  app.add_option("--eval", options.eval,
+                 "print an expression over the signals of a compiled module as a sum of products "
+                 "over inputs and registers");
   app.add_option("--module", options.modules, "compile this module only; repeatable")
       ->take_all()
       ->allow_extra_args(false);
@@ -66,12 +74,21 @@ bool read_options(int argc, char** argv, Options& options, int& status) {
              "\ntarn program.zu                   compiles every module of the file\n"
              "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
              "tarn main.zu edge.zuc             main.zu runs a module that has been compiled\n"
-             "tarn --c thermostat.zuc           writes a compiled module as C");
+             "tarn --c thermostat.zuc           writes a compiled module as C\n"
+             "tarn --equiv old.zuc new.zuc      tells whether two modules do the same\n"
+             "tarn --eval 'on and not off' lamp.zuc");
   try {
     app.parse(argc, argv);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file))
         throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
+    const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
+    if (options.equiv && (!compiled || options.files.size() != 2))
+      throw CLI::ValidationError("--equiv", "compares two compiled modules (.zuc)");
+    if (app.count("--eval") > 0 && (!compiled || options.files.size() != 1 || options.equiv))
+      throw CLI::ValidationError("--eval", "wants one compiled module (.zuc)");
+    if (app.count("--eval") > 0 && options.eval.empty())
+      throw CLI::ValidationError("--eval", "wants an expression");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
     if (options.windows && !fltk_presenter::has_display())

@@ -8,8 +8,10 @@
 
 namespace kiva::tarn_program {
 
-constexpr int unusable = 1;     ///< exit status: a file or module cannot be used
-constexpr int wrong_usage = 2;  ///< exit status
+constexpr int unusable = 1;      ///< exit status: a file or module cannot be used
+constexpr int wrong_usage = 2;   ///< exit status
+constexpr int different = 1;     ///< exit status of a comparison
+constexpr int incomparable = 2;  ///< exit status of a comparison that could not be made
 
 /// What the command line asks for.
 struct Options {
@@ -20,6 +22,8 @@ struct Options {
   bool zuc = false;
   bool kiva = false;
   std::vector<const Target*> targets;
+  bool equiv = false;
+  std::string eval;  ///< an expression; empty for none
   bool classic = false;
   bool no_finalize = false;
   bool keep_wires = false;

@@ -3,15 +3,14 @@
 #include <algorithm>
 #include <iostream>
 
+#include "programs/tarn/read_module.h"
 #include "programs/tarn/stages.h"
 #include "tarn/formats/target_rules.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/rules.h"
-#include "tarn/zuc/zuc_reader.h"
 
 namespace kiva::tarn_program {
 
@@ -43,17 +42,6 @@ class Translation {
   const Module* current_ = nullptr;
 };
 
-/// Modules and the vocabulary of data are the process's: each file starts with none of another's.
-/// What its runs need of other files is read with it.
-void forget_other_files() {
-  Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
-  Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
-  Compilation::GDataTypeTable = nullptr;
-  Compilation::GDataMethodTable = nullptr;
-  Compilation::GDataConstantTable = nullptr;
-  TheModule = nullptr;
-}
-
 /// What a module holds.
 void print_size(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
@@ -68,10 +56,9 @@ void print_size(Module* module) {
 /// Reads a compiled module as it is.
 bool Translation::read_compiled() {
   stages_.begin("read " + file_);
-  const ZucRead read = read_zuc_file(file_, Compilation::EmptyString, Compilation::EmptyString);
-  if (read.module == nullptr) return fail(read.problem);
-  modules_.push_back(read.module);
-  return true;
+  Module* module = read_module(file_);
+  if (module != nullptr) modules_.push_back(module);
+  return module != nullptr;
 }
 
 /// Compiles the modules that are asked for; all of them when none is named.

@@ -85,7 +85,6 @@ class Walk {
 OutputWalk walk_output(b_automaton& automaton, int output,
                        const std::function<void(const OutputWalk&)>& progress) {
   TransitionSystem system(automaton, output);
-  merge_registers(system);
   return Walk(system, automaton.nb_inputs()).run(progress);
 }
 

@@ -9,7 +9,7 @@
 
 namespace kiva {
 
-void merge_registers(TransitionSystem& system) {
+std::vector<bdd> merge_registers(TransitionSystem& system) {
   bddpp_manager& manager = *system.manager;
   const size_t count = system.registers.size();
   const auto against = [&](bool initial, const bdd& f) { return initial ? manager.Bdd_not(f) : f; };
@@ -49,9 +49,10 @@ void merge_registers(TransitionSystem& system) {
     if (parted != first) changed = true;
     first = parted;
   }
-  system.goal = manager.Bdd_vector_compose(system.goal, values);
   for (size_t k = 0; k < count; ++k) system.registers[k].f = next[k];
-  system.keep_cone();
+  std::vector<bdd> shared;
+  for (const auto& [index, value] : values) shared.push_back(value);
+  return shared;
 }
 
 }  // namespace kiva

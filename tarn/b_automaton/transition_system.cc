@@ -21,26 +21,30 @@ class Builder {
   }
 
   void build(int output) {
-    order_from(automaton_.output_index(output));
-    std::vector<bdd> functions(static_cast<size_t>(source_.Nb_bdd_vars()));
-    for (const TransitionSystem::Register& reg : system_.registers)
-      functions[static_cast<size_t>(reg.position)] = system_.manager->Bdd_var_by_index(reg.now);
-    for (const TransitionSystem::Input& input : system_.inputs)
-      functions[static_cast<size_t>(automaton_.input_index(input.position))] =
-          system_.manager->Bdd_var_by_index(input.index);
     automaton_.sort();
-    for (long index : automaton_.wood_associee()->earliest_sort())
-      if (seen_.contains(index))
-        functions[static_cast<size_t>(index)] =
-            rebuilt(automaton_.wood_associee()->exp_by_index(index)->my_bdd_exp(), functions);
-    for (TransitionSystem::Register& reg : system_.registers)
-      reg.f = functions[static_cast<size_t>(automaton_.next_state_index(reg.position))];
-    system_.goal = functions[static_cast<size_t>(automaton_.output_index(output))];
+    order_from(automaton_.output_index(output));
+    std::vector<bdd> values;
+    for (const TransitionSystem::Register& reg : system_.registers)
+      values.push_back(system_.manager->Bdd_var_by_index(reg.now));
+    std::vector<long> roots;
+    for (const TransitionSystem::Register& reg : system_.registers)
+      roots.push_back(automaton_.next_state_index(reg.position));
+    const std::vector<bdd> next = functions_of(roots, values);
+    for (size_t k = 0; k < next.size(); ++k) system_.registers[k].f = next[k];
+    // The output comes last: as long as two registers that agree have two variables, it may be a
+    // relation between all of them.
+    values = merge_registers(system_);
+    system_.goal = functions_of({automaton_.output_index(output)}, values).front();
   }
 
  private:
   static std::string instance_free(const std::string& name) {
     return name.substr(name.find('_') + 1);
+  }
+
+  long depth(long index) const {
+    const Bddexpression* e = automaton_.wood_associee()->exp_by_index(index);
+    return e == nullptr ? 0 : e->getEarlyDate();
   }
 
   /// Makes the variables in the order of the descent.
@@ -58,8 +62,10 @@ class Builder {
             if (placed_.insert(k).second) place_register(k, waiting);
         } else if (const Bddexpression* e = automaton_.wood_associee()->exp_by_index(index)) {
           const index_set& reads = e->set_of_var_dependances();
-          const std::vector<long> ascending(reads.begin(), reads.end());
-          open.insert(open.end(), ascending.rbegin(), ascending.rend());
+          std::vector<long> deepest_last(reads.begin(), reads.end());
+          std::stable_sort(deepest_last.begin(), deepest_last.end(),
+                           [&](long a, long b) { return depth(a) < depth(b); });
+          open.insert(open.end(), deepest_last.begin(), deepest_last.end());
         } else if (index >= automaton_.input_index(0) && index < automaton_.output_index(0)) {
           const long made = system_.manager->Index_var_by_bdd(
               system_.manager->New_var_last(automaton_.nom_associe(index)));
@@ -80,6 +86,34 @@ class Builder {
     system_.registers.push_back(
         {k, now, next, automaton_.valeur_initiale_state_var(k) == 1, bdd()});
     waiting.push_back(k);
+  }
+
+  /// The functions of computed variables, each register standing for its value.
+  std::vector<bdd> functions_of(const std::vector<long>& roots, const std::vector<bdd>& values) {
+    rebuilt_.clear();
+    Bddexpressionwood& wood = *automaton_.wood_associee();
+    std::vector<bdd> functions(static_cast<size_t>(source_.Nb_bdd_vars()));
+    for (size_t k = 0; k < values.size(); ++k)
+      functions[static_cast<size_t>(system_.registers[k].position)] = values[k];
+    for (const TransitionSystem::Input& input : system_.inputs)
+      functions[static_cast<size_t>(automaton_.input_index(input.position))] =
+          system_.manager->Bdd_var_by_index(input.index);
+    std::unordered_set<long> needed;
+    for (std::vector<long> open = roots; !open.empty();) {
+      const long index = open.back();
+      open.pop_back();
+      const Bddexpression* e = wood.exp_by_index(index);
+      if (e == nullptr || !needed.insert(index).second) continue;
+      const index_set& reads = e->set_of_var_dependances();
+      open.insert(open.end(), reads.begin(), reads.end());
+    }
+    for (long index : wood.earliest_sort())
+      if (needed.contains(index))
+        functions[static_cast<size_t>(index)] =
+            rebuilt(wood.exp_by_index(index)->my_bdd_exp(), functions);
+    std::vector<bdd> found;
+    for (long root : roots) found.push_back(functions[static_cast<size_t>(root)]);
+    return found;
   }
 
   /// f with its variables replaced; results are kept from function to function, since what a

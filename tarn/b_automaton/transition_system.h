@@ -21,20 +21,24 @@ struct TransitionSystem {
     long index;
   };
 
-  /// The automaton must be sortable, its initial values 0 or 1.
+  /// The automaton must be sortable, its initial values 0 or 1. Registers that have equal or
+  /// opposite values, or one value, in every reachable instant are merged, as far as induction over
+  /// one instant shows it.
   TransitionSystem(b_automaton& automaton, int output);
-
-  /// Drops the registers and inputs that the goal does not depend on.
-  void keep_cone();
 
   std::unique_ptr<bddpp_manager> manager = std::make_unique<bddpp_manager>();
   std::vector<Register> registers;
   std::vector<Input> inputs;
   bdd goal;  ///< the output
+
+ private:
+  /// Drops the registers and inputs that the goal does not depend on.
+  void keep_cone();
 };
 
-/// Merges registers that have equal or opposite values, or one value, in every reachable instant,
-/// as far as induction over one instant shows it; the goal keeps its value in all of them.
-void merge_registers(TransitionSystem& system);
+/// For each register a function that has its value in every reachable instant: a constant, or the
+/// variable of a register, perhaps negated (register_classes.cc). What the registers' functions
+/// read is replaced accordingly.
+std::vector<bdd> merge_registers(TransitionSystem& system);
 
 }  // namespace kiva
