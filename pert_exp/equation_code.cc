@@ -71,8 +71,14 @@ void Bddexpression::put_c(std::ostream& out, const std::string& array,
 
 void Bddexpressionwood::Put_c(std::ostream& out, const std::string& array,
                               const std::list<std::string>& outputs) {
+  Put_c(out, array, outputs, "", "");
+}
+
+void Bddexpressionwood::Put_c(std::ostream& out, const std::string& array,
+                              const std::list<std::string>& outputs, const std::string& prefix,
+                              const std::string& suffix) {
   man->Bdd_global_clear_marks();
-  for (long index : earliest_sort()) exp_table[index]->put_c(out, array, outputs);
+  for (long index : earliest_sort()) exp_table[index]->put_c(out, array, outputs, prefix, suffix);
 }
 
 void Bddexpression::put_blif(std::ostream& out, const std::string& prefix) {
@@ -85,8 +91,13 @@ void Bddexpression::put_blif(std::ostream& out, const std::string& prefix) {
 }
 
 void Bddexpressionwood::Put_blif(std::ostream& out, const std::string& prefix) {
+  Put_blif(out, prefix, nullptr);
+}
+
+void Bddexpressionwood::Put_blif(std::ostream& out, const std::string& prefix, const int* marks) {
   man->Bdd_global_clear_marks();
-  for (long index : earliest_sort()) exp_table[index]->put_blif(out, prefix);
+  for (long index : earliest_sort())
+    if (marks == nullptr || marks[index] != 0) exp_table[index]->put_blif(out, prefix);
 }
 
 }  // namespace kiva

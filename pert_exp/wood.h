@@ -127,7 +127,11 @@ class Bddexpressionwood {
   void Put_zuc(std::ostream& os, long* map, int debug);
   // Texts of the equations in the order of earliest_sort (equation_code.cc, ...).
   void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
+  void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs,
+             const std::string& prefix, const std::string& suffix);
   void Put_blif(std::ostream& out, const std::string& prefix);
+  /// Only the equations of variables that are marked 1, by index.
+  void Put_blif(std::ostream& out, const std::string& prefix, const int* marks);
   /// The process and the equations in VHDL. Inputs and outputs are names of variables; `resets` and
   /// `updates` are assignments to registers, without ";".
   void Put_vhdl(std::ostream& out, const std::string& array, const std::list<std::string>& inputs,
