@@ -103,8 +103,12 @@ void b_automaton::INO_put_grafcet(std::ostream& out, int, const std::string& nam
   out << "void setup()\n{\n  my_setup();\n";
   put_initial_state(out, *this, prefix);
   out << "}\n\nvoid loop()\n{\n";
+  // An output is a call, and a variable as well where another equation reads it.
+  const auto is_read = [&](long index) { return !wood_->set_of_amont_dependances(index).empty(); };
   std::vector<std::string> variables = names_.locals;
   variables.insert(variables.end(), names_.inputs.begin(), names_.inputs.end());
+  for (int k = 0; k < nb_outputs(); ++k)
+    if (is_read(output_index(k))) variables.push_back(nom_output(k));
   if (!variables.empty()) out << "  int " << joined(variables, ", ", prefix) << ";\n\n";
   out << "  int " << array << '[' << manager_associe()->Bdd_total_size() << "];\n"
       << "  /* user before() function call */\n  my_before();\n  /* inputs reading */\n";
@@ -115,7 +119,13 @@ void b_automaton::INO_put_grafcet(std::ostream& out, int, const std::string& nam
     if (is_action(nom_associe(static_cast<long>(index)))) two_sided[index] = 0;
   if (nb_equ_def() > 0) {
     out << "  /* internal definitions */\n";
-    wood_->Put_ino_grafcet(out, array, outputs_list(), prefix, two_sided.data());
+    manager_associe()->Bdd_global_clear_marks();
+    for (long index : wood_->earliest_sort()) {
+      Bddexpression& e = *wood_->exp_by_index(index);
+      const bool is_output = index >= output_index(0) && index < local_index(0);
+      if (!is_output || is_read(index)) e.put_ino_grafcet(out, array, prefix);
+      if (is_output) e.put_ino_grafcet(out, array, prefix, two_sided[static_cast<size_t>(index)]);
+    }
   }
   put_moves(out, *this, prefix);
   out << "  /* user after() function call */\n  my_after();\n}\n";

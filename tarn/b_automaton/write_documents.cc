@@ -4,6 +4,8 @@
 
 #include "tarn/b_automaton/b_automaton.h"
 #include "tarn/b_automaton/writing.h"
+#include "tarn/formats/target_rules.h"
+#include "tarn/model/compilation.h"
 
 namespace kiva {
 
@@ -94,8 +96,11 @@ void b_automaton::ZU_put(std::ostream& out, int, const std::string& name) const 
   out << "module " << name << ":\n";
   if (nb_inputs() > 0) out << "Input: " << joined(names_.inputs, ", ") << ";\n";
   if (nb_outputs() > 0) out << "Output: " << joined(names_.outputs, ", ") << ";\n";
+  const bool section = Compilation::target_rules.local_section;
+  if (nb_locals() > 0 && section) out << "Local: " << joined(names_.locals, ", ") << ";\n";
   out << '\n';
-  if (nb_locals() > 0) out << "local " << joined(names_.locals, ", ") << "\n{\n";
+  const bool block = nb_locals() > 0 && !section;
+  if (block) out << "local " << joined(names_.locals, ", ") << "\n{\n";
   out << "Mealy Machine\n\n";
   if (nb_state_vars() > 0) {
     out << "Register: \n";
@@ -111,7 +116,7 @@ void b_automaton::ZU_put(std::ostream& out, int, const std::string& name) const 
     manager_associe()->Print_sop(" or ", " and ", "not ", "", out, f, 1);
     out << ";\n";
   }
-  if (nb_locals() > 0) out << "}\n";
+  if (block) out << "}\n";
   out << "end\n";
 }
 

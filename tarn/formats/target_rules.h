@@ -89,6 +89,10 @@ struct TargetRules {
   /// behind each parameter, no heading without what it heads.
   bool proper_lists = false;
 
+  // Source text of boolean automata.
+  /// Locals stand in the section Local; else in a block, which the language does not have.
+  bool local_section = false;
+
   static constexpr TargetRules told() { return {}; }
   static constexpr TargetRules working() {
     TargetRules rules;
@@ -101,6 +105,7 @@ struct TargetRules {
     rules.extern_state = rules.status_values = rules.data_order = true;
     rules.input_parameters = rules.node_variables = rules.tested_bindings = true;
     rules.typed_constants = rules.spaced_not = rules.proper_lists = true;
+    rules.local_section = true;
     return rules;
   }
 };
