@@ -52,10 +52,9 @@ static void complain(const char* before, const char* after) {
 }
 
 %token END_OF_INPUT 0 "$end"
-%token TOKEN_OR 258 TOKEN_AND 259 TOKEN_XOR 260 TOKEN_XNOR 261 TOKEN_IMPL 262 TOKEN_FNOT 263
-%token TOKEN_NOT 264
-%token TOKEN_PAR_OUVRANTE 265 TOKEN_PAR_FERMANTE 266 TOKEN_INF 267 TOKEN_SUP 268
-%token TOKEN_STRING 269 TOKEN_ZERO 270 TOKEN_ONE 271
+%token TOKEN_OR TOKEN_AND TOKEN_XOR TOKEN_XNOR TOKEN_IMPL TOKEN_FNOT TOKEN_NOT
+%token TOKEN_PAR_OUVRANTE TOKEN_PAR_FERMANTE TOKEN_INF TOKEN_SUP
+%token TOKEN_STRING TOKEN_ZERO TOKEN_ONE
 
 %type <function> bdd_expression_gen bdd_expression bdd_terme bdd_facteur bdd_variable
 %type <priority> priorite valeur

@@ -1,12 +1,13 @@
 #include "programs/tarn/compare.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <iostream>
-#include <optional>
+#include <new>
 #include <sstream>
 
 #include "programs/tarn/options.h"
@@ -24,7 +25,7 @@ namespace {
 class Interrupt {
  public:
   Interrupt() {
-    say("stopped before the first instant; no difference known");
+    say("stopped: no instant seen yet");
     std::signal(SIGINT, handle);
   }
   ~Interrupt() { std::signal(SIGINT, SIG_DFL); }
@@ -50,6 +51,26 @@ class Interrupt {
 
 char Interrupt::texts_[2][200];
 volatile sig_atomic_t Interrupt::current_ = 0;
+
+/// Keeps the process within three quarters of the machine's memory while it lives: diagrams that
+/// outgrow it end in a std::bad_alloc, and not in the end of other programs.
+class MemoryLimit {
+ public:
+  MemoryLimit() {
+    getrlimit(RLIMIT_AS, &before_);
+    rlimit limit = before_;
+    const rlim_t memory = static_cast<rlim_t>(sysconf(_SC_PHYS_PAGES)) *
+                          static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) / 4 * 3;
+    limit.rlim_cur = std::min(limit.rlim_cur, memory);
+    setrlimit(RLIMIT_AS, &limit);
+  }
+  ~MemoryLimit() { setrlimit(RLIMIT_AS, &before_); }
+  MemoryLimit(const MemoryLimit&) = delete;
+  MemoryLimit& operator=(const MemoryLimit&) = delete;
+
+ private:
+  rlimit before_ = {};
+};
 
 /// 12, or 1.5e+20.
 std::string number(double value) {
@@ -91,14 +112,21 @@ class Comparison {
     }
     const bool terminal = isatty(STDERR_FILENO) != 0;
     OutputWalk walk;
-    {
+    std::string known = "no instant seen yet";
+    try {
       const Interrupt interrupt;
-      walk = walk_output(*both_, 0, [&](const OutputWalk& known) {
-        Interrupt::say("stopped: " + so_far(known));
-        if (terminal) std::cerr << '\r' << so_far(known) << "\033[K" << std::flush;
+      const MemoryLimit limit;
+      walk = walk_output(*both_, 0, [&](const OutputWalk& now) {
+        known = so_far(now);
+        Interrupt::say("stopped: " + known);
+        if (terminal) std::cerr << '\r' << known << "\033[K" << std::flush;
       });
-      if (terminal) std::cerr << "\r\033[K" << std::flush;
+    } catch (const std::bad_alloc&) {
+      if (terminal) std::cerr << '\n';
+      fail("out of memory: " + known);
+      return incomparable;
     }
+    if (terminal) std::cerr << "\r\033[K" << std::flush;
     if (walk.holds) {
       std::cout << *files_[0] << " and " << *files_[1]
                 << " give the same outputs in every reachable instant\n";
