@@ -62,9 +62,13 @@ class MemoryLimit {
     const rlim_t memory = static_cast<rlim_t>(sysconf(_SC_PHYS_PAGES)) *
                           static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) / 4 * 3;
     limit.rlim_cur = std::min(limit.rlim_cur, memory);
+#ifndef __SANITIZE_ADDRESS__  // whose shadow alone is larger
     setrlimit(RLIMIT_AS, &limit);
+#endif
   }
-  ~MemoryLimit() { setrlimit(RLIMIT_AS, &before_); }
+  ~MemoryLimit() {
+    setrlimit(RLIMIT_AS, &before_);
+  }
   MemoryLimit(const MemoryLimit&) = delete;
   MemoryLimit& operator=(const MemoryLimit&) = delete;
 
