@@ -136,5 +136,31 @@ TEST_F(Printing, SumsOfProductsHaveALimit) {
   EXPECT_THROW(sum_text(text, texts, {0, parity}), IllegalOperationException);
 }
 
+TEST(RandomModules, AreWrittenAndReadAgain) {
+  for_random_cases(20, [](const TargetCase& test) {
+    const TempDir again;
+    run_tool(
+        KIVA_PROGRAMS "/tarn -q -d '" + again.path().string() + "' '" + test.file("main.zuc") + "'",
+        again.path());
+    const std::string text = read_text(again.file("main.zuc"));
+    std::string stimuli;
+    for (const auto& instant : test.instants()) {
+      for (size_t i = 0; i < test.inputs().size(); ++i)
+        if (instant.inputs[i] == SignalState::one)
+          stimuli += test.inputs()[i]->getOriginalName() + " ";
+      stimuli += "\n";
+    }
+    const TargetCase reread("main.zuc", text, stimuli);
+    ASSERT_EQ(reread.instants().size(), test.instants().size());
+    for (size_t i = 0; i < test.instants().size(); ++i)
+      EXPECT_EQ(reread.instants()[i].outputs, test.instants()[i].outputs) << "instant " << i + 1;
+    run_tool(KIVA_PROGRAMS "/tarn -q -d '" + again.path().string() + "' '" +
+                 reread.file("main.zuc") + "'",
+             again.path(), false);
+    EXPECT_EQ(read_text(again.file("main.zuc")), text)
+        << "from the second writing on the same text";
+  });
+}
+
 }  // namespace
 }  // namespace kiva::test
