@@ -74,7 +74,7 @@ bool read_options(int argc, char** argv, Options& options, int& status) {
         throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
-    if (options.windows && !fltk_presenter::has_display())
+    if (options.windows && !fltk_presenter::open_display())
       throw CLI::ValidationError("--windows", "no display can be opened");
   } catch (const CLI::ParseError& error) {
     status = app.exit(error) == 0 ? 0 : wrong_usage;
