@@ -41,4 +41,18 @@ equation_code_texts c_equation_texts(bddpp_manager* manager, const std::string& 
                                      const std::list<std::string>& outputs,
                                      const std::string& prefix, const std::string& suffix);
 
+/// Those of C#: no output is a pointer.
+equation_code_texts csharp_equation_texts(bddpp_manager* manager, const std::string& array);
+
+/// Those of a document, with nodes named `prefix`, "_" and a number.
+equation_code_texts doc_equation_texts(bddpp_manager* manager, const std::string& prefix);
+/// The definition of a variable in a document; a constant is a word.
+void put_doc_equation(std::ostream& out, const equation_code_texts& texts, long index,
+                      const bdd& f);
+/// What stands in a document for a definition that is missing.
+void put_undefined_doc(std::ostream& out, const std::string& name);
+
+/// The assignment of an explicit automaton's context, a sum of products over its elements.
+void put_wren_equation(std::ostream& out, const std::string& array, long index, const bdd& f);
+
 }  // namespace kiva

@@ -16,6 +16,13 @@ void print_vhdl(Module* module, bool altera) {
   Compilation::VHDLALTERAFlag = before;
 }
 
+/// Prints a text that has no print operation of its own.
+template <class Put>
+void print_text(Module* module, const char* option, Put put) {
+  print_target(*module, target(option).file, Compilation::target_rules,
+               [&](std::ostream& out) { put(*module, out); });
+}
+
 }  // namespace
 
 std::span<const Target> targets() {
@@ -30,18 +37,55 @@ std::span<const Target> targets() {
        .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
        .print = [](Module* module) { module->printBLIF(); }},
       {.option = "vhdl",
-       .help = "write a VHDL entity of bits, MODULE.vhdl",
+       .help = "VHDL of bits, .vhdl",
        .file = {.extension = ".vhdl"},
        .print = [](Module* module) { print_vhdl(module, false); }},
       {.option = "vhdl-altera",
-       .help = "write a VHDL entity of std_logic, MODULE.vhdl",
+       .help = "VHDL of std_logic, .vhdl",
        .file = {.extension = ".vhdl"},
        .print = [](Module* module) { print_vhdl(module, true); }},
       {.option = "systemc",
-       .help = "write functions for a SystemC model, MODULE_sc.cpp and MODULE_sc.h",
+       .help = "SystemC, _sc.cpp and _sc.h",
        .file = {.extension = "_sc.cpp"},
        .print = print_systemc,
        .beside = "_sc.h"},
+      {.option = "csharp",
+       .help = "C# component, .cs",
+       .file = {.extension = ".cs", .in_folder = true, .tells_failure = true},
+       .print = [](Module* module) { module->printCSHARP(); },
+       .finalised_only = true},
+      {.option = "gal",
+       .help = "interface as sections, .gal",
+       .file = {.extension = ".gal"},
+       .print = [](Module* module) { module->printENCAPSULATEDGAL(); }},
+      {.option = "explicit",
+       .help = "explicit automaton, .sce",
+       .file = {.extension = ".sce"},
+       .print =
+           [](Module* module) {
+             print_text(module, "explicit",
+                        [](Module& m, std::ostream& out) { m.WRENCC_put(out, 0); });
+           },
+       .finalised_only = true},
+      {.option = "doc",
+       .help = "transition system, .txt",
+       .file = {.extension = ".txt"},
+       .print =
+           [](Module* module) {
+             print_text(module, "doc", [](Module& m, std::ostream& out) { m.DOC_put(out, 0); });
+           }},
+      {.option = "latex",
+       .help = "LaTeX document, .tex",
+       .file = {.extension = ".tex"},
+       .print =
+           [](Module* module) {
+             print_text(module, "latex", [](Module& m, std::ostream& out) { m.LATEX_put(out); });
+           }},
+      {.option = "debug",
+       .help = "tables in memory, .dbg",
+       .file =
+           {.extension = ".dbg", .in_folder = true, .tells_existing = true, .tells_failure = true},
+       .print = [](Module* module) { module->printDebug(); }},
   };
   return table;
 }

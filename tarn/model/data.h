@@ -100,6 +100,11 @@ class DataExpr {
   /// The told text of the expression in C (tarn/formats/c.cc).
   void C_put(std::ostream& out, Module* module) const;
 
+  /// The told text of the expression in C# (tarn/formats/csharp.cc).
+  void CSharp_put(std::ostream& out, Module* module) const;
+  /// Spelling of an operator in C#, with its blanks.
+  static std::string CSharp_opname(int op);
+
   /// Spelling of an operator in the protocol and in C, with its blanks.
   static std::string C_opname(int op);
 
@@ -273,6 +278,7 @@ class MethodDecl {
   void setIndex(int number) { index = number; }
   void print(std::ostream& out) const;
   void C_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::string return_type;
@@ -300,6 +306,8 @@ class ConstantDecl {
   void print(std::ostream& out) const;
   /// To the body with its value, to the header without.
   void C_put(std::ostream& body, std::ostream& header) const;
+  /// Private with its value, public without.
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::string type;
@@ -327,6 +335,7 @@ class DataTypeTable {
   void print(std::ostream& out, bool numbered) const;
   /// The declaration of each type's zero in C.
   void C_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<std::string> names;
@@ -343,6 +352,7 @@ class DataMethodTable {
   const std::vector<MethodDecl*>& getMethodList() const { return method_list; }
   void print(std::ostream& out, bool numbered) const;
   void C_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<MethodDecl*> method_list;
@@ -358,6 +368,8 @@ class DataConstantTable {
   ConstantDecl* getConstantById(int id) const;
   const std::vector<ConstantDecl*>& getConstantList() const { return constant_list; }
   void print(std::ostream& out, bool numbered) const;
+  /// The constants that have a value.
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<ConstantDecl*> constant_list;
