@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <sstream>
 
 #include "pert_exp/equation_code.h"
 
@@ -24,10 +25,14 @@ void Bddexpressionwood::Put_csharp(std::ostream& out, const std::string& array) 
   for (long index : earliest_sort()) exp_table[index]->put_csharp(out, array);
 }
 
-void put_wren_equation(std::ostream& out, const std::string& array, long index, const bdd& f) {
-  out << "   " << array << '[' << index << "]= ";
-  f.manager_ref()->Print_wren_sop(" || ", " && ", "!", "", out, f, array, 0);
-  out << ";\n";
+void put_wren_equation(std::ostream& out, const std::string& array, long index, const bdd& f,
+                       bool brackets) {
+  std::ostringstream sum;
+  const std::string or_text = brackets ? ") || (" : " || ";
+  f.manager_ref()->Print_wren_sop(or_text, " && ", "!", "", sum, f, array, 0);
+  const bool around = brackets && sum.str().find(or_text) != std::string::npos;
+  out << "   " << array << '[' << index << "]= " << (around ? "(" : "") << sum.str()
+      << (around ? ");\n" : ";\n");
 }
 
 void Bddexpression::put_wren(std::ostream& out, const std::string& array) {

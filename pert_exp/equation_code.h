@@ -52,7 +52,9 @@ void put_doc_equation(std::ostream& out, const equation_code_texts& texts, long 
 /// What stands in a document for a definition that is missing.
 void put_undefined_doc(std::ostream& out, const std::string& name);
 
-/// The assignment of an explicit automaton's context, a sum of products over its elements.
-void put_wren_equation(std::ostream& out, const std::string& array, long index, const bdd& f);
+/// The assignment of an explicit automaton's context, a sum of products over its elements, which
+/// stand in brackets if wanted.
+void put_wren_equation(std::ostream& out, const std::string& array, long index, const bdd& f,
+                       bool brackets = false);
 
 }  // namespace kiva

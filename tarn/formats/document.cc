@@ -91,7 +91,8 @@ class LatexText {
 
   void put(std::ostream& out) const {
     out << "\\documentclass[11pt,a4paper]{article}\n\\setlength{\\parindent}{0pt}\n"
-           "\\setlength{\\parskip}{4pt}\n\\sloppy\n\\begin{document}\n"
+           "\\setlength{\\parskip}{4pt}\n\\sloppy\n"
+           "\\renewcommand{\\labelitemi}{$\\bullet$}\n\\begin{document}\n"
            "\\begin{center}\n{\\huge module: $"
         << symbol(text_.module()->getName()) << "$}\n\\end{center}\n";
     put_items(out, "Inputs", text_.input_rails(), [&](long index) { return name(index); });

@@ -38,7 +38,8 @@ bdd function_of(Bddexpressionwood& wood, long index) {
 class Functions {
  public:
   /// Of all equations in a state, over inputs.
-  Functions(Bddexpressionwood& wood, const bdd& state) : man_(*wood.my_bdd_manager()) {
+  Functions(Bddexpressionwood& wood, const bdd& state)
+      : man_(*wood.my_bdd_manager()), state_(state) {
     for (long index : wood.earliest_sort()) {
       bdd f = function_of(wood, index);
       if (!f.initialised()) continue;
@@ -50,14 +51,16 @@ class Functions {
     }
   }
 
-  /// The variable itself where nothing computes it.
+  /// The variable itself, as the state has it, where nothing computes it.
   bdd operator[](long index) const {
     auto at = functions_.find(index);
-    return at != functions_.end() ? at->second : man_.Bdd_var_by_index(index);
+    return at != functions_.end() ? at->second
+                                  : man_.Bdd_cube_reduce(man_.Bdd_var_by_index(index), state_);
   }
 
  private:
   bddpp_manager& man_;
+  bdd state_;
   std::unordered_map<long, bdd> functions_;
 };
 
@@ -212,7 +215,7 @@ class ExplicitText {
     }
     for (long index : wood_.earliest_sort())
       if (const bdd f = function_of(wood_, index); f.initialised() && cone_.contains(index))
-        put_wren_equation(out, "_c", index, f);
+        put_wren_equation(out, "_c", index, f, rules_.brackets);
   }
 
   void put_outputs(std::ostream& out) const {

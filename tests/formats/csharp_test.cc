@@ -1,0 +1,166 @@
+// The components, all compiled into one program with a stand-in of the framework's classes, and
+// run: the trace of each is the simulator's.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+#include <sstream>
+
+#include "tests/formats/target_case.h"
+
+namespace kiva::test {
+namespace {
+
+/// Events are separated by blanks, each a name, or a name, "=" and a value; of an event that is
+/// fired, whether it is present, and the value.
+constexpr const char* framework = R"(using System;
+using System.Collections.Generic;
+namespace Vanto.Beans {
+  public class BeanAttribute : Attribute { public string Category; }
+}
+namespace Vanto.Util {
+  public class MyEvent {
+    public string nameEvt, evtValeur = "", present = "";
+    public MyEvent(string name, string state) { nameEvt = name; present = state; }
+    public MyEvent(string name, string type, string value, string state) : this(name, state) {
+      evtValeur = value;
+    }
+  }
+  public class GrammaireA {
+    public List<MyEvent> deserialize(string s) {
+      var list = new List<MyEvent>();
+      foreach (string word in s.Split(new char[] {' '}, StringSplitOptions.RemoveEmptyEntries)) {
+        int at = word.IndexOf('=');
+        var e = new MyEvent(at < 0 ? word : word.Substring(0, at), "True");
+        if (at >= 0) e.evtValeur = word.Substring(at + 1);
+        list.Add(e);
+      }
+      return list;
+    }
+    public string serialize(List<MyEvent> events) {
+      string bits = "", values = "";
+      foreach (MyEvent e in events) {
+        bits += e.present == "True" ? "1" : "0";
+        if (e.evtValeur != "") values += " " + e.evtValeur;
+      }
+      return bits + values;
+    }
+  }
+  public class Logger { public static void Info(string text) { } }
+}
+)";
+
+/// What a user writes for the values of the thermostat.
+constexpr const char* thermostat_part = R"(
+namespace GenEntree {
+  public struct celsius {
+    public double v;
+    public static implicit operator celsius(double x) { celsius c; c.v = x; return c; }
+    public static celsius operator +(celsius a, celsius b) { return a.v + b.v; }
+    public static celsius operator -(celsius a) { return -a.v; }
+    public static bool operator <(celsius a, celsius b) { return a.v < b.v; }
+    public static bool operator >(celsius a, celsius b) { return a.v > b.v; }
+    public static celsius To(string s) {
+      double x;
+      var any = System.Globalization.NumberStyles.Float;
+      var plain = System.Globalization.CultureInfo.InvariantCulture;
+      return double.TryParse(s, any, plain, out x) ? x : double.NaN;
+    }
+  }
+  public struct fahrenheit {
+    public double v;
+    public override string ToString() {
+      return v.ToString(System.Globalization.CultureInfo.InvariantCulture);
+    }
+  }
+  public partial class thermostat {
+    private celsius zero_celsius = 0, ceiling = 25;
+    private fahrenheit zero_fahrenheit = new fahrenheit();
+    private celsius lower_of(celsius a, celsius b) { return a < b ? a : b; }
+    private celsius factory_setting() { return 19; }
+    private fahrenheit to_fahrenheit(celsius c) {
+      var f = new fahrenheit();
+      f.v = c.v * 9 / 5 + 32;
+      return f;
+    }
+  }
+}
+)";
+
+/// What is left of a case for the comparison.
+struct Expected {
+  std::vector<std::vector<int>> rows;
+  std::vector<std::string> values;  ///< of the displayed value by instant; empty for none
+};
+
+std::string events_of(const TargetCase& test, const TargetCase::Instant& instant) {
+  std::string events;
+  for (size_t i = 0; i < test.inputs().size(); ++i) {
+    if (pair_of(instant.inputs[i]).status == 0) continue;
+    events += test.inputs()[i]->getOriginalName();
+    if (instant.texts[i] != "--") events += "=" + instant.texts[i];
+    events += " ";
+  }
+  return events;
+}
+
+TEST(CSharpTools, RunsAsTheSimulatorDoes) {
+  const TempDir dir;
+  std::map<std::string, Expected> expected;  // by class
+  std::string runs, told_names;
+  for_each_case(false, [&](const TargetCase& test) {
+    const std::string told = test.write("--csharp");
+    const std::string m = test.module()->getName();
+    const std::string text = read_text(test.file(m + ".cs"));
+    const std::string head = "public partial class ";
+    const size_t start = text.find(head) + head.size();
+    const std::string name = text.substr(start, text.find('\n', start) - start);
+    if (m == "names") told_names = told;
+    if (expected.contains(name)) return;  // a module that several examples share
+    dir.write(name + ".cs", text);
+    runs += "    Console.WriteLine(\"class " + name + "\");\n    { var m = new GenEntree." + name +
+            "();\n    m.SendEventList += Console.WriteLine; m." + name + "_reset_automaton();\n";
+    for (const TargetCase::Instant& instant : test.instants()) {
+      runs += "    m." + name + "_automaton(\"" + events_of(test, instant) + "\");\n";
+      expected[name].rows.push_back(test.output_bits(instant));
+      expected[name].values.push_back(instant.values.size() > 1 ? instant.values[1] : "");
+    }
+    runs += "    }\n";
+  });
+  dir.write("framework.cs", framework);
+  dir.write("part.cs", thermostat_part);
+  dir.write("run.cs", "using System;\nclass Run {\n  static void Main() {\n" + runs + "  }\n}\n");
+  run_tool("mcs -warnaserror -out:run.exe *.cs", dir.path());
+
+  std::istringstream lines(run_tool("mono run.exe", dir.path()));
+  std::map<std::string, std::vector<std::string>> seen;
+  std::string name;
+  for (std::string line; std::getline(lines, line);)
+    if (line.starts_with("class "))
+      name = line.substr(6);
+    else
+      seen[name].push_back(line);
+  for (const auto& [name, want] : expected) {
+    ASSERT_EQ(seen[name].size(), want.rows.size()) << name;
+    for (size_t i = 0; i < want.rows.size(); ++i) {
+      const std::string& line = seen[name][i];
+      const size_t end = std::min(line.find(' '), line.size());
+      std::vector<int> row;
+      for (char c : line.substr(0, end)) row.push_back(c - '0');
+      ASSERT_EQ(row, want.rows[i]) << name << ", instant " << i + 1;
+      const bool displayed = want.rows[i].back() == 1;
+      if (displayed && !want.values[i].empty() && want.values[i] != "--") {
+        EXPECT_NEAR(std::strtod(line.c_str() + end, nullptr), std::stod(want.values[i]), 0.001);
+      }
+    }
+  }
+
+  for (const char* line : {"C#: signal \"in\" is written as \"in_1\": a keyword there\n",
+                           "C#: signal \"A.b\" is written as \"A_b\": no name there\n",
+                           "C#: signal \"2x\" is written as \"v_2x\": no name there\n"})
+    EXPECT_NE(told_names.find(line), std::string::npos) << told_names;
+}
+
+}  // namespace
+}  // namespace kiva::test
