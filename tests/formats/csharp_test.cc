@@ -162,5 +162,55 @@ TEST(CSharpTools, RunsAsTheSimulatorDoes) {
     EXPECT_NE(told_names.find(line), std::string::npos) << told_names;
 }
 
+TEST(CSharpTools, ValuesOfBuiltInTypes) {
+  const std::vector<std::pair<std::string, std::string>> kinds = {
+      {"int", "-5"},   {"byte", "200"},   {"float", "1.5"}, {"long", "5000000000"},
+      {"short", "-7"}, {"string", "hey"}, {"bool", "True"}};
+  // An input, an output that copies it, and a trigger for each type.
+  std::string inputs, outputs, locals, types, nodes, equations, bindings, values, events, want;
+  for (size_t i = 0; i < kinds.size(); ++i) {
+    const std::string& type = kinds[i].first;
+    const auto at = [&](size_t group) { return std::to_string(2 * (group * kinds.size() + i)); };
+    const std::string number = std::to_string(i), in = at(0);
+    inputs += "i" + number + ":" + type + " ";
+    outputs += "o" + number + ":" + type + " ";
+    locals += "t" + number + " ";
+    types += type + ";\n";
+    nodes += std::to_string(i + 1) + ": " + in + ":0:0,-1\n";
+    for (size_t group : {1, 2}) {
+      const long status = std::stol(at(group));
+      for (int rail : {0, 1})
+        equations += "1 0 " + std::to_string(status + rail) + ":" + std::to_string(i + 1) +
+                     (rail == 0 ? ",1,(" : ",-1,(") + in + " )\n";
+    }
+    const auto pair = [&](size_t group) {
+      return "(" + at(group) + ", " + std::to_string(std::stol(at(group)) + 1) + ")";
+    };
+    bindings += pair(2) + ": value: " + number + " clock: " + pair(1) + ";\n";
+    values += number + ": %% " + std::to_string(14) + " " + pair(0) + ";\n";
+    events += "i" + number + "=" + kinds[i].second + " ";
+    want += " " + kinds[i].second;
+  }
+  const TargetCase test("kinds.zuc",
+                        "module: kinds  0 1\ninput: " + inputs + ";\noutput: " + outputs +
+                            ";\nlocal: " + locals +
+                            ";\nconnexion: SETkinds RESETkinds RTLkinds;\n"
+                            "equation_def:\n8\n0: -1:-3:-3,1\n" +
+                            nodes + "expressions:\n" + equations + "end:\nbinding:\n" + bindings +
+                            "end:\nevaltable:\n" + values + "end:\ndata:\ntype:\n" + types +
+                            "method:\nconstant:\nend:\n",
+                        "");
+  ASSERT_NE(test.module(), nullptr);
+  test.write("--csharp");
+  test.add_file("framework.cs", framework);
+  test.add_file("run.cs",
+                "class Run { static void Main() {\n  var m = new GenEntree.kinds();\n"
+                "  m.SendEventList += System.Console.WriteLine;\n  m.kinds_automaton(\"" +
+                    events + "\");\n} }\n");
+  const auto folder = std::filesystem::path(test.file("")).parent_path();
+  run_tool("mcs -warnaserror -out:run.exe *.cs", folder);
+  EXPECT_EQ(run_tool("LC_ALL=C mono run.exe", folder), "1111111" + want + "\n");
+}
+
 }  // namespace
 }  // namespace kiva::test
