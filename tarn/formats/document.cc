@@ -61,6 +61,8 @@ void put_doc(Module* module, const TargetRules& rules, std::ostream& out) {
   equation_code_texts texts = doc_equation_texts(text.manager(), "node");
   texts.read = texts.left = nullptr;
   texts = text.numbered(texts);
+  texts.nodes.first_open = texts.nodes.second_open = rules.brackets ? "(" : "";
+  texts.nodes.first_close = texts.nodes.second_close = rules.brackets ? ")" : "";
   texts.nodes.entry_open = "[";
   texts.nodes.entry_close = "]";
   texts.nodes.not_open = texts.not_text = "not ";
@@ -148,7 +150,10 @@ class LatexText {
     texts.nodes.name = texts.read = [this](long index) { return name(index); };
     texts.left = [this](long index) { return "$" + name(index); };
     texts.not_text = "\\neg ";
-    return text_.numbered(texts);
+    texts = text_.numbered(texts);
+    texts.nodes.first_open = texts.nodes.first_close = "";  // "." binds closer than "+"
+    texts.nodes.second_open = texts.nodes.second_close = "";
+    return texts;
   }
 
   TargetText text_;
