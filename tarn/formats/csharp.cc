@@ -151,9 +151,15 @@ class CSharpText {
       }
     }
     out << "        /* global state variables */\n";
+    // A register that nothing reads is still moved, and warned of.
+    const bool unread = rules().no_leftovers &&
+                        std::any_of(text_.state().begin(), text_.state().end(),
+                                    [&](const StateRail& rail) { return !is_kept(rail.index); });
+    if (unread) out << "#pragma warning disable 414\n";
     for (const StateRail& rail : text_.state())
       out << "        bool  " << text_.state_name(rail.index) << " = "
           << (rail.initial ? "true" : "false") << ";\n";
+    if (unread) out << "#pragma warning restore 414\n";
   }
 
   void put_reset(std::ostream& out) const {
