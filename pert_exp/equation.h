@@ -126,6 +126,27 @@ class Bddexpression {
   /// The emission in Esterel (esterel_code.cc), under a sum of products.
   void put_esterel(std::ostream& out);
 
+  // For people (document_code.cc). An equation without function says so, but in LaTeX.
+  /// The definition behind the lines of its nodes that bear no mark yet; a node is `prefix`, "_"
+  /// and its number.
+  void put_doc(std::ostream& out, const std::string& prefix);
+  /// The same as a sum of products.
+  void put_basic_doc(std::ostream& out);
+  /// A formula of LaTeX; names stand as they are.
+  void put_latex(std::ostream& out);
+  /// The diagram, indented.
+  void put_tree(std::ostream& out);
+
+  // For components (component_code.cc). Nothing without manager, variable or function.
+  void put_csharp(std::ostream& out, const std::string& array);
+  /// A sum of products over elements of `array`, by variable index.
+  void put_wren(std::ostream& out, const std::string& array);
+  /// The assignment in C, each variable with `prefix` in front.
+  void put_ino_grafcet(std::ostream& out, const std::string& array, const std::string& prefix);
+  /// A call of the function NAME_true or else NAME_false, or, if `two_sided` is 0, of NAME or none.
+  void put_ino_grafcet(std::ostream& out, const std::string& array, const std::string& prefix,
+                       int two_sided);
+
   /// Dependences from the function, after the wood's tables have followed the manager. An abstract
   /// equation keeps its own.
   void build_normal_dependances();

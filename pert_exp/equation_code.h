@@ -52,4 +52,20 @@ equation_code_texts lustre_arrayless_texts(bddpp_manager* manager, const std::st
 void put_esterel_emission(std::ostream& out, const std::string& signal,
                           const std::string& condition);
 
+/// Those of C#: no output is a pointer.
+equation_code_texts csharp_equation_texts(bddpp_manager* manager, const std::string& array);
+
+/// Those of a document, with nodes named `prefix`, "_" and a number.
+equation_code_texts doc_equation_texts(bddpp_manager* manager, const std::string& prefix);
+/// The definition of a variable in a document; a constant is a word.
+void put_doc_equation(std::ostream& out, const equation_code_texts& texts, long index,
+                      const bdd& f);
+/// What stands in a document for a definition that is missing.
+void put_undefined_doc(std::ostream& out, const std::string& name);
+
+/// The assignment of an explicit automaton's context, a sum of products over its elements, which
+/// stand in brackets if wanted.
+void put_wren_equation(std::ostream& out, const std::string& array, long index, const bdd& f,
+                       bool brackets = false);
+
 }  // namespace kiva

@@ -137,6 +137,16 @@ class Bddexpressionwood {
   void Put_lustre(std::ostream& out, const std::string& array);
   void Put_lustre_arrayless(std::ostream& out, const std::string& array);
   void Put_esterel(std::ostream& out);
+  void Put_doc(std::ostream& out, const std::string& prefix);
+  void Put_basic_doc(std::ostream& out);
+  void Put_latex(std::ostream& out);
+  void Put_csharp(std::ostream& out, const std::string& array);
+  void Put_wren(std::ostream& out, const std::string& array);
+  /// Names in `outputs` are calls; `two_sided` tells of each variable index whether it has a call
+  /// for false as well.
+  void Put_ino_grafcet(std::ostream& out, const std::string& array,
+                       const std::list<std::string>& outputs, const std::string& prefix,
+                       const int* two_sided);
   /// Reports each variable whose stored readers differ from those computed.
   void coherence_dependances_check(std::ostream& out) const;
   void delete_prefixe_names(const std::string& prefix);

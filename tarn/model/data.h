@@ -104,6 +104,11 @@ class DataExpr {
   /// Spelling of an operator in Lustre, with its blanks.
   static std::string LUSTRE_opname(int op);
 
+  /// The told text of the expression in C# (tarn/formats/csharp.cc).
+  void CSharp_put(std::ostream& out, Module* module) const;
+  /// Spelling of an operator in C#, with its blanks.
+  static std::string CSharp_opname(int op);
+
   /// Spelling of an operator in the protocol and in C, with its blanks.
   static std::string C_opname(int op);
 
@@ -277,6 +282,7 @@ class MethodDecl {
   void setIndex(int number) { index = number; }
   void print(std::ostream& out) const;
   void C_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::string return_type;
@@ -305,6 +311,8 @@ class ConstantDecl {
   /// To the body with its value, to the header without.
   void C_put(std::ostream& body, std::ostream& header) const;
   void LUSTRE_put(std::ostream& out) const;
+  /// Private with its value, public without.
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::string type;
@@ -336,6 +344,7 @@ class DataTypeTable {
   /// The declaration of each type's zero in C.
   void C_put(std::ostream& out) const;
   void LUSTRE_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<std::string> names;
@@ -352,6 +361,7 @@ class DataMethodTable {
   const std::vector<MethodDecl*>& getMethodList() const { return method_list; }
   void print(std::ostream& out, bool numbered) const;
   void C_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<MethodDecl*> method_list;
@@ -367,6 +377,8 @@ class DataConstantTable {
   ConstantDecl* getConstantById(int id) const;
   const std::vector<ConstantDecl*>& getConstantList() const { return constant_list; }
   void print(std::ostream& out, bool numbered) const;
+  /// The constants that have a value.
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<ConstantDecl*> constant_list;
