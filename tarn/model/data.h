@@ -74,12 +74,17 @@ class DataExpr {
   virtual bool isDataBinaryOp() const { return false; }
   virtual bool isDataUnaryOp() const { return false; }
 
-  /// The same tree for an included module, its signals found in the interface.
-  virtual DataExpr* instanciate(Interface* interface) = 0;
-  /// A deep copy without type and index.
-  virtual DataExpr* duplicate() = 0;
-  /// The same tree for a copied module, its signals found there by internal name.
-  virtual DataExpr* changeModule(Module* to, Module* from) = 0;
+  // Copies without types and indices (data_copy.cc). What a tree shares, its copy shares.
+  /// For an included module: the signals are found in the interface.
+  DataExpr* instanciate(Interface* interface) const;
+  DataExpr* duplicate() const;
+  /// For a copied module: the signals are found there by internal name.
+  DataExpr* changeModule(Module* to, Module* from) const;
+  /// A node of the same kind over other operands, as many as it has.
+  virtual DataExpr* over(const std::vector<DataExpr*>& operands) const = 0;
+  /// Nodes of the tree as it is written out, where what is shared stands once for each that reads
+  /// it; at most LONG_MAX.
+  long written_size() const;
   /// The operands, left to right; none for a leaf.
   virtual std::vector<DataExpr*> operands() const { return {}; }
   /// The signals read; null when there are none. The caller owns the set. One visit a node, however
@@ -127,9 +132,7 @@ class DataValue : public DataExpr {
   void setConstant(ConstantDecl* owner) { constant = owner; }
   bool isDataValue() const override { return true; }
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
   void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
@@ -148,9 +151,7 @@ class DataConstant : public DataExpr {
   void computeType(Module* module) override;
   /// Gives the number to the constant's evaluation line too, if that has none.
   void setIndex(int number) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
   void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
@@ -166,9 +167,7 @@ class DataSignalValue : public DataExpr {
   Signal* getSignal() const { return signal; }
   bool isDataSignalValue() const override { return true; }
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
   void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
@@ -184,9 +183,7 @@ class DataUnaryOp : public DataExpr {
   DataExpr* getOperand() const { return operand; }
   bool isDataUnaryOp() const override { return true; }
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   std::vector<DataExpr*> operands() const override { return {operand}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
@@ -206,9 +203,7 @@ class DataBinaryOp : public DataExpr {
   bool isDataBinaryOp() const override { return true; }
   /// Operands of different types end the process.
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   std::vector<DataExpr*> operands() const override { return {left, right}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
@@ -229,9 +224,7 @@ class DataMethodCall : public DataExpr {
   const std::list<DataExpr*>& getArguments() const { return arguments; }
   bool isDataMethod() const override { return true; }
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   std::vector<DataExpr*> operands() const override { return {arguments.begin(), arguments.end()}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;

@@ -141,6 +141,15 @@ TEST_F(Printing, SumsOfProductsHaveALimit) {
   EXPECT_THROW(sum_text(text, texts, {0, parity}), IllegalOperationException);
 }
 
+TEST(DataTexts, RefuseWhatSharingMakesTooLong) {
+  DataExpr* e = make_kept<DataValue>("1");
+  for (int level = 0; level < 60; ++level) e = make_kept<DataBinaryOp>(DataExpr::Plus, e, e);
+  std::ostringstream out;
+  const TargetCase any = named_case("toggle.zuc");
+  EXPECT_THROW(e->C_put(out, any.module()), IllegalOperationException);
+  EXPECT_EQ(out.str(), "");
+}
+
 TEST(RandomModules, AreWrittenAndReadAgain) {
   for_random_cases(20, [](const TargetCase& test) {
     const TempDir again;
