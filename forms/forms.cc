@@ -51,6 +51,10 @@ void OFD_afficheur(const std::string& file, const std::string& title) {
     write_text(title + ": cannot open " + file);
     return;
   }
+  OFD_afficheur(in, file, title);
+}
+
+void OFD_afficheur(std::istream& in, const std::string& file, const std::string& title) {
   write_text(title + ": " + file);
   if (current_presenter == nullptr) return;
   constexpr std::string_view width_directive = "#COLONNE ";

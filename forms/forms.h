@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <string>
 
 namespace kiva {
@@ -32,5 +33,7 @@ void fl_show_Sbigmessages(const std::string& text, int width);
 /// the reason why it cannot be read. Lines of the file that begin with '#' are the display's own:
 /// "#COLONNE n " sets its width, which is 80 characters otherwise; others are left out.
 void OFD_afficheur(const std::string& file, const std::string& title);
+/// The same of a text with directives, which belongs to that file.
+void OFD_afficheur(std::istream& text, const std::string& file, const std::string& title);
 
 }  // namespace kiva

@@ -125,6 +125,7 @@ class Bddexpression {
 
   /// The emission in Esterel (esterel_code.cc), under a sum of products.
   void put_esterel(std::ostream& out);
+
   // For people (document_code.cc). An equation without function says so, but in LaTeX.
   /// The definition behind the lines of its nodes that bear no mark yet; a node is `prefix`, "_"
   /// and its number.

@@ -51,6 +51,7 @@ equation_code_texts lustre_arrayless_texts(bddpp_manager* manager, const std::st
 /// The emission of a signal in Esterel under a condition.
 void put_esterel_emission(std::ostream& out, const std::string& signal,
                           const std::string& condition);
+
 /// Those of C#: no output is a pointer.
 equation_code_texts csharp_equation_texts(bddpp_manager* manager, const std::string& array);
 

@@ -3,9 +3,12 @@
 
 set -eu
 
+# kiva_install_packages [--with-tools]: those of the list; its last section only if asked for.
 kiva_install_packages() {
   missing=
-  for package in $(sed 's/#.*//' scripts/packages); do
+  last='/^# Tools/q'
+  [ "${1:-}" != --with-tools ] || last=
+  for package in $(sed -n -e "$last" -e 's/#.*//' -e p scripts/packages); do
     dpkg-query -W -f '${Status}\n' "$package" 2>/dev/null | grep -q 'install ok installed' ||
       missing="$missing $package"
   done

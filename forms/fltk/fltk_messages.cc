@@ -6,7 +6,7 @@
 #include <FL/Fl_Return_Button.H>
 #include <FL/Fl_Text_Buffer.H>
 #include <FL/Fl_Text_Display.H>
-#include <X11/Xlib.h>
+#include <FL/x.H>
 
 #include <algorithm>
 #include <sstream>
@@ -42,6 +42,11 @@ void show_until_closed(const std::string& title, int width, int height, Fill fil
   Fl::flush();
 }
 
+/// Of a window over so many lines.
+int height_of(int lines) {
+  return std::clamp(lines, 3, 40) * (text_size + 5) + button_height + 4 * margin;
+}
+
 int lines_of(const std::string& text) {
   return 1 + static_cast<int>(std::count(text.begin(), text.end(), '\n'));
 }
@@ -51,8 +56,7 @@ void show_text(const std::string& title, const std::string& text, int width, int
                Fl_Font font, bool wrap) {
   Fl_Text_Buffer buffer;
   buffer.text(text.c_str());
-  const int height = std::clamp(lines, 3, 40) * (text_size + 5) + button_height + 4 * margin;
-  show_until_closed(title, width, height, [&](int x, int y, int w, int h) -> Fl_Widget* {
+  show_until_closed(title, width, height_of(lines), [&](int x, int y, int w, int h) -> Fl_Widget* {
     auto* view = new Fl_Text_Display(x, y, w, h);  // the window's
     view->buffer(buffer);
     view->textfont(font);
@@ -64,10 +68,10 @@ void show_text(const std::string& title, const std::string& text, int width, int
 
 }  // namespace
 
-bool fltk_presenter::has_display() {
+bool fltk_presenter::open_display() {
   Display* display = XOpenDisplay(nullptr);
   if (display == nullptr) return false;
-  XCloseDisplay(display);
+  fl_open_display(display);
   return true;
 }
 
@@ -80,17 +84,18 @@ void fltk_presenter::message(const std::string& text) {
 }
 
 void fltk_presenter::big_message(const std::string& text, int width) {
-  const int height = std::clamp(lines_of(text), 8, 40) * (text_size + 5);
-  show_until_closed("Message", width * character_width, height,
-                    [&](int x, int y, int w, int h) -> Fl_Widget* {
-                      auto* list = new Fl_Browser(x, y, w, h);  // the window's
-                      list->format_char(0);
-                      list->column_char(0);
-                      list->textsize(text_size);
-                      std::istringstream lines(text);
-                      for (std::string line; std::getline(lines, line);) list->add(line.c_str());
-                      return list;
-                    });
+  show_until_closed(
+      "Message", width * character_width, height_of(lines_of(text)),
+      [&](int x, int y, int w, int h) -> Fl_Widget* {
+        auto* list = new Fl_Browser(x, y, w, h);  // the window's
+        list->format_char(0);
+        list->column_char(0);
+        list->textsize(text_size);
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);)
+          list->add(line.empty() ? " " : line.c_str());  // an empty one shows stray text
+        return list;
+      });
 }
 
 void fltk_presenter::display(const std::string& title, const std::string& text, int columns) {

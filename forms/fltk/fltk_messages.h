@@ -10,8 +10,8 @@ namespace kiva {
 /// by its button, Return or Escape.
 class fltk_presenter : public message_presenter {
  public:
-  /// Whether the display can be opened: without one, no window may be asked for.
-  static bool has_display();
+  /// Connects with the display, once, before the first window; false where there is none.
+  static bool open_display();
 
   void alert(const std::string& text) override;
   void message(const std::string& text) override;

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "base/process_end.h"
+#include "tarn/model/source_span.h"
 
 namespace kiva::tarn_program {
 
@@ -46,7 +47,8 @@ void Messages::display(const std::string& title, const std::string& text, int co
 }
 
 std::string Messages::last_in_a_line(const std::string& file) const {
-  std::string place = file;
+  const SourceSpan told = take_told_place();
+  std::string place = told.known() ? told.text() : file;
   const size_t named = last_.find("\n" + file + ":");
   if (named != std::string::npos) {
     const size_t number = named + 1 + file.size() + 1;

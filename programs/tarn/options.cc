@@ -91,7 +91,7 @@ bool read_options(int argc, char** argv, Options& options, int& status) {
       throw CLI::ValidationError("--eval", "wants an expression");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
-    if (options.windows && !fltk_presenter::has_display())
+    if (options.windows && !fltk_presenter::open_display())
       throw CLI::ValidationError("--windows", "no display can be opened");
   } catch (const CLI::ParseError& error) {
     status = app.exit(error) == 0 ? 0 : wrong_usage;

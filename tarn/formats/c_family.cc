@@ -15,44 +15,51 @@ constexpr const char* told_operators[] = {" + ", " - ",  " * ",  " / ", " -",   
 constexpr const char* working_operators[] = {" + ", " - ",  " * ",  " / ", " -",   " && ", " || ",
                                              "!",   " == ", " != ", " < ", " <= ", " > ",  " >= "};
 
-DataTexts data_texts(const TargetRules& rules, std::function<std::string(const Signal*)> value) {
-  return {rules.logical_or ? working_operators : told_operators, "DataExpr::C_opname",
-          std::move(value), rules.brackets};
+DataTexts data_texts(const TargetRules& rules, const char* operation,
+                     std::function<std::string(const Signal*)> value) {
+  return {rules.logical_or ? working_operators : told_operators, operation, std::move(value),
+          rules.brackets};
 }
 
 }  // namespace
 
 CFamilyText::CFamilyText(const TargetText& text, std::string array,
-                         const std::list<std::string>* pointers)
-    : text_(text), array_(std::move(array)), pointers_(pointers) {
+                         const std::list<std::string>* pointers, const CFamilyStyle& style)
+    : text_(text), array_(std::move(array)), pointers_(pointers), style_(style) {
   texts_ = c_equation_texts(text.manager(), array_, {}, "", "");
+  texts_.nodes.constant = style.truth;
+  texts_.nodes.line_start = style.margin + texts_.nodes.line_start;
+  texts_.nodes.constant_start = style.margin + texts_.nodes.constant_start;
   texts_.read = [this](long index) {
     return text_.rules().pointer_reads ? read(index) : text_.name(index);
   };
   texts_.left = [this](long index) { return left(index); };
   texts_ = text.numbered(texts_);
-  data_ = data_texts(text.rules(), [this](const Signal* signal) { return read_value(signal); });
+  data_ = data_texts(text.rules(), style.operation,
+                     [this](const Signal* signal) { return read_value(signal); });
 }
 
 std::string CFamilyText::read(long index) const {
   const std::string state = text_.state_name(index);
-  return text_.is_output(index) && text_.rules().pointer_reads && state == text_.name(index)
+  return text_.is_output(index) && text_.rules().pointer_reads && !style_.plain_outputs &&
+                 state == text_.name(index)
              ? "(*" + state + ")"
              : state;
 }
 
 std::string CFamilyText::read_value(const Signal* signal) const {
   const std::string name = text_.value_name(signal);
-  if (!signal->isOutput()) return name;
+  if (!signal->isOutput() || style_.plain_outputs) return name;
   return text_.rules().pointer_reads ? "(*" + name + ")" : "*" + name;
 }
 
 std::string CFamilyText::left(long index) const {
   const std::string name = text_.name(index);
+  if (style_.plain_outputs) return std::string(style_.margin) + "  " + name;
   const bool is_pointer = pointers_ == nullptr ? text_.is_output(index)
                                                : std::find(pointers_->begin(), pointers_->end(),
                                                            name) != pointers_->end();
-  return (is_pointer ? "  *" : "  ") + name;
+  return style_.margin + ((is_pointer ? "  *" : "  ") + name);
 }
 
 std::string CFamilyText::expression(const DataBinding& binding) const {
@@ -181,14 +188,23 @@ void CFamilyText::put_local_value(std::ostream& out, const DataBinding& binding)
   const std::string name = text_.value_name(binding.getClock());
   const std::string trigger = read(text_.status(binding.getSignal()));
   if (text_.rules().data_triggers) {
-    out << "  if (" << trigger << ")\n    " << name << " = " << expression(binding) << ";\n";
+    out << style_.margin << "  if (" << trigger << ")\n    " << style_.margin << name << " = "
+        << expression(binding) << ";\n";
     return;
   }
   const std::string zero = "zero_" + text_.type(binding.getClock());
-  out << "   if (" << trigger << ") \n      {\n          if (" << text_.name(binding.getClock())
-      << ") \n            {\n               " << name << " = " << expression(binding)
-      << ";\n            }\n         else\n            {\n               " << name << " = " << zero
-      << ";\n            }\n         }\n";
+  const char* m = style_.margin;
+  out << m << "   if (" << trigger << ") \n"
+      << m << "      {\n"
+      << m << "          if (" << text_.name(binding.getClock()) << ") \n"
+      << m << "            {\n"
+      << m << "               " << name << " = " << expression(binding) << ";\n"
+      << m << "            }\n"
+      << m << "         else\n"
+      << m << "            {\n"
+      << m << "               " << name << " = " << zero << ";\n"
+      << m << "            }\n"
+      << m << "         }\n";
 }
 
 void CFamilyText::put_equations(std::ostream& out) const {
@@ -218,12 +234,13 @@ void CFamilyText::put_valued_outputs(std::ostream& out, const ValuedOutputTexts&
   for (const Signal* output : text_.outputs()) {
     const auto bindings = text_.value_bindings(output);
     if (bindings.empty()) continue;
+    const std::string star = style_.plain_outputs ? "" : "*";
     const std::string value =
-        "*" + (value_rails ? text_.name(text_.value(output)) + "_val" : text_.value_name(output));
-    out << texts.open_if << '*' << text_.name(output) << texts.open;
+        star + (value_rails ? text_.name(text_.value(output)) + "_val" : text_.value_name(output));
+    out << texts.open_if << star << text_.name(output) << texts.open;
     const char* start = texts.first;
     for (const DataBinding* binding : bindings) {
-      out << start << "  if (" << read(text_.status(binding->getSignal())) << ") {" << value
+      out << start << texts.test << read(text_.status(binding->getSignal())) << ") {" << value
           << " = " << expression(*binding) << ";}\n";
       start = texts.other;
     }
@@ -231,17 +248,18 @@ void CFamilyText::put_valued_outputs(std::ostream& out, const ValuedOutputTexts&
   }
 }
 
-void CFamilyText::put_state_moves(std::ostream& out) const {
+void CFamilyText::put_state_moves(std::ostream& out, const char* margin) const {
   for (const StateRail& rail : text_.state())
     if (const std::string state = text_.state_name(rail.index); state != text_.name(rail.index))
-      out << "  *" << text_.name(rail.index) << "= " << state << ";\n";
+      out << margin << (style_.plain_outputs ? "" : "*") << text_.name(rail.index) << "= " << state
+          << ";\n";
   for (const StateRail& rail : text_.state())
-    out << "  " << text_.state_name(rail.index) << "= " << read(rail.next) << ";\n";
+    out << margin << text_.state_name(rail.index) << "= " << read(rail.next) << ";\n";
 }
 
 // The told forms of data.
 
-void DataExpr::C_put(std::ostream& out, Module* module) const {
+void put_told_c_data(std::ostream& out, const char* operation, const DataExpr& e, Module* module) {
   const auto value = [&](const Signal* signal) {
     const long index = signal->isOutput()
                            ? signal->getInitialBddStatusId(module, module->getBddWood())
@@ -249,7 +267,11 @@ void DataExpr::C_put(std::ostream& out, Module* module) const {
     return (signal->isOutput() ? "*" : "") + module->getBddWood()->Name_var_by_index(index) +
            "_val";
   };
-  put_data(out, data_texts(TargetRules::told(), value), *this);
+  put_data(out, data_texts(TargetRules::told(), operation, value), e);
+}
+
+void DataExpr::C_put(std::ostream& out, Module* module) const {
+  put_told_c_data(out, "DataExpr::C_opname", *this, module);
 }
 
 void DataTypeTable::C_put(std::ostream& out) const {

@@ -12,6 +12,15 @@ namespace kiva {
 /// The layout of the value of an output.
 struct ValuedOutputTexts {
   const char *open_if, *open, *first, *other, *otherwise, *close;
+  const char* test = "  if (";
+};
+
+/// In what a language differs from C within the reaction.
+struct CFamilyStyle {
+  bool plain_outputs = false;  ///< outputs are variables, not pointers
+  const char* margin = "";     ///< in front of each line of an equation
+  const char* truth = "!0";
+  const char* operation = "DataExpr::C_opname";  ///< that refuses an operator
 };
 
 /// What the texts of C and of its kin have in common: inputs are passed by value, outputs through
@@ -20,7 +29,7 @@ class CFamilyText {
  public:
   /// Pointers are the outputs, or the names of `pointers` where it is not null.
   CFamilyText(const TargetText& text, std::string array,
-              const std::list<std::string>* pointers = nullptr);
+              const std::list<std::string>* pointers = nullptr, const CFamilyStyle& style = {});
 
   /// The variable where it is read: an output through its pointer.
   std::string read(long index) const;
@@ -49,7 +58,7 @@ class CFamilyText {
   /// The values of outputs, assigned to the value's name, or to the value rail's with "_val".
   void put_valued_outputs(std::ostream& out, const ValuedOutputTexts& texts,
                           bool value_rails = false) const;
-  void put_state_moves(std::ostream& out) const;
+  void put_state_moves(std::ostream& out, const char* margin = "  ") const;
   const std::string& array() const { return array_; }
 
  private:
@@ -62,9 +71,13 @@ class CFamilyText {
   const TargetText& text_;
   std::string array_;
   const std::list<std::string>* pointers_;
+  CFamilyStyle style_;
   equation_code_texts texts_;
   DataTexts data_;
   std::vector<const TargetEquation*> early_tests_;
 };
+
+/// The told text of an expression in C, refused in the name of `operation`.
+void put_told_c_data(std::ostream& out, const char* operation, const DataExpr& e, Module* module);
 
 }  // namespace kiva

@@ -27,14 +27,12 @@ const ConstantDecl* constant_of(const DataExpr& e) {
              : Compilation::GDataConstantTable->getConstantById(index);
 }
 
-}  // namespace
-
-void put_data(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
+void put_node(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
   const DepthGuard guard(texts.operation);
   const auto put_operand = [&](const DataExpr& operand) {
     const bool bracket = texts.brackets && is_operation(operand);
     if (bracket) out << '(';
-    put_data(out, texts, operand);
+    put_node(out, texts, operand);
     if (bracket) out << ')';
   };
   if (e.isDataValue()) {
@@ -56,7 +54,7 @@ void put_data(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
     const char* separator = "";
     for (const DataExpr* argument : call.getArguments()) {
       out << separator;
-      put_data(out, texts, *argument);
+      put_node(out, texts, *argument);
       separator = ", ";
     }
     out << ')';
@@ -70,6 +68,16 @@ void put_data(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
     out << operator_text(texts, operation.getOp());
     put_operand(*operation.getOperand());
   }
+}
+
+}  // namespace
+
+void put_data(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
+  // A text cannot share what a tree shares.
+  constexpr long most = 1000000;
+  if (e.written_size() > most)
+    throw IllegalOperationException(texts.operation, "data expression of over a million nodes");
+  put_node(out, texts, e);
 }
 
 std::string data_text(const DataTexts& texts, const DataExpr& e) {

@@ -20,8 +20,8 @@ struct DataTexts {
   bool brackets = false;
 };
 
-/// Writes the expression; refuses one that is deeper than `DataExpr::deepest` or names what does
-/// not exist, with IllegalOperationException.
+/// Writes the expression; refuses one that is deeper than `DataExpr::deepest`, has more than a
+/// million nodes when written out, or names what does not exist, with IllegalOperationException.
 void put_data(std::ostream& out, const DataTexts& texts, const DataExpr& e);
 std::string data_text(const DataTexts& texts, const DataExpr& e);
 

@@ -51,7 +51,8 @@ std::string sum_text(const TargetText& text, const SumTexts& texts,
     if (!sum.empty()) sum += texts.or_text;
     const char* separator = "";
     for (int code : literals_of(m, product)) {
-      const std::string name = text.name(code / 2);
+      const long index = code / 2;
+      const std::string name = texts.name ? texts.name(index) : text.name(index);
       sum += separator + (code % 2 == 0 ? texts.not_text + name + texts.not_end : name);
       separator = texts.and_text.c_str();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "tarn/formats/target_text.h"
@@ -16,6 +17,8 @@ struct SumTexts {
   std::string one = "1";
   /// Cover level of bddpp_manager::Bdd_sop.
   int level = 1;
+  /// The variable at an index; its name in the text where this is empty.
+  std::function<std::string(long index)> name = {};
 };
 
 /// The right member of an equation as a sum of products, in the names of the text. In the working

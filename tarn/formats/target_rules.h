@@ -89,6 +89,34 @@ struct TargetRules {
   /// behind each parameter, no heading without what it heads.
   bool proper_lists = false;
 
+  // Documents.
+  /// The document of a module bears the status names of its registers, and its nodes are entries of
+  /// a table, which no signal's name can meet; else the value names, and names.
+  bool doc_names = false;
+  /// LaTeX is a document with its names escaped; else lines for one, which "_" stops.
+  bool latex_document = false;
+  /// Neither the debugging trace nor the search for states says on the error stream how far it is.
+  bool quiet_debug = false;
+
+  // C#.
+  /// Outputs and values are plain variables; else they are read as if they were pointers.
+  bool plain_outputs = false;
+  /// Registers are fields alone; else locals of the same names hide them, and nothing is kept.
+  bool kept_fields = false;
+  /// The registers can be put back from outside, and the class is partial, so that the user's part
+  /// supplies data; else neither.
+  bool open_class = false;
+  /// An event makes its own input present and says nothing of the others; else it clears them.
+  bool events_add = false;
+  /// Values of int and byte are converted to what these are; else to uint and sbyte, which need a
+  /// cast.
+  bool signed_values = false;
+
+  // The explicit automaton.
+  /// What it needs is looked for first, and refused with the reason; else it is written as far as
+  /// it goes. An element of the context that no state sets is false, and the result has a value.
+  bool whole_automaton = false;
+
   // Source text of boolean automata.
   /// Locals stand in the section Local; else in a block, which the language does not have.
   bool local_section = false;
@@ -105,6 +133,9 @@ struct TargetRules {
     rules.extern_state = rules.status_values = rules.data_order = true;
     rules.input_parameters = rules.node_variables = rules.tested_bindings = true;
     rules.typed_constants = rules.spaced_not = rules.proper_lists = true;
+    rules.doc_names = rules.latex_document = rules.quiet_debug = true;
+    rules.plain_outputs = rules.kept_fields = rules.open_class = true;
+    rules.events_add = rules.signed_values = rules.whole_automaton = true;
     rules.local_section = true;
     return rules;
   }

@@ -16,6 +16,13 @@ void print_vhdl(Module* module, bool altera) {
   Compilation::VHDLALTERAFlag = before;
 }
 
+/// Prints a text that has no print operation of its own.
+template <class Put>
+void print_text(Module* module, const char* option, Put put) {
+  print_target(*module, target(option).file, Compilation::target_rules,
+               [&](std::ostream& out) { put(*module, out); });
+}
+
 }  // namespace
 
 std::span<const Target> targets() {
@@ -30,7 +37,7 @@ std::span<const Target> targets() {
        .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
        .print = [](Module* module) { module->printBLIF(); }},
       {.option = "vhdl",
-       .help = "VHDL of bit, .vhdl",
+       .help = "VHDL of bits, .vhdl",
        .file = {.extension = ".vhdl"},
        .print = [](Module* module) { print_vhdl(module, false); }},
       {.option = "vhdl-altera",
@@ -53,17 +60,54 @@ std::span<const Target> targets() {
        .file = {.extension = ".lus"},
        .print =
            [](Module* module) {
-             print_target(*module, target("lustre").file, Compilation::target_rules,
-                          [&](std::ostream& out) { module->LUSTRE_put(out, 0); });
+             print_text(module, "lustre",
+                        [](Module& m, std::ostream& out) { m.LUSTRE_put(out, 0); });
            }},
       {.option = "esterel",
        .help = "Esterel module, .strl",
        .file = {.extension = ".strl"},
        .print =
            [](Module* module) {
-             print_target(*module, target("esterel").file, Compilation::target_rules,
-                          [&](std::ostream& out) { module->ESTEREL_put(out, 0); });
+             print_text(module, "esterel",
+                        [](Module& m, std::ostream& out) { m.ESTEREL_put(out, 0); });
            }},
+      {.option = "csharp",
+       .help = "C# component, .cs",
+       .file = {.extension = ".cs", .in_folder = true, .tells_failure = true},
+       .print = [](Module* module) { module->printCSHARP(); },
+       .finalised_only = true},
+      {.option = "gal",
+       .help = "interface as sections, .gal",
+       .file = {.extension = ".gal"},
+       .print = [](Module* module) { module->printENCAPSULATEDGAL(); }},
+      {.option = "explicit",
+       .help = "explicit automaton, .sce",
+       .file = {.extension = ".sce"},
+       .print =
+           [](Module* module) {
+             print_text(module, "explicit",
+                        [](Module& m, std::ostream& out) { m.WRENCC_put(out, 0); });
+           },
+       .finalised_only = true},
+      {.option = "doc",
+       .help = "transition system, .txt",
+       .file = {.extension = ".txt"},
+       .print =
+           [](Module* module) {
+             print_text(module, "doc", [](Module& m, std::ostream& out) { m.DOC_put(out, 0); });
+           }},
+      {.option = "latex",
+       .help = "LaTeX document, .tex",
+       .file = {.extension = ".tex"},
+       .print =
+           [](Module* module) {
+             print_text(module, "latex", [](Module& m, std::ostream& out) { m.LATEX_put(out); });
+           }},
+      {.option = "debug",
+       .help = "tables in memory, .dbg",
+       .file =
+           {.extension = ".dbg", .in_folder = true, .tells_existing = true, .tells_failure = true},
+       .print = [](Module* module) { module->printDebug(); }},
   };
   return table;
 }

@@ -24,14 +24,6 @@ ConstantDecl* constant_by_id(int id) {
              : Compilation::GDataConstantTable->getConstantById(id);
 }
 
-/// Applies one of the tree-copying operations to each of a list.
-template <class Copy>
-std::list<DataExpr*> copied(const std::list<DataExpr*>& expressions, Copy copy) {
-  std::list<DataExpr*> copies;
-  for (DataExpr* e : expressions) copies.push_back(copy(e));
-  return copies;
-}
-
 }  // namespace
 
 std::unique_ptr<std::set<Signal*>> DataExpr::computeDependencySet() const {
@@ -68,15 +60,6 @@ std::string DataExpr::C_opname(int op) {
 void DataValue::computeType(Module*) {
   throw UndefinedTypeException(value);
 }
-DataExpr* DataValue::instanciate(Interface*) {
-  return duplicate();
-}
-DataExpr* DataValue::duplicate() {
-  return make_kept<DataValue>(value, constant);
-}
-DataExpr* DataValue::changeModule(Module*, Module*) {
-  return duplicate();
-}
 void DataValue::print_debug(std::ostream& out) const {
   out << value;
 }
@@ -94,15 +77,6 @@ void DataConstant::setIndex(int number) {
   index = number;
   if (constant->getEvalIndex() == -1) constant->setEvalIndex(number);
 }
-DataExpr* DataConstant::instanciate(Interface*) {
-  return duplicate();
-}
-DataExpr* DataConstant::duplicate() {
-  return make_kept<DataConstant>(constant_index);
-}
-DataExpr* DataConstant::changeModule(Module*, Module*) {
-  return duplicate();
-}
 void DataConstant::print_debug(std::ostream& out) const {
   out << "C: " << constant_index;
 }
@@ -117,34 +91,6 @@ void DataSignalValue::computeType(Module* module) {
   if (ref == nullptr || !ref->isValued()) throw UndefinedTypeException(signal->getInternalName());
   type = ref->getType();
 }
-DataExpr* DataSignalValue::instanciate(Interface* interface) {
-  const std::string& name = signal->getOriginalName();
-  const char* failure = "DataSignalValue::instanciate";
-  Signal* found = nullptr;
-  if (signal->isInput()) {
-    failure = "Interface::getInputSignal";
-    found = interface->getInputSignal(name);
-    if (found == nullptr) found = interface->getDataSignal(signal->getInternalName());
-  } else if (signal->isOutput()) {
-    failure = "Interface::getOutputSignal";
-    found = interface->getOutputSignal(name);
-  } else if (signal->isLocal()) {
-    failure = "Interface::getLocalSignal";
-    found = interface->getLocalSignal(signal->getInternalName());
-  }
-  if (found == nullptr) throw IllegalOperationException(failure, name);
-  return make_kept<DataSignalValue>(found);
-}
-DataExpr* DataSignalValue::duplicate() {
-  return make_kept<DataSignalValue>(signal);
-}
-DataExpr* DataSignalValue::changeModule(Module* to, Module*) {
-  Signal* found = to->getSignal(signal->getInternalName());
-  if (found == nullptr)
-    throw IllegalOperationException("DataSignalValue::changeModule: no signal in new module for:",
-                                    signal->getInternalName());
-  return make_kept<DataSignalValue>(found);
-}
 void DataSignalValue::print_debug(std::ostream& out) const {
   out << signal->getInternalName();
 }
@@ -154,15 +100,6 @@ void DataSignalValue::print_debug(std::ostream& out) const {
 void DataUnaryOp::computeType(Module* module) {
   const DepthGuard guard("DataExpr::computeType");
   type = operand->getType(module);
-}
-DataExpr* DataUnaryOp::instanciate(Interface* interface) {
-  return make_kept<DataUnaryOp>(op, operand->instanciate(interface));
-}
-DataExpr* DataUnaryOp::duplicate() {
-  return make_kept<DataUnaryOp>(op, operand->duplicate());
-}
-DataExpr* DataUnaryOp::changeModule(Module* to, Module* from) {
-  return make_kept<DataUnaryOp>(op, operand->changeModule(to, from));
 }
 void DataUnaryOp::print_debug(std::ostream& out) const {
   out << op << '(';
@@ -181,15 +118,6 @@ void DataBinaryOp::computeType(Module* module) {
   }
   type = left_type;
 }
-DataExpr* DataBinaryOp::instanciate(Interface* interface) {
-  return make_kept<DataBinaryOp>(op, left->instanciate(interface), right->instanciate(interface));
-}
-DataExpr* DataBinaryOp::duplicate() {
-  return make_kept<DataBinaryOp>(op, left->duplicate(), right->duplicate());
-}
-DataExpr* DataBinaryOp::changeModule(Module* to, Module* from) {
-  return make_kept<DataBinaryOp>(op, left->changeModule(to, from), right->changeModule(to, from));
-}
 void DataBinaryOp::print_debug(std::ostream& out) const {
   out << ' ' << op << '(';
   left->print_debug(out);
@@ -206,18 +134,6 @@ void DataMethodCall::computeType(Module*) {
                                  : Compilation::GDataMethodTable->getMethodById(method_index);
   if (method == nullptr) throw UndefinedMethodException("method", std::to_string(method_index));
   type = method->getReturnType();
-}
-DataExpr* DataMethodCall::instanciate(Interface* interface) {
-  return make_kept<DataMethodCall>(
-      method_index, copied(arguments, [&](DataExpr* e) { return e->instanciate(interface); }));
-}
-DataExpr* DataMethodCall::duplicate() {
-  return make_kept<DataMethodCall>(method_index,
-                                   copied(arguments, [](DataExpr* e) { return e->duplicate(); }));
-}
-DataExpr* DataMethodCall::changeModule(Module* to, Module* from) {
-  return make_kept<DataMethodCall>(
-      method_index, copied(arguments, [&](DataExpr* e) { return e->changeModule(to, from); }));
 }
 void DataMethodCall::print_debug(std::ostream& out) const {
   out << method_index << '(';

@@ -74,12 +74,17 @@ class DataExpr {
   virtual bool isDataBinaryOp() const { return false; }
   virtual bool isDataUnaryOp() const { return false; }
 
-  /// The same tree for an included module, its signals found in the interface.
-  virtual DataExpr* instanciate(Interface* interface) = 0;
-  /// A deep copy without type and index.
-  virtual DataExpr* duplicate() = 0;
-  /// The same tree for a copied module, its signals found there by internal name.
-  virtual DataExpr* changeModule(Module* to, Module* from) = 0;
+  // Copies without types and indices (data_copy.cc). What a tree shares, its copy shares.
+  /// For an included module: the signals are found in the interface.
+  DataExpr* instanciate(Interface* interface) const;
+  DataExpr* duplicate() const;
+  /// For a copied module: the signals are found there by internal name.
+  DataExpr* changeModule(Module* to, Module* from) const;
+  /// A node of the same kind over other operands, as many as it has.
+  virtual DataExpr* over(const std::vector<DataExpr*>& operands) const = 0;
+  /// Nodes of the tree as it is written out, where what is shared stands once for each that reads
+  /// it; at most LONG_MAX.
+  long written_size() const;
   /// The operands, left to right; none for a leaf.
   virtual std::vector<DataExpr*> operands() const { return {}; }
   /// The signals read; null when there are none. The caller owns the set. One visit a node, however
@@ -104,6 +109,11 @@ class DataExpr {
   /// Spelling of an operator in Lustre, with its blanks.
   static std::string LUSTRE_opname(int op);
 
+  /// The told text of the expression in C# (tarn/formats/csharp.cc).
+  void CSharp_put(std::ostream& out, Module* module) const;
+  /// Spelling of an operator in C#, with its blanks.
+  static std::string CSharp_opname(int op);
+
   /// Spelling of an operator in the protocol and in C, with its blanks.
   static std::string C_opname(int op);
 
@@ -122,9 +132,7 @@ class DataValue : public DataExpr {
   void setConstant(ConstantDecl* owner) { constant = owner; }
   bool isDataValue() const override { return true; }
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
   void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
@@ -143,9 +151,7 @@ class DataConstant : public DataExpr {
   void computeType(Module* module) override;
   /// Gives the number to the constant's evaluation line too, if that has none.
   void setIndex(int number) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
   void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
@@ -161,9 +167,7 @@ class DataSignalValue : public DataExpr {
   Signal* getSignal() const { return signal; }
   bool isDataSignalValue() const override { return true; }
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
   void ZUC_put(std::ostream&, long*, Module*, std::list<DataExpr*>&, int&, bool) override;
@@ -179,9 +183,7 @@ class DataUnaryOp : public DataExpr {
   DataExpr* getOperand() const { return operand; }
   bool isDataUnaryOp() const override { return true; }
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   std::vector<DataExpr*> operands() const override { return {operand}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
@@ -201,9 +203,7 @@ class DataBinaryOp : public DataExpr {
   bool isDataBinaryOp() const override { return true; }
   /// Operands of different types end the process.
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   std::vector<DataExpr*> operands() const override { return {left, right}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
@@ -224,9 +224,7 @@ class DataMethodCall : public DataExpr {
   const std::list<DataExpr*>& getArguments() const { return arguments; }
   bool isDataMethod() const override { return true; }
   void computeType(Module* module) override;
-  DataExpr* instanciate(Interface* interface) override;
-  DataExpr* duplicate() override;
-  DataExpr* changeModule(Module* to, Module* from) override;
+  DataExpr* over(const std::vector<DataExpr*>& operands) const override;
   std::vector<DataExpr*> operands() const override { return {arguments.begin(), arguments.end()}; }
   void print_debug(std::ostream& out) const override;
   std::string Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) override;
@@ -277,6 +275,7 @@ class MethodDecl {
   void setIndex(int number) { index = number; }
   void print(std::ostream& out) const;
   void C_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::string return_type;
@@ -305,6 +304,8 @@ class ConstantDecl {
   /// To the body with its value, to the header without.
   void C_put(std::ostream& body, std::ostream& header) const;
   void LUSTRE_put(std::ostream& out) const;
+  /// Private with its value, public without.
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::string type;
@@ -336,6 +337,7 @@ class DataTypeTable {
   /// The declaration of each type's zero in C.
   void C_put(std::ostream& out) const;
   void LUSTRE_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<std::string> names;
@@ -352,6 +354,7 @@ class DataMethodTable {
   const std::vector<MethodDecl*>& getMethodList() const { return method_list; }
   void print(std::ostream& out, bool numbered) const;
   void C_put(std::ostream& out) const;
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<MethodDecl*> method_list;
@@ -367,6 +370,8 @@ class DataConstantTable {
   ConstantDecl* getConstantById(int id) const;
   const std::vector<ConstantDecl*>& getConstantList() const { return constant_list; }
   void print(std::ostream& out, bool numbered) const;
+  /// The constants that have a value.
+  void CSharp_put(std::ostream& out) const;
 
  private:
   std::vector<ConstantDecl*> constant_list;

@@ -314,42 +314,32 @@ void NpExpression::print(std::ostream& out) const {
   expr->print(out);
 }
 
-bdd ThenExpression::status(Occurrences view, Module* module, Bddexpressionwood* wood) {
-  return wood->Bdd_and(is_true(bool_expr, view, module, wood),
-                       status_of(identifier, view, module, wood));
+bdd GuardedExpression::status(Occurrences view, Module* module, Bddexpressionwood* wood) {
+  return wood->Bdd_and(guard(view, module, wood), status_of(identifier, view, module, wood));
 }
-bdd ThenExpression::value(Occurrences view, Module* module, Bddexpressionwood* wood) {
-  return wood->Bdd_and(is_true(bool_expr, view, module, wood),
-                       value_of(identifier, view, module, wood));
+bdd GuardedExpression::value(Occurrences view, Module* module, Bddexpressionwood* wood) {
+  return wood->Bdd_and(guard(view, module, wood), value_of(identifier, view, module, wood));
 }
-Expression* ThenExpression::duplicate() {
-  return make_kept<ThenExpression>(bool_expr->duplicate(), identifier->duplicate());
-}
-void ThenExpression::print(std::ostream& out) const {
-  out << "(SET_then(";
+void GuardedExpression::print_as(std::ostream& out, const char* name) const {
+  out << '(' << name << '(';
   bool_expr->print(out);
   out << ", ";
   identifier->print(out);
   out << "))";
 }
 
-bdd ElseExpression::status(Occurrences view, Module* module, Bddexpressionwood* wood) {
-  return wood->Bdd_and(is_not_true(bool_expr, view, module, wood),
-                       status_of(identifier, view, module, wood));
+bdd ThenExpression::guard(Occurrences view, Module* module, Bddexpressionwood* wood) {
+  return is_true(bool_expr, view, module, wood);
 }
-bdd ElseExpression::value(Occurrences view, Module* module, Bddexpressionwood* wood) {
-  return wood->Bdd_and(is_not_true(bool_expr, view, module, wood),
-                       value_of(identifier, view, module, wood));
+Expression* ThenExpression::duplicate() {
+  return make_kept<ThenExpression>(bool_expr->duplicate(), identifier->duplicate());
+}
+
+bdd ElseExpression::guard(Occurrences view, Module* module, Bddexpressionwood* wood) {
+  return is_not_true(bool_expr, view, module, wood);
 }
 Expression* ElseExpression::duplicate() {
   return make_kept<ElseExpression>(bool_expr->duplicate(), identifier->duplicate());
-}
-void ElseExpression::print(std::ostream& out) const {
-  out << "(SET_else(";
-  bool_expr->print(out);
-  out << ", ";
-  identifier->print(out);
-  out << "))";
 }
 
 namespace {

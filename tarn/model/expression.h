@@ -196,46 +196,50 @@ class NpExpression : public OperatorExpression {
   Expression* expr;
 };
 
-/// `identifier` where `bool_expr` is True, else Bottom.
-class ThenExpression : public OperatorExpression {
+/// `identifier` where a guard on `bool_expr` holds, else Bottom.
+class GuardedExpression : public OperatorExpression {
  public:
-  ThenExpression(Expression* bool_expr, Expression* identifier)
+  GuardedExpression(Expression* bool_expr, Expression* identifier)
       : bool_expr(bool_expr), identifier(identifier) {}
-  ThenExpression(Expression* bool_expr, Expression* identifier, Module*)
-      : ThenExpression(bool_expr, identifier) {}
   Expression* getBoolExpr() const { return bool_expr; }
   Expression* getIdentifier() const { return identifier; }
-  Expression* duplicate() override;
-  void print(std::ostream& out) const override;
 
  protected:
   bdd status(Occurrences view, Module* module, Bddexpressionwood* wood) override;
   bdd value(Occurrences view, Module* module, Bddexpressionwood* wood) override;
+  virtual bdd guard(Occurrences view, Module* module, Bddexpressionwood* wood) = 0;
+  void print_as(std::ostream& out, const char* name) const;
 
- private:
   Expression* bool_expr;
   Expression* identifier;
 };
 
-/// `identifier` where `bool_expr` is not True, else Bottom.
-class ElseExpression : public OperatorExpression {
+/// The guard: `bool_expr` is True.
+class ThenExpression : public GuardedExpression {
  public:
-  ElseExpression(Expression* bool_expr, Expression* identifier)
-      : bool_expr(bool_expr), identifier(identifier) {}
-  ElseExpression(Expression* bool_expr, Expression* identifier, Module*)
-      : ElseExpression(bool_expr, identifier) {}
-  Expression* getBoolExpr() const { return bool_expr; }
-  Expression* getIdentifier() const { return identifier; }
+  ThenExpression(Expression* bool_expr, Expression* identifier)
+      : GuardedExpression(bool_expr, identifier) {}
+  ThenExpression(Expression* bool_expr, Expression* identifier, Module*)
+      : ThenExpression(bool_expr, identifier) {}
   Expression* duplicate() override;
-  void print(std::ostream& out) const override;
+  void print(std::ostream& out) const override { print_as(out, "SET_then"); }
 
  protected:
-  bdd status(Occurrences view, Module* module, Bddexpressionwood* wood) override;
-  bdd value(Occurrences view, Module* module, Bddexpressionwood* wood) override;
+  bdd guard(Occurrences view, Module* module, Bddexpressionwood* wood) override;
+};
 
- private:
-  Expression* bool_expr;
-  Expression* identifier;
+/// The guard: `bool_expr` is not True.
+class ElseExpression : public GuardedExpression {
+ public:
+  ElseExpression(Expression* bool_expr, Expression* identifier)
+      : GuardedExpression(bool_expr, identifier) {}
+  ElseExpression(Expression* bool_expr, Expression* identifier, Module*)
+      : ElseExpression(bool_expr, identifier) {}
+  Expression* duplicate() override;
+  void print(std::ostream& out) const override { print_as(out, "SET_else"); }
+
+ protected:
+  bdd guard(Occurrences view, Module* module, Bddexpressionwood* wood) override;
 };
 
 /// `expression` where the signal `condition` is True, else Bottom.

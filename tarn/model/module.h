@@ -238,8 +238,8 @@ class Module {
   void VHDL_put(std::ostream& out, int altera);
   void SYSTEMC_put(std::ostream& body, std::ostream& header);
 
-  /// Writes SimulationDir, the name, ".blif", of the module finalised, and runs gate_runner on it. A
-  /// message where the file cannot be written or the tool does not run; IllegalOperationException
+  /// Writes SimulationDir, the name, ".blif", of the module finalised, and runs gate_runner on it.
+  /// A message where the file cannot be written or the tool does not run; IllegalOperationException
   /// for a module without equations.
   void simulate();
 
@@ -252,6 +252,32 @@ class Module {
   void LUSTRE_put_equation(std::ostream& out, const std::string& array);
   /// The number is not read.
   void ESTEREL_put(std::ostream& out, int);
+
+  /// The module as a transition system for people. The number is not read.
+  void DOC_put(std::ostream& out, int);
+  /// The equations as formulas, or as a document of its own.
+  void LATEX_put(std::ostream& out);
+  /// Writes the file and shows it.
+  void printDebug();
+  void DEBUG_put(std::ostream& out);
+  void printCSHARP();
+  void CSharp_put(std::ostream& out);
+  /// The told text of all equations, in order. The number is not read.
+  void CSharp_put_equation(std::ostream& out, const std::string& array, int);
+  void printENCAPSULATEDGAL();
+  void ENCAPSULATEDGAL_put(std::ostream& out);
+
+  // The explicit automaton (tarn/formats/wren.cc). States are cubes of the registers' statuses,
+  // inputs functions of everything else that nothing computes.
+  /// The number is not read.
+  void WRENCC_put(std::ostream& out, int);
+  /// The distinct next states under `care`: writes condition and next state by turns, gives their
+  /// number. At most 256, for which `out` has room.
+  int real_possible_transitions(const bdd& state, const bdd& care, bdd* out);
+  /// The next state under an input condition, without the registers that it leaves open.
+  bdd next_state(const bdd& state, const bdd& input);
+  /// The number of a state; a new one is entered. -1 for the 256th.
+  int state_corres(const bdd& state);
 
   // Compilation of the body (tarn/zu).
   /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.
@@ -294,7 +320,16 @@ class Module {
   int current_instance = -1;
   SignalManager* signal_manager;
   std::unique_ptr<DataTable> data_table;
+  std::vector<bdd> explicit_states;  ///< of the explicit automaton, by number
 };
+
+/// Whether b can need the signal to be True, or False: not 0 if it depends on the signal and is not
+/// constantly zero under that state.
+int quadrival_var_true_awaited(Module* module, const bdd& b, const Signal* signal);
+int quadrival_var_false_awaited(Module* module, const bdd& b, const Signal* signal);
+
+/// Writes ": " and the names.
+void wren_setput(std::ostream& out, const std::vector<std::string>& names);
 
 /// The known modules by name.
 class ModuleTable {

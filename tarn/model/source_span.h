@@ -21,4 +21,10 @@ struct SourceSpan {
   }
 };
 
+/// Tells on the error stream where in a source text a complaint belongs; nothing for an unknown
+/// place.
+void tell_place(const SourceSpan& span, const std::string& reason);
+/// The place told last, which is forgotten then: programs name it in their own report.
+SourceSpan take_told_place();
+
 }  // namespace kiva

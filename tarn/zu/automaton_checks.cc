@@ -35,7 +35,7 @@ constexpr Complaint several_initial{
                          const SourceSpan& span) {
   fl_show_Smessages(complaint.before + name + complaint.after +
                     "   --> compilation process aborted ...");
-  if (span.known()) std::cerr << span.text() << ": in this text\n";
+  tell_place(span, "in this text");
   end_process();
 }
 

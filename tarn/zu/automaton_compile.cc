@@ -158,8 +158,7 @@ void AutomatonCircuit::add_behaviour(bdd& behaviours, const Arc& arc) {
   if (!is_zero(both)) {
     fl_show_Smessages("Error: Multiple behaviors about state:\"" + arc.from->state->name +
                       "\" when " + wood_->my_bdd_manager()->Print_sop_to_ESTEREL_String(both, 1));
-    if (arc.transition->span.known())
-      std::cerr << arc.transition->span.text() << ": in this text\n";
+    tell_place(arc.transition->span, "in this text");
     end_process();
   }
   behaviours = Or(behaviours, trigger);

@@ -110,7 +110,7 @@ void class_zu_parser::fatal(const std::string& text) {
 }
 
 void class_zu_parser::point_at(const SourceSpan& span, const std::string& reason) const {
-  std::cerr << span.text() << ": " << reason << '\n';
+  tell_place(span, reason);
   const std::string& text = plexer->text();
   size_t begin = 0;
   for (int line = 1; line < span.first_line; ++line) begin = text.find('\n', begin) + 1;

@@ -122,13 +122,17 @@ class Reader {
       return tree;
     }
     Tree left = infix(level + 1);
+    bool joined = false;  // the node is one of this chain, not of an operand in brackets
     for (auto at = levels[level].find(words_.peek()); at != levels[level].end();
          at = levels[level].find(words_.peek())) {
       words_.next();
-      Tree tree = node(at->second);
-      add(tree, std::move(left));
+      // A sum of thousands of products is one node, not a tree as deep.
+      const bool goes_on = level < 2 && joined && left->sign == at->second;
+      Tree tree = goes_on ? std::move(left) : node(at->second);
+      if (!goes_on) add(tree, std::move(left));
       add(tree, infix(level + 1));
       left = std::move(tree);
+      joined = true;
     }
     return left;
   }
@@ -183,10 +187,11 @@ double evaluate(const ExpressionTree& e, const Meaning& m) {
   if (s == "number") return e.number;
   if (s == "name") return m.value(e.text);
   if (s == "not") return part(0) == 0;
-  // Both sides are evaluated, so that what either reads must exist.
+  // All parts are evaluated, so that what each reads must exist.
   if (s == "or" || s == "and") {
-    const bool left = part(0) != 0, right = part(1) != 0;
-    return s == "or" ? left || right : left && right;
+    size_t ones = 0;
+    for (size_t i = 0; i < e.parts.size(); ++i) ones += part(i) != 0 ? 1 : 0;
+    return s == "or" ? ones > 0 : ones == e.parts.size();
   }
   if (s == "if") return part(0) != 0 ? part(1) : part(2);
   if (s == "->") return m.first_instant ? part(0) : part(1);

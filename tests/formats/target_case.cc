@@ -12,7 +12,6 @@
 #include "tarn/model/compilation.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/process_end.h"
-#include "tests/zu_compile/program.h"
 
 namespace kiva::test {
 
@@ -181,27 +180,6 @@ void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)
 
 void expect_told(const std::string& file_name, const std::string& text) {
   EXPECT_EQ(text, read_text(KIVA_SOURCE "/tests/formats/told/" + file_name)) << file_name;
-}
-
-void for_random_cases(int count, const std::function<void(const TargetCase&)>& check) {
-  std::mt19937 random(20);
-  const TempDir dir;
-  for (int round = 0; round < count; ++round) {
-    std::string source;
-    do {  // some have loops without an instant
-      source = module_text(random_program(random, 4 + round % 12));
-    } while (std::system(("'" KIVA_PROGRAMS "/tarn' -q -d '" + dir.path().string() + "' '" +
-                          dir.write("main.zu", source) + "' >/dev/null 2>&1")
-                             .c_str()) != 0);
-    std::string stimuli;
-    for (int instant = 0; instant < 20; ++instant) {
-      for (const std::string& input : input_names)
-        if (random() % 2 == 0) stimuli += input + " ";
-      stimuli += "\n";
-    }
-    SCOPED_TRACE(source);
-    check(TargetCase("main.zu", source, stimuli));
-  }
 }
 
 std::string run_tool(const std::string& command, const fs::path& folder, bool silent) {

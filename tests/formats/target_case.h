@@ -78,7 +78,9 @@ class TargetCase {
 /// finalised. Without `unfinalised` only what is finalised.
 void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)>& check);
 
-/// Runs `check` on compiled random programs over random stimuli.
+/// Runs `check` on random programs, automata and Mealy machines over random stimuli; `count` of
+/// them, or KIVA_PROGRAMS, from the seed KIVA_SEED on. A fault is told with the smallest program
+/// that still has it.
 void for_random_cases(int count, const std::function<void(const TargetCase&)>& check);
 
 /// Reads a module of the folder cases, of the examples or of the circuits by its file's name.

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <climits>
 #include <sstream>
 
 #include "tarn/model/arena.h"
@@ -176,6 +177,19 @@ TEST_F(Data, DependencesAreTheSignalsRead) {
               UnorderedElementsAre(i));
   EXPECT_THAT(*plus(scale(value_of(w)), plus(value_of(i), value_of(w)))->computeDependencySet(),
               UnorderedElementsAre(i, w));
+}
+
+TEST_F(Data, CopiesShareWhatTheTreeShares) {
+  DataExpr* e = make_kept<DataValue>("1");
+  for (int level = 0; level < 60; ++level) e = make_kept<DataBinaryOp>(DataExpr::Plus, e, e);
+  EXPECT_EQ(e->written_size(), (1L << 61) - 1);
+  const DataExpr* copy = e->duplicate();
+  EXPECT_NE(copy, e);
+  EXPECT_EQ(copy->written_size(), e->written_size());
+  for (int level = 60; level < 70; ++level) e = make_kept<DataBinaryOp>(DataExpr::Plus, e, e);
+  EXPECT_EQ(e->written_size(), LONG_MAX);
+  for (int level = 0; level < 100000; ++level) e = make_kept<DataUnaryOp>(DataExpr::Uminus, e);
+  EXPECT_EQ(e->duplicate()->written_size(), LONG_MAX);
 }
 
 TEST_F(Data, CopiesStartWithoutTypeAndIndex) {

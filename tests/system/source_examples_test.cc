@@ -78,16 +78,31 @@ TEST(SourceExamples, RunAModuleThatHasBeenCompiledBefore) {
   ASSERT_EQ(part.status, 0) << part.err;
   std::filesystem::remove(dir.file("countdown.zu"));
   replay(dir.file("egg_timer.zu"), "");
-  // The file that holds edge, left without it, and compiled beside it.
-  std::string text = read_text((examples / "edges/edges.zu").string());
-  const size_t second = text.find("module edges");
-  std::filesystem::copy(examples / "edges/edges.stimuli", dir.path());
-  std::filesystem::copy(examples / "edges/edges.trace", dir.path());
-  dir.write("edge.zu", text.substr(0, second));
-  dir.write("edges.zu", text.substr(second));
-  replay(dir.file("edges.zu"), "'" + dir.file("edge.zu") + "'");
-  ASSERT_EQ(run_program("tarn", "-d '" + folder + "' '" + dir.file("edge.zu") + "'").status, 0);
-  replay(dir.file("edges.zu"), "'" + dir.file("edge.zuc") + "'");
+}
+
+/// The example without the modules that it runs, which stand in files beside it: as source text, or
+/// compiled before.
+TEST(SourceExamples, RunModulesOfOtherFiles) {
+  for (const std::string name : {"edges", "washing_machine"}) {
+    const TempDir dir;
+    std::filesystem::copy(source_folder("examples") / name, dir.path());
+    std::string rest = read_text(dir.file(name + ".zu"));
+    std::string sources, compiled;
+    const auto next_module = [&rest] { return rest.find("\nend\n"); };
+    for (size_t end = next_module(); end + 5 < rest.size(); end = next_module()) {
+      const std::string module = rest.substr(0, end + 5);
+      rest = rest.substr(end + 5);
+      const size_t begin = module.find("\nmodule ") + 8;
+      const std::string called = module.substr(begin, module.find(':', begin) - begin);
+      sources += " '" + dir.write(called + ".zu", module) + "'";
+      compiled += " '" + dir.file(called + ".zuc") + "'";
+    }
+    ASSERT_FALSE(sources.empty());
+    dir.write(name + ".zu", rest);
+    replay(dir.file(name + ".zu"), sources);
+    ASSERT_EQ(run_program("tarn", "-q -d '" + dir.path().string() + "'" + sources).status, 0);
+    replay(dir.file(name + ".zu"), compiled);
+  }
 }
 
 }  // namespace

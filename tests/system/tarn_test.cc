@@ -185,7 +185,7 @@ TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(broken + ":2:"));
   EXPECT_THAT(run.err, testing::EndsWith("\ntarn: " + broken +
-                                         ": SYNTAX ERROR at line 2: last "
+                                         ":2:6: SYNTAX ERROR at line 2: last "
                                          "token read: \">>\"\n"));
   EXPECT_THAT(run.out, HasSubstr("lamp.zuc\n")) << "the other files are still written";
   const std::string ring =

@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <iostream>
 
+#include "tests/support/setting.h"
 #include "tests/zu_compile/compiled.h"
 
 namespace kiva::test {
@@ -97,11 +97,6 @@ Program shrink(Program program, const std::vector<History>& runs, std::string& d
     }
   }
   return program;
-}
-
-long setting(const char* name, long standard) {
-  const char* text = std::getenv(name);
-  return text == nullptr ? standard : std::strtol(text, nullptr, 10);
 }
 
 /// Compares `standard` random programs, or as many as the environment asks for.

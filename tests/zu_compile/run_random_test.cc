@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <iostream>
 
+#include "tests/support/setting.h"
 #include "tests/zu_compile/apart.h"
 #include "tests/zu_compile/compiled.h"
 #include "tests/zu_compile/program.h"
@@ -157,11 +157,6 @@ std::string states(const Compiled& compiled, const std::vector<Stimulus>& stimul
     all += ' ';
   }
   return all;
-}
-
-long setting(const char* name, long standard) {
-  const char* text = std::getenv(name);
-  return text == nullptr ? standard : std::strtol(text, nullptr, 10);
 }
 
 class RandomRuns : public testing::TestWithParam<bool> {};

@@ -1,0 +1,22 @@
+#include "tarn/model/source_span.h"
+
+#include <iostream>
+#include <utility>
+
+namespace kiva {
+
+namespace {
+SourceSpan told_place;
+}  // namespace
+
+void tell_place(const SourceSpan& span, const std::string& reason) {
+  if (!span.known()) return;
+  std::cerr << span.text() << ": " << reason << '\n';
+  told_place = span;
+}
+
+SourceSpan take_told_place() {
+  return std::exchange(told_place, SourceSpan());
+}
+
+}  // namespace kiva
