@@ -4,15 +4,43 @@
 
 #include <iostream>
 
+#include "tarn/zu/progress.h"
+
 namespace kiva::tarn_program {
 
-Stages::Stages() : terminal_(isatty(STDERR_FILENO) != 0) {}
+Stages* Stages::counting_ = nullptr;
+
+Stages::Stages() : terminal_(isatty(STDERR_FILENO) != 0) {
+  if (!terminal_) return;
+  counting_ = this;
+  statement_begun = [] {
+    ++counting_->statements_;
+    const auto now = std::chrono::steady_clock::now();
+    if (now - counting_->shown_ < std::chrono::milliseconds(100)) return;
+    counting_->show();
+  };
+}
+
+Stages::~Stages() {
+  end();
+  if (counting_ != this) return;
+  statement_begun = nullptr;
+  counting_ = nullptr;
+}
+
+void Stages::show() {
+  shown_ = std::chrono::steady_clock::now();
+  std::cerr << '\r' << name_;
+  if (statements_ > 0) std::cerr << ": " << statements_ << " statements";
+  std::cerr << " ...\033[K" << std::flush;
+}
 
 void Stages::begin(const std::string& name) {
   end();
   name_ = name;
   start_ = std::chrono::steady_clock::now();
-  if (terminal_) std::cerr << '\r' << name << " ...\033[K" << std::flush;
+  statements_ = 0;
+  if (terminal_) show();
 }
 
 void Stages::end() {

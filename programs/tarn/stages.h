@@ -8,10 +8,14 @@
 
 namespace kiva::tarn_program {
 
-/// The stages of a run: their times, and, on a terminal, the one under way.
+/// The stages of a run: their times, and, on a terminal, the one under way with the number of
+/// statements compiled so far. One at a time.
 class Stages {
  public:
   Stages();
+  ~Stages();
+  Stages(const Stages&) = delete;
+  Stages& operator=(const Stages&) = delete;
   /// Begins a stage, and ends the one before it.
   void begin(const std::string& name);
   void end();
@@ -19,9 +23,14 @@ class Stages {
   void print(std::ostream& out) const;
 
  private:
+  void show();
+
   bool terminal_;
   std::string name_;
   std::chrono::steady_clock::time_point start_;
+  std::chrono::steady_clock::time_point shown_;
+  long statements_ = 0;
+  static Stages* counting_;
   std::vector<std::pair<std::string, double>> times_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
+#include "tarn/zu/progress.h"
 #include "tarn/zu/rules.h"
 
 namespace kiva {
@@ -11,6 +12,7 @@ std::string signal_name(const std::string& name, Module* module) {
 }
 
 void Statement::createWires(Module* module, EquationTable* table) {
+  if (statement_begun != nullptr) statement_begun();
   const auto make = [&](const char* prefix) {
     auto* wire =
         make_kept<Signal>(signal_name(prefix + name_, module), module, table->working_wood());
