@@ -31,7 +31,7 @@ class EquationTable {
     put_in_place();
     return bdd_expression_wood;
   }
-  /// The same wood, but the equations of whole signals may lack what `pre` has to add to them.
+  /// The same wood, but equations may lack what `pre` and `unify_later` have to add to them.
   Bddexpressionwood* working_wood() const { return bdd_expression_wood; }
   const std::string& getModuleName() const { return module_name; }
   void setModuleName(const std::string& name) { module_name = name; }
@@ -40,7 +40,8 @@ class EquationTable {
     return getBddexpressionWood()->exp_by_name(name);
   }
   Bddexpression* getBddExpression(long id) const {
-    return getBddexpressionWood()->exp_by_index(id);
+    put_in_place(id);
+    return bdd_expression_wood->exp_by_index(id);
   }
   long getPertLevel() const { return bdd_expression_wood->Nb_level(); }
   /// Forgets the signal's equations.
@@ -75,6 +76,8 @@ class EquationTable {
   /// Merges `other` into this table, and destroys its wood. Two equations of one variable become
   /// their or; by the rule `values`, their and for the value of a signal with occurrences.
   void unify(EquationTable* other, Module* module);
+  /// The same; what equations get is put in place when they are asked for.
+  void unify_later(EquationTable* other, Module* module);
   /// Guards the equations of outputs and plain locals by the value of `condition`.
   void cond(Signal* condition, Module* module);
   /// Starts a new occurrence of each output and plain local that this table knows. What a run has
@@ -109,17 +112,16 @@ class EquationTable {
   /// Equations by name of the signal that a statement made.
   using Sources = std::unordered_map<std::string, SourceSpan>;
 
-  /// The occurrences that `pre` has started since the equations of a whole signal were last put in
-  /// place: an or of n variables that grew by one each time would cost n * n nodes.
-  struct NewOccurrences {
-    long value_id;  ///< of the whole signal
-    std::vector<long> status_ids;
-    std::vector<long> value_ids;
+  /// What is still to be or-ed (and-ed, for a conjunction) onto an equation, in order of arrival:
+  /// an or of n variables that grew by one each time would cost n * n nodes.
+  struct PendingTerms {
+    bool conjunction = false;
+    std::vector<bdd> terms;
   };
   void put_in_place() const;
-  void put_in_place(long id) const {
-    if (!new_occurrences_.empty() && new_occurrences_.contains(id)) put_in_place();
-  }
+  void put_in_place(long id) const;
+  /// Has f or-ed, or and-ed, onto the equation of the variable, which has one.
+  void join_later(long id, bool conjunction, const bdd& f);
 
   /// The equation of a variable; null when it has none.
   Bddexpression* equation_at(long id) const;
@@ -144,8 +146,7 @@ class EquationTable {
   /// Of a branch: the signals taken over, and the lengths of the module's lists when it began.
   std::vector<Signal*> carried_;
   std::array<size_t, 4> lists_at_begin_{};
-  /// By variable id of the whole signal's status, and again, empty, of its value.
-  mutable std::unordered_map<long, NewOccurrences> new_occurrences_;
+  mutable std::unordered_map<long, PendingTerms> pending_;  ///< by variable id
 };
 
 }  // namespace kiva

@@ -44,7 +44,7 @@ class StrongAbort : public Statement {
 
  private:
   void remember_written(Module* module, EquationTable* table);
-  void mask_written(const bdd& mask, Module* module, Bddexpressionwood* wood);
+  void mask_written(const bdd& mask, Module* module, EquationTable* table);
 
   Expression* expression_;
   Statement* body_;

@@ -72,7 +72,7 @@ void StrongAbort::remember_written(Module* module, EquationTable* table) {
         return current;
       },
       [&](Signal*, int, long id) {
-        if (const Bddexpression* equation = wood->exp_by_index(id))
+        if (const Bddexpression* equation = table->getBddExpression(id))
           if (equation->getAbstraction() == 0) written_before_.emplace(id, equation->my_bdd_exp());
       });
 }
@@ -98,10 +98,11 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
   bdd mask = wood->Bdd_or(value, wood->Bdd_not(status));
   mask = wood->Bdd_or(mask, wood->Bdd_not(register_.ACTIF->getBddStatus(module, wood)));
   if (wood->my_bdd_manager()->Bdd_is_one_tautologic(mask)) return;
-  mask_written(mask, module, wood);
+  mask_written(mask, module, table);
 }
 
-void StrongAbort::mask_written(const bdd& mask, Module* module, Bddexpressionwood* wood) {
+void StrongAbort::mask_written(const bdd& mask, Module* module, EquationTable* table) {
+  Bddexpressionwood* wood = table->working_wood();
   const bool body_only = Compilation::rules.abort_mask;
   for_each_written(
       module, wood,
@@ -111,7 +112,7 @@ void StrongAbort::mask_written(const bdd& mask, Module* module, Bddexpressionwoo
         return at == first_written_.end() ? 1 : std::max(1, at->second);
       },
       [&](Signal*, int, long id) {
-        Bddexpression* equation = wood->exp_by_index(id);
+        Bddexpression* equation = table->getBddExpression(id);
         if (equation == nullptr || equation->getAbstraction() != 0) return;
         bdd masked = wood->Bdd_and(mask, equation->my_bdd_exp());
         auto before = written_before_.find(id);

@@ -92,7 +92,7 @@ void compile_branch(Statement* branch, Module* module, EquationTable* table) {
 void BranchTable::compile_into(EquationTable* into, Statement* branch) {
   table_->begin_branch(module_);
   compile_branch(branch, module_, table_.get());
-  into->unify(table_.get(), module_);
+  into->unify_later(table_.get(), module_);
 }
 
 }  // namespace kiva

@@ -17,23 +17,34 @@
 
 namespace kiva {
 
-/// The new variables stand below all others in the order, so an or of them that is built from the
-/// last one on costs one node each.
-void EquationTable::put_in_place() const {
-  if (new_occurrences_.empty()) return;
+/// Later terms are over later variables, which stand below the others in the order: built from the
+/// last one on, each adds nodes on top of what is there.
+void EquationTable::put_in_place(long id) const {
+  const auto at = pending_.find(id);
+  if (at == pending_.end()) return;
+  const auto [conjunction, terms] = std::move(at->second);
+  pending_.erase(at);
   Bddexpressionwood* wood = bdd_expression_wood;
-  for (const auto& [id, added] : new_occurrences_) {
-    if (added.status_ids.empty()) continue;
-    bdd status = wood->Bdd_zero();
-    bdd value = wood->Bdd_one();
-    for (size_t i = added.status_ids.size(); i-- > 0;) {
-      status = wood->Bdd_or(wood->Bdd_var_by_index(added.status_ids[i]), status);
-      value = wood->Bdd_and(wood->Bdd_var_by_index(added.value_ids[i]), value);
-    }
-    or_function(*wood->exp_by_index(id), status);
-    and_function(*wood->exp_by_index(added.value_id), value);
+  bdd all = terms.back();
+  for (size_t i = terms.size() - 1; i-- > 0;)
+    all = conjunction ? wood->Bdd_and(terms[i], all) : wood->Bdd_or(terms[i], all);
+  if (conjunction) {
+    and_function(*wood->exp_by_index(id), all);
+  } else {
+    or_function(*wood->exp_by_index(id), all);
   }
-  new_occurrences_.clear();
+}
+
+void EquationTable::put_in_place() const {
+  while (!pending_.empty()) put_in_place(pending_.begin()->first);
+}
+
+void EquationTable::join_later(long id, bool conjunction, const bdd& f) {
+  const auto at = pending_.find(id);
+  if (at != pending_.end() && at->second.conjunction != conjunction) put_in_place(id);
+  PendingTerms& pending = pending_[id];
+  pending.conjunction = conjunction;
+  pending.terms.push_back(f);
 }
 
 Bddexpression* EquationTable::equation_at(long id) const {
@@ -59,7 +70,9 @@ void EquationTable::removeSignal(Signal* signal) {
   const std::string name = signal->getName(nullptr, bdd_expression_wood);
   for (const char* rail : {"_s_", "_v_"}) {
     const long id = bdd_expression_wood->Index_var_by_name(rail + name);
-    if (id >= 0) bdd_expression_wood->forget_expression_by_bddid(id);
+    if (id < 0) continue;
+    put_in_place(id);
+    bdd_expression_wood->forget_expression_by_bddid(id);
   }
 }
 

@@ -79,7 +79,7 @@ void EquationTable::add(Bddexpression* e, Module* module) {
   const bdd variable = carried(wood, from, e->my_bdd_var());
   wood->update_bdd_vars();
   const long id = wood->Index_var_by_bdd(variable);
-  const std::unique_ptr<Bddexpression> replaced(wood->exp_by_index(id));
+  const std::unique_ptr<Bddexpression> replaced(equation_at(id));
   Bddexpression* copy;
   if (e->getAbstraction() != 0) {
     copy = new Bddexpression(id, wood, carried(wood, from, e->set_of_var_dependances()),
@@ -104,7 +104,11 @@ void EquationTable::add(Bddexpression* e, Module* module) {
 }
 
 void EquationTable::unify(EquationTable* other, Module* module) {
+  unify_later(other, module);
   put_in_place();
+}
+
+void EquationTable::unify_later(EquationTable* other, Module* module) {
   other->put_in_place();
   Bddexpressionwood* wood = bdd_expression_wood;
   Bddexpressionwood* from = other->bdd_expression_wood;
@@ -153,7 +157,7 @@ void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpr
   Bddexpressionwood* wood = bdd_expression_wood;
   const bool shared = wood->my_bdd_manager() == from->my_bdd_manager();
   const long id = shared ? their_id : wood->Index_var_by_name(from->Name_var_by_index(their_id));
-  Bddexpression* ours = id < 0 ? nullptr : equation_at(id);
+  Bddexpression* ours = id < 0 ? nullptr : wood->exp_by_index(id);
   if (ours == nullptr && shared) {
     move_equation(their_id, from, module);
     return;
@@ -170,11 +174,7 @@ void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpr
   const bool whole_value = Compilation::rules.values && signal != nullptr &&
                            ref->getCurrentOccurrence() == 0 && id == ref->getBddValueId(wood) &&
                            std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
-  if (whole_value) {
-    and_function(*ours, function);
-  } else {
-    or_function(*ours, function);
-  }
+  join_later(id, whole_value, function);
 }
 
 void EquationTable::cond(Signal* condition, Module* module) {
@@ -216,11 +216,8 @@ void EquationTable::start_occurrence(Signal* signal, Module* module) {
               << " of :" << signal->getInternalName() << '\n';
     end_process();
   }
-  NewOccurrences& added = new_occurrences_[status_id];
-  added.value_id = value_id;
-  added.status_ids.push_back(signal->getBddStatusId(module, wood));
-  added.value_ids.push_back(signal->getBddValueId(module, wood));
-  new_occurrences_[value_id];
+  join_later(status_id, false, wood->Bdd_var_by_index(signal->getBddStatusId(module, wood)));
+  join_later(value_id, true, wood->Bdd_var_by_index(signal->getBddValueId(module, wood)));
 }
 
 EquationTable* EquationTable::over(Bddexpressionwood* copy) {
@@ -295,7 +292,7 @@ void EquationTable::discard(Module* module) {
                         [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
   module->getSignalManager()->deleteWood(bdd_expression_wood);
   bdd_expression_wood = nullptr;
-  new_occurrences_.clear();
+  pending_.clear();
 }
 
 }  // namespace kiva
