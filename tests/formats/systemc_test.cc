@@ -184,14 +184,9 @@ void check_systemc(const std::vector<const TargetCase*>& cases) {
 }
 
 TEST(SystemCTools, RunsAsTheSimulatorDoes) {
-  std::vector<std::unique_ptr<TargetCase>> cases;
+  const auto cases = all_cases(true);
   std::vector<const TargetCase*> all;
-  for (const char* file :
-       {"names.zuc", "toggle.zuc", "rails.zuc", "open.zuc", "shown_register.zuc", "elevator.zu",
-        "stopwatch.zu", "s27.zuc", "planet.zuc", "thermostat.zuc"}) {
-    cases.emplace_back(new TargetCase(named_case(file)));
-    all.push_back(cases.back().get());
-  }
+  for (const auto& test : cases) all.push_back(test.get());
   check_systemc(all);
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -73,9 +74,11 @@ class TargetCase {
   std::vector<Instant> instants_;
 };
 
-/// Runs `check` on every shipped example, on the circuits s27, planet and s1423, and on the modules
-/// of the folder cases: names that targets cannot bear, and state in a module that is not
-/// finalised. Without `unfinalised` only what is finalised.
+/// Every shipped example, the circuits s27, planet and s1423, and the modules of the folder cases:
+/// names that targets cannot bear, and state in a module that is not finalised. Without
+/// `unfinalised` only what is finalised.
+std::vector<std::unique_ptr<TargetCase>> all_cases(bool unfinalised);
+/// Runs `check` on each of them.
 void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)>& check);
 
 /// Runs `check` on random programs, automata and Mealy machines over random stimuli; `count` of
