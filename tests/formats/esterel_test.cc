@@ -2,8 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
+#include "tarn/formats/target_rules.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
 #include "tests/formats/expression_text.h"
 #include "tests/formats/target_case.h"
+#include "tests/support/process_end.h"
 
 namespace kiva::test {
 namespace {
@@ -142,8 +149,26 @@ TEST(Esterel, RunsAsTheSimulatorDoes) {
   for_each_case(true, check_esterel);
 }
 
+/// Whether an equation has more products than the text may hold, which refuses the module.
+bool has_a_sum_too_large(const TargetCase& test) {
+  Compilation::target_rules = TargetRules::working();
+  std::ostringstream out;
+  bool refused = false;
+  run_captured([&] {
+    try {
+      test.module()->ESTEREL_put(out, 0);
+    } catch (const IllegalOperationException& exception) {
+      refused = exception.first().starts_with("too many products");
+    }
+  });
+  Compilation::target_rules = TargetRules::told();
+  return refused;
+}
+
 TEST(Esterel, RandomProgramsRunAsTheSimulatorDoes) {
-  for_random_cases(6, check_esterel);
+  for_random_cases(6, [](const TargetCase& test) {
+    if (!has_a_sum_too_large(test)) check_esterel(test);
+  });
 }
 
 }  // namespace
