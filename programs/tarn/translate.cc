@@ -9,6 +9,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/model/source_span.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/rules.h"
 
@@ -140,6 +141,7 @@ std::string Translation::in_module() const {
 
 bool Translation::run(std::set<std::string>& met) {
   forget_other_files();
+  take_told_place();
   try {
     if (is_source(file_)) {
       compile_source();

@@ -198,6 +198,14 @@ std::string run_tool(const std::string& command, const fs::path& folder, bool si
   return read_text(streams.file("out"));
 }
 
+std::vector<int> data_tests(const TargetCase::Instant& instant) {
+  std::vector<int> bits;
+  for (const char* name : {"cold", "hot"})
+    if (const auto at = instant.locals.find(name); at != instant.locals.end())
+      bits.push_back(at->second);
+  return bits;
+}
+
 std::vector<std::vector<int>> rows_of_bits(const std::string& text) {
   std::vector<std::vector<int>> rows;
   std::istringstream in(text);

@@ -100,6 +100,10 @@ std::string run_tool(const std::string& command, const std::filesystem::path& fo
 /// The bits of a text: one row a line, each "0" or "1" one bit; other characters are skipped.
 std::vector<std::vector<int>> rows_of_bits(const std::string& text);
 
+/// The tests on data in an instant, which a text without data takes as further inputs: those of the
+/// thermostat, as its trace tells them; none elsewhere.
+std::vector<int> data_tests(const TargetCase::Instant& instant);
+
 /// Rails that come signal by signal, with all statuses before all values.
 std::vector<int> statuses_first(const std::vector<int>& rails);
 

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "tests/formats/target_case.h"
@@ -12,9 +10,8 @@
 namespace kiva::test {
 namespace {
 
-/// What stands on the input ports in an instant; `further` are the text's own inputs.
-std::string port_bits(const TargetCase& test, const TargetCase::Instant& instant,
-                      const std::string& further) {
+/// What stands on the input ports in an instant.
+std::string port_bits(const TargetCase& test, const TargetCase::Instant& instant) {
   std::ostringstream out;
   if (!test.finalised()) out << instant.set << !instant.set << instant.reset << !instant.reset;
   const std::vector<int> bits = test.input_bits(instant);
@@ -23,7 +20,8 @@ std::string port_bits(const TargetCase& test, const TargetCase::Instant& instant
     out << bits[n];
     if (!test.finalised()) out << bits[count + n];
   }
-  return out.str() + further;
+  for (int bit : data_tests(instant)) out << bit;
+  return out.str();
 }
 
 /// The first word behind `start` in a text.
@@ -74,30 +72,15 @@ end run;
   return out.str();
 }
 
-/// The tests on data in an instant of the shipped trace.
-std::vector<std::string> thermostat_tests() {
-  std::ifstream in(KIVA_SOURCE "/examples/thermostat/thermostat.trace");
-  std::vector<std::string> rows;
-  for (std::string line; std::getline(in, line);) {
-    const auto locals = nlohmann::json::parse(line)["locals"];
-    std::string row;
-    for (const char* name : {"cold", "hot"}) row += locals[name] == "one" ? '1' : '0';
-    rows.push_back(row);
-  }
-  return rows;
-}
-
 /// Gives what was told of the text.
 std::string check_vhdl(const TargetCase& test, bool altera) {
   SCOPED_TRACE(test.name() + (altera ? ", std_logic" : ""));
   const std::string told = test.write(altera ? "--vhdl-altera" : "--vhdl");
   const std::string file = test.module()->getName() + ".vhdl";
   const std::string entity = word_behind(read_text(test.file(file)), "entity ");
-  std::vector<std::string> further(test.instants().size());
-  if (test.name() == "thermostat") further = thermostat_tests();
   std::vector<std::string> stimuli;
-  for (size_t k = 0; k < test.instants().size(); ++k)
-    stimuli.push_back(port_bits(test, test.instants()[k], further.at(k)));
+  for (const TargetCase::Instant& instant : test.instants())
+    stimuli.push_back(port_bits(test, instant));
   // Of a module that is not finalised the rails come signal by signal, behind those of the end.
   const size_t hidden = test.finalised() ? 0 : 2;
   const size_t outputs = test.outputs().size() * (test.finalised() ? 1 : 2);
