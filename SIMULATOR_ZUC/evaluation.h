@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/engine/context.h"
 #include "SIMULATOR_ZUC/signal_color.h"
+#include "engine/context.h"
 
 class QListWidget;
 class QTableWidget;

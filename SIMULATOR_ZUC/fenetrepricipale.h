@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
 #include "SIMULATOR_ZUC/evaluation.h"
 #include "SIMULATOR_ZUC/panels/debuggerpanel.h"
 #include "SIMULATOR_ZUC/panels/filepanel.h"
@@ -21,6 +20,7 @@
 #include "SIMULATOR_ZUC/set_reset.h"
 #include "SIMULATOR_ZUC/signal_color.h"
 #include "base/sock.h"
+#include "engine/simulation.h"
 #include "ui_mainfrm.h"
 
 class QDockWidget;

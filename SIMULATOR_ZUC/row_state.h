@@ -3,7 +3,7 @@
 #include <QColor>
 #include <QString>
 
-#include "SIMULATOR_ZUC/engine/signal_state.h"
+#include "engine/signal_state.h"
 
 class QListWidgetItem;
 class QTableWidgetItem;

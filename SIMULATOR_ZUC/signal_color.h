@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/engine/signal_state.h"
 #include "SIMULATOR_ZUC/set_reset.h"
+#include "engine/signal_state.h"
 
 class QCheckBox;
 class QModelIndex;

@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
-#include "SIMULATOR_ZUC/engine/stimuli.h"
 #include "bench/module_text.h"
+#include "engine/simulation.h"
+#include "engine/stimuli.h"
 #include "tarn/zuc/zuc_reader.h"
 
 namespace {

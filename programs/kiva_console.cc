@@ -5,10 +5,10 @@
 #include <fstream>
 #include <iostream>
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
-#include "SIMULATOR_ZUC/engine/stimuli.h"
-#include "SIMULATOR_ZUC/engine/trace.h"
 #include "base/sock.h"
+#include "engine/simulation.h"
+#include "engine/stimuli.h"
+#include "engine/trace.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zuc/zuc_reader.h"

@@ -1,12 +1,12 @@
 // The engine: states, choices, registers, passes, and a session that is replayed.
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
+#include "engine/simulation.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "SIMULATOR_ZUC/engine/context.h"
+#include "engine/context.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/process_end.h"
 #include "tests/support/random_module.h"

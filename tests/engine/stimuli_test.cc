@@ -1,10 +1,10 @@
-#include "SIMULATOR_ZUC/engine/stimuli.h"
+#include "engine/stimuli.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "SIMULATOR_ZUC/engine/trace.h"
+#include "engine/trace.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/temp_dir.h"
 

@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "SIMULATOR_ZUC/engine/stimuli.h"
+#include "engine/stimuli.h"
 #include "tarn/model/compilation.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/process_end.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
+#include "engine/simulation.h"
 #include "tests/support/temp_dir.h"
 
 namespace kiva::test {

@@ -5,7 +5,7 @@
 #include <list>
 #include <memory>
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
+#include "engine/simulation.h"
 #include "tarn/model/compilation.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/server/fake_server.h"

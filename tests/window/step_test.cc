@@ -8,8 +8,8 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "SIMULATOR_ZUC/engine/stimuli.h"
 #include "SIMULATOR_ZUC/row_state.h"
+#include "engine/stimuli.h"
 #include "tarn/model/data.h"
 #include "tarn/model/sexception.h"
 #include "tests/window/window_test.h"

@@ -7,9 +7,9 @@
 #include <iostream>
 #include <sstream>
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
-#include "SIMULATOR_ZUC/engine/stimuli.h"
-#include "SIMULATOR_ZUC/engine/trace.h"
+#include "engine/simulation.h"
+#include "engine/stimuli.h"
+#include "engine/trace.h"
 #include "tarn/model/compilation.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/process_end.h"

@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/engine/context.h"
+#include "engine/context.h"
 
 #include <iostream>
 

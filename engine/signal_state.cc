@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/engine/signal_state.h"
+#include "engine/signal_state.h"
 
 namespace kiva {
 

@@ -7,15 +7,15 @@
 // asks for data: an abstract equation, or a binding whose clock takes a value as its equation
 // fires. A module without data is one segment and asks nobody anything.
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
+#include "engine/simulation.h"
 
 #include <algorithm>
 #include <iostream>
 #include <map>
 
-#include "SIMULATOR_ZUC/engine/context.h"
-#include "SIMULATOR_ZUC/engine/flat_equations.h"
 #include "base/process_end.h"
+#include "engine/context.h"
+#include "engine/flat_equations.h"
 #include "tarn/model/compilation.h"
 
 namespace kiva {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
+#include "engine/simulation.h"
 
 namespace kiva {
 

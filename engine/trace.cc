@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/engine/trace.h"
+#include "engine/trace.h"
 
 #include <iomanip>
 #include <nlohmann/json.hpp>

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/engine/context.h"
-#include "SIMULATOR_ZUC/engine/signal_state.h"
 #include "base/sock.h"
+#include "engine/context.h"
+#include "engine/signal_state.h"
 #include "tarn/model/module.h"
 
 namespace kiva {

@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/engine/stimuli.h"
+#include "engine/stimuli.h"
 
 #include <istream>
 #include <set>

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "SIMULATOR_ZUC/engine/simulation.h"
+#include "engine/simulation.h"
 
 namespace kiva {
 

@@ -11,7 +11,7 @@
 // something of it, and at every cut. With the dates of an acyclic wood a window is one level or
 // more.
 
-#include "SIMULATOR_ZUC/engine/flat_equations.h"
+#include "engine/flat_equations.h"
 
 #include <algorithm>
 

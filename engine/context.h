@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/engine/signal_state.h"
+#include "engine/signal_state.h"
 #include "tarn/model/module.h"
 
 // The context of a simulation: one int for each variable of the module's manager, by variable
