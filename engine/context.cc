@@ -1,8 +1,9 @@
 #include "engine/context.h"
 
-#include <iostream>
+#include <ostream>
 
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -78,14 +79,14 @@ void write_choices(const ChoiceIds& ids, bool set, bool reset, std::span<const S
 }
 
 int* evaluate_equations(Module* module, int* context) {
-  std::cout << "i'm in bdds_evaluate()\n";
+  told_text() << "i'm in bdds_evaluate()\n";
   Bddexpressionwood* wood = module->getBddWood();
   bddpp_manager* manager = wood->my_bdd_manager();
   for (long index : wood->earliest_sort()) {
     const Bddexpression* e = wood->Exp_table()[index];
     if (e == nullptr) continue;
     if (e->getAbstraction() != 0) {
-      std::cout << " getAbstraction() \n";
+      told_text() << " getAbstraction() \n";
       continue;
     }
     context[manager->Bdd_if_index(e->my_bdd_var())] =
