@@ -180,8 +180,8 @@ void Simulation::step_with_data(Sock socket) {
   write_choices(choice_ids_, state_.set, state_.reset, state_.inputs, state_.context.data());
   ValueTexts values = build_values();
   ConstantTexts constants;
-  if (Compilation::GDataConstantTable != nullptr)
-    for (const ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
+  if (Compilation::GDataConstantTable() != nullptr)
+    for (const ConstantDecl* constant : Compilation::GDataConstantTable()->getConstantList())
       constants[constant->getName()] = {constant->getValue(), ""};
   run_pass(&values, &constants, socket);
   show_outputs();
