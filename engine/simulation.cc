@@ -128,7 +128,7 @@ void Simulation::load() {
 void Simulation::initialise() {
   reset_choices();
   state_.context.assign(state_.context.size(), 2);
-  evaluate_equations(module_, state_.context.data());
+  run_equations(state_.context.data());
   show_outputs();
   show_locals();
   initialise_register_context(module_, state_.context.data());
