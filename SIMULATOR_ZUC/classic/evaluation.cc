@@ -6,6 +6,7 @@
 
 #include "SIMULATOR_ZUC/row_state.h"
 #include "base/process_end.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
