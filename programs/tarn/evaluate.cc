@@ -9,8 +9,8 @@
 
 #include "bdd/expression_parser.h"
 #include "programs/tarn/read_module.h"
-#include "tarn/formats/sum_text.h"
 #include "tarn/model/sexception.h"
+#include "tarn/targets/frame/sum_text.h"
 
 namespace kiva::tarn_program {
 

@@ -1,9 +1,0 @@
-#include "tarn/formats/target_rules.h"
-
-#include "tarn/model/compilation.h"
-
-namespace kiva {
-
-TargetRules Compilation::target_rules = TargetRules::told();
-
-}  // namespace kiva

@@ -1,0 +1,9 @@
+#include "tarn/targets/frame/target_rules.h"
+
+#include "tarn/model/compilation.h"
+
+namespace kiva {
+
+TargetRules Compilation::target_rules = TargetRules::told();
+
+}  // namespace kiva
