@@ -17,7 +17,7 @@ TEST(LatexTools, TakesWhatTarnWrites) {
     SCOPED_TRACE(name);
     test.write("--latex");
     const std::string m = test.module()->getName();
-    const auto folder = std::filesystem::path(test.file("")).parent_path();
+    const auto folder = test.folder();
     run_tool("pdflatex -interaction=nonstopmode -halt-on-error '" + m + ".tex'", folder);
     EXPECT_TRUE(std::filesystem::exists(test.file(m + ".pdf")));
     EXPECT_EQ(read_text(test.file(m + ".log")).find("Overfull"), std::string::npos);

@@ -75,7 +75,7 @@ TEST(ExplicitTools, RunsAsTheSimulatorDoes) {
                     "  state= next(inputset, out);\n  std::putchar('0' + out);\n}\n"
                     "int main() {\n" +
                     calls + "}\n");
-  const auto folder = std::filesystem::path(test.file("")).parent_path();
+  const auto folder = test.folder();
   EXPECT_EQ(run_tool("g++ -Wall -Wextra -o run run.cc && ./run", folder), want);
 }
 

@@ -71,6 +71,28 @@ void Words::fail(const std::string& what) const {
   throw std::runtime_error(what + " at" + place);
 }
 
+Tree join(const std::string& sign, Tree first, Tree second) {
+  auto tree = std::make_unique<ExpressionTree>();
+  tree->sign = sign;
+  tree->parts.push_back(std::move(first));
+  if (second != nullptr) tree->parts.push_back(std::move(second));
+  return tree;
+}
+
+Tree name_tree(const std::string& name) {
+  auto tree = std::make_unique<ExpressionTree>();
+  tree->sign = "name";
+  tree->text = name;
+  return tree;
+}
+
+Tree constant(bool value) {
+  auto tree = std::make_unique<ExpressionTree>();
+  tree->sign = "number";
+  tree->number = value ? 1 : 0;
+  return tree;
+}
+
 namespace {
 
 class Reader {

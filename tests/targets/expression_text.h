@@ -38,6 +38,10 @@ struct ExpressionTree {
   std::vector<std::unique_ptr<ExpressionTree>> parts;
 };
 using Tree = std::unique_ptr<ExpressionTree>;
+/// Trees of parts, and of a name or a constant.
+Tree join(const std::string& sign, Tree first, Tree second = nullptr);
+Tree name_tree(const std::string& name);
+Tree constant(bool value);
 Tree read_expression(Words& words, const std::vector<std::string>& keywords);
 
 /// What an expression means at an instant.

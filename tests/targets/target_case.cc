@@ -134,13 +134,6 @@ std::vector<int> TargetCase::statuses_first(const std::vector<int>& rails) const
   return row;
 }
 
-void TargetCase::expect_trace(const std::vector<std::vector<int>>& seen) const {
-  ASSERT_EQ(seen.size(), instants_.size()) << name_;
-  for (size_t i = 0; i < seen.size(); ++i) {
-    ASSERT_EQ(seen[i], output_bits(instants_[i])) << name_ << ", instant " << i + 1;
-  }
-}
-
 namespace {
 
 /// The sources of all cases, in an order of their own.
@@ -177,8 +170,8 @@ std::vector<std::unique_ptr<TargetCase>> all_cases(bool unfinalised) {
   return cases;
 }
 
-void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)>& check) {
-  for (const auto& test : all_cases(unfinalised)) check(*test);
+bool has_told(const std::string& file_name) {
+  return fs::exists(fs::path(KIVA_SOURCE "/tests/targets/told") / file_name);
 }
 
 void expect_told(const std::string& file_name, const std::string& text) {
@@ -204,31 +197,6 @@ std::vector<int> data_tests(const TargetCase::Instant& instant) {
     if (const auto at = instant.locals.find(name); at != instant.locals.end())
       bits.push_back(at->second);
   return bits;
-}
-
-std::vector<std::vector<int>> rows_of_bits(const std::string& text) {
-  std::vector<std::vector<int>> rows;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) {
-    std::vector<int> row;
-    for (char c : line)
-      if (c == '0' || c == '1') row.push_back(c - '0');
-    if (!row.empty()) rows.push_back(std::move(row));
-  }
-  return rows;
-}
-
-std::vector<int> statuses_first(const std::vector<int>& rails) {
-  std::vector<int> row;
-  for (size_t rail : {0, 1})
-    for (size_t bit = rail; bit < rails.size(); bit += 2) row.push_back(rails[bit]);
-  return row;
-}
-
-std::string value_literal(const std::string& text) {
-  char* end = nullptr;
-  std::strtod(text.c_str(), &end);
-  return end != text.c_str() && *end == 0 ? text : "NAN";
 }
 
 }  // namespace kiva::test

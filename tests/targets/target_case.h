@@ -44,6 +44,7 @@ class TargetCase {
 
   /// A file of the case's folder.
   std::string file(const std::string& name) const { return dir_.file(name); }
+  std::filesystem::path folder() const { return dir_.path(); }
   void add_file(const std::string& name, const std::string& text) const { dir_.write(name, text); }
   /// Writes the compiled module in a target language, as `option` of tarn; fails the test when that
   /// fails. Gives what tarn told on the error stream.
@@ -58,8 +59,6 @@ class TargetCase {
   std::vector<int> rails_by_signal(const Instant& instant) const;
   /// The bits of such a text's outputs in the order of expect_trace.
   std::vector<int> statuses_first(const std::vector<int>& rails) const;
-  /// Compares the bits seen, one row an instant.
-  void expect_trace(const std::vector<std::vector<int>>& seen) const;
 
  private:
   void load(const std::filesystem::path& source, const std::string& stimuli,
@@ -78,9 +77,6 @@ class TargetCase {
 /// names that targets cannot bear, and state in a module that is not finalised. Without
 /// `unfinalised` only what is finalised.
 std::vector<std::unique_ptr<TargetCase>> all_cases(bool unfinalised);
-/// Runs `check` on each of them.
-void for_each_case(bool unfinalised, const std::function<void(const TargetCase&)>& check);
-
 /// Runs `check` on random programs, automata and Mealy machines over random stimuli; `count` of
 /// them, or KIVA_PROGRAMS, from the seed KIVA_SEED on. A fault is told with the smallest program
 /// that still has it.
@@ -90,6 +86,7 @@ void for_random_cases(int count, const std::function<void(const TargetCase&)>& c
 TargetCase named_case(const std::string& file_name);
 
 /// Compares what a library operation has written with a file of the folder told.
+bool has_told(const std::string& file_name);
 void expect_told(const std::string& file_name, const std::string& text);
 
 /// Runs a command of the shell in a folder; gives its standard output. Fails the test when the
@@ -97,17 +94,8 @@ void expect_told(const std::string& file_name, const std::string& text);
 std::string run_tool(const std::string& command, const std::filesystem::path& folder,
                      bool silent = true);
 
-/// The bits of a text: one row a line, each "0" or "1" one bit; other characters are skipped.
-std::vector<std::vector<int>> rows_of_bits(const std::string& text);
-
 /// The tests on data in an instant, which a text without data takes as further inputs: those of the
 /// thermostat, as its trace tells them; none elsewhere.
 std::vector<int> data_tests(const TargetCase::Instant& instant);
-
-/// Rails that come signal by signal, with all statuses before all values.
-std::vector<int> statuses_first(const std::vector<int>& rails);
-
-/// A value as a literal of the C languages; what is no number is none.
-std::string value_literal(const std::string& text);
 
 }  // namespace kiva::test

@@ -141,6 +141,34 @@ TEST_F(Printing, SumsOfProductsHaveALimit) {
   EXPECT_THROW(sum_text(text, texts, {0, parity}), IllegalOperationException);
 }
 
+TEST_F(Printing, AKeywordIsNoNameForData) {
+  const TargetCase test = named_case("toggle.zuc");
+  Compilation::target_rules = TargetRules::working();
+  Compilation::constantTable().addConstant(make_kept<ConstantDecl>("int", "node", nullptr));
+  std::ostringstream out;
+  EXPECT_THROW(test.module()->LUSTRE_put(out, 0), IllegalOperationException);
+  Compilation::GDataConstantTable = nullptr;
+}
+
+TEST_F(Printing, ChangedNamesAreTold) {
+  const TargetCase test = named_case("names.zuc");
+  for (const auto& [option, lines] : std::map<std::string, std::vector<std::string>>{
+           {"--vhdl",
+            {"VHDL: signal \"signal\" is written as \"signal_1\": a keyword there",
+             "\"reset\" is written as \"reset_1\": the name is taken",
+             "\"O_1\" is written as \"O_1_2\": the name is taken",
+             "\"p__q\" is written as \"p_q\": no name there",
+             "\"z_\" is written as \"z\": no name there"}},
+           {"--csharp",
+            {"C#: signal \"in\" is written as \"in_1\": a keyword there\n",
+             "C#: signal \"A.b\" is written as \"A_b\": no name there\n",
+             "C#: signal \"2x\" is written as \"v_2x\": no name there\n"}}}) {
+    const std::string told = test.write(option);
+    for (const std::string& line : lines)
+      EXPECT_NE(told.find(line), std::string::npos) << line << '\n' << told;
+  }
+}
+
 TEST(DataTexts, RefuseWhatSharingMakesTooLong) {
   DataExpr* e = make_kept<DataValue>("1");
   for (int level = 0; level < 60; ++level) e = make_kept<DataBinaryOp>(DataExpr::Plus, e, e);

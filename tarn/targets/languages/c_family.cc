@@ -1,4 +1,4 @@
-// What C, SystemC and C# have in common: data, the reaction and its equations.
+// What C and its kin have in common: data, the reaction and its equations.
 
 #include "tarn/targets/languages/c_family.h"
 

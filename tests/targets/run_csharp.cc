@@ -1,13 +1,11 @@
-// The components, all compiled into one program with a stand-in of the framework's classes, and
-// run: the trace of each is the simulator's.
+// C#: all components of a run are compiled into one program with a stand-in of the framework's
+// classes.
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <map>
 #include <sstream>
 
-#include "tests/targets/target_case.h"
+#include "tests/targets/runner.h"
 
 namespace kiva::test {
 namespace {
@@ -88,12 +86,6 @@ namespace GenEntree {
 }
 )";
 
-/// What is left of a case for the comparison.
-struct Expected {
-  std::vector<std::vector<int>> rows;
-  std::vector<std::string> values;  ///< of the displayed value by instant; empty for none
-};
-
 std::string events_of(const TargetCase& test, const TargetCase::Instant& instant) {
   std::string events;
   for (size_t i = 0; i < test.inputs().size(); ++i) {
@@ -105,85 +97,43 @@ std::string events_of(const TargetCase& test, const TargetCase::Instant& instant
   return events;
 }
 
-/// Cases that become one program.
-class Batch {
- public:
-  /// Writes the component and what to do with it; gives what tarn told.
-  std::string add(const TargetCase& test) {
-    const std::string told = test.write("--csharp");
-    const std::string text = read_text(test.file(test.module()->getName() + ".cs"));
+/// The components of all cases in one program, which prints a line between two.
+std::vector<Seen> run_csharp(const Cases& cases) {
+  const TempDir dir;
+  dir.write("framework.cs", framework);
+  std::string runs;
+  for (size_t n = 0; n < cases.size(); ++n) {
+    const TargetCase& test = *cases[n];
+    test.write("--csharp");
+    std::string text = read_text(test.file(test.module()->getName() + ".cs"));
     const std::string head = "public partial class ";
     const size_t start = text.find(head) + head.size();
     const std::string name = text.substr(start, text.find('\n', start) - start);
-    if (expected_.contains(name)) return told;  // a module that several examples share
-    dir_.write(name + ".cs", text);
-    runs_ += "    Console.WriteLine(\"class " + name + "\");\n    { var m = new GenEntree." + name +
-             "();\n    m.SendEventList += Console.WriteLine; m." + name + "_reset_automaton();\n";
-    for (const TargetCase::Instant& instant : test.instants()) {
-      runs_ += "    m." + name + "_automaton(\"" + events_of(test, instant) + "\");\n";
-      expected_[name].rows.push_back(test.output_bits(instant));
-      expected_[name].values.push_back(instant.values.size() > 1 ? instant.values[1] : "");
+    if (name == "thermostat") dir.write("part.cs", thermostat_part);
+    dir.write(name + ".cs", text);
+    runs += "    { var m = new GenEntree." + name + "(); m.SendEventList += Console.WriteLine; m." +
+            name + "_reset_automaton();\n";
+    for (const TargetCase::Instant& instant : test.instants())
+      runs += "    m." + name + "_automaton(\"" + events_of(test, instant) + "\");\n";
+    runs += "    Console.WriteLine(\"end\"); }\n";
+  }
+  dir.write("run.cs", "using System;\nclass Run {\n  static void Main() {\n" + runs + "  }\n}\n");
+  run_tool("mcs -warnaserror -out:run.exe *.cs", dir.path());
+  std::istringstream lines(run_tool("LC_ALL=C mono run.exe", dir.path()));
+  std::vector<Seen> seen;
+  std::string trace;
+  for (std::string line; std::getline(lines, line);) {
+    if (line != "end") {
+      trace += line + '\n';
+      continue;
     }
-    runs_ += "    }\n";
-    return told;
+    seen.push_back(read_seen(trace));
+    trace.clear();
   }
-
-  void run() const {
-    dir_.write("framework.cs", framework);
-    if (expected_.contains("thermostat")) dir_.write("part.cs", thermostat_part);
-    dir_.write("run.cs",
-               "using System;\nclass Run {\n  static void Main() {\n" + runs_ + "  }\n}\n");
-    run_tool("mcs -warnaserror -out:run.exe *.cs", dir_.path());
-    std::istringstream lines(run_tool("mono run.exe", dir_.path()));
-    std::map<std::string, std::vector<std::string>> seen;
-    std::string name;
-    for (std::string line; std::getline(lines, line);)
-      if (line.starts_with("class "))
-        name = line.substr(6);
-      else
-        seen[name].push_back(line);
-    for (const auto& [module, want] : expected_) compare(module, seen[module], want);
-  }
-
- private:
-  static void compare(const std::string& name, const std::vector<std::string>& lines,
-                      const Expected& want) {
-    ASSERT_EQ(lines.size(), want.rows.size()) << name;
-    for (size_t i = 0; i < lines.size(); ++i) {
-      const size_t end = std::min(lines[i].find(' '), lines[i].size());
-      std::vector<int> row;
-      for (char c : lines[i].substr(0, end)) row.push_back(c - '0');
-      ASSERT_EQ(row, want.rows[i]) << name << ", instant " << i + 1;
-      const bool displayed = !row.empty() && row.back() == 1;
-      if (displayed && !want.values[i].empty() && want.values[i] != "--") {
-        EXPECT_NEAR(std::strtod(lines[i].c_str() + end, nullptr), std::stod(want.values[i]), 0.001);
-      }
-    }
-  }
-
-  TempDir dir_;
-  std::map<std::string, Expected> expected_;  // by class
-  std::string runs_;
-};
-
-TEST(CSharpTools, RunsAsTheSimulatorDoes) {
-  Batch batch;
-  std::string told;
-  for_each_case(false, [&](const TargetCase& test) { told += batch.add(test); });
-  batch.run();
-  for (const char* line : {"C#: signal \"in\" is written as \"in_1\": a keyword there\n",
-                           "C#: signal \"A.b\" is written as \"A_b\": no name there\n",
-                           "C#: signal \"2x\" is written as \"v_2x\": no name there\n"})
-    EXPECT_NE(told.find(line), std::string::npos) << told;
+  return seen;
 }
 
-TEST(CSharpTools, RandomProgramsRunAsTheSimulatorDoes) {
-  for_random_cases(6, [](const TargetCase& test) {
-    Batch batch;
-    batch.add(test);
-    batch.run();
-  });
-}
+const Registered csharp({.option = "csharp", .open = false, .run = run_csharp});
 
 TEST(CSharpTools, ValuesOfBuiltInTypes) {
   const std::vector<std::pair<std::string, std::string>> kinds = {
@@ -230,9 +180,8 @@ TEST(CSharpTools, ValuesOfBuiltInTypes) {
                 "class Run { static void Main() {\n  var m = new GenEntree.kinds();\n"
                 "  m.SendEventList += System.Console.WriteLine;\n  m.kinds_automaton(\"" +
                     events + "\");\n} }\n");
-  const auto folder = std::filesystem::path(test.file("")).parent_path();
-  run_tool("mcs -warnaserror -out:run.exe *.cs", folder);
-  EXPECT_EQ(run_tool("LC_ALL=C mono run.exe", folder), "1111111" + want + "\n");
+  run_tool("mcs -warnaserror -out:run.exe *.cs", test.folder());
+  EXPECT_EQ(run_tool("LC_ALL=C mono run.exe", test.folder()), "1111111" + want + "\n");
 }
 
 }  // namespace
