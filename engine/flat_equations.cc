@@ -10,10 +10,19 @@
 // of equal form is one tight loop. A window ends at the first equation that reads or overwrites
 // something of it, and at every cut. With the dates of an acyclic wood a window is one level or
 // more.
+//
+// Invariants:
+//   1. Inside a window no equation writes what another of it writes or reads.
+//   2. A node of the array stands behind its children.
+//   3. Runs of a segment lie behind each other and cover its equations, none empty.
+//   4. Entries of a context are 0, 1 or 2 before and after a run.
 
 #include "engine/flat_equations.h"
 
 #include <algorithm>
+
+#include "base/check.h"
+#include "base/graph_walk.h"
 
 namespace kiva {
 
@@ -29,6 +38,7 @@ void FlatEquations::add(long index, const bdd& exp) {
                          return written_in_[read] == window_number_;
                        });
   if (depends) close_window();
+  KIVA_CHECK(1, written_in_[index] != window_number_ && read_in_[index] != window_number_);
   written_in_[index] = window_number_;
   for (long read : equation.reads) read_in_[read] = window_number_;
   window_.push_back(std::move(equation));
@@ -107,24 +117,16 @@ FlatEquations::Edge FlatEquations::edge_of(const bdd& exp) {
     const Edge place = node->var_index() < 0 ? 0 : place_of(node);
     return place * 2 + (link == 1 ? 0u : 1u);
   };
-  // Children first, on a stack of our own.
-  std::vector<const bdd_node*> path{exp.node()};
-  while (!path.empty()) {
-    const bdd_node* node = path.back();
-    if (laid(node)) {
-      path.pop_back();
-    } else if (!laid(node->then_node())) {
-      path.push_back(node->then_node());
-    } else if (!laid(node->else_node())) {
-      path.push_back(node->else_node());
-    } else {
-      place_of(node) = static_cast<Edge>(nodes_.size());
-      nodes_.push_back({static_cast<std::uint32_t>(node->var_index()),
-                        edge_to(node->then_node(), 1),
-                        edge_to(node->else_node(), node->else_link_type())});
-      path.pop_back();
-    }
-  }
+  const auto children = [](const bdd_node* node, auto ask) {
+    ask(node->else_node());
+    ask(node->then_node());
+  };
+  walk_from_below<const bdd_node*>(exp.node(), laid, children, [&](const bdd_node* node) {
+    place_of(node) = static_cast<Edge>(nodes_.size());
+    KIVA_CHECK(2, laid(node->then_node()) && laid(node->else_node()));
+    nodes_.push_back({static_cast<std::uint32_t>(node->var_index()), edge_to(node->then_node(), 1),
+                      edge_to(node->else_node(), node->else_link_type())});
+  });
   return edge_to(exp.node(), exp.link_type());
 }
 
@@ -158,29 +160,20 @@ int FlatEquations::evaluate_with_unknowns(Edge root, const int* context) const {
     const int result = result_[edge >> 1];
     return result == 2 ? 2 : result ^ complement;
   };
-  std::vector<Edge> path{root & ~1u};
-  while (!path.empty()) {
-    const Edge edge = path.back();
-    if (known(edge)) {
-      path.pop_back();
-      continue;
-    }
+  const auto needed = [&](Edge edge, auto ask) {
     const Node& node = nodes_[edge >> 1];
     const int literal = context[node.variable];
-    if (literal != 0 && !known(node.then_edge)) {
-      path.push_back(node.then_edge & ~1u);
-      continue;
-    }
-    if (literal != 1 && !known(node.else_edge)) {
-      path.push_back(node.else_edge & ~1u);
-      continue;
-    }
+    if (literal != 0) ask(node.then_edge & ~1u);
+    if (literal != 1) ask(node.else_edge & ~1u);
+  };
+  walk_from_below<Edge>(root & ~1u, known, needed, [&](Edge edge) {
+    const Node& node = nodes_[edge >> 1];
+    const int literal = context[node.variable];
     int result = literal == 1 ? value(node.then_edge) : value(node.else_edge);
     if (literal == 2 && value(node.then_edge) != result) result = 2;
     stamp_[edge >> 1] = current_stamp_;
     result_[edge >> 1] = static_cast<std::uint8_t>(result);
-    path.pop_back();
-  }
+  });
   return value(root);
 }
 
@@ -191,6 +184,7 @@ template <int N, class Equation>
 void run_tables(const Equation* at, const Equation* end, const std::uint8_t* tables, int* context) {
   for (; at != end; ++at) {
     std::uint32_t entry = at->table;
+    for (int i = 0; i < N; ++i) KIVA_CHECK(4, static_cast<unsigned>(context[at->in[i]]) <= 2u);
     for (int i = 0; i < N; ++i) entry += static_cast<std::uint32_t>(context[at->in[i]]) << (2 * i);
     context[at->out] = tables[entry];
   }
@@ -203,6 +197,8 @@ void FlatEquations::run(size_t segment, int* context) const {
   const std::uint8_t* tables = tables_.data();
   for (size_t r = first; r < segment_ends_[segment]; ++r) {
     const Run& run = runs_[r];
+    KIVA_CHECK(3, run.begin < run.end && (r == first || runs_[r - 1].form != run.form ||
+                                          runs_[r - 1].end == run.begin));
     const TableEquation* begin = table_equations_.data() + run.begin;
     const TableEquation* end = table_equations_.data() + run.end;
     switch (run.form) {

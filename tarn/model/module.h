@@ -13,6 +13,7 @@
 #include "tarn/model/equationtable.h"
 #include "tarn/model/signal_list.h"
 #include "tarn/model/signal_manager.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -44,12 +45,9 @@ std::ostream& operator<<(std::ostream& out, const regclass& reg);
 using RegisterList = std::vector<regclass*>;
 using DataTable = std::map<std::string, DataBinding*>;
 
-/// Value of the environment variable, or "./" when it is not set.
-std::string my_getenv(const std::string& name);
-
 /// One synchronous module, compiled or under compilation: its interface, registers, wires,
 /// equations and data bindings. It owns its wood; its signals, references and bindings live as long
-/// as the process.
+/// as the session.
 class Module {
  public:
   /// Empty, over a new wood.
@@ -64,18 +62,33 @@ class Module {
   Module& operator=(const Module&) = delete;
   ~Module();
 
-  // Statics: directories and files of a run, and the counters of statement names.
-  static std::string SimulationDir;
-  static std::string SimulationZucDir;
-  static std::string OutputDir;
-  /// Chosen name of generated files; when empty they are named after the module.
-  static std::string OutputFile;
-  /// ZUC and ZU files of the compilation; may be null.
-  static std::list<std::string>* CompilationFileList;
-  static int PauseNumber, NothingNumber, HaltNumber, ParallelNumber, SequenceNumber, PresentNumber,
-      LoopNumber, LocalNumber, WaitNumber, AbortNumber, EmitNumber, NoEmitNumber,
-      SustainUntilNumber, RunNumber, SustainNumber, AutomatonNumber, MealyMachineNumber,
-      TransitionNumber;
+  // What the current session holds: directories and files (see SessionOptions), and the counters of
+  // statement names.
+  static std::string& SimulationDir() { return Session::current().options.SimulationDir; }
+  static std::string& SimulationZucDir() { return Session::current().options.SimulationZucDir; }
+  static std::string& OutputDir() { return Session::current().options.OutputDir; }
+  static std::string& OutputFile() { return Session::current().options.OutputFile; }
+  static std::list<std::string>*& CompilationFileList() {
+    return Session::current().options.CompilationFileList;
+  }
+  static int& PauseNumber() { return counters().PauseNumber; }
+  static int& NothingNumber() { return counters().NothingNumber; }
+  static int& HaltNumber() { return counters().HaltNumber; }
+  static int& ParallelNumber() { return counters().ParallelNumber; }
+  static int& SequenceNumber() { return counters().SequenceNumber; }
+  static int& PresentNumber() { return counters().PresentNumber; }
+  static int& LoopNumber() { return counters().LoopNumber; }
+  static int& LocalNumber() { return counters().LocalNumber; }
+  static int& WaitNumber() { return counters().WaitNumber; }
+  static int& AbortNumber() { return counters().AbortNumber; }
+  static int& EmitNumber() { return counters().EmitNumber; }
+  static int& NoEmitNumber() { return counters().NoEmitNumber; }
+  static int& SustainUntilNumber() { return counters().SustainUntilNumber; }
+  static int& RunNumber() { return counters().RunNumber; }
+  static int& SustainNumber() { return counters().SustainNumber; }
+  static int& AutomatonNumber() { return counters().AutomatonNumber; }
+  static int& MealyMachineNumber() { return counters().MealyMachineNumber; }
+  static int& TransitionNumber() { return counters().TransitionNumber; }
 
   // Look-ups of signals; null when nothing is found. Inputs and outputs go by original name, locals
   // and data signals by internal name.
@@ -221,9 +234,10 @@ class Module {
   void SIMUL_ZUC_put_unary_op(std::ostream& out) const;
   void SIMUL_ZUC_put_const(std::ostream& out) const;
 
-  // Target languages (tarn/targets/languages, one file each). A print operation names its file as
-  // OutputFile or the module, and writes what the `_put` operation gives, by
-  // Compilation::target_rules.
+  // Classic: a print operation and its text for each target language, whose bodies stand with the
+  // language (tarn/targets/languages); programs use the rows of tarn/targets/targets.h. A print
+  // operation names its file as OutputFile or the module, and writes what the `_put` operation
+  // gives, by Compilation::target_rules.
   /// Body and header.
   void printC();
   void C_put(std::ostream& body, std::ostream& header);
@@ -298,6 +312,7 @@ class Module {
   std::string generateName(const char* prefix, int& counter) const;
 
  private:
+  static Counters& counters() { return Session::current().counters; }
   DataTable& bindings();
   void put_data_tables(std::ostream& os);
   void make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& ids);

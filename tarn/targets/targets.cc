@@ -8,6 +8,7 @@
   row(blif) \
   row(vhdl) \
   row(vhdl_altera) \
+  row(verilog) \
   row(systemc) \
   row(smv) \
   row(lustre) \

@@ -20,7 +20,7 @@ RegisterPair preempt(Circuit& c, const Statement& body, Expression* e) {
   c.assign(Circuit::set(body), c.set());
   c.assign_whole(Circuit::reset(body), Or(And(actif, And(Not(c.reset()), e)), c.reset()));
   Expression* body_ends = Circuit::rtl(body);
-  if (!Compilation::rules.abort_start) body_ends = And(body_ends, Np(e));
+  if (!Compilation::rules().abort_start) body_ends = And(body_ends, Np(e));
   c.assign_whole(c.rtl(), Or(body_ends, And(e, actif)));
   c.assign_whole(pair.ACTIFPLUS,
                  And(Not(c.reset()), And(Or(And(actif, Np(e)), c.set()), Not(Circuit::rtl(body)))));
@@ -78,7 +78,7 @@ void StrongAbort::remember_written(Module* module, EquationTable* table) {
 }
 
 void StrongAbort::compile(Module* module, EquationTable* table) {
-  if (Compilation::rules.abort_mask) remember_written(module, table);
+  if (Compilation::rules().abort_mask) remember_written(module, table);
   body_->compile(module, table);
   createEquations(module, table);
   written_before_.clear();
@@ -92,7 +92,7 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
 
   Bddexpressionwood* wood = table->working_wood();
   if (wood == nullptr || wood->my_bdd_manager() == nullptr) return;
-  const bool whole = Compilation::rules.abort_signal;
+  const bool whole = Compilation::rules().abort_signal;
   const bdd status = whole ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood);
   const bdd value = whole ? e->getInitialBddValue(module, wood) : e->getBddValue(module, wood);
   bdd mask = wood->Bdd_or(value, wood->Bdd_not(status));
@@ -103,7 +103,7 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
 
 void StrongAbort::mask_written(const bdd& mask, Module* module, EquationTable* table) {
   Bddexpressionwood* wood = table->working_wood();
-  const bool body_only = Compilation::rules.abort_mask;
+  const bool body_only = Compilation::rules().abort_mask;
   for_each_written(
       module, wood,
       [&](Signal* signal) {

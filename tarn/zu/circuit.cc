@@ -8,11 +8,11 @@
 namespace kiva {
 
 std::string signal_name(const std::string& name, Module* module) {
-  return Compilation::rules.copies ? module->getSignalManager()->freeName(name) : name;
+  return Compilation::rules().copies ? module->getSignalManager()->freeName(name) : name;
 }
 
 void Statement::createWires(Module* module, EquationTable* table) {
-  if (statement_begun != nullptr) statement_begun();
+  if (const auto& begun = statement_begun()) begun();
   const auto make = [&](const char* prefix) {
     auto* wire =
         make_kept<Signal>(signal_name(prefix + name_, module), module, table->working_wood());

@@ -44,7 +44,7 @@ void SustainUntil::createEquations(Module* module, EquationTable* table) {
                  And(Or(And(c.set(), Not(c.reset())), And(actif, Not(c.reset()))), Np(e)));
   c.assign_whole(c.rtl(), And(Or(actif, c.set()), e));
   Expression* sustains = And(Or(actif, c.set()), Np(e));
-  if (Compilation::rules.sustain) sustains = Then(sustains, True());
+  if (Compilation::rules().sustain) sustains = Then(sustains, True());
   c.join(signal_, sustains);
   if (data_ != nullptr) c.join(data_, sustains);
 }

@@ -171,7 +171,7 @@ void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpr
   const SignalRef* ref = module->getSignalManager()->getSignalRefById(id, wood);
   const Signal* signal =
       ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
-  const bool whole_value = Compilation::rules.values && signal != nullptr &&
+  const bool whole_value = Compilation::rules().values && signal != nullptr &&
                            ref->getCurrentOccurrence() == 0 && id == ref->getBddValueId(wood) &&
                            std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
   join_later(id, whole_value, function);

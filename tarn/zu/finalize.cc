@@ -9,9 +9,9 @@
 #include <iostream>
 
 #include "forms/forms.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -193,7 +193,7 @@ void Module::finalize(int keep_rtl) {
 void Module::clean() {
   Bddexpressionwood* wood = getBddWood();
   if (wood == nullptr) return;
-  if (!Compilation::KeepWiresFlag) wood->suppress_wires(protected_types());
+  if (!Compilation::KeepWiresFlag()) wood->suppress_wires(protected_types());
   suppress_useless_registers();
   clean_locals();
 }

@@ -25,8 +25,8 @@ void MealyMachine::createEquations(Module* module, EquationTable* table) {
 void MealyMachine::createTarnEquation(Equation* equation, Signal* actif, Signal* set,
                                       Module* module, EquationTable* table) {
   Expression* runs = Or(actif, set);
-  Expression* e =
-      Compilation::rules.mealy ? Then(runs, equation->expression) : And(equation->expression, runs);
+  Expression* e = Compilation::rules().mealy ? Then(runs, equation->expression)
+                                             : And(equation->expression, runs);
   Bddexpressionwood* wood = table->getBddexpressionWood();
   wood->update_bdd_vars();
   const auto equation_of = [&](long id) {

@@ -5,11 +5,11 @@
 // two. A module read from ZUC text has its further occurrences as signals of their own, under the
 // same names, so an instance does not tell where its module came from.
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 

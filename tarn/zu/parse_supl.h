@@ -11,12 +11,14 @@
 #include <utility>
 #include <vector>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/data.h"
 #include "tarn/model/source_span.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/automaton.h"
 #include "tarn/zu/mealy.h"
 #include "tarn/zu/statement.h"
+
+union ZUSTYPE;
 
 namespace kiva {
 
@@ -29,9 +31,9 @@ struct trigger_class {
 };
 
 /// The module under way; null outside of modules.
-extern Module* TheModule;
+Module*& TheModule();
 /// The states of the automaton under way.
-extern Automaton::StateTable* TheCurrentStateTable;
+Automaton::StateTable*& TheCurrentStateTable();
 
 // Lists of semantic values.
 using DataExprList = std::list<DataExpr*>;
@@ -46,7 +48,7 @@ using GeometryTriple = std::array<double, 3>;
 
 /// The reader of source text: what the grammar's actions call, and what they leave.
 ///
-/// It is not re-entrant. What the actions build for the model lives as long as the process; texts
+/// A session has one. What the actions build for the model lives as long as the session; texts
 /// and lists that only pass between actions belong to the reader and go when it ends, however it
 /// ends. Faults throw the library's exceptions, or end the process with a message.
 class class_zu_parser {
@@ -58,8 +60,8 @@ class class_zu_parser {
   int parse();
 
   // Called by the generated parser.
-  /// Enters the value of the token that has just been read.
-  void take_token(int token);
+  /// Reads the next token, and enters its value and place.
+  int next_token(ZUSTYPE* value, SourceSpan* span);
   /// The text of that token. A number reduces before the next token is read.
   std::string* token_text();
   /// The span of a production that is about to be reduced.
@@ -75,7 +77,7 @@ class class_zu_parser {
     return value.get();
   }
   /// The name of the source of an initial transition.
-  static std::string initial_name;
+  static const std::string initial_name;
 
   // The data part and data expressions.
   void make_type_table();

@@ -21,7 +21,7 @@ namespace kiva {
 template <class T, class... Args>
 T* class_zu_parser::build(const std::string& name, Args&&... args) {
   T* statement = make_kept<T>(name, std::forward<Args>(args)...);
-  statement->setModule(TheModule);
+  statement->setModule(TheModule());
   statement->setSpan(span_);
   measure(statement);
   return statement;
@@ -30,7 +30,7 @@ T* class_zu_parser::build(const std::string& name, Args&&... args) {
 namespace {
 
 std::string next_name(const char* prefix, int& counter) {
-  return TheModule->generateName(prefix, counter);
+  return TheModule()->generateName(prefix, counter);
 }
 
 using Members = std::vector<Statement*>;
@@ -38,15 +38,15 @@ using Members = std::vector<Statement*>;
 }  // namespace
 
 Statement* class_zu_parser::nothing() {
-  return build<Nothing>(next_name("N", Module::NothingNumber));
+  return build<Nothing>(next_name("N", Module::NothingNumber()));
 }
 
 Statement* class_zu_parser::halt() {
-  return build<Halt>(next_name("H", Module::HaltNumber));
+  return build<Halt>(next_name("H", Module::HaltNumber()));
 }
 
 Statement* class_zu_parser::pause() {
-  return build<Pause>(next_name("PS", Module::PauseNumber));
+  return build<Pause>(next_name("PS", Module::PauseNumber()));
 }
 
 template <class T>
@@ -62,29 +62,29 @@ Statement* class_zu_parser::appended(T* list, Statement* right) {
 
 Statement* class_zu_parser::parallel(Statement* left, Statement* right) {
   if (left->isParallel()) return appended(static_cast<Pn*>(left), right);
-  return build<Pn>(next_name("Pn", Module::ParallelNumber), Members{left, right});
+  return build<Pn>(next_name("Pn", Module::ParallelNumber()), Members{left, right});
 }
 
 Statement* class_zu_parser::sequence(Statement* left, Statement* right) {
   if (left->isSequence()) return appended(static_cast<Sn*>(left), right);
-  return build<Sn>(next_name("Sn", Module::SequenceNumber), Members{left, right});
+  return build<Sn>(next_name("Sn", Module::SequenceNumber()), Members{left, right});
 }
 
 Statement* class_zu_parser::present(Expression* expression, Statement* then_branch,
                                     Statement* else_branch) {
-  return build<Present>(next_name("PR", Module::PresentNumber), expression, then_branch,
+  return build<Present>(next_name("PR", Module::PresentNumber()), expression, then_branch,
                         else_branch);
 }
 
 Statement* class_zu_parser::present_if(DataExpr* condition, Statement* then_branch,
                                        Statement* else_branch) {
-  const std::string name = next_name("IF", Module::PresentNumber);
+  const std::string name = next_name("IF", Module::PresentNumber());
   Signal* signal = bind_condition(condition, name);
   return build<Present>(name, signal, then_branch, else_branch);
 }
 
 Statement* class_zu_parser::loop(Statement* body) {
-  return build<Loop>(next_name("L", Module::LoopNumber), body);
+  return build<Loop>(next_name("L", Module::LoopNumber()), body);
 }
 
 Statement* class_zu_parser::repeat(int count, Statement* body) {
@@ -97,11 +97,11 @@ Statement* class_zu_parser::repeat(int count, Statement* body) {
     members.push_back(body->duplicate(i));
     extents_[members.back()] = extent_of(body);
   }
-  return build<Sn>(next_name("Sn", Module::SequenceNumber), std::move(members));
+  return build<Sn>(next_name("Sn", Module::SequenceNumber()), std::move(members));
 }
 
 Statement* class_zu_parser::wait(Expression* expression) {
-  return build<Wait>(next_name("W", Module::WaitNumber), expression);
+  return build<Wait>(next_name("W", Module::WaitNumber()), expression);
 }
 
 Statement* class_zu_parser::wait(int count, Expression* expression) {
@@ -111,7 +111,7 @@ Statement* class_zu_parser::wait(int count, Expression* expression) {
   Members members;
   members.reserve(static_cast<size_t>(count));
   for (int i = 0; i < count; ++i) members.push_back(wait(expression));
-  return build<Sn>(next_name("Sn", Module::SequenceNumber), std::move(members));
+  return build<Sn>(next_name("Sn", Module::SequenceNumber()), std::move(members));
 }
 
 void class_zu_parser::count_copies(long count, long statements) {
@@ -121,11 +121,11 @@ void class_zu_parser::count_copies(long count, long statements) {
 }
 
 Statement* class_zu_parser::abort(Statement* body, Expression* expression) {
-  return build<Abort>(next_name("A", Module::AbortNumber), expression, body);
+  return build<Abort>(next_name("A", Module::AbortNumber()), expression, body);
 }
 
 Statement* class_zu_parser::strong_abort(Statement* body, Expression* expression) {
-  return build<StrongAbort>(next_name("SA", Module::AbortNumber), expression, body);
+  return build<StrongAbort>(next_name("SA", Module::AbortNumber()), expression, body);
 }
 
 Signal* class_zu_parser::statement_signal(const std::string& name) const {
@@ -136,7 +136,7 @@ Signal* class_zu_parser::statement_signal(const std::string& name) const {
 
 Statement* class_zu_parser::emit(const std::string& signal_name, DataExpr* data) {
   Signal* signal = statement_signal(signal_name);
-  const std::string name = next_name("E", Module::EmitNumber);
+  const std::string name = next_name("E", Module::EmitNumber());
   Signal* bound = nullptr;
   if (data != nullptr) {
     bound = bind(data, name, signal);
@@ -147,13 +147,13 @@ Statement* class_zu_parser::emit(const std::string& signal_name, DataExpr* data)
 
 Statement* class_zu_parser::noemit(const std::string& signal_name) {
   Signal* signal = statement_signal(signal_name);
-  return build<NoEmit>(next_name("NE", Module::NoEmitNumber), signal, signal_name, nullptr);
+  return build<NoEmit>(next_name("NE", Module::NoEmitNumber()), signal, signal_name, nullptr);
 }
 
 Statement* class_zu_parser::sustain(const std::string& signal_name, DataExpr* data,
                                     Expression* until) {
   Signal* signal = statement_signal(signal_name);
-  const std::string name = next_name("SU", Module::SustainUntilNumber);
+  const std::string name = next_name("SU", Module::SustainUntilNumber());
   Signal* bound = nullptr;
   if (data != nullptr) {
     bound = bind(data, name, signal);
@@ -163,13 +163,13 @@ Statement* class_zu_parser::sustain(const std::string& signal_name, DataExpr* da
 }
 
 Statement* class_zu_parser::run(const std::string& module, const RenamingList* renamings) {
-  Run* statement = build<Run>(next_name(("R_" + module).c_str(), Module::RunNumber), module);
+  Run* statement = build<Run>(next_name(("R_" + module).c_str(), Module::RunNumber()), module);
   statement->setRenamingTable(renamings);
   return statement;
 }
 
 RenamingEntry* class_zu_parser::renaming(const std::string& actual, const std::string& formal) {
-  Signal* signal = TheModule->getSignal(actual);
+  Signal* signal = TheModule()->getSignal(actual);
   if (signal == nullptr) throw RunUnknownSignalException("undeclared", actual);
   return made<RenamingEntry>(formal, signal);
 }

@@ -5,10 +5,10 @@
 
 #include <iostream>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/nested_modules.h"
 #include "tarn/zu/run_files.h"
 
@@ -22,10 +22,10 @@ Module* known(const ModuleTable* table, const std::string& name) {
 
 Module* enter_compiled(Module* module) {
   if (module == nullptr) return nullptr;
-  if (Compilation::ZucModTable == nullptr)
-    Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
-  if (known(Compilation::ZucModTable, module->getName()) == nullptr)
-    Compilation::ZucModTable->add(module);
+  if (Compilation::ZucModTable() == nullptr)
+    Compilation::ZucModTable() = make_kept<ModuleTable>(&std::cout);
+  if (known(Compilation::ZucModTable(), module->getName()) == nullptr)
+    Compilation::ZucModTable()->add(module);
   return module;
 }
 
@@ -60,10 +60,10 @@ void Run::computeAwaitedNameList(std::list<std::string>& inputs, std::list<std::
 }
 
 void Run::find_called(Module* module) {
-  called_ = known(Compilation::ZucModTable, module_name_);
+  called_ = known(Compilation::ZucModTable(), module_name_);
   if (called_ != nullptr) return;
   const std::string* location = module->getModuleLocation(module_name_);
-  if (location == nullptr) called_ = known(Compilation::ModTable, module_name_);
+  if (location == nullptr) called_ = known(Compilation::ModTable(), module_name_);
   if (called_ != nullptr) return;
   std::list<std::string> inputs;
   std::list<std::string> outputs;
@@ -81,7 +81,7 @@ void Run::find_called(Module* module) {
       called_ = enter_compiled(declared);
     }
   }
-  if (called_ == nullptr) called_ = known(Compilation::ModTable, module_name_);
+  if (called_ == nullptr) called_ = known(Compilation::ModTable(), module_name_);
   if (called_ == nullptr) called_ = read_source(files);
   if (called_ != nullptr) return;
   files.tell_missing();
@@ -94,7 +94,7 @@ void Run::find_called(Module* module) {
 Module* Run::read_source(const RunFiles& files) const {
   if (files.source().empty()) return nullptr;
   Compilation::zu_parse(files.source().c_str());
-  return known(Compilation::ModTable, module_name_);
+  return known(Compilation::ModTable(), module_name_);
 }
 
 bool Run::reincarnate() {
@@ -110,8 +110,8 @@ bool Run::ask_called() {
     return called->getStatement()->reincarnate();
   };
   if (called_ != nullptr) return answer_of(called_);
-  if (Module* read = known(Compilation::ZucModTable, module_name_)) return read->getReincarnate();
-  if (Module* source = known(Compilation::ModTable, module_name_)) {
+  if (Module* read = known(Compilation::ZucModTable(), module_name_)) return read->getReincarnate();
+  if (Module* source = known(Compilation::ModTable(), module_name_)) {
     called_ = source;
     return answer_of(source);
   }

@@ -171,7 +171,7 @@ void Run::connect_input(const std::string& formal, Signal* copy, Module* module,
     table->createEquation(bound, fires, module, true);
   };
   const auto bindings = module->getDataBindingByClock(actual);
-  if (Compilation::rules.run_join) {
+  if (Compilation::rules().run_join) {
     // Of several bindings, only the signal's own value tells which one has fired.
     bind(make_kept<DataSignalValue>(actual), Cond(True(), copy));
   } else if (bindings == nullptr) {
@@ -197,7 +197,7 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
   }
   Bddexpressionwood* wood = table->working_wood();
   require_one_type(formal, copy, actual, module, wood);
-  const bool joins = Compilation::rules.run_join;
+  const bool joins = Compilation::rules().run_join;
   if (!joins) {
     table->replaceEquation(actual, copy, module);
   } else if (!never_emitted(called_->getOutputSignal(formal), called_)) {

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/abort.h"
 #include "tarn/zu/automaton.h"
 #include "tarn/zu/emit.h"
@@ -135,7 +135,7 @@ KIVA_DUPLICATES(StrongAbort)
 #undef KIVA_DUPLICATES
 
 Statement* Run::duplicate(Module* module, EquationTable*) {
-  Run* copy = make_kept<Run>("R_" + module->getName() + "_" + std::to_string(Module::RunNumber++),
+  Run* copy = make_kept<Run>("R_" + module->getName() + "_" + std::to_string(Module::RunNumber()++),
                              module_name_);
   copy->setModule(getModule());
   copy->setSpan(getSpan());
@@ -177,11 +177,11 @@ bool Pn::reincarnate() {
 
 // It ends in its first instant if the expression is present there.
 bool SustainUntil::reincarnate() {
-  return Compilation::rules.skip;
+  return Compilation::rules().skip;
 }
 
 bool Present::reincarnate() {
-  if (else_ == nullptr) return Compilation::rules.skip || then_->reincarnate();
+  if (else_ == nullptr) return Compilation::rules().skip || then_->reincarnate();
   return then_->reincarnate() || else_->reincarnate();
 }
 

@@ -122,7 +122,7 @@ void Module::ZUC_put(std::ostream& os, int, int, int forget_locals) {
     numbers.enter(wire->getBddStatusId(this, wood), wire->getBddValueId(this, wood));
 
   os << "equation_def:\n";
-  wood->Put_zuc(os, numbers.data(), Compilation::DebugFlag ? 1 : 0);
+  wood->Put_zuc(os, numbers.data(), Compilation::DebugFlag() ? 1 : 0);
   os << "end:\n\n";
   printBinding(os, numbers.data());
   put_data_tables(os);
@@ -148,9 +148,9 @@ void put_constants(std::ostream& os, const DataConstantTable& table) {
 }  // namespace
 
 void Module::put_data_tables(std::ostream& os) {
-  const DataTypeTable* types = Compilation::GDataTypeTable;
-  const DataMethodTable* methods = Compilation::GDataMethodTable;
-  const DataConstantTable* constants = Compilation::GDataConstantTable;
+  const DataTypeTable* types = Compilation::GDataTypeTable();
+  const DataMethodTable* methods = Compilation::GDataMethodTable();
+  const DataConstantTable* constants = Compilation::GDataConstantTable();
   if (types == nullptr && methods == nullptr && constants == nullptr) return;
   os << "data:\n";
   if (types != nullptr) {
@@ -171,8 +171,8 @@ void Module::printBinding(std::ostream& os, long* map) {
   if (data_table == nullptr) return;
   Bddexpressionwood* wood = getBddWood();
   // The constants are the process's, their lines this text's.
-  if (Compilation::GDataConstantTable != nullptr)
-    for (ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
+  if (Compilation::GDataConstantTable() != nullptr)
+    for (ConstantDecl* constant : Compilation::GDataConstantTable()->getConstantList())
       constant->setEvalIndex(-1);
   os << "binding:\n";
   int next = 0;
@@ -218,13 +218,13 @@ void Module::printBinding(std::ostream& os, long* map) {
 
 void Module::save() {
   if (compilation == nullptr) throw IllegalOperationException("Save code requires compilation");
-  std::string file = OutputFile;
+  std::string file = OutputFile();
   if (file.empty()) {
     file = name + ".zuc";
   } else if (file.find(".zuc") == std::string::npos) {
     file += ".zuc";
   }
-  const std::string path = OutputDir + "/" + file;
+  const std::string path = OutputDir() + "/" + file;
   if (std::filesystem::exists(path))
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
   std::ofstream out(path);
@@ -232,7 +232,8 @@ void Module::save() {
     fl_show_Smessages("Cannot open output file: " + path);
     return;
   }
-  ZUC_put(out, 2, Compilation::KeepWiresFlag ? 0 : 1, Compilation::ForgetLocalsNameFlag ? 1 : 0);
+  ZUC_put(out, 2, Compilation::KeepWiresFlag() ? 0 : 1,
+          Compilation::ForgetLocalsNameFlag() ? 1 : 0);
   if (!out.flush()) fl_show_Smessages("Cannot write output file: " + path);
 }
 

@@ -159,7 +159,7 @@ class Reader {
     return left;
   }
 
-  Tree prefix() {
+  Tree prefix() {  // house: one case a form
     for (const char* sign : {"-", "pre"})
       if (words_.accept(sign)) {
         Tree tree = node(sign == std::string("-") ? "minus" : sign);
@@ -203,7 +203,7 @@ Tree read_expression(Words& words, const std::vector<std::string>& keywords) {
   return Reader(words, keywords).choice();
 }
 
-double evaluate(const ExpressionTree& e, const Meaning& m) {
+double evaluate(const ExpressionTree& e, const Meaning& m) {  // house: one case an operator
   const auto part = [&](size_t i) { return evaluate(*e.parts[i], m); };
   const std::string& s = e.sign;
   if (s == "number") return e.number;

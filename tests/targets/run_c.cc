@@ -37,7 +37,7 @@ std::string value_literal(const std::string& text) {
 
 /// The function `react`NUMBER(instant), which gives the stimuli to the reaction and prints the
 /// outputs' bits, then the value of one that carries some.
-std::string react(const TargetCase& test, const std::string& m, size_t number) {
+std::string react(const TargetCase& test, const std::string& m, size_t number) {  // house: one text
   const auto is_valued = [&](const Signal* signal) { return signal->isValued(test.module()); };
   std::string stimuli, values, arguments, declarations, prints, value_prints;
   const auto add = [&](const std::string& text) {

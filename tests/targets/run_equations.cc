@@ -349,7 +349,7 @@ Seen run_smv(const TargetCase& test) {
 
 /// Whether an equation has more products than the text may hold, which refuses the module.
 bool has_a_sum_too_large(const TargetCase& test) {
-  Compilation::target_rules = TargetRules::working();
+  Compilation::target_rules() = TargetRules::working();
   std::ostringstream out;
   bool refused = false;
   run_captured([&] {
@@ -359,7 +359,7 @@ bool has_a_sum_too_large(const TargetCase& test) {
       refused = exception.first().starts_with("too many products");
     }
   });
-  Compilation::target_rules = TargetRules::told();
+  Compilation::target_rules() = TargetRules::told();
   return refused;
 }
 
@@ -376,12 +376,12 @@ TEST(Smv, AnOpenModuleRunsAsItDoesOnceFinalised) {
   EXPECT_NE(read_text(open.file("open.lus")).find("_s_SETopen: bool"), std::string::npos)
       << "the other text has to come first";
   TargetCase closed = named_case("open.zuc");
-  Module::OutputDir = closed.folder();
-  Module::OutputFile = "closed";
+  Module::OutputDir() = closed.folder();
+  Module::OutputFile() = "closed";
   closed.module()->finalize(0);
   closed.module()->save();
-  Module::OutputDir = ".";
-  Module::OutputFile = "";
+  Module::OutputDir() = ".";
+  Module::OutputFile() = "";
   closed.add_file("closed.stimuli", "\nI\n\nI\nI\n");
   const TargetCase expected(closed.file("closed.zuc"), closed.file("closed.stimuli"));
   const Seen seen = run_smv_as(open, expected);

@@ -1,6 +1,6 @@
 // VHDL, simulated with bits and with std_logic, whatever the inputs do between the edges of the
-// clock, and again after a reset; BLIF, turned into Verilog by one tool and held equivalent,
-// latches and first values included, to what another has read.
+// clock, and again after a reset; Verilog, with a reset too; BLIF, turned into Verilog by one tool
+// and held equivalent, latches and first values included, to what another has read.
 
 #include <gtest/gtest.h>
 
@@ -79,18 +79,30 @@ end run;
       "ghdl -a --std=08 '" + file + "' bench.vhdl && ghdl --elab-run --std=08 bench", folder));
 }
 
-Seen run_blif(const std::filesystem::path& folder, const std::string& module, bool has_state,
-              const Bits& bits) {
+namespace {
+
+/// A bench around a module of Verilog, which has the ports `control`; with a reset, twice.
+void write_bench(const std::filesystem::path& folder, const std::string& module,
+                 const std::string& control, const Bits& bits) {
   const size_t inputs = bits.inputs.at(0).size();
   std::ofstream out(folder / "bench.v");
-  out << "module bench;\n  reg clock = 0;\n  reg [0:" << inputs
-      << "] i;\n  wire [0:" << bits.outputs << "] o;\n  " << module << " dut("
-      << (has_state ? "clock, " : "") << ports(bits, "", '[', ']') << ");\n  initial begin\n";
-  for (const std::string& row : bits.inputs)
-    out << "    i = " << inputs + 1 << "'b" << row
-        << "0; #1 $display(\"%b\", o[0:" << bits.outputs - 1 << "]); clock = 1; #1 clock = 0;\n";
+  out << "module bench;\n  reg clk = 0, reset = 0;\n  reg [0:" << inputs
+      << "] i;\n  wire [0:" << bits.outputs << "] o;\n  " << module << " dut(" << control
+      << ports(bits, "", '[', ']') << ");\n  initial begin\n";
+  for (int round = 0; round < (control.ends_with("reset, ") ? 2 : 1); ++round) {
+    for (const std::string& row : bits.inputs)
+      out << "    i = " << inputs + 1 << "'b" << row
+          << "0; #1 $display(\"%b\", o[0:" << bits.outputs - 1 << "]); clk = 1; #1 clk = 0;\n";
+    out << "    reset = 1; #1 reset = 0;\n";
+  }
   out << "    $finish;\n  end\nendmodule\n";
-  out.close();
+}
+
+}  // namespace
+
+Seen run_blif(const std::filesystem::path& folder, const std::string& module, bool has_state,
+              const Bits& bits) {
+  write_bench(folder, module, has_state ? "clk, " : "", bits);
   run_tool("berkeley-abc -q 'read_blif " + module + ".blif; short_names; write_verilog abc.v'",
            folder);
   return read_seen(run_tool("iverilog -o bench bench.v abc.v && vvp -n bench", folder));
@@ -101,7 +113,7 @@ namespace {
 /// The first word behind `start` in a text.
 std::string word_behind(const std::string& text, const std::string& start) {
   const size_t at = text.find(start) + start.size();
-  return text.substr(at, text.find_first_of(" \n", at) - at);
+  return text.substr(at, text.find_first_of(" (\n", at) - at);
 }
 
 Seen run_vhdl_case(const TargetCase& test, bool altera) {
@@ -134,6 +146,19 @@ const Registered vhdl({.option = "vhdl", .random_programs = 10, .run = one_by_on
 const Registered altera({.option = "vhdl-altera",
                          .random_programs = 1,
                          .run = one_by_one([](auto& test) { return run_vhdl_case(test, true); })});
+Seen run_verilog(const TargetCase& test) {
+  test.write("--verilog");
+  const std::string file = test.module()->getName() + ".v";
+  write_bench(test.folder(), word_behind(read_text(test.file(file)), "module "), "clk, reset, ",
+              bits_of(test));
+  return read_seen(run_tool(
+      "iverilog -g2005 -Wall -Wno-timescale -o bench bench.v '" + file + "' && vvp -n bench",
+      test.folder()));
+}
+
+const Registered verilog({.option = "verilog",
+                          .random_programs = 10,
+                          .run = one_by_one(run_verilog)});
 const Registered blif({.option = "blif", .random_programs = 8, .run = one_by_one(run_blif_case)});
 
 TEST(VhdlTools, AModuleWithoutOutputsIsAnalysed) {

@@ -79,7 +79,7 @@ std::string tree_text(const Statement* statement) {
 std::string tree_text(const DataExpr* data) {
   if (data->isDataConstant()) {
     const int id = static_cast<const DataConstant*>(data)->getConstantIndex();
-    return Compilation::GDataConstantTable->getConstantById(id)->getName();
+    return Compilation::GDataConstantTable()->getConstantById(id)->getName();
   }
   if (data->isDataSignalValue())
     return "#" + static_cast<const DataSignalValue*>(data)->getSignal()->getInternalName();
@@ -99,7 +99,7 @@ std::string tree_text(const DataExpr* data) {
     std::string text;
     for (const DataExpr* argument : e->getArguments())
       text += (text.empty() ? "" : ", ") + tree_text(argument);
-    return Compilation::GDataMethodTable->getMethodById(e->getMethodIndex())->getName() + "(" +
+    return Compilation::GDataMethodTable()->getMethodById(e->getMethodIndex())->getName() + "(" +
            text + ")";
   }
   return static_cast<const DataValue*>(data)->getValue();

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/halt.h"
 #include "tarn/zu/parallel.h"
 #include "tarn/zu/sequence.h"

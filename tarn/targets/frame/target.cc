@@ -24,8 +24,8 @@ void put_target(const Target& target, Module* module, std::ostream& out) {
 }
 
 void put_target(const Target& target, Module* module, std::ostream& out, std::ostream& beside) {
-  target.put(
-      {target, module, Compilation::target_rules, out, beside, module->getName() + target.beside});
+  target.put({target, module, Compilation::target_rules(), out, beside,
+              module->getName() + target.beside});
 }
 
 namespace {
@@ -41,7 +41,7 @@ void show(const std::string& path, const char* title) {
 }  // namespace
 
 void print_target(const Target& target, Module* module) {
-  const TargetRules& rules = Compilation::target_rules;
+  const TargetRules& rules = Compilation::target_rules();
   if (target.finalises && module->getFinalised() == 0) module->finalize(0);
   const std::vector<std::string> paths = target.paths(*module, rules);
   std::string beside_name = module->getName() + target.beside;

@@ -31,23 +31,27 @@ bool TargetNames::is_keyword(const std::string& name) const {
                      [&](const char* keyword) { return key == keyword; });
 }
 
+bool TargetNames::may_stand(char c) const {
+  return is_letter(c) || is_digit(c) || c == '_' ||
+         (c != '\0' && std::strchr(shape_->more_characters, c) != nullptr);
+}
+
+bool TargetNames::may_begin(char c) const {
+  if (is_letter(c)) return true;
+  if (c == '_') return shape_->may_begin_with_underscore;
+  return !is_digit(c) || shape_->may_begin_with_digit;
+}
+
 std::string TargetNames::legal(const std::string& name) const {
   std::string text;
   for (char c : name) {
-    const bool good = is_letter(c) || is_digit(c) || c == '_' ||
-                      (c != '\0' && std::strchr(shape_->more_characters, c) != nullptr);
-    const char next = good ? c : '_';
-    if (next == '_' && !text.empty() && text.back() == '_' && !shape_->may_double_underscore)
-      continue;
+    const char next = may_stand(c) ? c : '_';
+    if (next == '_' && text.ends_with('_') && !shape_->may_double_underscore) continue;
     text += next;
   }
   if (!shape_->may_end_with_underscore)
     while (text.ends_with('_')) text.pop_back();
-  const bool good_start = !text.empty() && (is_letter(text.front()) ||
-                                            (text.front() == '_' ? shape_->may_begin_with_underscore
-                                             : is_digit(text.front()) ? shape_->may_begin_with_digit
-                                                                      : true));
-  if (good_start) return text;
+  if (!text.empty() && may_begin(text.front())) return text;
   return (text.empty() || text.starts_with('_') ? "v" : "v_") + text;
 }
 

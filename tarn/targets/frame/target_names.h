@@ -42,6 +42,8 @@ class TargetNames {
 
  private:
   std::string folded(const std::string& name) const;
+  bool may_stand(char c) const;
+  bool may_begin(char c) const;
 
   const NameShape* shape_;
   bool check_;

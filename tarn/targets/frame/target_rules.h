@@ -22,7 +22,7 @@ struct TargetRules {
   /// A module that is not finalised has its wires first in its interface, and registers move both
   /// rails; else only the status rails move.
   bool both_rails = false;
-  /// Files go to Module::OutputDir, the suffix is added unless the name ends with it, and what
+  /// Files go to Module::OutputDir(), the suffix is added unless the name ends with it, and what
   /// cannot be opened is reported.
   bool files = false;
   /// A text that includes the file beside it does so by the name of that file; else by the

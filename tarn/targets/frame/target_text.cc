@@ -32,6 +32,7 @@ TargetText::TargetText(Module* module, const Language& language, const TargetRul
   take_state();
   if (rules_.needed_only) take_needed();
   if (rules_.complete) complete();
+  take_reads();
   take_locals();
   take_names();
 }
@@ -180,9 +181,34 @@ void TargetText::take_needed() {
   std::erase_if(equations_, [&](const TargetEquation& e) { return !needed.contains(e.index); });
 }
 
-void TargetText::complete() {
-  // Equations to stand in front of all others (-1), or behind that of a status.
-  std::unordered_map<long, std::vector<TargetEquation>> added;
+namespace {
+
+/// Equations to stand in front of all others (-1), or behind that of an index.
+using Added = std::unordered_map<long, std::vector<TargetEquation>>;
+
+std::vector<TargetEquation> joined(const std::vector<TargetEquation>& equations,
+                                   const Added& added) {
+  std::vector<TargetEquation> all;
+  const auto take_added = [&](long index, auto& self) -> void {
+    auto at = added.find(index);
+    if (at == added.end()) return;
+    for (const TargetEquation& equation : at->second) {
+      all.push_back(equation);
+      if (equation.index != index) self(equation.index, self);
+    }
+  };
+  take_added(-1, take_added);
+  for (const TargetEquation& equation : equations) {
+    all.push_back(equation);
+    take_added(equation.index, take_added);
+  }
+  return all;
+}
+
+}  // namespace
+
+void TargetText::complete() {  // house: one rule by cases
+  Added added;
   std::unordered_set<long> computed;
   for (const TargetEquation& equation : equations_) computed.insert(equation.index);
   std::unordered_set<long> given;
@@ -227,26 +253,10 @@ void TargetText::complete() {
   if (language_.has_data && module_->getDataTable() != nullptr)
     for (const auto& [bound, binding] : *module_->getDataTable())
       if (binding->getClock() != nullptr) complete_at(status(binding->getSignal()));
-  if (added.empty()) return;
-
-  std::vector<TargetEquation> all;
-  const auto take_added = [&](long index, auto& self) -> void {
-    auto at = added.find(index);
-    if (at == added.end()) return;
-    for (const TargetEquation& equation : at->second) {
-      all.push_back(equation);
-      if (equation.index != index) self(equation.index, self);
-    }
-  };
-  take_added(-1, take_added);
-  for (const TargetEquation& equation : equations_) {
-    all.push_back(equation);
-    take_added(equation.index, take_added);
-  }
-  equations_ = std::move(all);
+  if (!added.empty()) equations_ = joined(equations_, added);
 }
 
-void TargetText::take_locals() {
+void TargetText::take_reads() {
   for (const TargetEquation& equation : equations_)
     for_each_read(equation, [&](long index) { read_.insert(index); });
   for (const StateRail& rail : state_) read_.insert(rail.next);
@@ -257,7 +267,9 @@ void TargetText::take_locals() {
       if (const auto signals = binding->getValue()->computeDependencySet())
         read_values_.insert(signals->begin(), signals->end());
     }
+}
 
+void TargetText::take_locals() {
   std::unordered_set<long> own = interface_;
   for (const StateRail& rail : state_) own.insert(rail.index);
   std::vector<long> used(read_.begin(), read_.end());
@@ -304,53 +316,59 @@ std::string TargetText::wanted_name(long index) const {
   return name.starts_with('_') ? "v" + name : name;
 }
 
-void TargetText::take_names() {
-  module_name_ = module_->getName();
-  if (!rules_.names) return;
+void TargetText::take_own_names() {
   module_name_ = language_.names_module ? names_.give(module_name_, "module", module_name_)
                                         : names_.legal(module_name_);
   if (language_.has_data) reserve_data_names(names_);
   if (language_.node_prefix) names_.reserve_numbered(language_.node_prefix(module_name_));
   if (language_.own_names)
     for (const std::string& name : language_.own_names(module_name_)) names_.reserve(name);
-  std::string inner;  // there may be hundreds
-  const auto take = [&](long index, const std::string& prefix = "") {
-    if (index < 0 || name_of_.contains(index)) return;
-    const SignalRef* ref = reference(module_, index);
-    const std::string wood_name = manager()->Name_var_by_index(index);
-    const bool is_status = ref != nullptr && ref->getBddStatusId(wood_) == index;
-    const std::string original = is_status ? ref->getOriginalName() : wood_name;
-    const std::string wanted = prefix + wanted_name(index);
-    const bool in_interface = interface_.contains(index);
-    const std::string name = names_.give(wanted, in_interface ? "signal" : "", original);
-    name_of_[index] = name;
-    // That "@" and "_" in front are replaced is known of locals, but changes an interface.
-    if (in_interface && finalised() && name == wanted && wanted != original)
-      names_.tell("signal", original, name, "no name of a finalised module");
-    if (!in_interface && name != wanted)
-      inner += (inner.empty() ? "" : ", ") + original + " as " + name;
-  };
-  const auto take_value = [&](const Signal* signal) {
-    if (language_.has_data && is_valued(signal))
-      value_name_of_[signal] = names_.give(name(signal) + "_val");
-  };
-  for (long index : input_rails()) take(index);
-  for (long index : output_rails()) take(index);
-  for (const Signal* signal : inputs_) take_value(signal);
-  for (const Signal* signal : outputs_) take_value(signal);
+}
+
+void TargetText::take_name(long index, const std::string& prefix) {
+  if (index < 0 || name_of_.contains(index)) return;
+  const SignalRef* ref = reference(module_, index);
+  const std::string wood_name = manager()->Name_var_by_index(index);
+  const bool is_status = ref != nullptr && ref->getBddStatusId(wood_) == index;
+  const std::string original = is_status ? ref->getOriginalName() : wood_name;
+  const std::string wanted = prefix + wanted_name(index);
+  const bool in_interface = interface_.contains(index);
+  const std::string name = names_.give(wanted, in_interface ? "signal" : "", original);
+  name_of_[index] = name;
+  // That "@" and "_" in front are replaced is known of locals, but changes an interface.
+  if (in_interface && finalised() && name == wanted && wanted != original)
+    names_.tell("signal", original, name, "no name of a finalised module");
+  if (!in_interface && name != wanted)
+    inner_names_ += (inner_names_.empty() ? "" : ", ") + original + " as " + name;
+}
+
+void TargetText::take_value_name(const Signal* signal) {
+  if (language_.has_data && is_valued(signal))
+    value_name_of_[signal] = names_.give(name(signal) + "_val");
+}
+
+void TargetText::take_names() {
+  module_name_ = module_->getName();
+  if (!rules_.names) return;
+  take_own_names();
+  for (long index : input_rails()) take_name(index);
+  for (long index : output_rails()) take_name(index);
+  for (const Signal* signal : inputs_) take_value_name(signal);
+  for (const Signal* signal : outputs_) take_value_name(signal);
   const std::string state_prefix = language_.module_in_state ? module_name_ + "_" : "";
   for (const StateRail& rail : state_) {
-    take(rail.index, state_prefix);
+    take_name(rail.index, state_prefix);
     if (is_output(rail.index))
       state_name_of_[rail.index] = names_.give(state_prefix + name(rail.index) + "_inner");
   }
-  for (long index : locals_) take(index);
+  for (long index : locals_) take_name(index);
   for (const Signal* signal : valued_locals_) {
-    take(status(signal));  // may be no variable of the text
-    take_value(signal);
+    take_name(status(signal));  // may be no variable of the text
+    take_value_name(signal);
   }
-  if (!inner.empty())
-    std::cerr << language_.shape.target << ": inner signals under other names: " << inner << '\n';
+  if (!inner_names_.empty())
+    std::cerr << language_.shape.target << ": inner signals under other names: " << inner_names_
+              << '\n';
 }
 
 std::string TargetText::name(long index) const {

@@ -127,8 +127,12 @@ class TargetText {
   void take_equations();
   void take_needed();
   void complete();
+  void take_reads();
   void take_locals();
   void take_names();
+  void take_own_names();
+  void take_name(long index, const std::string& prefix = "");
+  void take_value_name(const Signal* signal);
   std::string wanted_name(long index) const;
   /// Calls see(index) for all variables that the equation reads.
   template <class See>
@@ -148,6 +152,7 @@ class TargetText {
   std::vector<StateRail> state_;
   std::vector<TargetEquation> equations_;
   std::unordered_map<long, std::string> name_of_;
+  std::string inner_names_;  ///< that are not those wanted; there may be hundreds
   std::unordered_map<long, std::string> state_name_of_;  ///< of registers that are outputs
   std::unordered_map<const Signal*, std::string> value_name_of_;
   mutable std::unordered_map<const bdd_node*, long> number_of_;

@@ -209,6 +209,12 @@ class CSharpText {
     return !c_family_rules(rules().own).no_leftovers || text_.is_value_read(input);
   }
 
+  void put_value(std::ostream& out, const Signal* signal) const {
+    if (text_.is_valued(signal))
+      out << "            " << text_.type(signal) << ' ' << text_.value_name(signal) << "  = zero_"
+          << text_.type(signal) << ";\n";
+  }
+
   void put_locals(std::ostream& out) const {
     std::set<long> variables(text_.locals().begin(), text_.locals().end());
     if (!own_.kept_fields) {
@@ -224,14 +230,9 @@ class CSharpText {
     for (const Signal* signal : text_.valued_locals())
       out << "            " << text_.type(signal) << "  " << text_.value_name(signal) << " = zero_"
           << text_.type(signal) << ";\n";
-    const auto put_value = [&](const Signal* signal) {
-      if (text_.is_valued(signal))
-        out << "            " << text_.type(signal) << ' ' << text_.value_name(signal)
-            << "  = zero_" << text_.type(signal) << ";\n";
-    };
     for (const Signal* input : text_.inputs())
-      if (is_value_kept(input)) put_value(input);
-    for (const Signal* output : text_.outputs()) put_value(output);
+      if (is_value_kept(input)) put_value(out, input);
+    for (const Signal* output : text_.outputs()) put_value(out, output);
     const long nodes = text_.count_nodes([&](std::ostream& nowhere) { c_.put_equations(nowhere); });
     if (nodes > 0 || !rules().used_nodes)
       out << "            bool[]  " << c_.array() << "  =  new bool[" << nodes << "];\n";
@@ -319,6 +320,29 @@ extern const Target csharp_target{
 
 // A boolean automaton.
 
+namespace {
+
+void put_react(std::ostream& out, const b_automaton& automaton, const std::string& prefix,
+               const std::string& array) {
+  if (automaton.nb_locals() > 0) out << "  bool " << joined(automaton.locals_list(), ", ") << ";\n";
+  out << "  int " << array << '[' << automaton.manager_associe()->Bdd_total_size() << "];\n";
+  if (automaton.nb_equ_def() > 0) {
+    out << "// internal definitions \n";
+    equation_code_texts texts = c_equation_texts(automaton.manager_associe(), array, {}, "", "");
+    texts.read = texts.nodes.name = [&](long index) {
+      return (index < automaton.input_index(0) ? prefix : "") + automaton.nom_associe(index);
+    };
+    texts.left = [read = texts.read](long index) { return "  " + read(index); };
+    automaton.manager_associe()->Bdd_global_clear_marks();
+    for (long index : automaton.wood_associee()->earliest_sort()) {
+      const bdd& f = automaton.wood_associee()->exp_by_index(index)->my_bdd_exp();
+      if (f.initialised()) put_equation_code(out, texts, index, f);
+    }
+  }
+}
+
+}  // namespace
+
 void b_automaton::CSHARP_put(std::ostream& out, int, const std::string& name) const {
   const std::string prefix = name + "_", array = name + "_def_node";
   const std::string dots(60, '.');
@@ -364,21 +388,7 @@ void b_automaton::CSHARP_put(std::ostream& out, int, const std::string& name) co
         << (valeur_initiale_state_var(k) == 1 ? "!false" : "false") << ";\n";
   out << "}\n// FSM Transition methods:\npublic void Automaton()\n{\n  React();\n  Next();\n"
          "  Reset_Inputs();\n}\n// Next state method computing:\n private void React()\n{\n";
-  if (nb_locals() > 0) out << "  bool " << joined(names_.locals, ", ") << ";\n";
-  out << "  int " << array << '[' << manager_associe()->Bdd_total_size() << "];\n";
-  if (nb_equ_def() > 0) {
-    out << "// internal definitions \n";
-    equation_code_texts texts = c_equation_texts(manager_associe(), array, {}, "", "");
-    texts.read = texts.nodes.name = [&](long index) {
-      return (index < input_index(0) ? prefix : "") + nom_associe(index);
-    };
-    texts.left = [read = texts.read](long index) { return "  " + read(index); };
-    manager_associe()->Bdd_global_clear_marks();
-    for (long index : wood_->earliest_sort()) {
-      const bdd& f = wood_->exp_by_index(index)->my_bdd_exp();
-      if (f.initialised()) put_equation_code(out, texts, index, f);
-    }
-  }
+  put_react(out, *this, prefix, array);
   out << "}\n// Changing method X=Xnext\n private void Next()\n{\n";
   for (int k = 0; k < nb_state_vars(); ++k)
     out << "  " << prefix << nom_state_var(k) << " = " << prefix << nom_next_state_var(k) << ";\n";

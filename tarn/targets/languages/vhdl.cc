@@ -312,13 +312,40 @@ extern const Target vhdl_altera_target{
 
 // A boolean automaton.
 
+namespace {
+
+std::vector<Equation> equations_of(Bddexpressionwood& wood) {
+  std::vector<Equation> equations;
+  for (long index : wood.earliest_sort())
+    if (const bdd& f = wood.exp_by_index(index)->my_bdd_exp(); f.initialised())
+      equations.push_back({index, f});
+  return equations;
+}
+
+bool is_read(Bddexpressionwood& wood, long index) {
+  const index_set equations = wood.Set_of_exp();
+  return std::any_of(equations.begin(), equations.end(), [&](long reader) {
+    return wood.exp_by_index(reader)->set_of_var_dependances().contains(index);
+  });
+}
+
+void put_automaton_entity(std::ostream& out, const b_automaton& automaton, const std::string& name,
+                          const std::string& type) {
+  out << "-- VHDL generation from " << name << '\n';
+  if (type != "bit") out << "LIBRARY ieee;\nUSE ieee.std_logic_1164.all;\n";
+  const bool closed = automaton.nb_outputs() == 0;
+  out << "entity " << name << " is\n  port(" << joined(automaton.inputs_list(), "", "", ", ")
+      << "reset, clk: in " << type << (closed ? "\n     );\n" : ";\n");
+  if (!closed)
+    out << "       " << joined(automaton.outputs_list(), ", ") << ": out " << type << ");\n";
+  out << "end " << name << ";\n";
+}
+
+}  // namespace
+
 void b_automaton::VHDL_put(std::ostream& out, int mode, const std::string& name) const {
   const std::string node = name + "_node", type = mode != 0 ? "std_logic" : "bit";
   bddpp_manager* manager = manager_associe();
-  index_set read;
-  for (long index : wood_->Set_of_exp())
-    for (long dep : wood_->exp_by_index(index)->set_of_var_dependances()) read.insert(dep);
-
   CodeTexts texts;
   texts.code = equation_texts(manager, node);
   texts.code.nodes.first_open = "(";
@@ -328,7 +355,7 @@ void b_automaton::VHDL_put(std::ostream& out, int mode, const std::string& name)
   for (int k = 0; k < nb_outputs(); ++k) {
     texts.outputs.push_back(output_index(k));
     // A port that goes out cannot be read.
-    if (read.contains(output_index(k))) texts.inner.insert(output_index(k));
+    if (is_read(*wood_, output_index(k))) texts.inner.insert(output_index(k));
   }
   const auto variable = [&](long index) {
     return nom_associe(index) + (texts.inner.contains(index) ? "_inner" : "");
@@ -344,20 +371,8 @@ void b_automaton::VHDL_put(std::ostream& out, int mode, const std::string& name)
                            " <= " + (valeur_initiale_state_var(k) == 1 ? "'1'" : "'0'"));
     texts.updates.push_back(nom_state_var(k) + " <= " + nom_next_state_var(k));
   }
-  std::vector<Equation> equations;
-  for (long index : wood_->earliest_sort())
-    if (wood_->exp_by_index(index)->my_bdd_exp().initialised())
-      equations.push_back({index, wood_->exp_by_index(index)->my_bdd_exp()});
-
-  out << "-- VHDL generation from " << name << '\n';
-  if (mode != 0) out << "LIBRARY ieee;\nUSE ieee.std_logic_1164.all;\n";
-  out << "entity " << name << " is\n  port(" << joined(names_.inputs, "", "", ", ")
-      << "reset, clk: in " << type << (nb_outputs() > 0 ? ";\n" : "\n");
-  if (nb_outputs() > 0)
-    out << "       " << joined(names_.outputs, ", ") << ": out " << type << ");\n";
-  else
-    out << "     );\n";
-  out << "end " << name << ";\narchitecture " << name << "_a of " << name << " is\n"
+  put_automaton_entity(out, *this, name, type);
+  out << "architecture " << name << "_a of " << name << " is\n"
       << "TYPE array_" << node << " IS ARRAY (" << manager->Bdd_total_size() << " downto 0) OF "
       << type << " ;\n";
   for (long index = 0; index < manager->Nb_bdd_vars(); ++index)
@@ -365,7 +380,7 @@ void b_automaton::VHDL_put(std::ostream& out, int mode, const std::string& name)
       out << "signal " << variable(index) << " : " << type << ";\n";
   out << "signal " << node << " : array_" << node << ";\nbegin\n"
       << "-- state and output computation\n";
-  put_process_and_equations(out, texts, manager, equations);
+  put_process_and_equations(out, texts, manager, equations_of(*wood_));
   out << "end " << name << "_a;\n";
 }
 
@@ -376,7 +391,7 @@ void Module::VHDL_put(std::ostream& out, int altera) {
 }
 
 void Module::printVHDL() {
-  print_target(Compilation::VHDLALTERAFlag ? vhdl_altera_target : vhdl_target, this);
+  print_target(Compilation::VHDLALTERAFlag() ? vhdl_altera_target : vhdl_target, this);
 }
 
 void Bddexpression::put_vhdl(std::ostream& out, const std::string& array,
@@ -407,11 +422,7 @@ void Bddexpressionwood::Put_vhdl(std::ostream& out, const std::string& array,
                   .outputs = indices(outputs),
                   .resets = {resets.begin(), resets.end()},
                   .updates = {updates.begin(), updates.end()}};
-  std::vector<Equation> equations;
-  for (long index : earliest_sort())
-    if (exp_table[index]->my_bdd_exp().initialised())
-      equations.push_back({index, exp_table[index]->my_bdd_exp()});
-  put_process_and_equations(out, texts, man, equations);
+  put_process_and_equations(out, texts, man, equations_of(*this));
 }
 
 void bddpp_manager::Print_node_for_eval_VHDL(const std::string& array, std::ostream& out,

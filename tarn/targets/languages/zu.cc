@@ -14,7 +14,7 @@ void b_automaton::ZU_put(std::ostream& out, int, const std::string& name) const 
   if (nb_inputs() > 0) out << "Input: " << joined(names_.inputs, ", ") << ";\n";
   if (nb_outputs() > 0) out << "Output: " << joined(names_.outputs, ", ") << ";\n";
   // Told: locals stand in a block, which the language does not have.
-  const bool section = Compilation::target_rules.own;
+  const bool section = Compilation::target_rules().own;
   if (nb_locals() > 0 && section) out << "Local: " << joined(names_.locals, ", ") << ";\n";
   out << '\n';
   const bool block = nb_locals() > 0 && !section;
