@@ -17,15 +17,26 @@ class Module;
 class Signal;
 
 /// The equations that a module, or one of its statements, produces: a wood with the name of its
-/// module. The table does not own the wood: a module, or SignalManager::deleteWood, destroys it.
+/// module. A module, or SignalManager::deleteWood, destroys the wood; one that the table has made,
+/// or taken over, and that is still there at its end, goes with it.
 class EquationTable {
  public:
   // Without a wood, each makes one with a manager of its own.
   EquationTable() : EquationTable(std::string()) {}
-  explicit EquationTable(const std::string& name) : EquationTable(name, new Bddexpressionwood) {}
+  explicit EquationTable(const std::string& name) : EquationTable(name, new Bddexpressionwood) {
+    own_wood();
+  }
   explicit EquationTable(Bddexpressionwood* wood) : EquationTable(std::string(), wood) {}
   EquationTable(const std::string& name, Bddexpressionwood* wood)
       : bdd_expression_wood(wood), module_name(name) {}
+  ~EquationTable();
+  EquationTable(const EquationTable&) = delete;
+  EquationTable& operator=(const EquationTable&) = delete;
+
+  /// Takes the wood over.
+  void own_wood();
+  /// Destroys a wood, and all woods of tables that share its manager if it is the manager's own.
+  static void destroy_wood(Bddexpressionwood* wood);
 
   Bddexpressionwood* getBddexpressionWood() const {
     put_in_place();
@@ -118,6 +129,7 @@ class EquationTable {
     bool conjunction = false;
     std::vector<bdd> terms;
   };
+  void lose_wood();
   void put_in_place() const;
   void put_in_place(long id) const;
   /// Has f or-ed, or and-ed, onto the equation of the variable, which has one.
@@ -137,7 +149,10 @@ class EquationTable {
   void unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
                       Module* module);
   void start_occurrence(Signal* signal, Module* module);
+  /// The report of a cycle, at the first of its statements.
+  Diagnostic cycle_fault(const std::list<long>& cycle, Manner manner);
   std::string cycle_report(std::list<long> cycle);
+  std::vector<SourceSpan> source_spans(const std::list<long>& cycle) const;
   std::string source_lines(const std::list<long>& cycle) const;
 
   Bddexpressionwood* bdd_expression_wood;

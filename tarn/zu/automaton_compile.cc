@@ -18,7 +18,6 @@
 
 #include <iostream>
 
-#include "base/process_end.h"
 #include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/session/session.h"
@@ -160,10 +159,8 @@ void AutomatonCircuit::add_behaviour(bdd& behaviours, const Arc& arc) {
     const std::string when = man.Bdd_is_one_tautologic(both) != 0
                                  ? "tick"
                                  : man.Print_sop_to_String(" or ", " and ", "not ", "", both, 1);
-    fl_show_Smessages("Error: Multiple behaviors about state:\"" + arc.from->state->name +
-                      "\" when " + when);
-    tell_place(arc.transition->span, "in this text");
-    end_process();
+    end_at(arc.transition->span, "Error: Multiple behaviors about state:\"" +
+                                     arc.from->state->name + "\" when " + when);
   }
   behaviours = Or(behaviours, trigger);
 }

@@ -4,15 +4,14 @@
 // equal handles; merging still goes by names, and serves tables with managers of their own.
 
 #include <algorithm>
-#include <iostream>
 #include <memory>
 #include <utility>
 
-#include "base/process_end.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/equationtable.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 #include "tarn/zu/function_change.h"
 #include "tarn/zu/rules.h"
 
@@ -212,9 +211,8 @@ void EquationTable::start_occurrence(Signal* signal, Module* module) {
   const long value_id = signal->getInitialBddValueId(module, wood);
   const bool no_status = wood->exp_by_index(status_id) == nullptr;
   if (no_status || wood->exp_by_index(value_id) == nullptr) {
-    std::cerr << "undefined equation for " << (no_status ? "status" : "value")
-              << " of :" << signal->getInternalName() << '\n';
-    end_process();
+    end_with(std::string("undefined equation for ") + (no_status ? "status" : "value") +
+             " of :" + signal->getInternalName());
   }
   join_later(status_id, false, wood->Bdd_var_by_index(signal->getBddStatusId(module, wood)));
   join_later(value_id, true, wood->Bdd_var_by_index(signal->getBddValueId(module, wood)));
@@ -222,6 +220,7 @@ void EquationTable::start_occurrence(Signal* signal, Module* module) {
 
 EquationTable* EquationTable::over(Bddexpressionwood* copy) {
   auto* table = new EquationTable(module_name, copy);
+  table->own_wood();
   if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
   table->sources_ = sources_;
   return table;
@@ -291,8 +290,7 @@ void EquationTable::discard(Module* module) {
   for_each_known_signal(module,
                         [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
   module->getSignalManager()->deleteWood(bdd_expression_wood);
-  bdd_expression_wood = nullptr;
-  pending_.clear();
+  lose_wood();
 }
 
 }  // namespace kiva

@@ -11,13 +11,16 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "base/process_end.h"
 #include "bdd/literal_list.h"
 #include "pert_exp/equation_code.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+<<<<<<< HEAD:tarn/targets/languages/wren.cc
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_names.h"
+=======
+#include "tarn/session/diagnostic.h"
+>>>>>>> main:tarn/formats/wren.cc
 
 namespace kiva {
 
@@ -200,8 +203,7 @@ class ExplicitText {
     if (whole_)
       throw IllegalOperationException("more states than an explicit automaton can have:",
                                       std::to_string(most_states));
-    std::cerr << "TOO MANY STATES DETECTED! aborted ...\n";
-    end_process();
+    end_with("TOO MANY STATES DETECTED! aborted ...");
   }
 
   void put_context(std::ostream& out) const {
@@ -235,8 +237,7 @@ class ExplicitText {
         << status(module_.getRtl()) << "])\n    {\n";
     const signal_list& outputs = module_.getOutputSignalList();
     if (outputs.size() != 3) {
-      std::cerr << "Bad Number of outputs! Aborted ...\n";
-      end_process();
+      end_with("Bad Number of outputs! Aborted ...");
     }
     std::string indent = "      ";
     const char* before = "";
