@@ -9,8 +9,13 @@
 
 #include "bdd/expression_parser.h"
 #include "programs/tarn/read_module.h"
+<<<<<<< HEAD
+#include "tarn/model/sexception.h"
+#include "tarn/targets/frame/sum_text.h"
+=======
 #include "programs/tarn/translate.h"
 #include "tarn/formats/sum_text.h"
+>>>>>>> main
 
 namespace kiva::tarn_program {
 
