@@ -7,13 +7,8 @@
 #include <algorithm>
 #include <iostream>
 
-<<<<<<< HEAD:tarn/targets/frame/target_text.cc
-#include "base/process_end.h"
-#include "tarn/targets/frame/data_text.h"
-=======
-#include "tarn/formats/data_text.h"
 #include "tarn/session/diagnostic.h"
->>>>>>> main:tarn/formats/target_text.cc
+#include "tarn/targets/frame/data_text.h"
 
 namespace kiva {
 

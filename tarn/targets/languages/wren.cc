@@ -15,12 +15,9 @@
 #include "pert_exp/equation_code.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
-<<<<<<< HEAD:tarn/targets/languages/wren.cc
+#include "tarn/session/diagnostic.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_names.h"
-=======
-#include "tarn/session/diagnostic.h"
->>>>>>> main:tarn/formats/wren.cc
 
 namespace kiva {
 
