@@ -1,3 +1,5 @@
+// The array of a module's variables: what is written to it before an instant and moved in it after.
+
 #include "engine/context.h"
 
 #include "tarn/model/sexception.h"
