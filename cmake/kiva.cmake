@@ -3,7 +3,7 @@ add_library(kiva_settings INTERFACE)
 target_include_directories(kiva_settings INTERFACE ${PROJECT_SOURCE_DIR})
 add_library(kiva_warnings INTERFACE)
 # GCC 12 sees overlaps in additions of strings that cannot be (its bug 105651).
-target_compile_options(kiva_warnings INTERFACE -Wall -Wextra -Wno-restrict $<$<BOOL:${KIVA_WERROR}>:-Werror>)
+target_compile_options(kiva_warnings INTERFACE -Wall -Wextra $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> $<$<BOOL:${KIVA_WERROR}>:-Werror>)
 
 # kiva_floor(NAME FOLDER... [USES TARGET...]): a library of all sources in the folders.
 function(kiva_floor name)
@@ -32,7 +32,7 @@ function(kiva_tests name)
   target_link_libraries(${name}_tests PRIVATE kiva_test_support ${TESTS_USES} kiva_warnings)
   gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX ${name}.
                        TEST_FILTER "-*Tools.*" PROPERTIES TIMEOUT 900)
-  if(name STREQUAL formats)
+  if(name STREQUAL targets)
     gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX ${name}.
                          TEST_FILTER "*Tools.*" TEST_LIST ${name}_tools
                          PROPERTIES TIMEOUT 900 LABELS backends)

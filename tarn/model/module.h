@@ -224,7 +224,7 @@ class Module {
   /// Writes OutputDir, "/", the file: OutputFile or the module's name, with ".zuc".
   void save();
 
-  // The evaluation server's source text (tarn/formats): a program that knows the user's data types,
+  // The evaluation server's source text (tarn/targets): a program that knows the user's data types,
   // starts the simulator and answers its requests. What it holds comes from the three process-wide
   // tables of data and the module's name.
   /// Writes SimulationZucDir, "/kiva_", the name, ".cc"; a message when the file cannot be written.
@@ -237,8 +237,10 @@ class Module {
   void SIMUL_ZUC_put_unary_op(std::ostream& out) const;
   void SIMUL_ZUC_put_const(std::ostream& out) const;
 
-  // Target languages (tarn/formats, one file each). A print operation names its file as OutputFile
-  // or the module, and writes what the `_put` operation gives, by Compilation::target_rules.
+  // Classic: a print operation and its text for each target language, whose bodies stand with the
+  // language (tarn/targets/languages); programs use the rows of tarn/targets/targets.h. A print
+  // operation names its file as OutputFile or the module, and writes what the `_put` operation
+  // gives, by Compilation::target_rules.
   /// Body and header.
   void printC();
   void C_put(std::ostream& body, std::ostream& header);
@@ -283,8 +285,8 @@ class Module {
   void printENCAPSULATEDGAL();
   void ENCAPSULATEDGAL_put(std::ostream& out);
 
-  // The explicit automaton (tarn/formats/wren.cc). States are cubes of the registers' statuses,
-  // inputs functions of everything else that nothing computes.
+  // The explicit automaton (tarn/targets/languages/wren.cc). States are cubes of the registers'
+  // statuses, inputs functions of everything else that nothing computes.
   /// The number is not read.
   void WRENCC_put(std::ostream& out, int);
   /// The distinct next states under `care`: writes condition and next state by turns, gives their
@@ -294,6 +296,7 @@ class Module {
   bdd next_state(const bdd& state, const bdd& input);
   /// The number of a state; a new one is entered. -1 for the 256th.
   int state_corres(const bdd& state);
+  void forget_states() { explicit_states.clear(); }
 
   // Compilation of the body (tarn/zu).
   /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.

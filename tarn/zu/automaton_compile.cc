@@ -154,9 +154,12 @@ void AutomatonCircuit::add_behaviour(bdd& behaviours, const Arc& arc) {
   const bdd trigger = arc.transition->triggerable_bdd(module_);
   const bdd both = And(behaviours, trigger);
   if (!is_zero(both)) {
+    bddpp_manager& man = *wood_->my_bdd_manager();
+    const std::string when = man.Bdd_is_one_tautologic(both) != 0
+                                 ? "tick"
+                                 : man.Print_sop_to_String(" or ", " and ", "not ", "", both, 1);
     end_at(arc.transition->span, "Error: Multiple behaviors about state:\"" +
-                                     arc.from->state->name + "\" when " +
-                                     wood_->my_bdd_manager()->Print_sop_to_ESTEREL_String(both, 1));
+                                     arc.from->state->name + "\" when " + when);
   }
   behaviours = Or(behaviours, trigger);
 }
