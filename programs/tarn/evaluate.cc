@@ -12,12 +12,13 @@
 <<<<<<< HEAD
 #include "tarn/model/sexception.h"
 #include "tarn/targets/frame/sum_text.h"
-    =======
+    == == ==
+    =
 #include "programs/tarn/translate.h"
 #include "tarn/targets/frame/sum_text.h"
-    >>>>>>> main
+        >>>>>>> main
 
-    namespace kiva::tarn_program {
+        namespace kiva::tarn_program {
 
   namespace {
 

@@ -11,12 +11,13 @@
 #include "tarn/model/sexception.h"
 #include "tarn/model/source_span.h"
 #include "tarn/targets/frame/target_rules.h"
-    =======
+    == == ==
+    =
 >>>>>>> main
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/rules.h"
 
-    namespace kiva::tarn_program {
+        namespace kiva::tarn_program {
 
   namespace {
 

@@ -38,9 +38,6 @@ Module*& TheModule() {
 Automaton::StateTable*& TheCurrentStateTable() {
   return Session::current().part<UnderWay>().states;
 }
-class_zu_parser& Compilation::pzu_parser() {
-  return Session::current().part<class_zu_parser>();
-}
 
 int class_zu_parser::parse() {
   struct AtEnd {
@@ -220,7 +217,7 @@ void class_zu_parser::enter_extent(const Statement* statement, const Extent& ext
 
 // The way in.
 
-void Compilation::zu_parse(const char* file) {
+void read_source(const char* file) {
   std::error_code error;
   std::ifstream in;
   if (!std::filesystem::is_directory(file, error)) in.open(file, std::ios::binary);
@@ -234,7 +231,7 @@ void Compilation::zu_parse(const char* file) {
   struct AtEnd {
     class_zu_parser& reader;
     ~AtEnd() { reader.plexer = nullptr; }
-  } at_end{pzu_parser()};
+  } at_end{Compilation::pzu_parser()};
   at_end.reader.plexer = &scanner;
   at_end.reader.parse();
 }

@@ -24,6 +24,10 @@ namespace kiva {
 
 class zu_scanner;
 
+/// Reads the modules of a source file into the current session's ModTable: see
+/// Compilation::zu_parse.
+void read_source(const char* file);
+
 /// What stands in the brackets of a transition.
 struct trigger_class {
   int priority;  ///< -1 for "other"

@@ -23,7 +23,7 @@ Module* known(const ModuleTable* table, const std::string& name) {
 Module* enter_compiled(Module* module) {
   if (module == nullptr) return nullptr;
   if (Compilation::ZucModTable() == nullptr)
-    Compilation::ZucModTable() = make_kept<ModuleTable>(&std::cout);
+    Compilation::ZucModTable() = make_kept<ModuleTable>(&told_text());
   if (known(Compilation::ZucModTable(), module->getName()) == nullptr)
     Compilation::ZucModTable()->add(module);
   return module;
