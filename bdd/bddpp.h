@@ -171,7 +171,8 @@ class bddpp_manager {
   /// Substitutes g for the variable v; zero when v is no variable.
   bdd Bdd_compose(const bdd& f, const bdd& v, const bdd& g);
   /// Substitutes at once for the variable of each given index; later entries win.
-  [[nodiscard]] bdd Bdd_vector_compose(const bdd& f, const std::vector<std::pair<long, bdd>>& values);
+  [[nodiscard]] bdd Bdd_vector_compose(const bdd& f,
+                                       const std::vector<std::pair<long, bdd>>& values);
   /// `map` gives the new index of each old index.
   bdd Bdd_replace_vars(const bdd& f, const long* map);
   /// Each part of the diagram that tests index n or more becomes one.

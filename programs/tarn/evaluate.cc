@@ -9,135 +9,124 @@
 
 #include "bdd/expression_parser.h"
 #include "programs/tarn/read_module.h"
-<<<<<<< HEAD
-#include "tarn/model/sexception.h"
-#include "tarn/targets/frame/sum_text.h"
-    == == ==
-    =
 #include "programs/tarn/translate.h"
 #include "tarn/targets/frame/sum_text.h"
-        >>>>>>> main
 
-        namespace kiva::tarn_program {
+namespace kiva::tarn_program {
 
-  namespace {
+namespace {
 
-  class Evaluation {
-   public:
-    Evaluation(Module* module, const std::string& file)
-        : module_(module), wood_(*module->getBddWood()), file_(file) {
-      wood_.update_bdd_vars();
-      place_of_.assign(static_cast<size_t>(wood_.Nb_bdd_vars()), -1);
-      name_signals(module->getInputSignalList(), false);
-      name_signals(module->getOutputSignalList(), true);
-      name_signals(module->getLocalSignalList(), false);
-      for (long index = 0; index < wood_.Nb_bdd_vars(); ++index)
-        name(wood_.Name_var_by_index(index), index);
-    }
+class Evaluation {
+ public:
+  Evaluation(Module* module, const std::string& file)
+      : module_(module), wood_(*module->getBddWood()), file_(file) {
+    wood_.update_bdd_vars();
+    place_of_.assign(static_cast<size_t>(wood_.Nb_bdd_vars()), -1);
+    name_signals(module->getInputSignalList(), false);
+    name_signals(module->getOutputSignalList(), true);
+    name_signals(module->getLocalSignalList(), false);
+    for (long index = 0; index < wood_.Nb_bdd_vars(); ++index)
+      name(wood_.Name_var_by_index(index), index);
+  }
 
-    bool run(const std::string& text) {
-      std::ostringstream told;
-      class_exp_bdd_parser parser(&names_, told);
-      if (parser.parse(text) != 0) return complain(parser);
-      if (parser.prio() != 0) return fail("--eval: a priority has no meaning here");
-      const bdd f = computed(parser.bddexpression());
-      if (count_products(f, Max_number_of_terms() + 1L) > Max_number_of_terms())
-        return fail("--eval: more than " + std::to_string(Max_number_of_terms()) + " products");
-      const bdd shown = Bdd_isomorphe(&names_, wood_.my_bdd_manager(), f, place_of_.data());
-      std::cout << names_.Print_sop_to_String(" or ", " and ", "not ", "", shown, 1) << '\n';
-      return true;
-    }
+  bool run(const std::string& text) {
+    std::ostringstream told;
+    class_exp_bdd_parser parser(&names_, told);
+    if (parser.parse(text) != 0) return complain(parser);
+    if (parser.prio() != 0) return fail("--eval: a priority has no meaning here");
+    const bdd f = computed(parser.bddexpression());
+    if (count_products(f, Max_number_of_terms() + 1L) > Max_number_of_terms())
+      return fail("--eval: more than " + std::to_string(Max_number_of_terms()) + " products");
+    const bdd shown = Bdd_isomorphe(&names_, wood_.my_bdd_manager(), f, place_of_.data());
+    std::cout << names_.Print_sop_to_String(" or ", " and ", "not ", "", shown, 1) << '\n';
+    return true;
+  }
 
-   private:
-    void name(const std::string& name, long index) {
-      if (index < 0 || name.empty()) return;
-      const bool is_new = names_.Id_var_by_name(name) < 0;
-      const long place = names_.Index_var_by_bdd(names_.New_var_last(name));
-      if (is_new) index_of_.push_back(index);
-      // A signal may be all that bears a name, and the first name that a variable gets is shown.
-      if (is_new && place_of_[static_cast<size_t>(index)] < 0)
-        place_of_[static_cast<size_t>(index)] = place;
-    }
+ private:
+  void name(const std::string& name, long index) {
+    if (index < 0 || name.empty()) return;
+    const bool is_new = names_.Id_var_by_name(name) < 0;
+    const long place = names_.Index_var_by_bdd(names_.New_var_last(name));
+    if (is_new) index_of_.push_back(index);
+    // A signal may be all that bears a name, and the first name that a variable gets is shown.
+    if (is_new && place_of_[static_cast<size_t>(index)] < 0)
+      place_of_[static_cast<size_t>(index)] = place;
+  }
 
-    void name_signals(const signal_list& signals, bool outputs) {
-      for (const Signal* signal : signals)
-        name(signal->getOriginalName(), outputs ? signal->getInitialBddStatusId(module_, &wood_)
-                                                : signal->getBddStatusId(module_, &wood_));
-    }
+  void name_signals(const signal_list& signals, bool outputs) {
+    for (const Signal* signal : signals)
+      name(signal->getOriginalName(), outputs ? signal->getInitialBddStatusId(module_, &wood_)
+                                              : signal->getBddStatusId(module_, &wood_));
+  }
 
-    /// What the function over names is in an instant of the module.
-    bdd computed(const bdd& f) {
-      bddpp_manager* manager = wood_.my_bdd_manager();
-      index_set needed;
-      const bdd of_module = Bdd_isomorphe(manager, &names_, f, index_of_.data());
-      std::vector<bdd> open = {of_module};
-      index_set registers;
-      for (const regclass* reg : module_->getRegisterList())
-        registers.insert(reg->actual_var()->getBddStatusId(module_, &wood_));
-      const auto equation = [&](long index) -> const Bddexpression* {
-        const Bddexpression* e = wood_.exp_by_index(index);
-        const bool computes = e != nullptr && e->getAbstraction() == 0 &&
-                              e->my_bdd_exp().initialised() && !registers.contains(index);
-        return computes ? e : nullptr;
-      };
-      while (!open.empty()) {
-        const bdd g = open.back();
-        open.pop_back();
-        for (long index : manager->set_of_index_depend_on(g))
-          if (needed.insert(index) && equation(index) != nullptr)
-            open.push_back(equation(index)->my_bdd_exp());
-      }
-      std::vector<bdd> functions(static_cast<size_t>(wood_.Nb_bdd_vars()));
-      const auto expanded = [&](const bdd& g) {
-        std::vector<std::pair<long, bdd>> values;
-        for (long index : manager->set_of_index_depend_on(g))
-          if (functions[static_cast<size_t>(index)].initialised())
-            values.emplace_back(index, functions[static_cast<size_t>(index)]);
-        return manager->Bdd_vector_compose(g, values);
-      };
-      for (long index : wood_.earliest_sort())
-        if (needed.contains(index) && equation(index) != nullptr)
-          functions[static_cast<size_t>(index)] = expanded(equation(index)->my_bdd_exp());
-      return expanded(of_module);
-    }
+  /// What the function over names is in an instant of the module.
+  bdd computed(const bdd& f) {
+    bddpp_manager* manager = wood_.my_bdd_manager();
+    const bdd of_module = Bdd_isomorphe(manager, &names_, f, index_of_.data());
+    index_set registers;
+    for (const regclass* reg : module_->getRegisterList())
+      registers.insert(reg->actual_var()->getBddStatusId(module_, &wood_));
+    const auto equation = [&](long index) -> const Bddexpression* {
+      const Bddexpression* e = wood_.exp_by_index(index);
+      const bool computes = e != nullptr && e->getAbstraction() == 0 &&
+                            e->my_bdd_exp().initialised() && !registers.contains(index);
+      return computes ? e : nullptr;
+    };
+    const index_set roots = manager->set_of_index_depend_on(of_module);
+    const std::unordered_set<long> needed =
+        dependence_cone(wood_, {roots.begin(), roots.end()},
+                        [&](long index) { return equation(index) == nullptr; });
+    std::vector<bdd> functions(static_cast<size_t>(wood_.Nb_bdd_vars()));
+    const auto expanded = [&](const bdd& g) {
+      std::vector<std::pair<long, bdd>> values;
+      for (long index : manager->set_of_index_depend_on(g))
+        if (functions[static_cast<size_t>(index)].initialised())
+          values.emplace_back(index, functions[static_cast<size_t>(index)]);
+      return manager->Bdd_vector_compose(g, values);
+    };
+    for (long index : wood_.earliest_sort())
+      if (needed.contains(index) && equation(index) != nullptr)
+        functions[static_cast<size_t>(index)] = expanded(equation(index)->my_bdd_exp());
+    return expanded(of_module);
+  }
 
-    /// One line with the place, from 1, of what stands in the way.
-    bool complain(const class_exp_bdd_parser& parser) const {
-      const std::string& piece = parser.current_piece();
-      const std::string place = "--eval: character " + std::to_string(parser.position() + 1) + ": ";
-      switch (parser.fault()) {
-        case ExpressionFault::unknown_name:
-          return fail(place + '"' + piece + "\" is no signal of " + file_);
-        case ExpressionFault::too_deep:
-          return fail(place + "nested too deep");
-        default:
-          if (piece.empty()) return fail(place + "the expression ends too early");
-          return fail(place + '"' + piece + "\" cannot stand here");
-      }
-    }
-
-    Module* module_;
-    Bddexpressionwood& wood_;
-    const std::string& file_;
-    bddpp_manager names_;
-    std::vector<long> index_of_;  ///< by index of `names_`
-    std::vector<long> place_of_;  ///< by index of the module
-  };
-
-  }  // namespace
-
-  bool evaluate_expression(Options & options, Messages & messages) {
-    const std::string& file = options.files.front();
-    const std::string& text = options.eval;
-    try {
-      const programs::ProgramSession session(&messages);
-      choose(options);
-      Module* module = read_module(file);
-      return module != nullptr &&
-             Evaluation(module, file).run(text.substr(0, text.find_last_not_of(' ') + 1));
-    } catch (...) {
-      return fail(programs::fault_under_way(file));
+  /// One line with the place, from 1, of what stands in the way.
+  bool complain(const class_exp_bdd_parser& parser) const {
+    const std::string& piece = parser.current_piece();
+    const std::string place = "--eval: character " + std::to_string(parser.position() + 1) + ": ";
+    switch (parser.fault()) {
+      case ExpressionFault::unknown_name:
+        return fail(place + '"' + piece + "\" is no signal of " + file_);
+      case ExpressionFault::too_deep:
+        return fail(place + "nested too deep");
+      default:
+        if (piece.empty()) return fail(place + "the expression ends too early");
+        return fail(place + '"' + piece + "\" cannot stand here");
     }
   }
+
+  Module* module_;
+  Bddexpressionwood& wood_;
+  const std::string& file_;
+  bddpp_manager names_;
+  std::vector<long> index_of_;  ///< by index of `names_`
+  std::vector<long> place_of_;  ///< by index of the module
+};
+
+}  // namespace
+
+bool evaluate_expression(Options& options, Messages& messages) {
+  const std::string& file = options.files.front();
+  const std::string& text = options.eval;
+  try {
+    const programs::ProgramSession session(&messages);
+    choose(options);
+    Module* module = read_module(file);
+    return module != nullptr &&
+           Evaluation(module, file).run(text.substr(0, text.find_last_not_of(' ') + 1));
+  } catch (...) {
+    return fail(programs::fault_under_way(file));
+  }
+}
 
 }  // namespace kiva::tarn_program

@@ -7,197 +7,183 @@
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
-<<<<<<< HEAD
-#include "tarn/model/sexception.h"
-#include "tarn/model/source_span.h"
 #include "tarn/targets/frame/target_rules.h"
-    == == ==
-    =
->>>>>>> main
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/rules.h"
 
-        namespace kiva::tarn_program {
+namespace kiva::tarn_program {
 
-  namespace {
+namespace {
 
-  /// One file on its way.
-  class Translation {
-   public:
-    Translation(const std::string& file, const Options& options, Messages& messages)
-        : file_(file), options_(options), messages_(messages) {}
+/// One file on its way.
+class Translation {
+ public:
+  Translation(const std::string& file, const Options& options, Messages& messages)
+      : file_(file), options_(options), messages_(messages) {}
 
-    bool run(std::set<std::string>& met);
+  bool run(std::set<std::string>& met);
 
-   private:
-    bool read_compiled();
-    void compile_source();
-    bool write(Module* module);
-    bool write_target(Module* module, const Target& target);
-    template <class Print>
-    bool print(Print print);
-    /// The module under way, for a report; empty for none.
-    std::string in_module() const;
-
-    const std::string& file_;
-    const Options& options_;
-    Messages& messages_;
-    Stages stages_;
-    std::vector<Module*> modules_;
-    const Module* current_ = nullptr;
-  };
-
-  /// What a module holds.
-  void print_size(Module* module) {
-    Bddexpressionwood* wood = module->getBddWood();
-    std::cout << "module " << module->getName() << ": " << module->getInputSignalList().size()
-              << " inputs, " << module->getOutputSignalList().size() << " outputs, "
-              << module->getLocalSignalList().size() << " locals, "
-              << module->getRegisterList().size() << " registers, " << wood->exp_number()
-              << " equations, " << wood->my_bdd_manager()->Bdd_total_size() << " nodes made, "
-              << wood->Nb_level() << " levels\n";
-  }
-
-  /// Reads a compiled module as it is.
-  bool Translation::read_compiled() {
-    stages_.begin("read " + file_);
-    Module* module = read_module(file_);
-    if (module != nullptr) modules_.push_back(module);
-    return module != nullptr;
-  }
-
-  /// Compiles the modules that are asked for; all of them when none is named.
-  void Translation::compile_source() {
-    stages_.begin("read " + file_);
-    Compilation::zu_parse(file_.c_str());
-    for (Module* module : Compilation::ModTable()->in_order()) {
-      const bool wanted =
-          options_.modules.empty() || std::find(options_.modules.begin(), options_.modules.end(),
-                                                module->getName()) != options_.modules.end();
-      if (wanted) modules_.push_back(module);
-    }
-    for (Module* module : modules_) {
-      current_ = module;
-      stages_.begin("compile " + module->getName());
-      if (module->getSet() == nullptr) module->compile();  // a run may have needed it
-    }
-    // All are compiled before the first is finalised: a run takes in equations as compiled.
-    for (Module* module : modules_) {
-      current_ = module;
-      stages_.begin("finalise " + module->getName());
-      if (options_.check_over_knowledge) module->check_over_knowledge();
-      if (!options_.no_finalize) module->finalize(options_.keep_rtl ? 1 : 0);
-    }
-  }
-
-  /// Runs a print operation; false when it had to tell its user something.
+ private:
+  bool read_compiled();
+  void compile_source();
+  bool write(Module* module);
+  bool write_target(Module* module, const Target& target);
   template <class Print>
-  bool Translation::print(Print print) {
-    const int before = messages_.errors();
-    print();
-    return messages_.errors() == before;
-  }
+  bool print(Print print);
+  /// The module under way, for a report; empty for none.
+  std::string in_module() const;
 
-  /// Writes a module in a target language. What that target refuses is a fault of this text alone.
-  bool Translation::write_target(Module* module, const Target& target) {
-    const std::string what = module->getName() + ": --" + target.option + ": ";
-    if (target.finalised_only && module->getFinalised() == 0)
-      return fail(what + "the module is not finalised; finalise it first");
-    try {
-<<<<<<< HEAD
-      if (!print([&] { print_target(target, module); })) return false;
-    } catch (const LibraryException& exception) {
-      return fail(what + exception.text());
-    } catch (const ToldEnd&) {
-      return fail(what + "refused, for the reason above");
-=======
-      if (!print([&] { target.print(module); })) return false;
-    } catch (...) {
-      return fail(what + programs::fault_under_way().sentence);
->>>>>>> main
-    }
-    if (!options_.quiet)
-      for (const std::string& path : target.paths(*module, Compilation::target_rules()))
-        std::cout << path << '\n';
-    return true;
-  }
+  const std::string& file_;
+  const Options& options_;
+  Messages& messages_;
+  Stages stages_;
+  std::vector<Module*> modules_;
+  const Module* current_ = nullptr;
+};
 
-  /// Writes what is asked for of one module.
-  bool Translation::write(Module* module) {
-    if (options_.zuc || (!options_.kiva && options_.targets.empty())) {
-      if (!print([&] { module->save(); })) return false;
-      if (!options_.quiet) {
-        std::string name = options_.output.empty() ? module->getName() : options_.output;
-        if (name.find(".zuc") == std::string::npos) name += ".zuc";
-        std::cout << options_.folder << '/' << name << '\n';
-      }
+/// What a module holds.
+void print_size(Module* module) {
+  Bddexpressionwood* wood = module->getBddWood();
+  std::cout << "module " << module->getName() << ": " << module->getInputSignalList().size()
+            << " inputs, " << module->getOutputSignalList().size() << " outputs, "
+            << module->getLocalSignalList().size() << " locals, "
+            << module->getRegisterList().size() << " registers, " << wood->exp_number()
+            << " equations, " << wood->my_bdd_manager()->Bdd_total_size() << " nodes made, "
+            << wood->Nb_level() << " levels\n";
+}
+
+/// Reads a compiled module as it is.
+bool Translation::read_compiled() {
+  stages_.begin("read " + file_);
+  Module* module = read_module(file_);
+  if (module != nullptr) modules_.push_back(module);
+  return module != nullptr;
+}
+
+/// Compiles the modules that are asked for; all of them when none is named.
+void Translation::compile_source() {
+  stages_.begin("read " + file_);
+  Compilation::zu_parse(file_.c_str());
+  for (Module* module : Compilation::ModTable()->in_order()) {
+    const bool wanted =
+        options_.modules.empty() || std::find(options_.modules.begin(), options_.modules.end(),
+                                              module->getName()) != options_.modules.end();
+    if (wanted) modules_.push_back(module);
+  }
+  for (Module* module : modules_) {
+    current_ = module;
+    stages_.begin("compile " + module->getName());
+    if (module->getSet() == nullptr) module->compile();  // a run may have needed it
+  }
+  // All are compiled before the first is finalised: a run takes in equations as compiled.
+  for (Module* module : modules_) {
+    current_ = module;
+    stages_.begin("finalise " + module->getName());
+    if (options_.check_over_knowledge) module->check_over_knowledge();
+    if (!options_.no_finalize) module->finalize(options_.keep_rtl ? 1 : 0);
+  }
+}
+
+/// Runs a print operation; false when it had to tell its user something.
+template <class Print>
+bool Translation::print(Print print) {
+  const int before = messages_.errors();
+  print();
+  return messages_.errors() == before;
+}
+
+/// Writes a module in a target language. What that target refuses is a fault of this text alone.
+bool Translation::write_target(Module* module, const Target& target) {
+  const std::string what = module->getName() + ": --" + target.option + ": ";
+  if (target.finalised_only && module->getFinalised() == 0)
+    return fail(what + "the module is not finalised; finalise it first");
+  try {
+    if (!print([&] { print_target(target, module); })) return false;
+  } catch (...) {
+    return fail(what + programs::fault_under_way().sentence);
+  }
+  if (!options_.quiet)
+    for (const std::string& path : target.paths(*module, Compilation::target_rules()))
+      std::cout << path << '\n';
+  return true;
+}
+
+/// Writes what is asked for of one module.
+bool Translation::write(Module* module) {
+  if (options_.zuc || (!options_.kiva && options_.targets.empty())) {
+    if (!print([&] { module->save(); })) return false;
+    if (!options_.quiet) {
+      std::string name = options_.output.empty() ? module->getName() : options_.output;
+      if (name.find(".zuc") == std::string::npos) name += ".zuc";
+      std::cout << options_.folder << '/' << name << '\n';
     }
-    if (options_.kiva) {
-      if (!print([&] { module->save_kiva_code(); })) return false;
-      if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
+  }
+  if (options_.kiva) {
+    if (!print([&] { module->save_kiva_code(); })) return false;
+    if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
+  }
+  bool good = true;
+  // What finalises the module comes last: the other texts show it as it is.
+  for (const bool finalises : {false, true})
+    for (const Target* target : options_.targets)
+      if (target->finalises == finalises) good = write_target(module, *target) && good;
+  return good;
+}
+
+std::string Translation::in_module() const {
+  const Module* module = current_ != nullptr ? current_ : TheModule();
+  return module == nullptr ? "" : "module " + module->getName() + ": ";
+}
+
+bool Translation::run(std::set<std::string>& met) {
+  try {
+    if (is_source(file_)) {
+      compile_source();
+    } else if (!read_compiled()) {
+      return false;
     }
+    for (const Module* module : modules_) met.insert(module->getName());
+    if (modules_.size() > 1 && !options_.output.empty())
+      return fail({file_, 0, 0, 0, 0}, "holds several modules; -o names one file");
     bool good = true;
-    // What finalises the module comes last: the other texts show it as it is.
-    for (const bool finalises : {false, true})
-      for (const Target* target : options_.targets)
-        if (target->finalises == finalises) good = write_target(module, *target) && good;
-    return good;
-  }
-
-  std::string Translation::in_module() const {
-    const Module* module = current_ != nullptr ? current_ : TheModule();
-    return module == nullptr ? "" : "module " + module->getName() + ": ";
-  }
-
-  bool Translation::run(std::set<std::string>& met) {
-    try {
-      if (is_source(file_)) {
-        compile_source();
-      } else if (!read_compiled()) {
-        return false;
-      }
-      for (const Module* module : modules_) met.insert(module->getName());
-      if (modules_.size() > 1 && !options_.output.empty())
-        return fail({file_, 0, 0, 0, 0}, "holds several modules; -o names one file");
-      bool good = true;
-      for (Module* module : modules_) {
-        current_ = module;
-        stages_.begin("write " + module->getName());
-        good = write(module) && good;
-      }
-      stages_.end();
-      if (options_.stats) {
-        for (Module* module : modules_) print_size(module);
-        stages_.print(std::cout);
-      }
-      return good;
-    } catch (...) {
-      stages_.end();
-      return fail(programs::fault_under_way(file_, in_module()));
+    for (Module* module : modules_) {
+      current_ = module;
+      stages_.begin("write " + module->getName());
+      good = write(module) && good;
     }
+    stages_.end();
+    if (options_.stats) {
+      for (Module* module : modules_) print_size(module);
+      stages_.print(std::cout);
+    }
+    return good;
+  } catch (...) {
+    stages_.end();
+    return fail(programs::fault_under_way(file_, in_module()));
   }
+}
 
-  }  // namespace
+}  // namespace
 
-  void choose(Options & options) {
-    Compilation::rules() = options.classic ? Rules::classic() : Rules::sound();
-    Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
-    Compilation::target_rules().files = true;  // -d and -o hold for every text
-    Compilation::KeepWiresFlag() = options.keep_wires;
-    Compilation::ForgetLocalsNameFlag() = options.forget_locals;
-    Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;
-    Compilation::DebugFlag() = options.comments;
-    Module::OutputDir() = options.folder;
-    Module::SimulationZucDir() = options.folder;
-    Module::OutputFile() = options.output;
-    Module::CompilationFileList() = &options.files;
-  }
+void choose(Options& options) {
+  Compilation::rules() = options.classic ? Rules::classic() : Rules::sound();
+  Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
+  Compilation::target_rules().files = true;  // -d and -o hold for every text
+  Compilation::KeepWiresFlag() = options.keep_wires;
+  Compilation::ForgetLocalsNameFlag() = options.forget_locals;
+  Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;
+  Compilation::DebugFlag() = options.comments;
+  Module::OutputDir() = options.folder;
+  Module::SimulationZucDir() = options.folder;
+  Module::OutputFile() = options.output;
+  Module::CompilationFileList() = &options.files;
+}
 
-  bool translate(const std::string& file, Options& options, Messages& messages,
-                 std::set<std::string>& met) {
-    const programs::ProgramSession session(&messages);
-    choose(options);
-    return Translation(file, options, messages).run(met);
-  }
+bool translate(const std::string& file, Options& options, Messages& messages,
+               std::set<std::string>& met) {
+  const programs::ProgramSession session(&messages);
+  choose(options);
+  return Translation(file, options, messages).run(met);
+}
 
 }  // namespace kiva::tarn_program

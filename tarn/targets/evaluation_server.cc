@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "base/whole_file.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -271,14 +272,13 @@ int main ()
 void Module::save_kiva_code() const {
   require_cpp_names();
   const std::string file = SimulationZucDir() + "/kiva_" + name + ".cc";
-  std::ofstream out(file);
-  if (!out) {
+  WholeFile whole(file);
+  if (!whole.opened()) {
     report("Cannot open kiva file:" + file, Manner::message);
     return;
   }
-  SIMUL_ZUC_put(out);
-  out.close();
-  if (!out) report("Cannot write kiva file:" + file, Manner::message);
+  SIMUL_ZUC_put(whole.out());
+  if (!whole.finish()) report("Cannot write kiva file:" + file, Manner::message);
 }
 
 void Module::SIMUL_ZUC_put(std::ostream& out) const {

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "base/whole_file.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -18,14 +19,13 @@ void Module::simulate() {
   const std::string path = SimulationDir() + name + ".blif";
   if (std::ifstream(path)) std::cerr << "File: " << path << " already exists. File rewrited.\n";
   if (getFinalised() == 0) finalize(0);
-  std::ofstream out(path);
-  if (!out) {
+  WholeFile whole(path);
+  if (!whole.opened()) {
     report("Cannot open output file: " + path, Manner::message);
     return;
   }
-  BLIF_put(out, Compilation::KeepWiresFlag() ? 0 : 1);
-  out.close();
-  if (!out) {
+  BLIF_put(whole.out(), Compilation::KeepWiresFlag() ? 0 : 1);
+  if (!whole.finish()) {
     report("Cannot write output file: " + path, Manner::message);
     return;
   }

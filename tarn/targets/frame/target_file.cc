@@ -1,9 +1,9 @@
 #include "tarn/targets/frame/target_file.h"
 
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 
+#include "base/whole_file.h"
 #include "tarn/model/module.h"
 #include "tarn/session/diagnostic.h"
 
@@ -23,14 +23,14 @@ void write_print_file(const std::string& path, const std::string& text, const Pr
                       const TargetRules& rules) {
   if ((rules.files || file.tells_existing) && std::filesystem::exists(path))
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
-  std::ofstream out(path);
-  if (!out) {
+  WholeFile whole(path);
+  if (!whole.opened()) {
     if (rules.files || file.tells_failure)
       report("Cannot open output file: " + path, Manner::message);
     return;
   }
-  out << text;
-  if (!out.flush()) report("Cannot write output file: " + path, Manner::message);
+  whole.out() << text;
+  if (!whole.finish()) report("Cannot write output file: " + path, Manner::message);
 }
 
 }  // namespace kiva

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/graph_walk.h"
 #include "tarn/session/diagnostic.h"
 #include "tarn/targets/frame/data_text.h"
 
@@ -166,17 +167,15 @@ void TargetText::take_needed() {
       open.push_back(status(binding->getSignal()));
     }
   std::unordered_set<long> needed;
-  while (!open.empty()) {
-    const long index = open.back();
-    open.pop_back();
-    if (!needed.insert(index).second) continue;
+  const auto enters = [&](long index) { return needed.insert(index).second; };
+  walk_from(std::move(open), enters, [&](long index, auto more) {
     if (auto at = equation_of.find(index); at != equation_of.end()) {
-      for_each_read(*at->second, [&](long read) { open.push_back(read); });
+      for_each_read(*at->second, more);
     } else if (auto state = value_state.find(index); state != value_state.end()) {
       state_.push_back(state->second);
-      open.push_back(state->second.next);
+      more(state->second.next);
     }
-  }
+  });
   std::erase_if(equations_, [&](const TargetEquation& e) { return !needed.contains(e.index); });
 }
 

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "base/graph_walk.h"
 #include "bdd/literal_list.h"
 #include "pert_exp/equation_code.h"
 #include "tarn/model/module.h"
@@ -138,13 +139,11 @@ class ExplicitText {
     std::vector<long> open{status(module_.getRtl())};
     for (const Signal* output : module_.getOutputSignalList()) open.push_back(status(output));
     for (const regclass* reg : module_.getRegisterList()) open.push_back(status(reg->next_var()));
-    while (!open.empty()) {
-      const long index = open.back();
-      open.pop_back();
-      if (index < 0 || !cone_.insert(index).second) continue;
+    const auto enters = [&](long index) { return index >= 0 && cone_.insert(index).second; };
+    walk_from(std::move(open), enters, [&](long index, auto more) {
       if (const bdd f = function_of(wood_, index); f.initialised())
-        for (long read : man_.set_of_index_depend_on(f)) open.push_back(read);
-    }
+        for (long read : man_.set_of_index_depend_on(f)) more(read);
+    });
   }
 
   void take_input(long index) {
