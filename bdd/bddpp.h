@@ -165,13 +165,13 @@ class bddpp_manager {
   bdd Bdd_reduce(const bdd& f, const bdd& c);
   /// A cofactor of f by any c that is not zero: agrees with f on c, and takes no value that f does
   /// not take there. By a product it is Bdd_cube_reduce. f itself for c zero.
-  bdd Bdd_constrain(const bdd& f, const bdd& c);
+  [[nodiscard]] bdd Bdd_constrain(const bdd& f, const bdd& c);
   /// Quantifies all variables of a product of positive literals out of the and of f and g.
-  bdd Bdd_and_exist(const bdd& f, const bdd& g, const bdd& variables);
+  [[nodiscard]] bdd Bdd_and_exist(const bdd& f, const bdd& g, const bdd& variables);
   /// Substitutes g for the variable v; zero when v is no variable.
   bdd Bdd_compose(const bdd& f, const bdd& v, const bdd& g);
   /// Substitutes at once for the variable of each given index; later entries win.
-  bdd Bdd_vector_compose(const bdd& f, const std::vector<std::pair<long, bdd>>& values);
+  [[nodiscard]] bdd Bdd_vector_compose(const bdd& f, const std::vector<std::pair<long, bdd>>& values);
   /// `map` gives the new index of each old index.
   bdd Bdd_replace_vars(const bdd& f, const long* map);
   /// Each part of the diagram that tests index n or more becomes one.

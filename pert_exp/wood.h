@@ -280,6 +280,12 @@ class Bddexpressionwood {
   template <class Change>
   void change_functions(Change change);
   bool has_abstract_reader(long index) const;
+  /// Puts constants into their readers until nothing changes; gives the equations that are constant
+  /// and were read.
+  std::vector<long> spread_constants();
+  /// Among `open`, the variable without computed equation that the members of `loops` read most; -1
+  /// for none.
+  long most_read(const std::list<long>& loops, const index_set& open) const;
   /// Puts the function of `index` into its boolean readers, and forgets the readers without
   /// equation.
   void inline_into_readers(long index);

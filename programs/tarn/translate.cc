@@ -7,12 +7,7 @@
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
-<<<<<<< HEAD
-#include "tarn/model/sexception.h"
-#include "tarn/model/source_span.h"
 #include "tarn/targets/frame/target_rules.h"
-=======
->>>>>>> main
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/rules.h"
 
@@ -103,17 +98,9 @@ bool Translation::write_target(Module* module, const Target& target) {
   if (target.finalised_only && module->getFinalised() == 0)
     return fail(what + "the module is not finalised; finalise it first");
   try {
-<<<<<<< HEAD
     if (!print([&] { print_target(target, module); })) return false;
-  } catch (const LibraryException& exception) {
-    return fail(what + exception.text());
-  } catch (const ToldEnd&) {
-    return fail(what + "refused, for the reason above");
-=======
-    if (!print([&] { target.print(module); })) return false;
   } catch (...) {
     return fail(what + programs::fault_under_way().sentence);
->>>>>>> main
   }
   if (!options_.quiet)
     for (const std::string& path : target.paths(*module, Compilation::target_rules()))

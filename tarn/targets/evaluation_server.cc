@@ -10,10 +10,10 @@
 #include <fstream>
 #include <iostream>
 
-#include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -273,12 +273,12 @@ void Module::save_kiva_code() const {
   const std::string file = SimulationZucDir() + "/kiva_" + name + ".cc";
   std::ofstream out(file);
   if (!out) {
-    fl_show_Smessages("Cannot open kiva file:" + file);
+    report("Cannot open kiva file:" + file, Manner::message);
     return;
   }
   SIMUL_ZUC_put(out);
   out.close();
-  if (!out) fl_show_Smessages("Cannot write kiva file:" + file);
+  if (!out) report("Cannot write kiva file:" + file, Manner::message);
 }
 
 void Module::SIMUL_ZUC_put(std::ostream& out) const {

@@ -6,10 +6,10 @@
 #include <fstream>
 #include <iostream>
 
-#include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -20,20 +20,20 @@ void Module::simulate() {
   if (getFinalised() == 0) finalize(0);
   std::ofstream out(path);
   if (!out) {
-    fl_show_Smessages("Cannot open output file: " + path);
+    report("Cannot open output file: " + path, Manner::message);
     return;
   }
   BLIF_put(out, Compilation::KeepWiresFlag() ? 0 : 1);
   out.close();
   if (!out) {
-    fl_show_Smessages("Cannot write output file: " + path);
+    report("Cannot write output file: " + path, Manner::message);
     return;
   }
   const std::string command = "gate_runner " + SimulationDir() + name;
   const int status = std::system(command.c_str());
   constexpr int not_found = 127;  // the shell's answer
   if (status == -1 || (WIFEXITED(status) && WEXITSTATUS(status) == not_found))
-    fl_show_Smessages("Cannot run: " + command);
+    report("Cannot run: " + command, Manner::message);
 }
 
 }  // namespace kiva

@@ -18,7 +18,6 @@
 
 #include <iostream>
 
-#include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/automaton.h"
@@ -201,8 +200,9 @@ void AutomatonCircuit::compile_runs() {
 bdd AutomatonCircuit::ends_normally(const Arc& arc) {
   const State& state = *arc.from->state;
   if (state.run == nullptr) {
-    fl_show_Smessages("Warning: No found Run module about state " + state.name +
-                      ": Normal Terminaison has no effect ...");
+    report("Warning: No found Run module about state " + state.name +
+               ": Normal Terminaison has no effect ...",
+           Manner::message, Severity::warning);
     return wood_->Bdd_zero();
   }
   const bdd ended = And(arc.from->here, truth(Circuit::rtl(*state.run)));
@@ -219,8 +219,9 @@ bdd AutomatonCircuit::fires(const Arc& arc) {
     case Transition::normal_termination:
       return ends_normally(arc);
     default:
-      fl_show_Smessages("Warning: Skipping TRANSITION " + std::to_string(arc.from->state->number) +
-                        " " + std::to_string(arc.to_code) + ": unknown type ...");
+      report("Warning: Skipping TRANSITION " + std::to_string(arc.from->state->number) + " " +
+                 std::to_string(arc.to_code) + ": unknown type ...",
+             Manner::message, Severity::warning);
       return wood_->Bdd_zero();
   }
 }
@@ -327,13 +328,13 @@ void Automaton::ident_states_transitions(std::list<Transition*>::const_iterator 
   from_code = 0;
   if (!t.initial) {
     if (t.from == nullptr) {
-      fl_show_Smessages("PROBLEM DETECTED ABOUT FIRST STATE!!!");
+      report("PROBLEM DETECTED ABOUT FIRST STATE!!!", Manner::message);
     } else {
       from_code = t.from->number;
     }
   }
   if (t.to == nullptr) {
-    fl_show_Smessages("PROBLEM DETECTED ABOUT FINAL STATE!!!");
+    report("PROBLEM DETECTED ABOUT FINAL STATE!!!", Manner::message);
     to_code = (1 << nbits) - 1;
   } else {
     to_code = t.to->number;

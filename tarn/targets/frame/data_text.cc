@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "base/graph_walk.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/depth_guard.h"
 #include "tarn/model/sexception.h"
@@ -112,17 +113,15 @@ std::set<const ConstantDecl*> constants_read(const Module& module) {
   std::vector<const DataExpr*> open;
   if (module.getDataTable() != nullptr)
     for (const auto& [bound, binding] : *module.getDataTable()) open.push_back(binding->getValue());
-  while (!open.empty()) {
-    const DataExpr* e = open.back();
-    open.pop_back();
-    if (!seen.insert(e).second) continue;
+  const auto enters = [&](const DataExpr* e) { return seen.insert(e).second; };
+  walk_from(std::move(open), enters, [&](const DataExpr* e, auto more) {
     if (e->isDataConstant())
       if (const ConstantDecl* constant = constant_of(*e)) {
         constants.insert(constant);
-        if (constant->getValue() != nullptr) open.push_back(constant->getValue());
+        if (constant->getValue() != nullptr) more(constant->getValue());
       }
-    for (const DataExpr* operand : e->operands()) open.push_back(operand);
-  }
+    for (const DataExpr* operand : e->operands()) more(operand);
+  });
   return constants;
 }
 

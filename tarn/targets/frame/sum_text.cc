@@ -3,35 +3,30 @@
 #include <algorithm>
 #include <map>
 
+#include "base/graph_walk.h"
 #include "bdd/literal_list.h"
 #include "tarn/model/sexception.h"
 
 namespace kiva {
 
 long count_products(const bdd& f, long limit) {
-  // Bottom up with an own stack: diagrams are deep. Each function of the diagram is counted once.
+  // Each function of the diagram is counted once.
   using Key = std::pair<const bdd_node*, int>;
   bddpp_manager& m = *f.manager_ref();
   std::map<Key, long> paths;
-  std::vector<bdd> open{f};
   const auto key = [](const bdd& g) { return Key(g.node(), g.link_type()); };
-  while (!open.empty()) {
-    const bdd g = open.back();
-    if (paths.contains(key(g))) {
-      open.pop_back();
-      continue;
-    }
-    if (m.Bdd_is_tautology(g)) {
-      paths[key(g)] = m.Bdd_is_one_tautologic(g) != 0 ? 1 : 0;
-      continue;
-    }
-    const bdd one = m.Bdd_then(g), zero = m.Bdd_else(g);
-    const auto at_one = paths.find(key(one)), at_zero = paths.find(key(zero));
-    if (at_one == paths.end()) open.push_back(one);
-    if (at_zero == paths.end()) open.push_back(zero);
-    if (at_one != paths.end() && at_zero != paths.end())
-      paths[key(g)] = std::min(limit, at_one->second + at_zero->second);
-  }
+  const auto counted = [&](const bdd& g) { return paths.contains(key(g)); };
+  const auto halves = [&m](const bdd& g, auto ask) {
+    if (m.Bdd_is_tautology(g)) return;
+    ask(m.Bdd_then(g));
+    ask(m.Bdd_else(g));
+  };
+  walk_from_below(f, counted, halves, [&](const bdd& g) {
+    paths[key(g)] =
+        m.Bdd_is_tautology(g)
+            ? m.Bdd_is_one_tautologic(g)
+            : std::min(limit, paths.at(key(m.Bdd_then(g))) + paths.at(key(m.Bdd_else(g))));
+  });
   return paths[key(f)];
 }
 

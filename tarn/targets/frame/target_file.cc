@@ -4,8 +4,8 @@
 #include <fstream>
 #include <iostream>
 
-#include "forms/forms.h"
 #include "tarn/model/module.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -25,11 +25,12 @@ void write_print_file(const std::string& path, const std::string& text, const Pr
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
   std::ofstream out(path);
   if (!out) {
-    if (rules.files || file.tells_failure) fl_show_Smessages("Cannot open output file: " + path);
+    if (rules.files || file.tells_failure)
+      report("Cannot open output file: " + path, Manner::message);
     return;
   }
   out << text;
-  if (!out.flush()) fl_show_Smessages("Cannot write output file: " + path);
+  if (!out.flush()) report("Cannot write output file: " + path, Manner::message);
 }
 
 }  // namespace kiva

@@ -11,428 +11,423 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "base/graph_walk.h"
 #include "bdd/literal_list.h"
 #include "pert_exp/equation_code.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
-<<<<<<< HEAD:tarn/targets/languages/wren.cc
+#include "tarn/session/diagnostic.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_names.h"
-    =======
-#include "tarn/session/diagnostic.h"
-    >>>>>>> main:tarn/formats/wren.cc
 
-    namespace kiva {
+namespace kiva {
 
-  namespace {
+namespace {
 
-  constexpr size_t most_states = 255;
-  constexpr int most_transitions = 256;
+constexpr size_t most_states = 255;
+constexpr int most_transitions = 256;
 
-  const NameShape explicit_shape{.target = "explicit automaton"};
+const NameShape explicit_shape{.target = "explicit automaton"};
 
-  /// The right member of an index; without handle where nothing computes it.
-  bdd function_of(Bddexpressionwood& wood, long index) {
-    const Bddexpression* e = index < 0 ? nullptr : wood.Exp_table()[index];
-    return e == nullptr || e->getAbstraction() != 0 ? bdd() : e->my_bdd_exp();
+/// The right member of an index; without handle where nothing computes it.
+bdd function_of(Bddexpressionwood& wood, long index) {
+  const Bddexpression* e = index < 0 ? nullptr : wood.Exp_table()[index];
+  return e == nullptr || e->getAbstraction() != 0 ? bdd() : e->my_bdd_exp();
+}
+
+/// Functions by variable index.
+class Functions {
+ public:
+  /// Of all equations in a state, over inputs.
+  Functions(Bddexpressionwood& wood, const bdd& state)
+      : man_(*wood.my_bdd_manager()), state_(state) {
+    for (long index : wood.earliest_sort()) {
+      bdd f = function_of(wood, index);
+      if (!f.initialised()) continue;
+      f = man_.Bdd_cube_reduce(f, state);
+      for (long read : man_.set_of_index_depend_on(f))
+        if (auto at = functions_.find(read); at != functions_.end())
+          f = man_.Bdd_compose(f, man_.Bdd_var_by_index(read), at->second);
+      functions_[index] = f;
+    }
   }
 
-  /// Functions by variable index.
-  class Functions {
-   public:
-    /// Of all equations in a state, over inputs.
-    Functions(Bddexpressionwood& wood, const bdd& state)
-        : man_(*wood.my_bdd_manager()), state_(state) {
-      for (long index : wood.earliest_sort()) {
-        bdd f = function_of(wood, index);
-        if (!f.initialised()) continue;
-        f = man_.Bdd_cube_reduce(f, state);
-        for (long read : man_.set_of_index_depend_on(f))
-          if (auto at = functions_.find(read); at != functions_.end())
-            f = man_.Bdd_compose(f, man_.Bdd_var_by_index(read), at->second);
-        functions_[index] = f;
-      }
-    }
-
-    /// The variable itself, as the state has it, where nothing computes it.
-    bdd operator[](long index) const {
-      auto at = functions_.find(index);
-      return at != functions_.end() ? at->second
-                                    : man_.Bdd_cube_reduce(man_.Bdd_var_by_index(index), state_);
-    }
-
-   private:
-    bddpp_manager& man_;
-    bdd state_;
-    std::unordered_map<long, bdd> functions_;
-  };
-
-  /// The assignment to an element of the context, a sum of products over its elements, which stand
-  /// in brackets if wanted.
-  void put_equation(std::ostream& out, const std::string& array, long index, const bdd& f,
-                    bool brackets = false) {
-    std::ostringstream sum;
-    const std::string or_text = brackets ? ") || (" : " || ";
-    f.manager_ref()->Print_wren_sop(or_text, " && ", "!", "", sum, f, array, 0);
-    const bool around = brackets && sum.str().find(or_text) != std::string::npos;
-    out << "   " << array << '[' << index << "]= " << (around ? "(" : "") << sum.str()
-        << (around ? ");\n" : ";\n");
+  /// The variable itself, as the state has it, where nothing computes it.
+  bdd operator[](long index) const {
+    auto at = functions_.find(index);
+    return at != functions_.end() ? at->second
+                                  : man_.Bdd_cube_reduce(man_.Bdd_var_by_index(index), state_);
   }
 
-  class ExplicitText {
-   public:
-    ExplicitText(Module* module, const TargetRules& rules)
-        : module_(*module),
-          rules_(rules),
-          whole_(rules.own),
-          wood_(*module->getBddWood()),
-          man_(*wood_.my_bdd_manager()),
-          names_(explicit_shape, rules.names) {
-      wood_.update_bdd_vars();
-      if (rules.own) check();
-      take_cone();
-      for (const Signal* input : module_.getInputSignalList()) take_input(status(input));
-      if (rules_.complete) take_further_inputs();
-      take_states();
+ private:
+  bddpp_manager& man_;
+  bdd state_;
+  std::unordered_map<long, bdd> functions_;
+};
+
+/// The assignment to an element of the context, a sum of products over its elements, which stand in
+/// brackets if wanted.
+void put_equation(std::ostream& out, const std::string& array, long index, const bdd& f,
+                  bool brackets = false) {
+  std::ostringstream sum;
+  const std::string or_text = brackets ? ") || (" : " || ";
+  f.manager_ref()->Print_wren_sop(or_text, " && ", "!", "", sum, f, array, 0);
+  const bool around = brackets && sum.str().find(or_text) != std::string::npos;
+  out << "   " << array << '[' << index << "]= " << (around ? "(" : "") << sum.str()
+      << (around ? ");\n" : ";\n");
+}
+
+class ExplicitText {
+ public:
+  ExplicitText(Module* module, const TargetRules& rules)
+      : module_(*module),
+        rules_(rules),
+        whole_(rules.own),
+        wood_(*module->getBddWood()),
+        man_(*wood_.my_bdd_manager()),
+        names_(explicit_shape, rules.names) {
+    wood_.update_bdd_vars();
+    if (rules.own) check();
+    take_cone();
+    for (const Signal* input : module_.getInputSignalList()) take_input(status(input));
+    if (rules_.complete) take_further_inputs();
+    take_states();
+  }
+
+  void put(std::ostream& out) {
+    const auto& states = states_;
+    out << "# Automaton:" << module_.getName()
+        << ".sce file\n# generated by wRen \n\nnstates: " << states.size()
+        << "\ncontextsize: " << wood_.Nb_bdd_vars() << "\nninputs: " << inputs_.size()
+        << "\n\n# Transition function body: Boolean equations + braces (use _c[])\nTransition @\n";
+    put_context(out);
+    put_outputs(out);
+    put_next_state(out);
+    out << "  return result;\n@\n# Awaited and Trigger inputs debugging\n"
+           "# State variable : --> decimal conversion\n";
+    unsigned long long value = 1;
+    for (const regclass* reg : module_.getRegisterList()) {
+      out << "# " << man_.Name_var_by_index(status(reg->actual_var())) << ": --> +" << value
+          << '\n';
+      value *= 2;
     }
+    put_awaited(out);
+    out << "# Input mapping (indices in input list)\nInputs @\n";
+    for (const std::string& name : input_names_) out << name << '\n';
+    out << "@\n";
+  }
 
-    void put(std::ostream& out) {
-      const auto& states = states_;
-      out << "# Automaton:" << module_.getName()
-          << ".sce file\n# generated by wRen \n\nnstates: " << states.size()
-          << "\ncontextsize: " << wood_.Nb_bdd_vars() << "\nninputs: " << inputs_.size()
-          << "\n\n# Transition function body: Boolean equations + braces (use _c[])\nTransition "
-             "@\n";
-      put_context(out);
-      put_outputs(out);
-      put_next_state(out);
-      out << "  return result;\n@\n# Awaited and Trigger inputs debugging\n"
-             "# State variable : --> decimal conversion\n";
-      unsigned long long value = 1;
-      for (const regclass* reg : module_.getRegisterList()) {
-        out << "# " << man_.Name_var_by_index(status(reg->actual_var())) << ": --> +" << value
-            << '\n';
-        value *= 2;
-      }
-      put_awaited(out);
-      out << "# Input mapping (indices in input list)\nInputs @\n";
-      for (const std::string& name : input_names_) out << name << '\n';
-      out << "@\n";
+ private:
+  long status(const Signal* signal) const {
+    return signal->isOutput() ? signal->getInitialBddStatusId(&module_, &wood_)
+                              : signal->getBddStatusId(&module_, &wood_);
+  }
+
+  void check() const {
+    const size_t outputs = module_.getOutputSignalList().size();
+    const bool has_rtl =
+        module_.getRtl() != nullptr && function_of(wood_, status(module_.getRtl())).initialised();
+    if (outputs == 3 && has_rtl) return;
+    throw IllegalOperationException(
+        "the explicit automaton needs three outputs and an equation of the rtl wire;",
+        std::to_string(outputs) + " outputs, " +
+            (has_rtl ? "an rtl equation" : "no rtl equation (tarn --keep-rtl keeps it)"));
+  }
+
+  /// What the outputs, rtl and the next state depend on.
+  void take_cone() {
+    std::vector<long> open{status(module_.getRtl())};
+    for (const Signal* output : module_.getOutputSignalList()) open.push_back(status(output));
+    for (const regclass* reg : module_.getRegisterList()) open.push_back(status(reg->next_var()));
+    const auto enters = [&](long index) { return index >= 0 && cone_.insert(index).second; };
+    walk_from(std::move(open), enters, [&](long index, auto more) {
+      if (const bdd f = function_of(wood_, index); f.initialised())
+        for (long read : man_.set_of_index_depend_on(f)) more(read);
+    });
+  }
+
+  void take_input(long index) {
+    const SignalRef* ref = module_.getSignalManager()->getSignalRefById(index, &wood_);
+    const std::string wood_name = man_.Name_var_by_index(index);
+    const std::string name = ref == nullptr || !rules_.names ? wood_name : ref->getOriginalName();
+    inputs_.push_back(index);
+    input_names_.push_back(names_.give(name, "signal", name));
+  }
+
+  void take_further_inputs() {
+    std::unordered_set<long> given(inputs_.begin(), inputs_.end());
+    for (const regclass* reg : module_.getRegisterList()) given.insert(status(reg->actual_var()));
+    for (long index : std::set<long>(cone_.begin(), cone_.end())) {
+      if (given.contains(index) || function_of(wood_, index).initialised()) continue;
+      take_input(index);
+      std::cerr << explicit_shape.target << ": " << input_names_.back()
+                << ": nothing computes this; it is a further input\n";
     }
+  }
 
-   private:
-    long status(const Signal* signal) const {
-      return signal->isOutput() ? signal->getInitialBddStatusId(&module_, &wood_)
-                                : signal->getBddStatusId(&module_, &wood_);
+  void take_states() {
+    bdd initial = man_.Bdd_one();
+    for (const regclass* reg : module_.getRegisterList()) {
+      const bdd variable = man_.Bdd_var_by_index(status(reg->actual_var()));
+      initial =
+          man_.Bdd_and(initial, reg->is_initialy_true() != 0 ? variable : man_.Bdd_not(variable));
     }
-
-    void check() const {
-      const size_t outputs = module_.getOutputSignalList().size();
-      const bool has_rtl =
-          module_.getRtl() != nullptr && function_of(wood_, status(module_.getRtl())).initialised();
-      if (outputs == 3 && has_rtl) return;
-      throw IllegalOperationException(
-          "the explicit automaton needs three outputs and an equation of the rtl wire;",
-          std::to_string(outputs) + " outputs, " +
-              (has_rtl ? "an rtl equation" : "no rtl equation (tarn --keep-rtl keeps it)"));
-    }
-
-    /// What the outputs, rtl and the next state depend on.
-    void take_cone() {
-      std::vector<long> open{status(module_.getRtl())};
-      for (const Signal* output : module_.getOutputSignalList()) open.push_back(status(output));
-      for (const regclass* reg : module_.getRegisterList()) open.push_back(status(reg->next_var()));
-      while (!open.empty()) {
-        const long index = open.back();
-        open.pop_back();
-        if (index < 0 || !cone_.insert(index).second) continue;
-        if (const bdd f = function_of(wood_, index); f.initialised())
-          for (long read : man_.set_of_index_depend_on(f)) open.push_back(read);
-      }
-    }
-
-    void take_input(long index) {
-      const SignalRef* ref = module_.getSignalManager()->getSignalRefById(index, &wood_);
-      const std::string wood_name = man_.Name_var_by_index(index);
-      const std::string name = ref == nullptr || !rules_.names ? wood_name : ref->getOriginalName();
-      inputs_.push_back(index);
-      input_names_.push_back(names_.give(name, "signal", name));
-    }
-
-    void take_further_inputs() {
-      std::unordered_set<long> given(inputs_.begin(), inputs_.end());
-      for (const regclass* reg : module_.getRegisterList()) given.insert(status(reg->actual_var()));
-      for (long index : std::set<long>(cone_.begin(), cone_.end())) {
-        if (given.contains(index) || function_of(wood_, index).initialised()) continue;
-        take_input(index);
-        std::cerr << explicit_shape.target << ": " << input_names_.back()
-                  << ": nothing computes this; it is a further input\n";
-      }
-    }
-
-    void take_states() {
-      bdd initial = man_.Bdd_one();
-      for (const regclass* reg : module_.getRegisterList()) {
-        const bdd variable = man_.Bdd_var_by_index(status(reg->actual_var()));
-        initial =
-            man_.Bdd_and(initial, reg->is_initialy_true() != 0 ? variable : man_.Bdd_not(variable));
-      }
-      const auto enter = [&](const bdd& state) {
-        const int code = module_.state_corres(state);
-        if (code < 0) refuse_states();
-        if (static_cast<size_t>(code) == states_.size()) states_.push_back(state);
-      };
-      enter(initial);
-      std::vector<bdd> transitions(2 * most_transitions);
-      for (size_t id = 0; id < states_.size(); ++id) {
-        const int count =
-            module_.real_possible_transitions(states_[id], man_.Bdd_one(), transitions.data());
-        if (!rules_.quiet) std::cerr << "stateId= " << id << "nb transitions: " << count << '\n';
-        bdd leaves = man_.Bdd_zero();
-        for (int i = 0; i < count; ++i) {
-          if (!rules_.quiet) std::cerr << "founding about transition " << i << ": \n";
-          const bdd& next = transitions[static_cast<size_t>(2 * i + 1)];
-          if (man_.Bdd_equiv(next, states_[id]) == 0)
-            leaves = man_.Bdd_or(leaves, transitions[static_cast<size_t>(2 * i)]);
-          enter(next);
-        }
-        leaving_.push_back(leaves);
-      }
-    }
-
-    [[noreturn]] void refuse_states() const {
-      if (whole_)
-        throw IllegalOperationException("more states than an explicit automaton can have:",
-                                        std::to_string(most_states));
-      end_with("TOO MANY STATES DETECTED! aborted ...");
-    }
-
-    void put_context(std::ostream& out) const {
-      out << "  // inputs to context conversion\n";
-      for (size_t j = 0; j < inputs_.size(); ++j)
-        out << "  _c[" << inputs_[j] << "]= (inputset.find (" << j << ") != inputset.end()); \n";
-      out << "  // state to context conversion\n";
-      for (const regclass* reg : module_.getRegisterList()) {
-        const long index = status(reg->actual_var());
-        out << "  _c[" << index << "]= ";
-        const char* separator = "";
-        for (size_t code = 0; code < states_.size(); ++code) {
-          if (man_.Bdd_imply(states_[code], man_.Bdd_var_by_index(index)) == 0) continue;
-          out << separator << "(state == " << code << ")";
-          separator = " || ";
-        }
-        out << (*separator == '\0' && whole_ ? "false;\n" : ";\n");
-      }
-      out << "  // context interpretation\n";
-      if (!rules_.needed_only) {
-        wood_.Put_wren(out, "_c");
-        return;
-      }
-      for (long index : wood_.earliest_sort())
-        if (const bdd f = function_of(wood_, index); f.initialised() && cone_.contains(index))
-          put_equation(out, "_c", index, f, rules_.brackets);
-    }
-
-    void put_outputs(std::ostream& out) const {
-      out << "  // context to outputs conversion\n  out=CONTINUE;\n  if(_c["
-          << status(module_.getRtl()) << "])\n    {\n";
-      const signal_list& outputs = module_.getOutputSignalList();
-      if (outputs.size() != 3) {
-        end_with("Bad Number of outputs! Aborted ...");
-      }
-      std::string indent = "      ";
-      const char* before = "";
-      size_t k = 0;
-      for (const char* result : {"out=START;", "out =SUCCES;", "out =FAILURE;"}) {
-        out << before << indent << "if(_c[" << status(outputs[k++]) << "])\n"
-            << indent << "  " << result << '\n';
-        before = k == 1 ? "      else\n" : "        else\n";
-        indent += "  ";
-      }
-      out << "    }\n";
-    }
-
-    void put_next_state(std::ostream& out) const {
-      out << "  //  extract next state from context\n  unsigned result" << (whole_ ? "= 0" : "")
-          << ";\n";
-      std::unordered_map<long, long> next_of;
-      for (const regclass* reg : module_.getRegisterList())
-        next_of.emplace(status(reg->actual_var()), status(reg->next_var()));
-      for (size_t code = 0; code < states_.size(); ++code) {
-        std::string condition;
-        if (next_of.empty()) {
-          condition = "true";
-        } else {
-          for (int literal : literals_of(man_, states_[code]))
-            condition += (condition.empty() ? "" : " && ") +
-                         std::string(literal % 2 == 0 ? "!" : "") + "_c[" +
-                         std::to_string(next_of.at(literal / 2)) + "]";
-        }
-        out << "  if(" << condition << ") { result=" << code << ";}\n";
-      }
-    }
-
-    /// Of each state the inputs that the reaction, and that leaving the state, can need.
-    void put_awaited(std::ostream& out) const {
-      std::vector<std::vector<bdd>> reactions;
-      for (size_t code = 0; code < states_.size(); ++code) {
-        const Functions functions(wood_, states_[code]);
-        std::vector<bdd> reaction{functions[status(module_.getRtl())]};
-        for (const Signal* output : module_.getOutputSignalList())
-          reaction.push_back(functions[status(output)]);
-        for (const regclass* reg : module_.getRegisterList())
-          reaction.push_back(functions[status(reg->next_var())]);
-        reactions.push_back(std::move(reaction));
-      }
-      const auto put_section = [&](const char* title, bool reaction, auto awaited) {
-        out << title << " @\n";
-        for (size_t code = 0; code < states_.size(); ++code) {
-          const std::vector<bdd> parts =
-              reaction ? reactions[code] : std::vector<bdd>{leaving_[code]};
-          std::vector<std::string> names;
-          for (size_t j = 0; j < module_.getInputSignalList().size(); ++j)
-            for (const bdd& part : parts)
-              if (awaited(&module_, part, module_.getInputSignalList()[j]) != 0) {
-                names.push_back(input_names_[j]);
-                break;
-              }
-          out << code;
-          wren_setput(out, names);
-          out << '\n';
-        }
-        out << "@\n";
-      };
-      put_section("Awaited", true, quadrival_var_true_awaited);
-      put_section("Awaitednot", true, quadrival_var_false_awaited);
-      put_section("Trigger", false, quadrival_var_true_awaited);
-      put_section("Triggernot", false, quadrival_var_false_awaited);
-    }
-
-    Module& module_;
-    const TargetRules& rules_;
-    /// What it needs is looked for first, and refused with the reason; else it is written as far as
-    /// it goes. An element of the context that no state sets is false, and the result has a value.
-    bool whole_;
-    Bddexpressionwood& wood_;
-    bddpp_manager& man_;
-    TargetNames names_;
-    std::unordered_set<long> cone_;
-    std::vector<long> inputs_;
-    std::vector<std::string> input_names_;
-    std::vector<bdd> states_;
-    std::vector<bdd> leaving_;  ///< by state: the condition of leaving it
-  };
-
-  int awaited(Module* module, const bdd& b, const Signal* signal, bool state) {
-    Bddexpressionwood* wood = module->getBddWood();
-    bddpp_manager& man = *wood->my_bdd_manager();
-    const long status_id = signal->getBddStatusId(module, wood);
-    const long value_id = signal->getBddValueId(module, wood);
-    const auto depends = [&](long id) {
-      return id >= 0 && man.set_of_index_depend_on(b).contains(id);
+    const auto enter = [&](const bdd& state) {
+      const int code = module_.state_corres(state);
+      if (code < 0) refuse_states();
+      if (static_cast<size_t>(code) == states_.size()) states_.push_back(state);
     };
-    if (!depends(status_id) && !depends(value_id)) return 0;
-    const bdd variable = man.Bdd_var_by_index(status_id);
-    const bdd known = depends(value_id) ? man.Bdd_compose(b, man.Bdd_var_by_index(value_id),
-                                                          man.Bdd_not(variable))
-                                        : b;
-    return man.Bdd_is_zero_tautologic(
-               man.Bdd_cube_reduce(known, state ? variable : man.Bdd_not(variable))) == 0;
-  }
-
-  void put_module(const TargetJob& job) {
-    job.module->forget_states();
-    ExplicitText(job.module, job.rules).put(job.out);
-  }
-
-  }  // namespace
-
-  extern const Target wren_target{.option = "explicit",
-                                  .help = "explicit automaton, .sce",
-                                  .file = {.extension = ".sce"},
-                                  .put = put_module,
-                                  .finalised_only = true};
-
-  // The told operations of other classes.
-
-  int quadrival_var_true_awaited(Module * module, const bdd& b, const Signal* signal) {
-    return awaited(module, b, signal, true);
-  }
-
-  int quadrival_var_false_awaited(Module * module, const bdd& b, const Signal* signal) {
-    return awaited(module, b, signal, false);
-  }
-
-  void wren_setput(std::ostream & out, const std::vector<std::string>& names) {
-    out << ": ";
-    const char* separator = "";
-    for (const std::string& name : names) {
-      out << separator << name;
-      separator = " ";
+    enter(initial);
+    std::vector<bdd> transitions(2 * most_transitions);
+    for (size_t id = 0; id < states_.size(); ++id) {
+      const int count =
+          module_.real_possible_transitions(states_[id], man_.Bdd_one(), transitions.data());
+      if (!rules_.quiet) std::cerr << "stateId= " << id << "nb transitions: " << count << '\n';
+      bdd leaves = man_.Bdd_zero();
+      for (int i = 0; i < count; ++i) {
+        if (!rules_.quiet) std::cerr << "founding about transition " << i << ": \n";
+        const bdd& next = transitions[static_cast<size_t>(2 * i + 1)];
+        if (man_.Bdd_equiv(next, states_[id]) == 0)
+          leaves = man_.Bdd_or(leaves, transitions[static_cast<size_t>(2 * i)]);
+        enter(next);
+      }
+      leaving_.push_back(leaves);
     }
   }
 
-  int Module::real_possible_transitions(const bdd& state, const bdd& care, bdd* out) {
-    Bddexpressionwood& wood = *getBddWood();
-    bddpp_manager& man = *wood.my_bdd_manager();
-    const Functions functions(wood, state);
-    std::vector<std::pair<bdd, bdd>> parts;
-    if (man.Bdd_is_zero_tautologic(care) == 0) parts.push_back({care, man.Bdd_one()});
-    for (const regclass* reg : register_list) {
-      const bdd variable = man.Bdd_var_by_index(reg->actual_var()->getBddStatusId(this, &wood));
-      const bdd next = functions[reg->next_var()->getBddStatusId(this, &wood)];
-      std::vector<std::pair<bdd, bdd>> split;
-      for (const auto& [condition, to] : parts)
-        for (bool holds : {true, false}) {
-          const bdd part = man.Bdd_and(condition, holds ? next : man.Bdd_not(next));
-          if (man.Bdd_is_zero_tautologic(part) == 0 && split.size() < most_transitions)
-            split.push_back({part, man.Bdd_and(to, holds ? variable : man.Bdd_not(variable))});
-        }
-      parts = std::move(split);
+  [[noreturn]] void refuse_states() const {
+    if (whole_)
+      throw IllegalOperationException("more states than an explicit automaton can have:",
+                                      std::to_string(most_states));
+    end_with("TOO MANY STATES DETECTED! aborted ...");
+  }
+
+  void put_context(std::ostream& out) const {
+    out << "  // inputs to context conversion\n";
+    for (size_t j = 0; j < inputs_.size(); ++j)
+      out << "  _c[" << inputs_[j] << "]= (inputset.find (" << j << ") != inputset.end()); \n";
+    out << "  // state to context conversion\n";
+    for (const regclass* reg : module_.getRegisterList()) {
+      const long index = status(reg->actual_var());
+      out << "  _c[" << index << "]= ";
+      const char* separator = "";
+      for (size_t code = 0; code < states_.size(); ++code) {
+        if (man_.Bdd_imply(states_[code], man_.Bdd_var_by_index(index)) == 0) continue;
+        out << separator << "(state == " << code << ")";
+        separator = " || ";
+      }
+      out << (*separator == '\0' && whole_ ? "false;\n" : ";\n");
     }
-    for (size_t i = 0; i < parts.size(); ++i) {
-      out[2 * i] = parts[i].first;
-      out[2 * i + 1] = parts[i].second;
+    out << "  // context interpretation\n";
+    if (!rules_.needed_only) {
+      wood_.Put_wren(out, "_c");
+      return;
     }
-    return static_cast<int>(parts.size());
+    for (long index : wood_.earliest_sort())
+      if (const bdd f = function_of(wood_, index); f.initialised() && cone_.contains(index))
+        put_equation(out, "_c", index, f, rules_.brackets);
   }
 
-  bdd Module::next_state(const bdd& state, const bdd& input) {
-    Bddexpressionwood& wood = *getBddWood();
-    bddpp_manager& man = *wood.my_bdd_manager();
-    const Functions functions(wood, state);
-    bdd next = man.Bdd_one();
-    for (const regclass* reg : register_list) {
-      const bdd variable = man.Bdd_var_by_index(reg->actual_var()->getBddStatusId(this, &wood));
-      const bdd value = functions[reg->next_var()->getBddStatusId(this, &wood)];
-      if (man.Bdd_imply(input, value) != 0)
-        next = man.Bdd_and(next, variable);
-      else if (man.Bdds_excl(input, value) != 0)
-        next = man.Bdd_and(next, man.Bdd_not(variable));
+  void put_outputs(std::ostream& out) const {
+    out << "  // context to outputs conversion\n  out=CONTINUE;\n  if(_c["
+        << status(module_.getRtl()) << "])\n    {\n";
+    const signal_list& outputs = module_.getOutputSignalList();
+    if (outputs.size() != 3) {
+      end_with("Bad Number of outputs! Aborted ...");
     }
-    return next;
+    std::string indent = "      ";
+    const char* before = "";
+    size_t k = 0;
+    for (const char* result : {"out=START;", "out =SUCCES;", "out =FAILURE;"}) {
+      out << before << indent << "if(_c[" << status(outputs[k++]) << "])\n"
+          << indent << "  " << result << '\n';
+      before = k == 1 ? "      else\n" : "        else\n";
+      indent += "  ";
+    }
+    out << "    }\n";
   }
 
-  int Module::state_corres(const bdd& state) {
-    bddpp_manager& man = *getBddWood()->my_bdd_manager();
-    for (size_t code = 0; code < explicit_states.size(); ++code)
-      if (man.Bdd_equiv(explicit_states[code], state) != 0) return static_cast<int>(code);
-    if (explicit_states.size() == most_states) return -1;
-    explicit_states.push_back(state);
-    return static_cast<int>(explicit_states.size()) - 1;
+  void put_next_state(std::ostream& out) const {
+    out << "  //  extract next state from context\n  unsigned result" << (whole_ ? "= 0" : "")
+        << ";\n";
+    std::unordered_map<long, long> next_of;
+    for (const regclass* reg : module_.getRegisterList())
+      next_of.emplace(status(reg->actual_var()), status(reg->next_var()));
+    for (size_t code = 0; code < states_.size(); ++code) {
+      std::string condition;
+      if (next_of.empty()) {
+        condition = "true";
+      } else {
+        for (int literal : literals_of(man_, states_[code]))
+          condition += (condition.empty() ? "" : " && ") +
+                       std::string(literal % 2 == 0 ? "!" : "") + "_c[" +
+                       std::to_string(next_of.at(literal / 2)) + "]";
+      }
+      out << "  if(" << condition << ") { result=" << code << ";}\n";
+    }
   }
 
-  void Module::WRENCC_put(std::ostream & out, int) {
-    put_target(wren_target, this, out);
+  /// Of each state the inputs that the reaction, and that leaving the state, can need.
+  void put_awaited(std::ostream& out) const {
+    std::vector<std::vector<bdd>> reactions;
+    for (size_t code = 0; code < states_.size(); ++code) {
+      const Functions functions(wood_, states_[code]);
+      std::vector<bdd> reaction{functions[status(module_.getRtl())]};
+      for (const Signal* output : module_.getOutputSignalList())
+        reaction.push_back(functions[status(output)]);
+      for (const regclass* reg : module_.getRegisterList())
+        reaction.push_back(functions[status(reg->next_var())]);
+      reactions.push_back(std::move(reaction));
+    }
+    const auto put_section = [&](const char* title, bool reaction, auto awaited) {
+      out << title << " @\n";
+      for (size_t code = 0; code < states_.size(); ++code) {
+        const std::vector<bdd> parts =
+            reaction ? reactions[code] : std::vector<bdd>{leaving_[code]};
+        std::vector<std::string> names;
+        for (size_t j = 0; j < module_.getInputSignalList().size(); ++j)
+          for (const bdd& part : parts)
+            if (awaited(&module_, part, module_.getInputSignalList()[j]) != 0) {
+              names.push_back(input_names_[j]);
+              break;
+            }
+        out << code;
+        wren_setput(out, names);
+        out << '\n';
+      }
+      out << "@\n";
+    };
+    put_section("Awaited", true, quadrival_var_true_awaited);
+    put_section("Awaitednot", true, quadrival_var_false_awaited);
+    put_section("Trigger", false, quadrival_var_true_awaited);
+    put_section("Triggernot", false, quadrival_var_false_awaited);
   }
 
-  void Bddexpression::put_wren(std::ostream & out, const std::string& array) {
-    if (my_bdd_manager() == nullptr || !bdd_var.initialised() || !bdd_exp.initialised()) return;
-    put_equation(out, array, my_index_var(), bdd_exp);
-  }
+  Module& module_;
+  const TargetRules& rules_;
+  /// What it needs is looked for first, and refused with the reason; else it is written as far as
+  /// it goes. An element of the context that no state sets is false, and the result has a value.
+  bool whole_;
+  Bddexpressionwood& wood_;
+  bddpp_manager& man_;
+  TargetNames names_;
+  std::unordered_set<long> cone_;
+  std::vector<long> inputs_;
+  std::vector<std::string> input_names_;
+  std::vector<bdd> states_;
+  std::vector<bdd> leaving_;  ///< by state: the condition of leaving it
+};
 
-  void Bddexpressionwood::Put_wren(std::ostream & out, const std::string& array) {
-    for (long index : earliest_sort()) exp_table[index]->put_wren(out, array);
+int awaited(Module* module, const bdd& b, const Signal* signal, bool state) {
+  Bddexpressionwood* wood = module->getBddWood();
+  bddpp_manager& man = *wood->my_bdd_manager();
+  const long status_id = signal->getBddStatusId(module, wood);
+  const long value_id = signal->getBddValueId(module, wood);
+  const auto depends = [&](long id) {
+    return id >= 0 && man.set_of_index_depend_on(b).contains(id);
+  };
+  if (!depends(status_id) && !depends(value_id)) return 0;
+  const bdd variable = man.Bdd_var_by_index(status_id);
+  const bdd known = depends(value_id)
+                        ? man.Bdd_compose(b, man.Bdd_var_by_index(value_id), man.Bdd_not(variable))
+                        : b;
+  return man.Bdd_is_zero_tautologic(
+             man.Bdd_cube_reduce(known, state ? variable : man.Bdd_not(variable))) == 0;
+}
+
+void put_module(const TargetJob& job) {
+  job.module->forget_states();
+  ExplicitText(job.module, job.rules).put(job.out);
+}
+
+}  // namespace
+
+extern const Target wren_target{.option = "explicit",
+                                .help = "explicit automaton, .sce",
+                                .file = {.extension = ".sce"},
+                                .put = put_module,
+                                .finalised_only = true};
+
+// The told operations of other classes.
+
+int quadrival_var_true_awaited(Module* module, const bdd& b, const Signal* signal) {
+  return awaited(module, b, signal, true);
+}
+
+int quadrival_var_false_awaited(Module* module, const bdd& b, const Signal* signal) {
+  return awaited(module, b, signal, false);
+}
+
+void wren_setput(std::ostream& out, const std::vector<std::string>& names) {
+  out << ": ";
+  const char* separator = "";
+  for (const std::string& name : names) {
+    out << separator << name;
+    separator = " ";
   }
+}
+
+int Module::real_possible_transitions(const bdd& state, const bdd& care, bdd* out) {
+  Bddexpressionwood& wood = *getBddWood();
+  bddpp_manager& man = *wood.my_bdd_manager();
+  const Functions functions(wood, state);
+  std::vector<std::pair<bdd, bdd>> parts;
+  if (man.Bdd_is_zero_tautologic(care) == 0) parts.push_back({care, man.Bdd_one()});
+  for (const regclass* reg : register_list) {
+    const bdd variable = man.Bdd_var_by_index(reg->actual_var()->getBddStatusId(this, &wood));
+    const bdd next = functions[reg->next_var()->getBddStatusId(this, &wood)];
+    std::vector<std::pair<bdd, bdd>> split;
+    for (const auto& [condition, to] : parts)
+      for (bool holds : {true, false}) {
+        const bdd part = man.Bdd_and(condition, holds ? next : man.Bdd_not(next));
+        if (man.Bdd_is_zero_tautologic(part) == 0 && split.size() < most_transitions)
+          split.push_back({part, man.Bdd_and(to, holds ? variable : man.Bdd_not(variable))});
+      }
+    parts = std::move(split);
+  }
+  for (size_t i = 0; i < parts.size(); ++i) {
+    out[2 * i] = parts[i].first;
+    out[2 * i + 1] = parts[i].second;
+  }
+  return static_cast<int>(parts.size());
+}
+
+bdd Module::next_state(const bdd& state, const bdd& input) {
+  Bddexpressionwood& wood = *getBddWood();
+  bddpp_manager& man = *wood.my_bdd_manager();
+  const Functions functions(wood, state);
+  bdd next = man.Bdd_one();
+  for (const regclass* reg : register_list) {
+    const bdd variable = man.Bdd_var_by_index(reg->actual_var()->getBddStatusId(this, &wood));
+    const bdd value = functions[reg->next_var()->getBddStatusId(this, &wood)];
+    if (man.Bdd_imply(input, value) != 0)
+      next = man.Bdd_and(next, variable);
+    else if (man.Bdds_excl(input, value) != 0)
+      next = man.Bdd_and(next, man.Bdd_not(variable));
+  }
+  return next;
+}
+
+int Module::state_corres(const bdd& state) {
+  bddpp_manager& man = *getBddWood()->my_bdd_manager();
+  for (size_t code = 0; code < explicit_states.size(); ++code)
+    if (man.Bdd_equiv(explicit_states[code], state) != 0) return static_cast<int>(code);
+  if (explicit_states.size() == most_states) return -1;
+  explicit_states.push_back(state);
+  return static_cast<int>(explicit_states.size()) - 1;
+}
+
+void Module::WRENCC_put(std::ostream& out, int) {
+  put_target(wren_target, this, out);
+}
+
+void Bddexpression::put_wren(std::ostream& out, const std::string& array) {
+  if (my_bdd_manager() == nullptr || !bdd_var.initialised() || !bdd_exp.initialised()) return;
+  put_equation(out, array, my_index_var(), bdd_exp);
+}
+
+void Bddexpressionwood::Put_wren(std::ostream& out, const std::string& array) {
+  for (long index : earliest_sort()) exp_table[index]->put_wren(out, array);
+}
 
 }  // namespace kiva
