@@ -71,126 +71,108 @@ void Words::fail(const std::string& what) const {
   throw std::runtime_error(what + " at" + place);
 }
 
-Tree join(const std::string& sign, Tree first, Tree second) {
-  auto tree = std::make_unique<ExpressionTree>();
-  tree->sign = sign;
-  tree->parts.push_back(std::move(first));
-  if (second != nullptr) tree->parts.push_back(std::move(second));
-  return tree;
-}
-
-Tree name_tree(const std::string& name) {
-  auto tree = std::make_unique<ExpressionTree>();
-  tree->sign = "name";
-  tree->text = name;
-  return tree;
-}
-
-Tree constant(bool value) {
-  auto tree = std::make_unique<ExpressionTree>();
-  tree->sign = "number";
-  tree->number = value ? 1 : 0;
-  return tree;
-}
-
 namespace {
+
+using Operation = double (*)(double, double);
+
+/// Left-associative operators by strength.
+const std::vector<std::map<std::string, Operation>> levels = {
+    {{"or", [](double a, double b) -> double { return a != 0 || b != 0; }},
+     {"|", [](double a, double b) -> double { return a != 0 || b != 0; }}},
+    {{"and", [](double a, double b) -> double { return a != 0 && b != 0; }},
+     {"&", [](double a, double b) -> double { return a != 0 && b != 0; }}},
+    {{"=", [](double a, double b) -> double { return a == b; }},
+     {"<>", [](double a, double b) -> double { return a != b; }},
+     {"<", [](double a, double b) -> double { return a < b; }},
+     {"<=", [](double a, double b) -> double { return a <= b; }},
+     {">", [](double a, double b) -> double { return a > b; }},
+     {">=", [](double a, double b) -> double { return a >= b; }}},
+    {{"+", [](double a, double b) { return a + b; }},
+     {"-", [](double a, double b) { return a - b; }}},
+    {{"*", [](double a, double b) { return a * b; }},
+     {"/", [](double a, double b) { return a / b; }}}};
+constexpr size_t comparisons = 2;  // "not" binds as weakly
 
 class Reader {
  public:
   Reader(Words& words, const std::vector<std::string>& keywords)
       : words_(words), keywords_(keywords) {}
 
-  Tree choice() {
+  Expression choice() {
     if (!words_.accept("if")) return arrow();
-    Tree tree = node("if");
-    add(tree, choice());
+    const Expression test = choice();
     words_.expect("then");
-    add(tree, choice());
+    const Expression yes = choice();
     words_.expect("else");
-    add(tree, choice());
-    return tree;
+    return [=, no = choice()](const Meaning& m) { return test(m) != 0 ? yes(m) : no(m); };
   }
 
  private:
-  static Tree node(const std::string& sign) {
-    auto tree = std::make_unique<ExpressionTree>();
-    tree->sign = sign;
-    return tree;
-  }
-  static void add(Tree& tree, Tree part) { tree->parts.push_back(std::move(part)); }
-
-  Tree arrow() {
-    Tree left = infix(0);
-    if (!words_.accept("->")) return left;
-    Tree tree = node("->");
-    add(tree, std::move(left));
-    add(tree, arrow());
-    return tree;
+  Expression arrow() {
+    const Expression first = infix(0);
+    if (!words_.accept("->")) return first;
+    return [=, later = arrow()](const Meaning& m) { return m.first_instant ? first(m) : later(m); };
   }
 
-  /// Left-associative operators by strength.
-  Tree infix(size_t level) {
-    static const std::vector<std::map<std::string, std::string>> levels = {
-        {{"or", "or"}, {"|", "or"}},
-        {{"and", "and"}, {"&", "and"}},
-        {{"=", "="}, {"<>", "<>"}, {"<", "<"}, {"<=", "<="}, {">", ">"}, {">=", ">="}},
-        {{"+", "+"}, {"-", "-"}},
-        {{"*", "*"}, {"/", "/"}}};
+  Expression infix(size_t level) {
     if (level == levels.size()) return prefix();
-    if (level == 2 && (words_.peek() == "not" || words_.peek() == "!")) {
-      words_.next();
-      Tree tree = node("not");
-      add(tree, infix(2));
-      return tree;
-    }
-    Tree left = infix(level + 1);
-    bool joined = false;  // the node is one of this chain, not of an operand in brackets
+    if (level == comparisons && (words_.accept("not") || words_.accept("!")))
+      return [e = infix(level)](const Meaning& m) { return e(m) == 0; };
+    std::vector<Expression> parts{infix(level + 1)};
+    std::vector<Operation> operations;
     for (auto at = levels[level].find(words_.peek()); at != levels[level].end();
          at = levels[level].find(words_.peek())) {
       words_.next();
-      // A sum of thousands of products is one node, not a tree as deep.
-      const bool goes_on = level < 2 && joined && left->sign == at->second;
-      Tree tree = goes_on ? std::move(left) : node(at->second);
-      if (!goes_on) add(tree, std::move(left));
-      add(tree, infix(level + 1));
-      left = std::move(tree);
-      joined = true;
+      operations.push_back(at->second);
+      parts.push_back(infix(level + 1));
     }
-    return left;
+    if (operations.empty()) return parts[0];
+    // All parts are evaluated, so that what each reads must exist.
+    return [=](const Meaning& m) {
+      double result = parts[0](m);
+      for (size_t i = 0; i < operations.size(); ++i)
+        result = operations[i](result, parts[i + 1](m));
+      return result;
+    };
   }
 
-  Tree prefix() {  // house: one case a form
-    for (const char* sign : {"-", "pre"})
-      if (words_.accept(sign)) {
-        Tree tree = node(sign == std::string("-") ? "minus" : sign);
-        add(tree, prefix());
-        return tree;
-      }
+  Expression prefix() {
+    if (words_.accept("-")) return [e = prefix()](const Meaning& m) { return -e(m); };
+    if (words_.accept("pre"))
+      return [e = prefix()](const Meaning& m) {
+        if (m.first_instant) throw std::runtime_error("pre in the first instant");
+        return e({m.value_before, nullptr, m.functions});
+      };
     if (words_.accept("(")) {
-      Tree tree = choice();
+      const Expression e = choice();
       words_.expect(")");
-      return tree;
+      return e;
     }
-    Tree tree = node("number");
     const std::string word = words_.peek();
     const bool is_keyword = std::find(keywords_.begin(), keywords_.end(), word) != keywords_.end();
     const bool yes = word == "true" || word == "TRUE" || word == "tick";
     if (is_keyword && (yes || word == "false" || word == "FALSE")) {
-      tree->number = yes;
       words_.next();
-    } else if (!word.empty() && std::isdigit(static_cast<unsigned char>(word[0]))) {
-      tree->number = std::stod(words_.next());
-    } else {
-      tree->sign = "name";
-      tree->text = words_.name(keywords_);
-      if (!words_.accept("(")) return tree;
-      tree->sign = "call";
-      while (!words_.accept(")")) {
-        add(tree, choice());
-        if (words_.peek() != ")") words_.expect(",");
-      }
+      return [yes](const Meaning&) { return yes; };
     }
-    return tree;
+    if (!word.empty() && std::isdigit(static_cast<unsigned char>(word[0])))
+      return [number = std::stod(words_.next())](const Meaning&) { return number; };
+    const std::string name = words_.name(keywords_);
+    if (!words_.accept("(")) return [name](const Meaning& m) { return m.value(name); };
+    return call(name);
+  }
+
+  Expression call(const std::string& name) {
+    std::vector<Expression> parts;
+    while (!words_.accept(")")) {
+      parts.push_back(choice());
+      if (words_.peek() != ")") words_.expect(",");
+    }
+    return [=](const Meaning& m) {
+      std::vector<double> arguments;
+      for (const Expression& part : parts) arguments.push_back(part(m));
+      return m.functions.at(name)(arguments);
+    };
   }
 
   Words& words_;
@@ -199,69 +181,35 @@ class Reader {
 
 }  // namespace
 
-Tree read_expression(Words& words, const std::vector<std::string>& keywords) {
+Expression read_expression(Words& words, const std::vector<std::string>& keywords) {
   return Reader(words, keywords).choice();
 }
 
-double evaluate(const ExpressionTree& e, const Meaning& m) {  // house: one case an operator
-  const auto part = [&](size_t i) { return evaluate(*e.parts[i], m); };
-  const std::string& s = e.sign;
-  if (s == "number") return e.number;
-  if (s == "name") return m.value(e.text);
-  if (s == "not") return part(0) == 0;
-  // All parts are evaluated, so that what each reads must exist.
-  if (s == "or" || s == "and") {
-    size_t ones = 0;
-    for (size_t i = 0; i < e.parts.size(); ++i) ones += part(i) != 0 ? 1 : 0;
-    return s == "or" ? ones > 0 : ones == e.parts.size();
-  }
-  if (s == "if") return part(0) != 0 ? part(1) : part(2);
-  if (s == "->") return m.first_instant ? part(0) : part(1);
-  if (s == "pre") {
-    if (m.first_instant) throw std::runtime_error("pre in the first instant");
-    return evaluate(*e.parts[0], {m.value_before, nullptr, m.functions});
-  }
-  if (s == "minus") return -part(0);
-  if (s == "call") {
-    std::vector<double> arguments;
-    for (size_t i = 0; i < e.parts.size(); ++i) arguments.push_back(part(i));
-    return m.functions.at(e.text)(arguments);
-  }
-  const double left = part(0), right = part(1);
-  if (s == "=") return left == right;
-  if (s == "<>") return left != right;
-  if (s == "<") return left < right;
-  if (s == "<=") return left <= right;
-  if (s == ">") return left > right;
-  if (s == ">=") return left >= right;
-  if (s == "+") return left + right;
-  if (s == "-") return left - right;
-  if (s == "*") return left * right;
-  if (s == "/") return left / right;
-  throw std::runtime_error("operator " + s);
+Expression delayed(Expression first, const std::string& name) {
+  return [=](const Meaning& m) { return m.first_instant ? first(m) : m.value_before(name); };
 }
 
-void Equations::define(const std::string& name, Tree tree) {
-  if (!trees_.emplace(name, std::move(tree)).second)
+void Equations::define(const std::string& name, Expression expression) {
+  if (!expressions_.emplace(name, std::move(expression)).second)
     throw std::runtime_error("defined twice: " + name);
 }
 
 double Equations::value(const std::string& name) {
   if (const auto at = values_.find(name); at != values_.end()) return at->second;
-  const auto tree = trees_.find(name);
-  if (tree == trees_.end()) throw std::runtime_error("not defined: " + name);
+  const auto found = expressions_.find(name);
+  if (found == expressions_.end()) throw std::runtime_error("not defined: " + name);
   bool& open = open_[name];
   if (open) throw std::runtime_error("a cycle through " + name);
   open = true;
-  const double result = evaluate(
-      *tree->second, {[this](const std::string& n) { return value(n); },
-                      [this](const std::string& n) { return before_.at(n); }, functions, first_});
+  const double result =
+      found->second({[this](const std::string& n) { return value(n); },
+                     [this](const std::string& n) { return before_.at(n); }, functions, first_});
   open = false;
   return values_[name] = result;
 }
 
 void Equations::step() {
-  for (const auto& [name, tree] : trees_) value(name);
+  for (const auto& [name, expression] : expressions_) value(name);
   before_ = std::move(values_);
   values_.clear();
   first_ = false;

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,22 +27,6 @@ class Words {
   size_t position_ = 0;
 };
 
-/// An expression over truth values and numbers: if-then-else, "->", or, and, not, comparisons,
-/// sums, products, pre, calls, from the weakest to the strongest; or, and, not also as "|", "&",
-/// "!".
-struct ExpressionTree {
-  std::string sign;  ///< the operator, "call", "name" or "number"
-  std::string text;  ///< of a name or a call
-  double number = 0;
-  std::vector<std::unique_ptr<ExpressionTree>> parts;
-};
-using Tree = std::unique_ptr<ExpressionTree>;
-/// Trees of parts, and of a name or a constant.
-Tree join(const std::string& sign, Tree first, Tree second = nullptr);
-Tree name_tree(const std::string& name);
-Tree constant(bool value);
-Tree read_expression(Words& words, const std::vector<std::string>& keywords);
-
 /// What an expression means at an instant.
 struct Meaning {
   std::function<double(const std::string& name)> value;
@@ -51,14 +34,21 @@ struct Meaning {
   std::map<std::string, std::function<double(const std::vector<double>&)>> functions = {};
   bool first_instant = false;
 };
-double evaluate(const ExpressionTree& e, const Meaning& meaning);
+
+/// An expression over truth values and numbers.
+using Expression = std::function<double(const Meaning&)>;
+/// Reads if-then-else, "->", or, and, not, comparisons, sums, products, pre, calls, from the
+/// weakest to the strongest; or, and, not also as "|", "&", "!".
+Expression read_expression(Words& words, const std::vector<std::string>& keywords);
+/// The first value, then that which a name had in the instant before.
+Expression delayed(Expression first, const std::string& name);
 
 /// Named expressions that read one another, evaluated once an instant each. std::runtime_error for
 /// a name that is defined twice or not at all, and for a cycle.
 class Equations {
  public:
-  void define(const std::string& name, Tree tree);
-  bool defines(const std::string& name) const { return trees_.contains(name); }
+  void define(const std::string& name, Expression expression);
+  bool defines(const std::string& name) const { return expressions_.contains(name); }
   /// Gives a name its value for this instant.
   void set(const std::string& name, double value) { values_[name] = value; }
   double value(const std::string& name);
@@ -67,7 +57,7 @@ class Equations {
   std::map<std::string, std::function<double(const std::vector<double>&)>> functions;
 
  private:
-  std::map<std::string, Tree> trees_;
+  std::map<std::string, Expression> expressions_;
   std::map<std::string, double> values_, before_;
   std::map<std::string, bool> open_;
   bool first_ = true;

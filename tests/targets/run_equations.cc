@@ -44,7 +44,7 @@ class TextReader {
     if (!declared.contains(name)) words.fail("not declared: " + name);
     return name;
   }
-  Tree expression() { return read_expression(words, keywords); }
+  Expression expression() { return read_expression(words, keywords); }
   void expect_all(const std::vector<std::string>& all) {
     for (const std::string& word : all) words.expect(word);
   }
@@ -141,7 +141,7 @@ class SmvReader : TextReader {
       if (!free.insert(name).second || !declared.insert(name).second) words.fail("twice: " + name);
       result.inputs.push_back({name, "bool"});
     }
-    std::map<std::string, Tree> first;
+    std::map<std::string, Expression> first;
     std::string section;
     while (words.peek() != "MODULE") {
       for (const char* heading : {"VAR", "ASSIGN", "DEFINE"})
@@ -182,18 +182,17 @@ class SmvReader : TextReader {
     }
     return names;
   }
-  void read_assignment(std::map<std::string, Tree>& first) {
+  void read_assignment(std::map<std::string, Expression>& first) {
     const std::string what = words.next();
     words.expect("(");
     const std::string name = known_name();
     expect_all({")", ":="});
-    Tree tree = expression();
-    if (what == "init" && first.emplace(name, std::move(tree)).second) return;
+    Expression value = expression();
+    if (what == "init" && first.emplace(name, value).second) return;
     if (what != "next" || !first.contains(name)) words.fail("no assignment");
     // The next value has a name, so that it is known when it becomes the value.
-    result.equations.define("next " + name, std::move(tree));
-    result.equations.define(
-        name, join("->", std::move(first.at(name)), join("pre", name_tree("next " + name))));
+    result.equations.define("next " + name, value);
+    result.equations.define(name, delayed(first.at(name), "next " + name));
     first.erase(name);
   }
 };
@@ -224,9 +223,11 @@ class EsterelReader : TextReader {
     expect_all({"end", "module"});
     for (const std::string& name : declared) {
       if (free.contains(name)) continue;
-      Tree any = constant(false);
-      for (Tree& emission : emissions_[name]) any = join("or", std::move(any), std::move(emission));
-      result.equations.define(name, std::move(any));
+      result.equations.define(name, [emissions = emissions_[name]](const Meaning& m) {
+        size_t made = 0;
+        for (const Expression& emission : emissions) made += emission(m) != 0 ? 1 : 0;
+        return made > 0;
+      });
     }
     end();
     return std::move(result);
@@ -244,10 +245,10 @@ class EsterelReader : TextReader {
     do statement(in_loop);
     while (words.accept("||"));
   }
-  void emit(bool in_loop, Tree condition) {
+  void emit(bool in_loop, const Expression& condition) {
     words.expect("emit");
-    Tree once = in_loop ? std::move(condition) : join("->", std::move(condition), constant(false));
-    emissions_[known_name()].push_back(std::move(once));
+    emissions_[known_name()].push_back(
+        [=](const Meaning& m) { return (in_loop || m.first_instant) && condition(m) != 0; });
   }
   void statement(bool in_loop) {
     if (words.accept("[")) {
@@ -257,25 +258,25 @@ class EsterelReader : TextReader {
       parallel(true);
       expect_all({"each", "tick"});
     } else if (words.peek() == "emit") {
-      emit(in_loop, constant(true));
+      emit(in_loop, [](const Meaning&) { return 1; });
     } else if (words.accept("present")) {
       words.expect("[");
-      Tree condition = expression();
+      const Expression condition = expression();
       expect_all({"]", "then"});
-      emit(in_loop, std::move(condition));
+      emit(in_loop, condition);
       expect_all({"end", "present"});
     } else if (words.accept("run")) {
       expect_all({"my_pre", "[", "signal"});
       const std::string from = known_name();
       expect_all({"/", "S", ","});
-      emissions_[known_name()].push_back(join("->", constant(false), join("pre", name_tree(from))));
+      emissions_[known_name()].push_back(delayed([](const Meaning&) { return 0; }, from));
       expect_all({"/", "preS", "]"});
     } else if (!words.accept("nothing")) {
       words.fail("no statement");
     }
   }
 
-  std::map<std::string, std::vector<Tree>> emissions_;
+  std::map<std::string, std::vector<Expression>> emissions_;
 };
 
 double number(const std::string& text) {
