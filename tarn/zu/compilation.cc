@@ -5,8 +5,8 @@
 #include "tarn/model/arena.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/loop.h"
 #include "tarn/zu/nested_modules.h"
+#include "tarn/zu/statements/loop.h"
 
 namespace kiva {
 

@@ -193,6 +193,29 @@ void class_zu_parser::enter_extent(const Statement* statement, const Extent& ext
   extents_[statement] = extent;
 }
 
+// Statements.
+
+std::string class_zu_parser::next_name(const std::string& prefix, int& counter) const {
+  return TheModule->generateName(prefix.c_str(), counter);
+}
+
+std::vector<Statement*> class_zu_parser::copies(Statement* body, int count) {
+  count_copies(count, extent_of(body).statements);
+  std::vector<Statement*> made;
+  made.reserve(static_cast<size_t>(count));
+  for (int i = 0; i < count; ++i) {
+    made.push_back(body->duplicate(i));
+    extents_[made.back()] = extent_of(body);
+  }
+  return made;
+}
+
+void class_zu_parser::count_copies(long count, long statements) {
+  if (count > copies_left_ / statements)
+    throw IllegalOperationException("too many copies of one statement:", std::to_string(count));
+  copies_left_ -= count * statements;
+}
+
 // The way in.
 
 void Compilation::zu_parse(const char* file) {

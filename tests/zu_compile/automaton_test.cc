@@ -6,8 +6,8 @@
 #include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/automaton.h"
-#include "tarn/zu/run.h"
+#include "tarn/zu/statements/automaton.h"
+#include "tarn/zu/statements/run.h"
 #include "tests/support/process_end.h"
 #include "tests/zu_compile/compiled.h"
 

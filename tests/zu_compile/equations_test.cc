@@ -5,9 +5,11 @@
 
 #include "tarn/model/arena.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/halt.h"
-#include "tarn/zu/parallel.h"
-#include "tarn/zu/sequence.h"
+#include "tarn/zu/statements/halt.h"
+#include "tarn/zu/statements/nothing.h"
+#include "tarn/zu/statements/pause.h"
+#include "tarn/zu/statements/parallel.h"
+#include "tarn/zu/statements/sequence.h"
 #include "tests/zu_compile/compiled.h"
 
 namespace kiva::test {

@@ -7,7 +7,7 @@
 #include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/signal.h"
-#include "tarn/zu/run.h"
+#include "tarn/zu/statements/run.h"
 #include "tests/support/process_end.h"
 #include "tests/support/temp_dir.h"
 #include "tests/zu_compile/apart.h"
