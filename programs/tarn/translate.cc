@@ -11,7 +11,7 @@
 #include "tarn/model/sexception.h"
 #include "tarn/model/source_span.h"
 #include "tarn/zu/parse_supl.h"
-#include "tarn/zu/rules.h"
+#include "tarn/model/rules.h"
 
 namespace kiva::tarn_program {
 

@@ -27,27 +27,27 @@ class EquationTable {
   EquationTable(const std::string& name, Bddexpressionwood* wood)
       : bdd_expression_wood(wood), module_name(name) {}
 
-  Bddexpressionwood* getBddexpressionWood() const {
-    put_in_place();
-    return bdd_expression_wood;
-  }
-  /// The same wood, but equations may lack what `pre` and `unify_later` have to add to them.
-  Bddexpressionwood* working_wood() const { return bdd_expression_wood; }
+  /// Null once another table has taken this one in. Equations may lack what `pre_later` and
+  /// `unify_later` have to add to them, until `settle`.
+  Bddexpressionwood* getBddexpressionWood() const { return bdd_expression_wood; }
+  /// Gives every equation what it still lacks.
+  void settle();
   const std::string& getModuleName() const { return module_name; }
   void setModuleName(const std::string& name) { module_name = name; }
-  /// The wood's equation of that name, or of the variable of that id.
-  Bddexpression* getBddExpression(const std::string& name) const {
-    return getBddexpressionWood()->exp_by_name(name);
+  /// The wood's equation of that name, or of the variable of that id, complete; null for none.
+  Bddexpression* getBddExpression(const std::string& name) {
+    settle();
+    return bdd_expression_wood->exp_by_name(name);
   }
-  Bddexpression* getBddExpression(long id) const {
-    put_in_place(id);
+  Bddexpression* getBddExpression(long id) {
+    settle(id);
     return bdd_expression_wood->exp_by_index(id);
   }
   long getPertLevel() const { return bdd_expression_wood->Nb_level(); }
   /// Forgets the signal's equations.
   void removeSignal(Signal* signal);
 
-  // Equations of statements (tarn/zu). A signal's equation is a pair, of its status and its value.
+  // Equations of statements. A signal's equation is a pair, of its status and its value.
   /// Gives the signal's current occurrence the rails of `e`, over occurrence 0 of all signals when
   /// `initial`, else over their latest occurrences. A wire is True or False whatever `e`'s value.
   void createEquation(Signal* signal, Expression* e, Module* module, bool initial = false);
@@ -76,13 +76,15 @@ class EquationTable {
   /// Merges `other` into this table, and destroys its wood. Two equations of one variable become
   /// their or; by the rule `values`, their and for the value of a signal with occurrences.
   void unify(EquationTable* other, Module* module);
-  /// The same; what equations get is put in place when they are asked for.
-  void unify_later(EquationTable* other, Module* module);
   /// Guards the equations of outputs and plain locals by the value of `condition`.
   void cond(Signal* condition, Module* module);
   /// Starts a new occurrence of each output and plain local that this table knows. What a run has
   /// brought in keeps the one that it has: nothing else writes it.
   void pre(Module* module);
+  // The same, but what equations get is gathered: it is put in place when the table is asked for
+  // them, dated or copied.
+  void unify_later(EquationTable* other, Module* module);
+  void pre_later(Module* module);
   /// A table over a copy of the wood, with the same manager and occurrences.
   EquationTable* duplicate(Module* module);
   /// The same for one branch of a statement, which writes and reads no wires but its own: without
@@ -118,15 +120,14 @@ class EquationTable {
     bool conjunction = false;
     std::vector<bdd> terms;
   };
-  void put_in_place() const;
-  void put_in_place(long id) const;
+  void settle(long id);
   /// Has f or-ed, or and-ed, onto the equation of the variable, which has one.
   void join_later(long id, bool conjunction, const bdd& f);
 
   /// The equation of a variable; null when it has none.
-  Bddexpression* equation_at(long id) const;
+  Bddexpression* equation_at(long id);
   /// The same; IllegalOperationException when there is no such variable.
-  Bddexpression* equation_or_throw(long id) const;
+  Bddexpression* equation_or_throw(long id);
   /// Gives a variable its equation; one that stood there is deleted.
   void define(const std::string& name, long id, const bdd& f, int usertype);
   EquationTable* over(Bddexpressionwood* copy);
@@ -146,7 +147,7 @@ class EquationTable {
   /// Of a branch: the signals taken over, and the lengths of the module's lists when it began.
   std::vector<Signal*> carried_;
   std::array<size_t, 4> lists_at_begin_{};
-  mutable std::unordered_map<long, PendingTerms> pending_;  ///< by variable id
+  std::unordered_map<long, PendingTerms> pending_;  ///< by variable id
 };
 
 }  // namespace kiva

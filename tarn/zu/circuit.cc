@@ -1,8 +1,8 @@
 #include "tarn/zu/circuit.h"
 
 #include "tarn/model/compilation.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/rules.h"
 
 namespace kiva {
 
@@ -31,7 +31,8 @@ Signal* Circuit::rtl(const Statement& statement) {
 }
 
 Signal* Circuit::make_wire(const std::string& name) {
-  auto* wire = make_kept<Signal>(signal_name(name, module_), module_, table_->working_wood());
+  auto* wire =
+      make_kept<Signal>(signal_name(name, module_), module_, table_->getBddexpressionWood());
   wire->setWire();
   module_->addLocalSignal(wire);
   table_->note_source(wire, statement_.getSpan());
@@ -40,7 +41,7 @@ Signal* Circuit::make_wire(const std::string& name) {
 
 Signal* Circuit::make_register_variable(const std::string& name) {
   auto* variable =
-      make_kept<Signal>(signal_name(name, module_), module_, table_->working_wood(), true);
+      make_kept<Signal>(signal_name(name, module_), module_, table_->getBddexpressionWood(), true);
   module_->addLocalSignal(variable);
   table_->note_source(variable, statement_.getSpan());
   return variable;
@@ -70,7 +71,7 @@ class BranchTable {
       : module_(module), table_(table->branch(module)) {}
   BranchTable(BranchTable&& other) = default;
   ~BranchTable() {
-    if (table_ != nullptr && table_->working_wood() != nullptr) table_->discard(module_);
+    if (table_ != nullptr && table_->getBddexpressionWood() != nullptr) table_->discard(module_);
   }
   EquationTable* begin() {
     table_->begin_branch(module_);

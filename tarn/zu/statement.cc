@@ -22,8 +22,8 @@ Statement* Statement::duplicate(int number) {
 void Statement::createWires(Module* module, EquationTable* table) {
   if (statement_begun != nullptr) statement_begun();
   const auto make = [&](const char* prefix) {
-    auto* wire =
-        make_kept<Signal>(signal_name(prefix + name_, module), module, table->working_wood());
+    auto* wire = make_kept<Signal>(signal_name(prefix + name_, module), module,
+                                   table->getBddexpressionWood());
     wire->setWire();
     module->addLocalSignal(wire);
     table->note_source(wire, span_);

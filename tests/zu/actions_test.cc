@@ -6,7 +6,7 @@
 #include "tarn/model/expression.h"
 #include "tarn/zu/statements/emit.h"
 #include "tarn/zu/statements/present.h"
-#include "tarn/zu/rules.h"
+#include "tarn/model/rules.h"
 #include "tarn/zu/statements/run.h"
 #include "tarn/zu/statements/sustain.h"
 #include "tarn/zu/statements/wait.h"

@@ -1,10 +1,10 @@
 #include "tarn/zu/statements/abort.h"
 
 #include "tarn/model/compilation.h"
+#include "tarn/model/function_change.h"
+#include "tarn/model/rules.h"
 #include "tarn/zu/circuit.h"
-#include "tarn/zu/function_change.h"
 #include "tarn/zu/parse_supl.h"
-#include "tarn/zu/rules.h"
 #include "tarn/zu/statement_copy.h"
 
 namespace kiva {
@@ -69,7 +69,7 @@ void for_each_written(Module* module, Bddexpressionwood* wood, First first, See 
 /// The body writes only the occurrence at which it starts and those that it makes, so these are the
 /// only ones to remember.
 void StrongAbort::remember_written(Module* module, EquationTable* table) {
-  Bddexpressionwood* wood = table->working_wood();
+  Bddexpressionwood* wood = table->getBddexpressionWood();
   written_before_.clear();
   for_each_written(
       module, wood,
@@ -96,7 +96,7 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
   Expression* e = c.current(getExpression());
   preempt(c, e);
 
-  Bddexpressionwood* wood = table->working_wood();
+  Bddexpressionwood* wood = table->getBddexpressionWood();
   if (wood == nullptr || wood->my_bdd_manager() == nullptr) return;
   const bool whole = Compilation::rules.abort_signal;
   const bdd status = whole ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood);
@@ -108,7 +108,7 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
 }
 
 void StrongAbort::mask_written(const bdd& mask, Module* module, EquationTable* table) {
-  Bddexpressionwood* wood = table->working_wood();
+  Bddexpressionwood* wood = table->getBddexpressionWood();
   const bool body_only = Compilation::rules.abort_mask;
   for_each_written(
       module, wood,

@@ -22,8 +22,8 @@
 #include "forms/forms.h"
 #include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/rules.h"
 #include "tarn/zu/circuit.h"
-#include "tarn/zu/rules.h"
 #include "tarn/zu/statements/automaton.h"
 #include "tarn/zu/statements/run.h"
 

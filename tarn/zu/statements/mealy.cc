@@ -1,11 +1,11 @@
 #include "tarn/zu/statements/mealy.h"
 
 #include "tarn/model/compilation.h"
+#include "tarn/model/function_change.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zu/circuit.h"
-#include "tarn/zu/function_change.h"
 #include "tarn/zu/parse_supl.h"
-#include "tarn/zu/rules.h"
 
 namespace kiva {
 
@@ -34,6 +34,7 @@ void MealyMachine::createTarnEquation(Equation* equation, Signal* actif, Signal*
   Expression* e =
       Compilation::rules.mealy ? Then(runs, equation->expression) : And(equation->expression, runs);
   Bddexpressionwood* wood = table->getBddexpressionWood();
+  table->settle();
   wood->update_bdd_vars();
   const auto equation_of = [&](long id) {
     if (id < 0 || id >= wood->Nb_bdd_vars())

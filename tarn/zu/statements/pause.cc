@@ -11,7 +11,7 @@ Statement* Pause::read(class_zu_parser& reader) {
 }
 
 void Pause::compile(Module* module, EquationTable* table) {
-  table->pre(module);
+  table->pre_later(module);
   createEquations(module, table);
 }
 

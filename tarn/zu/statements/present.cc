@@ -1,9 +1,9 @@
 #include "tarn/zu/statements/present.h"
 
 #include "tarn/model/compilation.h"
+#include "tarn/model/rules.h"
 #include "tarn/zu/circuit.h"
 #include "tarn/zu/parse_supl.h"
-#include "tarn/zu/rules.h"
 #include "tarn/zu/statement_copy.h"
 
 namespace kiva {

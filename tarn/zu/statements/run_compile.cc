@@ -6,12 +6,14 @@
 
 #include "base/process_end.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/function_change.h"
 #include "tarn/model/interface.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zu/circuit.h"
-#include "tarn/zu/function_change.h"
+#include "tarn/zu/compilation.h"
+#include "tarn/zu/module_inclusion.h"
 #include "tarn/zu/nested_modules.h"
-#include "tarn/zu/rules.h"
 #include "tarn/zu/statements/run.h"
 
 namespace kiva {
@@ -68,7 +70,7 @@ void Run::compile(Module* module, EquationTable* table) {
 void Run::compile_with_preemption(Module* module, EquationTable* table, const bdd& preemption) {
   located([&] {
     const Interface interface = include(module, table);
-    Bddexpressionwood* wood = table->working_wood();
+    Bddexpressionwood* wood = table->getBddexpressionWood();
     if (wood == nullptr || wood->my_bdd_manager() == nullptr) return;
     if (wood->my_bdd_manager()->Bdd_is_zero_tautologic(preemption)) return;
     const bdd kept = wood->Bdd_not(preemption);
@@ -88,7 +90,7 @@ Interface Run::include(Module* module, EquationTable* table) {
   if (called_->getCurrentInstance() < 0) called_->setCurrentInstance(0);
   called_->incrCurrentInstance();
   suffix_ = "@" + called_->getName() + "_i" + std::to_string(called_->getCurrentInstance());
-  if (called_->getSet() == nullptr) called_->compile();
+  if (called_->getSet() == nullptr) compile_module(called_);
   // Finalisation has renamed the variables by which signals find their equations; a compiled file
   // gives them back.
   if (called_->getStatement() != nullptr && called_->getFinalised() != 0)
@@ -98,7 +100,8 @@ Interface Run::include(Module* module, EquationTable* table) {
       throw RunUnknownSignalException("not a signal of the called module", formal);
 
   Interface interface;
-  module->includeCompiledModule(called_, &interface, suffix_, table->getBddexpressionWood());
+  table->settle();
+  include_compiled_module(module, called_, &interface, suffix_, table->getBddexpressionWood());
   createEquations(module, table);
   keep_vain_outputs(interface, module, table);
   for (const auto& [formal, copy] : interface.getInputSignalTable())
@@ -117,7 +120,8 @@ void Run::createEquations(Module* module, EquationTable* table) {
   c.assign(wire(called_->getReset()), c.reset());
   Signal* ends = wire(called_->getRtl());
   // A finalised module has no equation for an end that never comes.
-  if (table->getBddExpression(ends->getBddStatusId(module, table->working_wood())) == nullptr)
+  if (table->getBddExpression(ends->getBddStatusId(module, table->getBddexpressionWood())) ==
+      nullptr)
     c.assign(ends, False());
   c.assign(c.rtl(), ends);
 }
@@ -127,7 +131,7 @@ void Run::createEquations(Module* module, EquationTable* table) {
 /// Zero.
 void Run::keep_vain_outputs(const Interface& interface, Module* module, EquationTable* table) {
   if (called_->getFinalised() == 0) return;
-  Bddexpressionwood* wood = table->working_wood();
+  Bddexpressionwood* wood = table->getBddexpressionWood();
   Signal* never = nullptr;
   for (const auto& [formal, copy] : interface.getOutputSignalTable()) {
     Bddexpression* status = wood->exp_by_index(copy->getBddStatusId(module, wood));
@@ -159,7 +163,7 @@ void Run::connect_input(const std::string& formal, Signal* copy, Module* module,
     if (actual == nullptr) actual = module->getLocalSignal(formal);
     if (actual == nullptr) throw RunUnknownSignalException("not input expected", formal);
   }
-  Bddexpressionwood* wood = table->working_wood();
+  Bddexpressionwood* wood = table->getBddexpressionWood();
   require_one_type(formal, copy, actual, module, wood);
   const bool valued = actual->isValued(module, wood);
   if (valued) copy->setClock();
@@ -195,7 +199,7 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
     if (actual == nullptr) actual = module->getLocalSignal(formal);
     if (actual == nullptr) throw RunUnknownSignalException("not ouput expected", formal);
   }
-  Bddexpressionwood* wood = table->working_wood();
+  Bddexpressionwood* wood = table->getBddexpressionWood();
   require_one_type(formal, copy, actual, module, wood);
   const bool joins = Compilation::rules.run_join;
   if (!joins) {

@@ -23,7 +23,7 @@ Statement* Wait::read(class_zu_parser& reader, int count, Expression* expression
 }
 
 void Wait::compile(Module* module, EquationTable* table) {
-  table->pre(module);
+  table->pre_later(module);
   createEquations(module, table);
 }
 

@@ -3,6 +3,9 @@
 //
 // A function is always replaced together with the dates that stood there: the walks over the whole
 // wood that would warn of a cycle cost time at every equation, and callPert tells each cycle once.
+//
+// Invariant (its fellows stand in equationtable_merge.cc):
+//  1. Terms wait only for a variable that has an equation.
 
 #include "tarn/model/equationtable.h"
 
@@ -10,16 +13,17 @@
 #include <iostream>
 #include <memory>
 
+#include "base/check.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/function_change.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/function_change.h"
 
 namespace kiva {
 
 /// Later terms are over later variables, which stand below the others in the order: built from the
 /// last one on, each adds nodes on top of what is there.
-void EquationTable::put_in_place(long id) const {
+void EquationTable::settle(long id) {
   const auto at = pending_.find(id);
   if (at == pending_.end()) return;
   const auto [conjunction, terms] = std::move(at->second);
@@ -35,25 +39,26 @@ void EquationTable::put_in_place(long id) const {
   }
 }
 
-void EquationTable::put_in_place() const {
-  while (!pending_.empty()) put_in_place(pending_.begin()->first);
+void EquationTable::settle() {
+  while (!pending_.empty()) settle(pending_.begin()->first);
 }
 
 void EquationTable::join_later(long id, bool conjunction, const bdd& f) {
   const auto at = pending_.find(id);
-  if (at != pending_.end() && at->second.conjunction != conjunction) put_in_place(id);
+  if (at != pending_.end() && at->second.conjunction != conjunction) settle(id);
+  KIVA_CHECK(1, bdd_expression_wood->exp_by_index(id) != nullptr);
   PendingTerms& pending = pending_[id];
   pending.conjunction = conjunction;
   pending.terms.push_back(f);
 }
 
-Bddexpression* EquationTable::equation_at(long id) const {
-  put_in_place(id);
+Bddexpression* EquationTable::equation_at(long id) {
+  settle(id);
   bdd_expression_wood->update_bdd_vars();
   return bdd_expression_wood->exp_by_index(id);
 }
 
-Bddexpression* EquationTable::equation_or_throw(long id) const {
+Bddexpression* EquationTable::equation_or_throw(long id) {
   if (id < 0 || id >= bdd_expression_wood->my_bdd_manager()->Nb_bdd_vars())
     throw IllegalOperationException("EquationTable::id out of bounds");
   return equation_at(id);
@@ -71,7 +76,7 @@ void EquationTable::removeSignal(Signal* signal) {
   for (const char* rail : {"_s_", "_v_"}) {
     const long id = bdd_expression_wood->Index_var_by_name(rail + name);
     if (id < 0) continue;
-    put_in_place(id);
+    settle(id);
     bdd_expression_wood->forget_expression_by_bddid(id);
   }
 }

@@ -30,7 +30,7 @@ std::string debug_in_string(const Bddexpressionwood& wood, long id) {
 }  // namespace
 
 long EquationTable::callPert() {
-  put_in_place();
+  settle();
   const long levels = bdd_expression_wood->compute_dates();
   if (levels < 0) throw ModulePertFailureException();
   const std::list<long> cycle = bdd_expression_wood->loop_detection();
@@ -40,7 +40,7 @@ long EquationTable::callPert() {
 }
 
 long EquationTable::callPert(const std::list<long>& ids) {
-  put_in_place();
+  settle();
   const long levels = bdd_expression_wood->compute_dates(ids);
   if (levels < 0) throw ModulePertFailureException();
   const std::list<long> cycle = bdd_expression_wood->loop_detection();

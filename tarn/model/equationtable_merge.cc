@@ -2,19 +2,31 @@
 //
 // The copies share the manager, so a variable has one index in all of them and equal functions are
 // equal handles; merging still goes by names, and serves tables with managers of their own.
+//
+// Invariants:
+//  2. An equation that moves from one table to another keeps its variable: the two woods have one
+//     manager.
+//  3. After a merge every variable with an equation there has one here.
+//  4. After a merge a signal's current occurrence here is the latest of the two tables.
+//  5. A branch knows no signals but those that it took over and those that came since it began, so
+//     that with these a wood is forgotten by all.
+//  6. Nothing waits to be put in place in a table whose wood is copied or goes, but in a branch
+//  that
+//     an exception has left.
 
 #include <algorithm>
 #include <iostream>
 #include <memory>
 #include <utility>
 
+#include "base/check.h"
 #include "base/process_end.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/equationtable.h"
+#include "tarn/model/function_change.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/function_change.h"
-#include "tarn/zu/rules.h"
 
 namespace kiva {
 
@@ -44,6 +56,14 @@ template <class See>
 void for_each_signal(Module* module, See see) {
   for (const signal_list* list : lists_of(module))
     for (Signal* signal : *list) see(signal);
+}
+
+/// Has a signal of the module an occurrence in the wood?
+[[maybe_unused]] bool is_known(const Module* module, Bddexpressionwood* wood) {
+  for (const signal_list* list : lists_of(module))
+    for (const Signal* signal : *list)
+      if (signal->hasOccurrence(wood)) return true;
+  return false;
 }
 
 /// The current occurrence in the wood; -1 when the wood does not know the signal.
@@ -105,18 +125,22 @@ void EquationTable::add(Bddexpression* e, Module* module) {
 
 void EquationTable::unify(EquationTable* other, Module* module) {
   unify_later(other, module);
-  put_in_place();
+  settle();
 }
 
 void EquationTable::unify_later(EquationTable* other, Module* module) {
-  other->put_in_place();
+  other->settle();
+  KIVA_CHECK(6, other->pending_.empty());
   Bddexpressionwood* wood = bdd_expression_wood;
   Bddexpressionwood* from = other->bdd_expression_wood;
   wood->update_bdd_vars();
   from->update_bdd_vars();
   SignalManager* manager = module->getSignalManager();
   const index_set equations = from->Set_of_exp();
-  for (long id : equations) unify_equation(from->exp_by_index(id), id, from, module);
+  for (long id : equations) {
+    unify_equation(from->exp_by_index(id), id, from, module);
+    KIVA_CHECK(3, wood->exp_by_name(from->Name_var_by_index(id)) != nullptr);
+  }
   // Signals without an equation there are known all the same.
   for (SignalRef* ref : manager->definedIn(from)) {
     if (ref->isDefinedWood(wood)) continue;
@@ -128,6 +152,7 @@ void EquationTable::unify_later(EquationTable* other, Module* module) {
   // The table had each signal at its latest occurrence.
   other->for_each_known_signal(module, [&](Signal* signal) {
     if (signal->hasOccurrence(from)) learn_occurrence(signal, signal->getCurrentOccurrence(from));
+    KIVA_CHECK(4, occurrence_in(signal, wood) >= occurrence_in(signal, from));
   });
   other->discard(module);
 }
@@ -139,6 +164,7 @@ void EquationTable::move_equation(long id, Bddexpressionwood* from, Module* modu
   if (ref == nullptr)
     throw IllegalOperationException("EquationTable::add: no Signal ref",
                                     Compilation::bddNameToSignalName(from->Name_var_by_index(id)));
+  KIVA_CHECK(2, wood->my_bdd_manager() == from->my_bdd_manager());
   Bddexpression* moved = std::exchange(from->Exp_table()[id], nullptr);
   moved->setBddexpressionwood(wood);
   moved->setLateDate(from->getLateDate(id));
@@ -194,6 +220,11 @@ void EquationTable::cond(Signal* condition, Module* module) {
 }
 
 void EquationTable::pre(Module* module) {
+  pre_later(module);
+  settle();
+}
+
+void EquationTable::pre_later(Module* module) {
   for (Signal* output : module->getOutputSignalList())
     if (output->hasOccurrence(bdd_expression_wood)) start_occurrence(output, module);
   for (Signal* local : module->getLocalSignalList())
@@ -228,7 +259,7 @@ EquationTable* EquationTable::over(Bddexpressionwood* copy) {
 }
 
 EquationTable* EquationTable::duplicate(Module* module) {
-  put_in_place();
+  settle();
   Bddexpressionwood* wood = bdd_expression_wood;
   for_each_signal(module, [](Signal* signal) {
     if (signal->getOccurrenceTable() == nullptr)
@@ -250,7 +281,7 @@ EquationTable* EquationTable::duplicate(Module* module) {
 }
 
 EquationTable* EquationTable::branch(Module* module) {
-  put_in_place();
+  settle();
   Bddexpressionwood* wood = bdd_expression_wood;
   auto* copy = new Bddexpressionwood(wood->my_bdd_manager());
   copy->update_nb_level(wood->Nb_level());
@@ -290,6 +321,7 @@ EquationTable* EquationTable::branch(Module* module) {
 void EquationTable::discard(Module* module) {
   for_each_known_signal(module,
                         [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
+  KIVA_CHECK(5, !is_known(module, bdd_expression_wood));
   module->getSignalManager()->deleteWood(bdd_expression_wood);
   bdd_expression_wood = nullptr;
   pending_.clear();

@@ -1,4 +1,4 @@
-#include "tarn/zu/rules.h"
+#include "tarn/model/rules.h"
 
 #include "tarn/model/compilation.h"
 
