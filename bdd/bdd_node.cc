@@ -1,5 +1,6 @@
 #include "bdd/bdd_node.h"
 
+#include "base/graph_walk.h"
 #include "bdd/bddpp.h"
 #include "bdd/walk.h"
 
@@ -55,17 +56,17 @@ bool bdd_node::is_correct() const {
 }
 
 void bdd_node::Lustre_writing_node_used(int* used, bdd_node* one) {
-  std::vector<bdd_node*> open{this};
-  while (!open.empty()) {
-    bdd_node* node = open.back();
-    open.pop_back();
-    if (node == nullptr || node->is_marked()) continue;
+  const auto enters = [](bdd_node* node) {
+    if (node == nullptr || node->is_marked()) return false;
     node->mark();
+    return true;
+  };
+  walk_from(std::vector<bdd_node*>{this}, enters, [&](bdd_node* node, auto more) {
     used[node->global_id()] = 1;
-    if (node == one) continue;
-    open.push_back(node->internal_else);
-    open.push_back(node->internal_then);
-  }
+    if (node == one) return;
+    more(node->internal_else);
+    more(node->internal_then);
+  });
 }
 
 }  // namespace kiva

@@ -3,6 +3,7 @@
 
 #include <ostream>
 
+#include "base/graph_walk.h"
 #include "bdd/walk.h"
 
 namespace kiva {
@@ -45,20 +46,15 @@ long number_all(bddpp_manager& m, const Functions& functions) {
 
 template <class Functions>
 void put_all(std::ostream& out, const Functions& functions, const long* corr) {
-  std::vector<bdd_node*> open;
-  for (const bdd& f : functions) {
-    open.push_back(f.node());
-    while (!open.empty()) {
-      bdd_node* node = open.back();
-      open.pop_back();
-      if (node == nullptr || node->is_marked()) continue;
+  const auto enters = [](const bdd_node* node) { return node != nullptr && !node->is_marked(); };
+  for (const bdd& f : functions)
+    walk_from(std::vector<bdd_node*>{f.node()}, enters, [&](bdd_node* node, auto more) {
       put_line(out, *node, variable_of(*node, corr));
       out << '\n';
       node->mark();
-      open.push_back(node->else_node());
-      open.push_back(node->then_node());
-    }
-  }
+      more(node->else_node());
+      more(node->then_node());
+    });
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <iostream>
 #include <unordered_map>
 
+#include "base/graph_walk.h"
 #include "bdd/internals.h"
 
 namespace kiva {
@@ -22,26 +23,23 @@ Tdd::Tdd(bddpp_manager* manager, const bdd& f) : manager_(manager), function_(f)
   const auto value_of = [&m](const bdd& g) { return m.Bdd_is_tautology(g) ? g : m.Bdd_if(g); };
   value_ = value_of(f);
   std::unordered_map<std::uint32_t, Tdd*> known{{bdd_internals::edge_of(f).code(), this}};
-  std::vector<Tdd*> open{this};
-  const auto part = [&](const bdd& g) -> const Tdd* {
+  const auto part = [&](const bdd& g, auto more) -> const Tdd* {
     const auto [at, is_new] = known.try_emplace(bdd_internals::edge_of(g).code(), nullptr);
     if (!is_new) return at->second;
     parts_.emplace_back(new Tdd(manager, g, value_of(g)));
     Tdd* made = parts_.back().get();
     made->place_ = parts_.size() - 1;
     at->second = made;
-    open.push_back(made);
+    more(made);
     return made;
   };
-  while (!open.empty()) {
-    Tdd& here = *open.back();
-    open.pop_back();
-    if (m.Bdd_is_tautology(here.function_)) continue;
-    const bdd then_side = m.Bdd_then(here.function_), else_side = m.Bdd_else(here.function_);
-    here.then_ = part(then_side);
-    here.else_ = part(else_side);
-    here.common_ = part(m.Bdd_and(else_side, then_side));
-  }
+  const auto branches = [&m](const Tdd* here) { return !m.Bdd_is_tautology(here->function_); };
+  walk_from(std::vector<Tdd*>{this}, branches, [&](Tdd* here, auto more) {
+    const bdd then_side = m.Bdd_then(here->function_), else_side = m.Bdd_else(here->function_);
+    here->then_ = part(then_side, more);
+    here->else_ = part(else_side, more);
+    here->common_ = part(m.Bdd_and(else_side, then_side), more);
+  });
   place_ = parts_.size();
 }
 

@@ -15,6 +15,8 @@
 
 #include <algorithm>
 
+#include "base/graph_walk.h"
+
 namespace kiva {
 
 void FlatEquations::add(long index, const bdd& exp) {
@@ -107,24 +109,15 @@ FlatEquations::Edge FlatEquations::edge_of(const bdd& exp) {
     const Edge place = node->var_index() < 0 ? 0 : place_of(node);
     return place * 2 + (link == 1 ? 0u : 1u);
   };
-  // Children first, on a stack of our own.
-  std::vector<const bdd_node*> path{exp.node()};
-  while (!path.empty()) {
-    const bdd_node* node = path.back();
-    if (laid(node)) {
-      path.pop_back();
-    } else if (!laid(node->then_node())) {
-      path.push_back(node->then_node());
-    } else if (!laid(node->else_node())) {
-      path.push_back(node->else_node());
-    } else {
-      place_of(node) = static_cast<Edge>(nodes_.size());
-      nodes_.push_back({static_cast<std::uint32_t>(node->var_index()),
-                        edge_to(node->then_node(), 1),
-                        edge_to(node->else_node(), node->else_link_type())});
-      path.pop_back();
-    }
-  }
+  const auto children = [](const bdd_node* node, auto ask) {
+    ask(node->else_node());
+    ask(node->then_node());
+  };
+  walk_from_below<const bdd_node*>(exp.node(), laid, children, [&](const bdd_node* node) {
+    place_of(node) = static_cast<Edge>(nodes_.size());
+    nodes_.push_back({static_cast<std::uint32_t>(node->var_index()), edge_to(node->then_node(), 1),
+                      edge_to(node->else_node(), node->else_link_type())});
+  });
   return edge_to(exp.node(), exp.link_type());
 }
 
@@ -158,29 +151,20 @@ int FlatEquations::evaluate_with_unknowns(Edge root, const int* context) const {
     const int result = result_[edge >> 1];
     return result == 2 ? 2 : result ^ complement;
   };
-  std::vector<Edge> path{root & ~1u};
-  while (!path.empty()) {
-    const Edge edge = path.back();
-    if (known(edge)) {
-      path.pop_back();
-      continue;
-    }
+  const auto needed = [&](Edge edge, auto ask) {
     const Node& node = nodes_[edge >> 1];
     const int literal = context[node.variable];
-    if (literal != 0 && !known(node.then_edge)) {
-      path.push_back(node.then_edge & ~1u);
-      continue;
-    }
-    if (literal != 1 && !known(node.else_edge)) {
-      path.push_back(node.else_edge & ~1u);
-      continue;
-    }
+    if (literal != 0) ask(node.then_edge & ~1u);
+    if (literal != 1) ask(node.else_edge & ~1u);
+  };
+  walk_from_below<Edge>(root & ~1u, known, needed, [&](Edge edge) {
+    const Node& node = nodes_[edge >> 1];
+    const int literal = context[node.variable];
     int result = literal == 1 ? value(node.then_edge) : value(node.else_edge);
     if (literal == 2 && value(node.then_edge) != result) result = 2;
     stamp_[edge >> 1] = current_stamp_;
     result_[edge >> 1] = static_cast<std::uint8_t>(result);
-    path.pop_back();
-  }
+  });
   return value(root);
 }
 

@@ -52,16 +52,11 @@ class Propagation {
   /// Pushes `date` to v.
   void push(long v, long date) {
     if (!raise(v, date)) return;
-    std::vector<Frame> stack{frame_of(v)};
-    while (!stack.empty()) {
-      Frame& top = stack.back();
-      if (top.at == top.end) {
-        stack.pop_back();
-        continue;
-      }
-      const long next = *top.at++;
-      if (raise(next, plus(top.date, 1))) stack.push_back(frame_of(next));
-    }
+    const auto edge = [this](const auto& from, long next, long) -> std::optional<long> {
+      if (!raise(next, plus(from.data, 1))) return std::nullopt;
+      return dates_.get(next);
+    };
+    walk_depth_first(dates_, v, dates_.get(v), edge, [](const auto&, const auto*) {});
   }
 
   /// Serves the pushes put off.
@@ -82,20 +77,17 @@ class Propagation {
   }
 
  private:
-  struct Frame {
-    long v;
-    index_set::const_iterator at;
-    index_set::const_iterator end;
-    long date;
-    long height = 0;
+  /// The edges on the longest way from a vertex on.
+  struct Height {
+    long edges = 0;
     bool reaches_cycle = false;
+
+    void absorb(long height_behind) {
+      if (height_behind < 0) reaches_cycle = true;
+      edges = std::max(edges, height_behind + 1);
+    }
   };
   static constexpr long unseen = -3, on_stack = -2, cyclic = -1;
-
-  Frame frame_of(long v) const {
-    const index_set& next = dates_.next(v);
-    return {v, next.begin(), next.end(), dates_.get(v)};
-  }
 
   /// One step of the recursion; true when it goes on to what follows v.
   bool raise(long v, long date) {
@@ -128,31 +120,23 @@ class Propagation {
   /// Fills height_ from v onward: the edges on the longest way, or `cyclic` where a cycle can be
   /// reached. finished_ gets the others, each after all that follow it.
   void measure(long v) {
-    std::vector<Frame> stack{frame_of(v)};
     height_[v] = on_stack;
-    while (!stack.empty()) {
-      Frame& top = stack.back();
-      if (top.at == top.end) {
-        height_[top.v] = top.reaches_cycle ? cyclic : top.height;
-        if (!top.reaches_cycle) finished_.push_back(top.v);
-        const long height = height_[top.v];
-        stack.pop_back();
-        if (!stack.empty()) absorb(stack.back(), height);
-        continue;
-      }
-      const long next = *top.at++;
-      if (!dates_.enters(next)) continue;
+    const auto edge = [this](auto& from, long next, long) -> std::optional<Height> {
+      if (!dates_.enters(next)) return std::nullopt;
       if (height_[next] == unseen) {
         height_[next] = on_stack;
-        stack.push_back(frame_of(next));
-      } else {
-        absorb(top, height_[next]);
+        return Height{};
       }
-    }
-  }
-  static void absorb(Frame& frame, long height_behind) {
-    if (height_behind < 0) frame.reaches_cycle = true;
-    frame.height = std::max(frame.height, height_behind + 1);
+      from.data.absorb(height_[next]);
+      return std::nullopt;
+    };
+    const auto leave = [this](const auto& done, auto* parent) {
+      const bool cycle = done.data.reaches_cycle;
+      height_[done.v] = cycle ? cyclic : done.data.edges;
+      if (!cycle) finished_.push_back(done.v);
+      if (parent != nullptr) parent->data.absorb(height_[done.v]);
+    };
+    walk_depth_first(dates_, v, Height{}, edge, leave);
   }
 
   Dates dates_;

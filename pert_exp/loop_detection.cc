@@ -1,6 +1,6 @@
 // The members of cycles: strongly connected parts with more than one member, or with an edge to
-// itself (R. Tarjan, Depth-first search and linear graph algorithms, SIAM J. Comput. 1, 1972), on a
-// stack of its own. Early dates climb along the readers and late dates along the dependences; the
+// itself (R. Tarjan, Depth-first search and linear graph algorithms, SIAM J. Comput. 1, 1972).
+// Early dates climb along the readers and late dates along the dependences; the
 // two tables can differ by what abstract equations add, so each is searched.
 
 #include <algorithm>
@@ -21,61 +21,46 @@ class Cycle_search {
 
   void from(long root, std::vector<long>& members) {
     if (number_[root] != 0) return;
-    open(root);
-    while (!frames_.empty()) {
-      Frame& top = frames_.back();
-      if (top.at == top.end) {
-        const Frame done = top;
-        frames_.pop_back();
-        if (!frames_.empty())
-          low_[frames_.back().v] = std::min(low_[frames_.back().v], low_[done.v]);
-        if (low_[done.v] == number_[done.v]) close(done, members);
-        continue;
-      }
-      const long next = *top.at++;
-      if (!graph_.enters(next)) continue;
-      if (next == top.v) top.reads_itself = true;
-      if (number_[next] == 0) {
-        open(next);
-      } else {
-        // A closed part has the number of no open one, and lowers nothing.
-        low_[top.v] = std::min(low_[top.v], number_[next]);
-      }
-    }
+    const auto edge = [this](auto& from, long next, long) -> std::optional<bool> {
+      if (!graph_.enters(next)) return std::nullopt;
+      if (next == from.v) from.data = true;
+      if (number_[next] == 0) return open(next);
+      // A closed part has the number of no open one, and lowers nothing.
+      low_[from.v] = std::min(low_[from.v], number_[next]);
+      return std::nullopt;
+    };
+    const auto leave = [&](const auto& done, const auto* parent) {
+      if (parent != nullptr) low_[parent->v] = std::min(low_[parent->v], low_[done.v]);
+      if (low_[done.v] == number_[done.v]) close(done.v, done.data, members);
+    };
+    walk_depth_first(graph_, root, open(root), edge, leave);
   }
 
  private:
-  struct Frame {
-    long v;
-    index_set::const_iterator at;
-    index_set::const_iterator end;
-    bool reads_itself = false;
-  };
   static constexpr long closed = std::numeric_limits<long>::max();
 
-  void open(long v) {
+  /// Numbers a vertex. Nothing is known yet of an edge from it to itself: false.
+  bool open(long v) {
     number_[v] = low_[v] = ++last_number_;
     part_.push_back(v);
-    const index_set& next = graph_.next(v);
-    frames_.push_back({v, next.begin(), next.end()});
+    return false;
   }
 
-  void close(const Frame& root, std::vector<long>& members) {
-    const bool cycle = part_.back() != root.v || root.reads_itself;
+  void close(long root, bool reads_itself, std::vector<long>& members) {
+    const bool cycle = part_.back() != root || reads_itself;
     long v;
     do {
       v = part_.back();
       part_.pop_back();
       number_[v] = closed;
       if (cycle) members.push_back(v);
-    } while (v != root.v);
+    } while (v != root);
   }
 
   const Graph& graph_;
   std::vector<long> number_;  // of the visit, from 1; 0 before it
   std::vector<long> low_;
   std::vector<long> part_;
-  std::vector<Frame> frames_;
   long last_number_ = 0;
 };
 

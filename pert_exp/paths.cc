@@ -1,4 +1,4 @@
-// Reachability and heaviest chains, in both directions, on stacks of their own.
+// Reachability and heaviest chains, in both directions.
 
 #include <algorithm>
 #include <iostream>
@@ -15,39 +15,23 @@ namespace {
 template <class Graph>
 index_set reached(const Graph& graph, long nb_vars, long index, long depth, const index_set& known,
                   const char* warning) {
-  struct Frame {
-    index_set::const_iterator at;
-    index_set::const_iterator end;
-  };
+  struct Nothing {};
   std::vector<char> in_set(nb_vars, 0);
   for (long member : known) {
     if (member >= 0 && member < nb_vars) in_set[member] = 1;
   }
   std::vector<long> members(known.begin(), known.end());
-  std::vector<Frame> stack;
-  const auto open = [&](long v) {
-    const index_set& next = graph.next(v);
-    stack.push_back({next.begin(), next.end()});
-  };
-  open(index);
-  while (!stack.empty()) {
-    Frame& top = stack.back();
-    if (top.at == top.end) {
-      stack.pop_back();
-      continue;
-    }
-    const long next = *top.at++;
+  const auto edge = [&](const auto&, long next, long edges) -> std::optional<Nothing> {
     const bool in_tables = next >= 0 && next < nb_vars;
-    if (in_tables && in_set[next]) continue;
+    if (in_tables && in_set[next]) return std::nullopt;
     members.push_back(next);
-    if (!in_tables) continue;
+    if (!in_tables) return std::nullopt;
     in_set[next] = 1;
-    if (depth + static_cast<long>(stack.size()) - 1 < nb_vars) {
-      open(next);
-    } else {
-      std::cerr << warning;
-    }
-  }
+    if (depth + edges < nb_vars) return Nothing{};
+    std::cerr << warning;
+    return std::nullopt;
+  };
+  walk_depth_first(graph, index, Nothing{}, edge, [](const auto&, const auto*) {});
   return index_set::from_unsorted(std::move(members));
 }
 
@@ -71,11 +55,7 @@ index_set Bddexpressionwood::up_dependances(long index, long depth, const index_
 /// nothing: `Graph::check` gets a variable of the cycle, `Graph::warn` tells, once for all cycles.
 template <class Graph>
 long Bddexpressionwood::heaviest_chain(const Graph& graph, long index, long depth, bool new_walk) {
-  struct Frame {
-    long v;
-    index_set::const_iterator at;
-    index_set::const_iterator end;
-  };
+  struct Nothing {};
   if (!in_tables(index)) return 0;
   walk_mark.resize(nb_var_bdd, 0);
   walk_value.resize(nb_var_bdd, 0);
@@ -83,42 +63,36 @@ long Bddexpressionwood::heaviest_chain(const Graph& graph, long index, long dept
   const std::uint64_t open = walk_number, closed = walk_number + 1;
   if (walk_mark[index] == closed) return walk_value[index];
 
-  std::vector<Frame> stack;
   const auto enter = [&](long v) {
     walk_mark[v] = open;
     walk_value[v] = 0;
-    const index_set& next = graph.next(v);
-    stack.push_back({v, next.begin(), next.end()});
+    return Nothing{};
   };
   const auto add = [&](long v, long next) {
     walk_value[v] = std::max(walk_value[v], exp_table[next]->w + walk_value[next]);
   };
   bool cycle_told = false;
-  enter(index);
-  while (!stack.empty()) {
-    Frame& top = stack.back();
-    if (top.at == top.end) {
-      const long v = top.v;
-      walk_mark[v] = closed;
-      stack.pop_back();
-      if (!stack.empty()) add(stack.back().v, v);
-      continue;
-    }
-    const long next = *top.at++;
-    if (slot(next) == nullptr) continue;
-    if (depth + static_cast<long>(stack.size()) - 1 >= nb_var_bdd) {
-      graph.check(top.v);
+  const auto edge = [&](const auto& from, long next, long edges) -> std::optional<Nothing> {
+    if (slot(next) == nullptr) return std::nullopt;
+    if (depth + edges >= nb_var_bdd) {
+      graph.check(from.v);
       graph.warn();
     } else if (walk_mark[next] == closed) {
-      add(top.v, next);
+      add(from.v, next);
     } else if (walk_mark[next] == open) {
       graph.check(next);
       if (!cycle_told) graph.warn();
       cycle_told = true;
     } else {
-      enter(next);
+      return enter(next);
     }
-  }
+    return std::nullopt;
+  };
+  const auto leave = [&](const auto& done, const auto* parent) {
+    walk_mark[done.v] = closed;
+    if (parent != nullptr) add(parent->v, done.v);
+  };
+  walk_depth_first(graph, index, enter(index), edge, leave);
   return walk_value[index];
 }
 
@@ -181,6 +155,19 @@ void Bddexpressionwood::date_by_weight() {
     latest_date_table[index] = heaviest_chain(readers, index, 1, new_walk);
     new_walk = false;
   }
+}
+
+std::unordered_set<long> dependence_cone(const Bddexpressionwood& wood, std::vector<long> roots,
+                                         const std::function<bool(long)>& ends) {
+  std::unordered_set<long> cone;
+  const auto enters = [&](long index) { return cone.insert(index).second; };
+  walk_from(std::move(roots), enters, [&](long index, auto more) {
+    if (index < 0 || index >= wood.Nb_bdd_vars() || (ends && ends(index))) return;
+    const Bddexpression* e = wood.exp_by_index(index);
+    if (e == nullptr) return;
+    for (long read : e->set_of_var_dependances()) more(read);
+  });
+  return cone;
 }
 
 void Bddexpressionwood::refuse_self_dependence(long index) const {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <list>
 #include <set>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "base/index_set.h"
@@ -304,6 +306,11 @@ class Bddexpressionwood {
 
 /// One line a wood, one an equation: its variable, what it reads, its dates.
 std::ostream& operator<<(std::ostream& out, const Bddexpressionwood& wood);
+
+/// `roots` and all that they need, transitively: what the equations read. A variable that `ends`
+/// accepts (nullptr: none) is a member, but not what its equation reads.
+std::unordered_set<long> dependence_cone(const Bddexpressionwood& wood, std::vector<long> roots,
+                                         const std::function<bool(long)>& ends = nullptr);
 
 /// The images of the members under `table`.
 index_set set_reencoding(const index_set& members, const long* table);

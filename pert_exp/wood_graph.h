@@ -3,6 +3,7 @@
 // The wood as a graph, in its two directions. `next(v)` are the indices that follow v, as the
 // tables hold them: a walk skips those that are not in the tables or that it may not `enter`.
 
+#include "base/graph_walk.h"
 #include "pert_exp/wood.h"
 
 namespace kiva {

@@ -50,36 +50,26 @@ void Bddexpressionwood::stat_early_dep(std::ostream& out, long index) {
 void Bddexpressionwood::internal_stat_early_dep(std::ostream& out, long index, int indent,
                                                 std::list<long>* seen) {
   if (!in_tables(index)) return;
-  struct Frame {
-    index_set::const_iterator at;
-    index_set::const_iterator end;
-  };
+  struct Nothing {};
   const Dependences graph{*this};
   std::vector<char> branched_out(nb_var_bdd, 0);
   for (long member : *seen) {
     if (in_tables(member)) branched_out[member] = 1;
   }
-  std::vector<Frame> stack;
-  const auto show = [&](long v) {
-    for (size_t column = 0; column < indent + stack.size(); ++column) out << "| ";
+  const auto show = [&](long v, long edges) -> std::optional<Nothing> {
+    for (long column = 0; column < indent + edges; ++column) out << "| ";
     const Bddexpression* e = exp_table[v];
     out << man->Name_var_by_index(v) << " (" << (e == nullptr ? 0 : e->earliest_date) << ") -->\n";
-    if (branched_out[v]) return;
+    if (branched_out[v]) return std::nullopt;
     branched_out[v] = 1;
     seen->push_back(v);
-    const index_set& next = graph.next(v);
-    stack.push_back({next.begin(), next.end()});
+    return Nothing{};
   };
-  show(index);
-  while (!stack.empty()) {
-    Frame& top = stack.back();
-    if (top.at == top.end) {
-      stack.pop_back();
-      continue;
-    }
-    const long next = *top.at++;
-    if (in_tables(next)) show(next);
-  }
+  const auto edge = [&](const auto&, long next, long edges) {
+    return in_tables(next) ? show(next, edges + 1) : std::nullopt;
+  };
+  if (show(index, 0))
+    walk_depth_first(graph, index, Nothing{}, edge, [](const auto&, const auto*) {});
 }
 
 }  // namespace kiva

@@ -8,6 +8,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "base/graph_walk.h"
+
 namespace kiva {
 
 namespace {
@@ -49,32 +51,27 @@ class Builder {
 
   /// Makes the variables in the order of the descent.
   void order_from(long root) {
-    std::vector<long> open = {root};
     std::vector<int> waiting;  // registers whose next values are to come, first in first out
-    size_t served = 0;
-    for (;;) {
-      while (!open.empty()) {
-        const long index = open.back();
-        open.pop_back();
-        if (!seen_.insert(index).second) continue;
-        if (index < automaton_.nb_state_vars()) {
-          for (int k : by_name_[instance_free(automaton_.nom_state_var(static_cast<int>(index)))])
-            if (placed_.insert(k).second) place_register(k, waiting);
-        } else if (const Bddexpression* e = automaton_.wood_associee()->exp_by_index(index)) {
-          const index_set& reads = e->set_of_var_dependances();
-          std::vector<long> deepest_last(reads.begin(), reads.end());
-          std::stable_sort(deepest_last.begin(), deepest_last.end(),
-                           [&](long a, long b) { return depth(a) < depth(b); });
-          open.insert(open.end(), deepest_last.begin(), deepest_last.end());
-        } else if (index >= automaton_.input_index(0) && index < automaton_.output_index(0)) {
-          const long made = system_.manager->Index_var_by_bdd(
-              system_.manager->New_var_last(automaton_.nom_associe(index)));
-          system_.inputs.push_back({static_cast<int>(index - automaton_.input_index(0)), made});
-        }
+    const auto enters = [this](long index) { return seen_.insert(index).second; };
+    const auto place = [&](long index, auto more) {
+      if (index < automaton_.nb_state_vars()) {
+        for (int k : by_name_[instance_free(automaton_.nom_state_var(static_cast<int>(index)))])
+          if (placed_.insert(k).second) place_register(k, waiting);
+      } else if (const Bddexpression* e = automaton_.wood_associee()->exp_by_index(index)) {
+        const index_set& reads = e->set_of_var_dependances();
+        std::vector<long> deepest_last(reads.begin(), reads.end());
+        std::stable_sort(deepest_last.begin(), deepest_last.end(),
+                         [&](long a, long b) { return depth(a) < depth(b); });
+        for (long read : deepest_last) more(read);
+      } else if (index >= automaton_.input_index(0) && index < automaton_.output_index(0)) {
+        const long made = system_.manager->Index_var_by_bdd(
+            system_.manager->New_var_last(automaton_.nom_associe(index)));
+        system_.inputs.push_back({static_cast<int>(index - automaton_.input_index(0)), made});
       }
-      if (served == waiting.size()) return;
-      open.push_back(automaton_.next_state_index(waiting[served++]));
-    }
+    };
+    walk_from(std::vector<long>{root}, enters, place);
+    for (size_t served = 0; served < waiting.size(); ++served)
+      walk_from(std::vector<long>{automaton_.next_state_index(waiting[served])}, enters, place);
   }
 
   void place_register(int k, std::vector<int>& waiting) {
@@ -98,15 +95,7 @@ class Builder {
     for (const TransitionSystem::Input& input : system_.inputs)
       functions[static_cast<size_t>(automaton_.input_index(input.position))] =
           system_.manager->Bdd_var_by_index(input.index);
-    std::unordered_set<long> needed;
-    for (std::vector<long> open = roots; !open.empty();) {
-      const long index = open.back();
-      open.pop_back();
-      const Bddexpression* e = wood.exp_by_index(index);
-      if (e == nullptr || !needed.insert(index).second) continue;
-      const index_set& reads = e->set_of_var_dependances();
-      open.insert(open.end(), reads.begin(), reads.end());
-    }
+    const std::unordered_set<long> needed = dependence_cone(wood, roots);
     for (long index : wood.earliest_sort())
       if (needed.contains(index))
         functions[static_cast<size_t>(index)] =
@@ -154,15 +143,12 @@ void TransitionSystem::keep_cone() {
   std::unordered_map<long, const Register*> at;
   for (const Register& reg : registers) at[reg.now] = &reg;
   std::unordered_set<long> needed;
-  std::vector<bdd> open = {goal};
-  while (!open.empty()) {
-    const bdd f = open.back();
-    open.pop_back();
-    for (long index : manager->set_of_index_depend_on(f)) {
-      if (!needed.insert(index).second) continue;
-      if (const auto reg = at.find(index); reg != at.end()) open.push_back(reg->second->f);
-    }
-  }
+  const auto enters = [&](long index) { return needed.insert(index).second; };
+  const index_set roots = manager->set_of_index_depend_on(goal);
+  walk_from(std::vector<long>(roots.begin(), roots.end()), enters, [&](long index, auto more) {
+    if (const auto reg = at.find(index); reg != at.end())
+      for (long read : manager->set_of_index_depend_on(reg->second->f)) more(read);
+  });
   std::erase_if(registers, [&](const Register& reg) { return !needed.contains(reg.now); });
   std::erase_if(inputs, [&](const Input& input) { return !needed.contains(input.index); });
 }
