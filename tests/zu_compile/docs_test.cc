@@ -42,6 +42,7 @@ std::vector<Example> examples() {
       found.push_back(block);
     }
     block = {};
+    whole = false;
     if (line.starts_with("#")) section = line;
   }
   return found;

@@ -4,55 +4,38 @@
 
 namespace kiva::test {
 
+namespace {
+
+/// What a kind of condition makes of its parts, by Condition::Kind.
+struct Operation {
+  const char* text;
+  bool (*holds)(bool a, bool b);
+};
+const Operation operations[] = {
+    {"", nullptr},
+    {"not ", [](bool a, bool) { return !a; }},
+    {" and ", [](bool a, bool b) { return a && b; }},
+    {" or ", [](bool a, bool b) { return a || b; }},
+    {" nor ", [](bool a, bool b) { return !a && !b; }},
+    {" nand ", [](bool a, bool b) { return !a || !b; }},
+    {" xor ", [](bool a, bool b) { return a != b; }},
+    {"TT", [](bool, bool) { return true; }},
+    {"FF", [](bool, bool) { return false; }},
+};
+
+}  // namespace
+
 bool Condition::holds(const std::set<std::string>& present) const {
-  switch (kind) {
-    case Kind::signal:
-      return present.contains(signal);
-    case Kind::negation:
-      return !parts[0].holds(present);
-    case Kind::both:
-      return parts[0].holds(present) && parts[1].holds(present);
-    case Kind::either:
-      return parts[0].holds(present) || parts[1].holds(present);
-    case Kind::neither:
-      return !parts[0].holds(present) && !parts[1].holds(present);
-    case Kind::not_both:
-      return !parts[0].holds(present) || !parts[1].holds(present);
-    case Kind::differ:
-      return parts[0].holds(present) != parts[1].holds(present);
-    case Kind::always:
-      return true;
-    case Kind::never:
-      return false;
-  }
-  return false;
+  if (kind == Kind::signal) return present.contains(signal);
+  const auto part = [&](size_t i) { return i < parts.size() && parts[i].holds(present); };
+  return operations[static_cast<int>(kind)].holds(part(0), part(1));
 }
 
 std::string Condition::text() const {
-  const auto between = [this](const char* operation) {
-    return "(" + parts[0].text() + operation + parts[1].text() + ")";
-  };
-  switch (kind) {
-    case Kind::signal:
-      return signal;
-    case Kind::negation:
-      return "not " + parts[0].text();
-    case Kind::both:
-      return between(" and ");
-    case Kind::either:
-      return between(" or ");
-    case Kind::neither:
-      return between(" nor ");
-    case Kind::not_both:
-      return between(" nand ");
-    case Kind::differ:
-      return between(" xor ");
-    case Kind::always:
-      return "TT";
-    case Kind::never:
-      return "FF";
-  }
-  return "";
+  const std::string operation = operations[static_cast<int>(kind)].text;
+  if (kind == Kind::signal) return signal;
+  if (parts.size() < 2) return operation + (parts.empty() ? "" : parts[0].text());
+  return "(" + parts[0].text() + operation + parts[1].text() + ")";
 }
 
 int Program::size() const {

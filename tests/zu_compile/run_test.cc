@@ -28,21 +28,23 @@ const char* const edge =
     "loop { wait i >> emit e >> wait not i }\nend\n";
 
 TEST(RunConnects, ByNameOrByRenaming) {
-  const std::string main = "module main: Input: x, i; Output: o, e; Local: L;\n";
-  // A rise of i, seen as e.
-  EXPECT_EQ(trace(edge + main + "run edge end", "e", ". i i . i"), "_1__1");
-  EXPECT_EQ(trace(edge + main + "run edge [x \\ i] end", "e", "x x i x"), "_1_1");
-  EXPECT_EQ(trace(edge + main + "run edge [x \\ i, o \\ e] end", "o", ". x x . x"), "_1__1");
-  // A local on either side.
-  EXPECT_EQ(
-      trace(edge + main + "run edge [L \\ e] || run edge [L \\ i, o \\ e] end", "o", ". i . . i"),
-      "_1__1");
-  // A formal name that is a local of the caller.
-  EXPECT_EQ(trace("module m: Input: L; Output: M; loop { present L emit M >> pause } end\n"
-                  "module main: Input: x; Output: o; Local: L, M;\n"
-                  "loop { present x emit L >> present M emit o >> pause } || run m end",
-                  "o", "x . x"),
-            "1_1");
+  const std::string main =
+      edge + std::string("module main: Input: x, i; Output: o, e; Local: L;\n");
+  const struct {
+    std::string text;
+    const char *signal, *stimuli, *states;
+  } cases[] = {
+      {main + "run edge end", "e", ". i i . i", "_1__1"},
+      {main + "run edge [x \\ i] end", "e", "x x i x", "_1_1"},
+      {main + "run edge [x \\ i, o \\ e] end", "o", ". x x . x", "_1__1"},
+      // A local on either side.
+      {main + "run edge [L \\ e] || run edge [L \\ i, o \\ e] end", "o", ". i . . i", "_1__1"},
+      // A formal name that is a local of the caller.
+      {"module m: Input: L; Output: M; loop { present L emit M >> pause } end\n"
+       "module main: Input: x; Output: o; Local: L, M;\n"
+       "loop { present x emit L >> present M emit o >> pause } || run m end",
+       "o", "x . x", "1_1"}};
+  for (const auto& c : cases) EXPECT_EQ(trace(c.text, c.signal, c.stimuli), c.states) << c.text;
 }
 
 TEST(RunConnects, EachInstanceUnderItsOwnSuffix) {
@@ -88,6 +90,7 @@ TEST(RunConnects, AwaitsTheNamesOfTheCallerAndTheFormalOnes) {
 
 TEST(RunRefuses, WhatDoesNotConnect) {
   const std::string main = "module main: Input: x, i; Output: o, e; Local: L;\n";
+  const std::string ring = "module a: run b end module b: pause >> run c end module c: run a end\n";
   const struct {
     std::string text;
     const char* report;
@@ -118,18 +121,15 @@ TEST(RunRefuses, WhatDoesNotConnect) {
       {"data: Type: int; end data module m: Output: f : int; emit f end\n"
        "module main: Output: f : int; run m end",
        "***error:run:no signal binding for:f  in called module"},
+      {"module main: run main end", "runs itself:  main > main"},
+      {"module main: loop { run main } end", "runs itself:  main > main"},
+      {ring + "module main: run a end", "runs itself:  a > b > c > a"},
+      {ring + "module main: loop { run b || pause } end", "runs itself:  b > c > a > b"},
   };
   for (const auto& c : cases) EXPECT_THAT(report(c.text), HasSubstr(c.report)) << c.text;
 }
 
-TEST(RunRefuses, ModulesThatRunThemselves) {
-  EXPECT_THAT(report("module main: run main end"), HasSubstr("runs itself:  main > main"));
-  EXPECT_THAT(report("module main: loop { run main } end"), HasSubstr("runs itself:  main > main"));
-  const char* ring = "module a: run b end module b: pause >> run c end module c: run a end\n";
-  EXPECT_THAT(report(ring + std::string("module main: run a end")),
-              HasSubstr("runs itself:  a > b > c > a"));
-  EXPECT_THAT(report(ring + std::string("module main: loop { run b || pause } end")),
-              HasSubstr("runs itself:  b > c > a > b"));
+TEST(RunRefuses, ModulesNestedTooDeeply) {
   // As deep as a file can make it: a result, or a message.
   std::string chain = "module m0: Output: o; emit o end\n";
   for (int i = 1; i <= 8'000; ++i)
