@@ -112,7 +112,7 @@ void FenPrincipale::afficherAll() {
     fill_inputs();
     fill_outputs();
     fill_locals_and_registers();
-    set_or_reset = std::make_unique<set_reset>();
+    set_or_reset = std::make_unique<set_reset>(simulation_.get());
     bdd_eval = std::make_unique<Signal_eval>();
     couleur_signal->List_initializing(nb_inputs, this, Tab.data());
     point_at_chosen_row();
@@ -122,6 +122,7 @@ void FenPrincipale::afficherAll() {
   if (shown) return;
   // A module that cannot be shown is not there: the next load asks for another file.
   clear_panels();
+  start_choices();
   simulation_.reset();
   pautom = nullptr;
 }
@@ -169,6 +170,9 @@ void FenPrincipale::fill_inputs() {
     const QString name = QString::fromStdString(Tab[row]);
     auto* editor = new QLineEdit("--");
     editor->setAccessibleName(tr("Value of %1").arg(name));
+    connect(editor, &QLineEdit::textChanged, this, [this, row](const QString& text) {
+      simulation_->type_input(static_cast<size_t>(row), text.toStdString());
+    });
     inputs_value.push_back(editor);
     table->setCellWidget(row, 1, editor);
     table->setItem(row, 0, new QTableWidgetItem(name));

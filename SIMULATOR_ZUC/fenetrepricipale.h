@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/evaluation.h"
+#include "SIMULATOR_ZUC/classic/evaluation.h"
 #include "SIMULATOR_ZUC/panels/debuggerpanel.h"
 #include "SIMULATOR_ZUC/panels/filepanel.h"
 #include "SIMULATOR_ZUC/panels/header.h"
@@ -34,10 +34,11 @@ namespace kiva {
 
 class CalculValue;
 class PluginManager;
+struct PanelRow;
 
-/// The main window. It moves the person's choices into the simulation and the simulation's colours
-/// into the panels; every step is the engine's. No failure of a load or a step leaves it: each is
-/// told on the error stream and in a message, and the window stays usable.
+/// The main window. The person's choices stand in the simulation alone: rows, radios, boxes and
+/// editors show and change them there. Every step is the engine's. No failure of a load or a step
+/// leaves it: each is told on the error stream and in a message, and the window stays usable.
 class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   Q_OBJECT
 
@@ -54,6 +55,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   /// The context of the running simulation, one entry for each variable; null without a module.
   const std::vector<int>* context() const;
   const Simulation* running() const { return simulation_.get(); }
+  Simulation* simulation() { return simulation_.get(); }
 
   /// A modal message.
   void No_input_selected();
@@ -68,10 +70,8 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   /// No module, until a load succeeds.
   bool empty() const { return pautom == nullptr; }
   /// The docks in the order of their numbers, and their title bars.
-  std::vector<QDockWidget*> docks() const { return {dock0, dock1, dock2, dock3, dock4, dock5}; }
-  std::vector<TitleBar*> title_bars() const {
-    return {title0, title1, title2, title3, title4, title5};
-  }
+  const std::vector<QDockWidget*>& docks() const { return docks_; }
+  const std::vector<TitleBar*>& title_bars() const { return titles_; }
   /// The toolkit's menu of docks is switched off.
   QMenu* createPopupMenu() override { return nullptr; }
 
@@ -154,8 +154,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void create_gui();
   void load_data_ui();
   void create_docks();
-  QDockWidget* create_dock(const char* object_name, TitleBar*& title, QWidget* title_parent,
-                           QWidget* panel);
+  void create_dock(const PanelRow& row);
   void create_tool_buttons();
   QToolButton* create_tool_button(const char* icon, const QString& tip, QPoint at);
   void connect_all();
@@ -186,6 +185,8 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void tell(const std::string& text);
   void tell_of_failed_load();
 
+  std::vector<QDockWidget*> docks_;
+  std::vector<TitleBar*> titles_;
   std::unique_ptr<Simulation> simulation_;
   std::string load_problem_;  ///< of the last file: name, line and reason
   class QDialog* help_dialog_ = nullptr;

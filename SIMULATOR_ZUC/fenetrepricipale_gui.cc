@@ -13,13 +13,12 @@
 #include <algorithm>
 
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
+#include "SIMULATOR_ZUC/panels/panel_table.h"
 #include "SIMULATOR_ZUC/row_state.h"
 
 namespace kiva {
 
 namespace {
-
-constexpr int kFullWidth = 950;  // of the Load and Debugger docks, where the window allows it
 
 void set_text_colour(QWidget* widget, const QColor& color) {
   QPalette palette = widget->palette();
@@ -46,14 +45,22 @@ void FenPrincipale::create_gui() {
   order_focus();
 }
 
-QDockWidget* FenPrincipale::create_dock(const char* object_name, TitleBar*& title,
-                                        QWidget* title_parent, QWidget* panel) {
+void FenPrincipale::create_dock(const PanelRow& row) {
   auto* dock = new QDockWidget(this);
-  dock->setObjectName(object_name);
-  title = new TitleBar(title_parent == nullptr ? dock : title_parent);
-  dock->setTitleBarWidget(title);
-  dock->setWidget(panel);
-  return dock;
+  dock->setObjectName(row.object_name);
+  QDockWidget* const first_parent = row.title_parent < 0 ? dock : docks_[row.title_parent];
+  titles_.push_back(new TitleBar(first_parent));
+  titles_.back()->setTitleText(tr(row.title));
+  dock->setWindowTitle(titles_.back()->titleText());
+  dock->setTitleBarWidget(titles_.back());
+  dock->setWidget(row.make(*this));
+  dock->setAllowedAreas(row.allowed);
+  if (row.minimum.width() > 0) dock->setMinimumWidth(row.minimum.width());
+  if (row.maximum.width() > 0) dock->setMaximumWidth(row.maximum.width());
+  if (row.maximum.height() > 0) dock->setMaximumHeight(row.maximum.height());
+  addDockWidget(row.area, dock);
+  if (row.beside >= 0) splitDockWidget(docks_[row.beside], dock, Qt::Horizontal);
+  docks_.push_back(dock);
 }
 
 void FenPrincipale::create_docks() {
@@ -65,48 +72,11 @@ void FenPrincipale::create_docks() {
   banner->setFloating(false);
   addDockWidget(Qt::TopDockWidgetArea, banner);
 
-  inputs_panel = new InputsDialog;
-  locals_panel = new LocalsPanel;
-  file_panel = new FilePanel;
-  register_panel = new RegisterPanel;
-  outputs_panel = new OutputsPanel;
-  debugger_panel = new DebuggerPanel;
-  const auto side = Qt::LeftDockWidgetArea | Qt::BottomDockWidgetArea;
-
-  dock0 = create_dock("Inputs_Dialog", title0, nullptr, file_panel);
-  dock0->setAllowedAreas(side);
-  dock0->setMinimumWidth(kFullWidth);
-  dock0->setMaximumHeight(120);
-  addDockWidget(Qt::LeftDockWidgetArea, dock0);
-
-  dock1 = create_dock("Inputs_Dialog", title1, nullptr, inputs_panel);
-  dock1->setAllowedAreas(side);
-  dock1->setMaximumSize(260, 310);
-  addDockWidget(Qt::LeftDockWidgetArea, dock1);
-
-  dock2 = create_dock("Locals_Dialog", title2, nullptr, locals_panel);
-  dock2->setAllowedAreas(side);
-  dock2->setMaximumSize(200, 310);
-  addDockWidget(Qt::LeftDockWidgetArea, dock2);
-  splitDockWidget(dock1, dock2, Qt::Horizontal);
-
-  dock3 = create_dock("Locals_Dialog", title3, dock2, register_panel);
-  dock3->setAllowedAreas(side);
-  dock3->setMaximumSize(200, 310);
-  addDockWidget(Qt::LeftDockWidgetArea, dock3);
-  splitDockWidget(dock2, dock3, Qt::Horizontal);
-
-  dock4 = create_dock("Outputs_Dialog", title4, nullptr, outputs_panel);
-  dock4->setAllowedAreas(side);
-  dock4->setMaximumSize(329, 310);
-  addDockWidget(Qt::LeftDockWidgetArea, dock4);
-  splitDockWidget(dock3, dock4, Qt::Horizontal);
-
-  dock5 = create_dock("Outputs_Dialog", title5, nullptr, debugger_panel);
-  dock5->setAllowedAreas(Qt::BottomDockWidgetArea);
-  dock5->setMinimumWidth(kFullWidth);
-  dock5->setMaximumHeight(180);
-  addDockWidget(Qt::BottomDockWidgetArea, dock5);
+  for (const PanelRow& row : panel_table()) create_dock(row);
+  dock0 = docks_[0], dock1 = docks_[1], dock2 = docks_[2];
+  dock3 = docks_[3], dock4 = docks_[4], dock5 = docks_[5];
+  title0 = titles_[0], title1 = titles_[1], title2 = titles_[2];
+  title3 = titles_[3], title4 = titles_[4], title5 = titles_[5];
 }
 
 QToolButton* FenPrincipale::create_tool_button(const char* icon, const QString& tip, QPoint at) {
@@ -131,16 +101,6 @@ void FenPrincipale::create_tool_buttons() {
 }
 
 void FenPrincipale::load_data_ui() {
-  title1->setTitleText(tr("Inputs Panel"));
-  title0->setTitleText(tr("Load Panel"));
-  title2->setTitleText(tr("Locals Panel"));
-  title3->setTitleText(tr("Registers Panel"));
-  title4->setTitleText(tr("Outputs Panel"));
-  title5->setTitleText(tr("Debugger Panel"));
-  const std::vector<TitleBar*> titles = title_bars();
-  const std::vector<QDockWidget*> all = docks();
-  for (size_t number = 0; number < all.size(); ++number)
-    all[number]->setWindowTitle(titles[number]->titleText());
   go->setText(tr("Go"));
   set->setText(tr("Set"));
   reset->setText(tr("Init"));
@@ -248,9 +208,10 @@ void FenPrincipale::paintEvent(QPaintEvent* event) {
 void FenPrincipale::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
   // A dock wider than the window would have its close button cut off.
-  const int width = std::min(kFullWidth, event->size().width());
-  dock0->setMinimumWidth(width);
-  dock5->setMinimumWidth(width);
+  const std::span<const PanelRow> rows = panel_table();
+  for (size_t number = 0; number < rows.size(); ++number)
+    if (const int wanted = rows[number].minimum.width(); wanted > 0)
+      docks_[number]->setMinimumWidth(std::min(wanted, event->size().width()));
 }
 
 }  // namespace kiva

@@ -1,11 +1,13 @@
-// One instant, and the way back to the start: choices go into the simulation, colours come out.
+// One instant, and the way back to the start. The choices stand in the simulation; colours come
+// out.
 
 #include <QLineEdit>
 #include <iostream>
 #include <mutex>
 
-#include "SIMULATOR_ZUC/calculvalue.h"
+#include "SIMULATOR_ZUC/classic/calculvalue.h"
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
+#include "SIMULATOR_ZUC/row_state.h"
 
 namespace kiva {
 
@@ -34,16 +36,8 @@ void FenPrincipale::Simuler() {
   const std::lock_guard<std::mutex> alone(CalculValue::evaluation_mutex());
   const SimulationState before = simulation_->state();
   const bool done = guarded("Simuler", [&] {
-    for (int row = 0; row < nb_inputs; ++row) {
-      simulation_->choose_input(row, couleur_signal->Get_Table()[row].chosen_state());
-      simulation_->type_input(row, inputs_value[row]->text().toStdString());
-    }
-    simulation_->raise_set(set_or_reset->get_Set());
-    simulation_->raise_reset(set_or_reset->get_Reset());
     simulation_->step(socket_client);
     paint_all();
-    set_or_reset->set_Set(false);
-    set_or_reset->set_Reset(false);
     debugger_panel->reset->setChecked(false);
   });
   // Half an instant is none.
@@ -59,6 +53,7 @@ void FenPrincipale::Initialise() {
   guarded("Initialise", [&] {
     couleur_signal->List_initializing(nb_inputs, this, Tab.data());
     point_at_chosen_row();
+    tell_evaluation(pautom);
     simulation_->initialise();
     reset_flags();
     paint_all();

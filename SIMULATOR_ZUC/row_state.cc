@@ -1,8 +1,8 @@
 #include "SIMULATOR_ZUC/row_state.h"
 
 #include <QBrush>
-#include <QListWidgetItem>
-#include <QTableWidgetItem>
+#include <QListWidget>
+#include <QTableWidget>
 
 namespace kiva {
 
@@ -39,6 +39,16 @@ void show_state(QTableWidgetItem* item, SignalState state) {
 
 void show_state(QListWidgetItem* item, SignalState state) {
   show_state_on(item, state);
+}
+
+void paint_states(QListWidget* list, const std::vector<SignalState>& states) {
+  for (size_t row = 0; row < states.size(); ++row)
+    show_state(list->item(static_cast<int>(row)), states[row]);
+}
+
+void paint_states(QTableWidget* table, const std::vector<SignalState>& states) {
+  for (size_t row = 0; row < states.size(); ++row)
+    show_state(table->item(static_cast<int>(row), 0), states[row]);
 }
 
 }  // namespace kiva

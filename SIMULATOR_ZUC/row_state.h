@@ -2,10 +2,13 @@
 
 #include <QColor>
 #include <QString>
+#include <vector>
 
 #include "engine/signal_state.h"
 
+class QListWidget;
 class QListWidgetItem;
+class QTableWidget;
 class QTableWidgetItem;
 
 namespace kiva {
@@ -20,5 +23,9 @@ QColor text_colour_on(const QColor& background);
 /// as accessible text. A null item is left alone.
 void show_state(QTableWidgetItem* item, SignalState state);
 void show_state(QListWidgetItem* item, SignalState state);
+
+/// Paints row r of the view, column 0 of a table, by entry r of `states`.
+void paint_states(QListWidget* list, const std::vector<SignalState>& states);
+void paint_states(QTableWidget* table, const std::vector<SignalState>& states);
 
 }  // namespace kiva

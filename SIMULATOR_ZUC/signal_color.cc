@@ -9,56 +9,44 @@
 
 namespace kiva {
 
-void Signal_color::become(SignalState state) {
-  m_bleu = state == SignalState::one;
-  m_jaune = state == SignalState::zero;
-  m_vert = state == SignalState::top;
-  m_noir = state == SignalState::bottom;
-  m_rouge = state == SignalState::unknown;
+SignalState Signal_color::state() const {
+  return simulation_ != nullptr ? simulation_->state().inputs[row_] : own_;
+}
+
+void Signal_color::become(SignalState state, QTableWidget* table, int row) {
+  if (simulation_ != nullptr)
+    simulation_->choose_input(row_, state);
+  else
+    own_ = state;
+  if (table != nullptr) show_state(table->item(row, 0), state);
 }
 
 void Signal_color::Set_bleu(QTableWidget* table, const std::string*, int row) {
-  become(SignalState::one);
-  show_state(table->item(row, 0), SignalState::one);
+  become(SignalState::one, table, row);
 }
-
 void Signal_color::Set_jaune(QTableWidget* table, const std::string*, int row) {
-  become(SignalState::zero);
-  show_state(table->item(row, 0), SignalState::zero);
+  become(SignalState::zero, table, row);
 }
-
 void Signal_color::Set_vert(QTableWidget* table, const std::string*, int row) {
-  become(SignalState::top);
-  show_state(table->item(row, 0), SignalState::top);
+  become(SignalState::top, table, row);
 }
-
 void Signal_color::Set_noir(QTableWidget* table, const std::string*, int row) {
-  become(SignalState::bottom);
-  show_state(table->item(row, 0), SignalState::bottom);
+  become(SignalState::bottom, table, row);
 }
-
 void Signal_color::Set_rouge(QTableWidget* table, const std::string*, int row) {
-  become(SignalState::unknown);
-  show_state(table->item(row, 0), SignalState::unknown);
+  become(SignalState::unknown, table, row);
 }
 
 std::string Signal_color::Get_Signal_color() const {
-  if (m_bleu) return "bleu";
-  if (m_jaune) return "jaune";
-  if (m_vert) return "vert";
-  if (m_noir) return "noir";
-  return "rouge";
+  return std::string(look_of(state()).colour);
 }
 
 SignalState Signal_color::chosen_state() const {
-  if (m_bleu) return SignalState::one;
-  if (m_jaune) return SignalState::zero;
-  if (m_vert) return SignalState::top;
-  return SignalState::bottom;
+  return state() == SignalState::unknown ? SignalState::bottom : state();
 }
 
 void Signal_color::Set_jaune_test(QTableWidget* table, const QModelIndex& index) {
-  become(SignalState::unknown);
+  become(SignalState::unknown, nullptr, 0);
   table->selectionModel()->setCurrentIndex(index, QItemSelectionModel::Select);
   if (!index.isValid()) return;
   QPalette palette = table->palette();
@@ -70,6 +58,9 @@ void Signal_color::Set_jaune_test(QTableWidget* table, const QModelIndex& index)
 void List_Signal_color::List_initializing(int n, FenPrincipale* window, const std::string* names) {
   window->Check_nothing();
   m_inputs_List_color.assign(n, Signal_color());
+  if (Simulation* simulation = window->simulation(); simulation != nullptr)
+    for (int row = 0; row < n; ++row)
+      m_inputs_List_color[row] = Signal_color(simulation, static_cast<size_t>(row));
   m_Set_Reset_List_color.assign(1, Set_Reset_Color());
   QTableWidget* table = window->inputs_panel->tableWidget;
   for (int row = 0; row < n; ++row) m_inputs_List_color[row].Set_noir(table, names, row);

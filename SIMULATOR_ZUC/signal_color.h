@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "SIMULATOR_ZUC/set_reset.h"
-#include "engine/signal_state.h"
+#include "SIMULATOR_ZUC/classic/set_reset_color.h"
+#include "engine/simulation.h"
 
 class QCheckBox;
 class QModelIndex;
@@ -14,9 +14,13 @@ namespace kiva {
 
 class FenPrincipale;
 
-/// The state chosen for one input, as a colour; at most one of the five is true.
+/// The state chosen for one input, as a colour. Of a simulation's row it is the choice itself,
+/// which the simulation keeps; alone it is a colour of its own, at first none.
 class Signal_color {
  public:
+  Signal_color() = default;
+  Signal_color(Simulation* simulation, size_t row) : simulation_(simulation), row_(row) {}
+
   // Each makes its colour the only one and paints (row, 0) of the table; names are not read.
   void Set_bleu(QTableWidget* table, const std::string* names, int row);
   void Set_jaune(QTableWidget* table, const std::string* names, int row);
@@ -33,13 +37,12 @@ class Signal_color {
   void Set_jaune_test(QTableWidget* table, const QModelIndex& index);
 
  private:
-  void become(SignalState state);
+  SignalState state() const;
+  void become(SignalState state, QTableWidget* table, int row);
 
-  bool m_bleu = false;
-  bool m_jaune = false;
-  bool m_vert = false;
-  bool m_noir = false;
-  bool m_rouge = false;
+  Simulation* simulation_ = nullptr;
+  size_t row_ = 0;
+  SignalState own_ = SignalState::unknown;  ///< only where there is no simulation
 };
 
 /// The choices for all rows of the inputs table, and the row that the next choice goes to.
@@ -47,7 +50,8 @@ class List_Signal_color {
  public:
   List_Signal_color() : m_inputs_List_color(1), m_Set_Reset_List_color(1) {}
 
-  /// All n rows become "noir" and selected, the last one current; `m_selected` keeps its value.
+  /// All n rows become "noir" and selected, the last one current; `m_selected` keeps its value. The
+  /// rows are those of the window's simulation, where it has one.
   void List_initializing(int n, FenPrincipale* window, const std::string* names);
 
   // Each gives the selected row its colour; with none selected it says so and clears the radios.

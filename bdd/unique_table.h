@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/check.h"
 #include "bdd/bdd_node.h"
 #include "bdd/edge.h"
 
@@ -21,6 +22,12 @@ namespace kiva {
 /// finds its first line full, as above a variable with many nodes above it, goes to the first line
 /// with room from a place on that its whole key scatters. An entry holds 32 bits of that key beside
 /// the slot, so that a search reads a node only where it almost certainly ends.
+///
+/// Invariants:
+///   1. A node is canonical: its then edge has no complement, and its children differ.
+///   2. Its children stand in slots that were taken before it was made.
+///   3. No two nodes of the table have one key: a search for a node's key ends at that node.
+///   4. A quarter of the entries at least is empty, so that every search ends.
 class unique_table {
  public:
   explicit unique_table(bddpp_manager* manager);
@@ -146,6 +153,7 @@ class unique_table {
       return false;
     });
     if (++entries_used_ > most_entries_) grow();
+    KIVA_CHECK(4, entries_used_ <= most_entries_);
   }
 
   bdd_node* make(const key& k);
@@ -207,6 +215,9 @@ inline bdd_edge unique_table::find_or_make(int var_id, bdd_edge then_edge, bdd_e
       return bdd_edge(slot, false);
     }
   }
+  KIVA_CHECK(1, !then_edge.complemented() && then_edge.code() != else_edge.code());
+  KIVA_CHECK(2, then_edge.slot() < slots_used_ && else_edge.slot() < slots_used_);
+  KIVA_CHECK(3, find(k) == nullptr);
   bdd_node* node = make(k);
   last_made_ = node->internal_slot;
   node->internal_then->inc_nbrefs();

@@ -91,7 +91,7 @@ Stages measure(const std::string& name, const std::string& body) {
   };
   Compilation::zu_parse(file.c_str());
   stages.read = lap();
-  Module* module = Compilation::ModTable->get(name);
+  Module* module = Compilation::ModTable()->get(name);
   module->compile();
   stages.compile = lap();
   module->finalize(0);
@@ -108,7 +108,7 @@ Stages measure(const std::string& name, const std::string& body) {
 
 int main(int argc, char** argv) {
   const int largest = argc > 1 ? std::atoi(argv[1]) : 10000;
-  kiva::Compilation::rules = kiva::Rules::sound();
+  kiva::Compilation::rules() = kiva::Rules::sound();
   std::cerr.rdbuf(nullptr);  // what finalisation tells of registers is no result here
   std::printf("%-9s %10s %9s %9s %9s %9s %9s %7s\n", "program", "statements", "read s", "compile s",
               "finalise", "write s", "all s", "growth");

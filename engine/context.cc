@@ -1,7 +1,5 @@
 #include "engine/context.h"
 
-#include <iostream>
-
 #include "tarn/model/sexception.h"
 
 namespace kiva {
@@ -75,23 +73,6 @@ void write_choices(const ChoiceIds& ids, bool set, bool reset, std::span<const S
   for (size_t row = 0; row < ids.inputs.size(); ++row)
     write_pair(ids.inputs[row], pair_of(choices[row]), context);
   for (SignalIds rowless : ids.rowless) write_pair(rowless, {0, 0}, context);
-}
-
-int* evaluate_equations(Module* module, int* context) {
-  std::cout << "i'm in bdds_evaluate()\n";
-  Bddexpressionwood* wood = module->getBddWood();
-  bddpp_manager* manager = wood->my_bdd_manager();
-  for (long index : wood->earliest_sort()) {
-    const Bddexpression* e = wood->Exp_table()[index];
-    if (e == nullptr) continue;
-    if (e->getAbstraction() != 0) {
-      std::cout << " getAbstraction() \n";
-      continue;
-    }
-    context[manager->Bdd_if_index(e->my_bdd_var())] =
-        manager->Bdd_eval_for_literal(e->my_bdd_exp(), context);
-  }
-  return context;
 }
 
 std::vector<Signal*> signals_with_row(const signal_list& list) {

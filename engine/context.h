@@ -52,10 +52,6 @@ int* initialise_register_context(Module* module, int* context);
 void write_choices(const ChoiceIds& ids, bool set, bool reset, std::span<const SignalState> choices,
                    int* context);
 
-/// Runs all equations once in the order of their dates, without data: abstract equations leave
-/// their entries alone. Traces on the standard output. Gives `context`.
-int* evaluate_equations(Module* module, int* context);
-
 /// The signals of a list that show in a row: all but those whose value comes from a binding.
 std::vector<Signal*> signals_with_row(const signal_list& list);
 

@@ -10,11 +10,18 @@
 // of equal form is one tight loop. A window ends at the first equation that reads or overwrites
 // something of it, and at every cut. With the dates of an acyclic wood a window is one level or
 // more.
+//
+// Invariants:
+//   1. Inside a window no equation writes what another of it writes or reads.
+//   2. A node of the array stands behind its children.
+//   3. Runs of a segment lie behind each other and cover its equations, none empty.
+//   4. Entries of a context are 0, 1 or 2 before and after a run.
 
 #include "engine/flat_equations.h"
 
 #include <algorithm>
 
+#include "base/check.h"
 #include "base/graph_walk.h"
 
 namespace kiva {
@@ -31,6 +38,7 @@ void FlatEquations::add(long index, const bdd& exp) {
                          return written_in_[read] == window_number_;
                        });
   if (depends) close_window();
+  KIVA_CHECK(1, written_in_[index] != window_number_ && read_in_[index] != window_number_);
   written_in_[index] = window_number_;
   for (long read : equation.reads) read_in_[read] = window_number_;
   window_.push_back(std::move(equation));
@@ -115,6 +123,7 @@ FlatEquations::Edge FlatEquations::edge_of(const bdd& exp) {
   };
   walk_from_below<const bdd_node*>(exp.node(), laid, children, [&](const bdd_node* node) {
     place_of(node) = static_cast<Edge>(nodes_.size());
+    KIVA_CHECK(2, laid(node->then_node()) && laid(node->else_node()));
     nodes_.push_back({static_cast<std::uint32_t>(node->var_index()), edge_to(node->then_node(), 1),
                       edge_to(node->else_node(), node->else_link_type())});
   });
@@ -175,6 +184,7 @@ template <int N, class Equation>
 void run_tables(const Equation* at, const Equation* end, const std::uint8_t* tables, int* context) {
   for (; at != end; ++at) {
     std::uint32_t entry = at->table;
+    for (int i = 0; i < N; ++i) KIVA_CHECK(4, static_cast<unsigned>(context[at->in[i]]) <= 2u);
     for (int i = 0; i < N; ++i) entry += static_cast<std::uint32_t>(context[at->in[i]]) << (2 * i);
     context[at->out] = tables[entry];
   }
@@ -187,6 +197,8 @@ void FlatEquations::run(size_t segment, int* context) const {
   const std::uint8_t* tables = tables_.data();
   for (size_t r = first; r < segment_ends_[segment]; ++r) {
     const Run& run = runs_[r];
+    KIVA_CHECK(3, run.begin < run.end && (r == first || runs_[r - 1].form != run.form ||
+                                          runs_[r - 1].end == run.begin));
     const TableEquation* begin = table_equations_.data() + run.begin;
     const TableEquation* end = table_equations_.data() + run.end;
     switch (run.form) {

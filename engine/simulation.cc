@@ -128,7 +128,7 @@ void Simulation::load() {
 void Simulation::initialise() {
   reset_choices();
   state_.context.assign(state_.context.size(), 2);
-  evaluate_equations(module_, state_.context.data());
+  run_equations(state_.context.data());
   show_outputs();
   show_locals();
   initialise_register_context(module_, state_.context.data());
@@ -180,8 +180,8 @@ void Simulation::step_with_data(Sock socket) {
   write_choices(choice_ids_, state_.set, state_.reset, state_.inputs, state_.context.data());
   ValueTexts values = build_values();
   ConstantTexts constants;
-  if (Compilation::GDataConstantTable != nullptr)
-    for (const ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
+  if (Compilation::GDataConstantTable() != nullptr)
+    for (const ConstantDecl* constant : Compilation::GDataConstantTable()->getConstantList())
       constants[constant->getName()] = {constant->getValue(), ""};
   run_pass(&values, &constants, socket);
   show_outputs();

@@ -78,7 +78,8 @@ class Simulation {
   /// that an exception of the library ends has not taken place: the state is the one before.
   void step(Sock socket);
 
-  /// The flattened pass over all boolean equations, alone: for measurements and comparisons.
+  /// The pass over all boolean equations, once and without data: abstract equations leave their
+  /// entries alone.
   void run_equations(int* context) const;
 
  private:

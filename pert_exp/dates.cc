@@ -18,11 +18,17 @@
 // Why a date that is out of date in between does no harm: it is only ever too low, by pushes put
 // off, and what it gives on is then repeated higher by settle(). A push that could pass the bound
 // settles first. The level is too low in between only by amounts that stay within the bound.
+//
+// Invariants:
+//   1. A push put off starts where no cycle can be reached.
+//   2. While the level is within the bound, no date held is above it.
+//   3. After settle() nothing is put off.
 
 #include <algorithm>
 #include <iostream>
 #include <limits>
 
+#include "base/check.h"
 #include "pert_exp/wood_graph.h"
 
 namespace kiva {
@@ -65,6 +71,7 @@ class Propagation {
     any_put_off_ = false;
     for (auto v = finished_.rbegin(); v != finished_.rend(); ++v) {
       if (!put_off_[*v]) continue;
+      KIVA_CHECK(1, height_[*v] >= 0);
       put_off_[*v] = 0;
       const long date = dates_.get(*v);
       level_ = std::max(level_, plus(date, 1));
@@ -74,6 +81,7 @@ class Propagation {
         put_off_[next] = 1;
       }
     }
+    KIVA_CHECK(3, std::find(put_off_.begin(), put_off_.end(), 1) == put_off_.end());
   }
 
  private:
@@ -103,6 +111,7 @@ class Propagation {
       if (height_[v] == unseen) measure(v);
       if (height_[v] >= 0) {
         if (plus(date, height_[v] + 1) <= bound_) {
+          KIVA_CHECK(2, date <= bound_);
           dates_.set(v, date);
           put_off_[v] = 1;
           any_put_off_ = true;

@@ -2,15 +2,20 @@
 //
 // Three tables run parallel, by variable index: the equation that defines the variable, the indices
 // of the equations that read it, its late date. They cover the first `nb_var_bdd` variables of the
-// manager; a shared manager may be ahead of them until update_bdd_vars(). What holds between calls:
-// a learnt equation i that reads d stands in the readers of d, and Set_of_exp() holds the indices
-// whose slot is filled.
+// manager; a shared manager may be ahead of them until update_bdd_vars().
+//
+// Invariants, between calls:
+//   1. A learnt equation stands in the slot of its own variable.
+//   2. If equation i reads d, i stands in the readers of d.
+//   3. Set_of_exp() holds the indices whose slot is filled.
+//   4. The tables are as long as nb_var_bdd, which is at most the manager's number of variables.
 
 #include "pert_exp/wood.h"
 
 #include <algorithm>
 #include <iostream>
 
+#include "base/check.h"
 #include "base/list.h"
 #include "pert_exp/table_capacity.h"
 
@@ -200,6 +205,12 @@ bool Bddexpressionwood::enter_expression(Bddexpression* e) {
   exp_table[index] = e;
   enter_as_reader(index, e->vars_dependance);
   nb_level = std::max({nb_level, e->earliest_date, latest_date_table[index]});
+  KIVA_CHECK(1, exp_table[index]->my_index_var() == index);
+  KIVA_CHECK(2, std::all_of(e->vars_dependance.begin(), e->vars_dependance.end(), [&](long dep) {
+               return !in_tables(dep) || amont_dep_table[dep].contains(index);
+             }));
+  KIVA_CHECK(4,
+             static_cast<long>(exp_table.size()) >= nb_var_bdd && nb_var_bdd <= man->Nb_bdd_vars());
   return true;
 }
 

@@ -29,7 +29,7 @@ int main(int argc, char** argv) {
   std::set<std::string> met;
   // Compiled modules beside source text are there for its runs.
   const bool compiles = std::any_of(options.files.begin(), options.files.end(), is_source);
-  Module::CompilationFileList = &options.files;
+  Module::CompilationFileList() = &options.files;
   for (const std::string& file : options.files)
     if (!compiles || is_source(file)) good = translate(file, options, messages, met) && good;
   // A broken file may hide a module: its own message is enough.

@@ -8,24 +8,17 @@
 
 namespace kiva::tarn_program {
 
-Stages* Stages::counting_ = nullptr;
-
 Stages::Stages() : terminal_(isatty(STDERR_FILENO) != 0) {
   if (!terminal_) return;
-  counting_ = this;
-  statement_begun = [] {
-    ++counting_->statements_;
-    const auto now = std::chrono::steady_clock::now();
-    if (now - counting_->shown_ < std::chrono::milliseconds(100)) return;
-    counting_->show();
+  statement_begun() = [this] {
+    ++statements_;
+    if (std::chrono::steady_clock::now() - shown_ >= std::chrono::milliseconds(100)) show();
   };
 }
 
 Stages::~Stages() {
   end();
-  if (counting_ != this) return;
-  statement_begun = nullptr;
-  counting_ = nullptr;
+  if (terminal_) statement_begun() = nullptr;
 }
 
 void Stages::show() {

@@ -30,7 +30,6 @@ class Stages {
   std::chrono::steady_clock::time_point start_;
   std::chrono::steady_clock::time_point shown_;
   long statements_ = 0;
-  static Stages* counting_;
   std::vector<std::pair<std::string, double>> times_;
 };
 

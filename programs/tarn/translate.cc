@@ -66,7 +66,7 @@ bool Translation::read_compiled() {
 void Translation::compile_source() {
   stages_.begin("read " + file_);
   Compilation::zu_parse(file_.c_str());
-  for (Module* module : Compilation::ModTable->in_order()) {
+  for (Module* module : Compilation::ModTable()->in_order()) {
     const bool wanted =
         options_.modules.empty() || std::find(options_.modules.begin(), options_.modules.end(),
                                               module->getName()) != options_.modules.end();
@@ -107,7 +107,7 @@ bool Translation::write_target(Module* module, const Target& target) {
     return fail(what + "refused, for the reason above");
   }
   if (!options_.quiet)
-    for (const std::string& path : target.paths(*module, Compilation::target_rules))
+    for (const std::string& path : target.paths(*module, Compilation::target_rules()))
       std::cout << path << '\n';
   return true;
 }
@@ -135,7 +135,7 @@ bool Translation::write(Module* module) {
 }
 
 std::string Translation::in_module() const {
-  const Module* module = current_ != nullptr ? current_ : TheModule;
+  const Module* module = current_ != nullptr ? current_ : TheModule();
   return module == nullptr ? "" : "module " + module->getName() + ": ";
 }
 
@@ -179,16 +179,16 @@ bool Translation::run(std::set<std::string>& met) {
 }  // namespace
 
 void choose(const Options& options) {
-  Compilation::rules = options.classic ? Rules::classic() : Rules::sound();
-  Compilation::target_rules = options.classic ? TargetRules::told() : TargetRules::working();
-  Compilation::target_rules.files = true;  // -d and -o hold for every text
-  Compilation::KeepWiresFlag = options.keep_wires;
-  Compilation::ForgetLocalsNameFlag = options.forget_locals;
-  Compilation::CheckOverKnowledgeFlag = options.check_over_knowledge;
-  Compilation::DebugFlag = options.comments;
-  Module::OutputDir = options.folder;
-  Module::SimulationZucDir = options.folder;
-  Module::OutputFile = options.output;
+  Compilation::rules() = options.classic ? Rules::classic() : Rules::sound();
+  Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
+  Compilation::target_rules().files = true;  // -d and -o hold for every text
+  Compilation::KeepWiresFlag() = options.keep_wires;
+  Compilation::ForgetLocalsNameFlag() = options.forget_locals;
+  Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;
+  Compilation::DebugFlag() = options.comments;
+  Module::OutputDir() = options.folder;
+  Module::SimulationZucDir() = options.folder;
+  Module::OutputFile() = options.output;
 }
 
 bool translate(const std::string& file, const Options& options, Messages& messages,

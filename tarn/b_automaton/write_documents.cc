@@ -96,7 +96,7 @@ void b_automaton::ZU_put(std::ostream& out, int, const std::string& name) const 
   out << "module " << name << ":\n";
   if (nb_inputs() > 0) out << "Input: " << joined(names_.inputs, ", ") << ";\n";
   if (nb_outputs() > 0) out << "Output: " << joined(names_.outputs, ", ") << ";\n";
-  const bool section = Compilation::target_rules.local_section;
+  const bool section = Compilation::target_rules().local_section;
   if (nb_locals() > 0 && section) out << "Local: " << joined(names_.locals, ", ") << ";\n";
   out << '\n';
   const bool block = nb_locals() > 0 && !section;

@@ -1,8 +1,9 @@
 // The told surface of Module: operations that are its members by name, and what a floor above does
-// with a module by nature. Each is one call; nothing else stands here.
+// with a module by nature. Each is one call. Behind them, what is told and no program calls.
 
 #include "tarn/model/module.h"
 
+#include "tarn/model/sexception.h"
 #include "tarn/zu/compilation.h"
 #include "tarn/zu/finalize.h"
 #include "tarn/zu/module_inclusion.h"
@@ -44,9 +45,6 @@ void Module::constants_propagation() {
 void Module::check_over_knowledge() {
   add_over_knowledge_check(this);
 }
-void Module::learnStatusWireAssertion() {
-  assume_wires_present(this);
-}
 
 // The text of a compiled module.
 void Module::ZUC_put(std::ostream& os, int, int, int forget_locals) {
@@ -57,6 +55,33 @@ void Module::printBinding(std::ostream& os, long* map) {
 }
 void Module::save() {
   save_zuc(this);
+}
+
+// Called by no program.
+
+long Module::getOtherBddId(long id, Bddexpressionwood* wood) const {
+  const SignalRef* ref = signal_manager->getSignalRefById(id, wood);
+  if (ref == nullptr)
+    throw IllegalOperationException("Module::getOtherBddId: no signal in table for this bdd id:",
+                                    std::to_string(id));
+  const long value_id = ref->getBddValueId(wood);
+  return id == value_id ? ref->getBddStatusId(wood) : value_id;
+}
+
+void Module::removeBinding(const std::string& signal_name) {
+  if (data_table != nullptr) data_table->erase(signal_name);
+}
+
+void Module::learnStatusWireAssertion() {
+  Bddexpressionwood* wood = getBddWood();
+  bdd present = wood->Bdd_one();
+  for (const Signal* local : local_signal_list)
+    if (local->isWire())
+      present = wood->Bdd_and(present, wood->Bdd_var_by_index(local->getBddStatusId(this, wood)));
+  for (long index : wood->Set_of_exp().to_set()) {
+    Bddexpression* e = wood->exp_by_index(index);
+    if (e->getAbstraction() == 0) e->setBddExp(wood->Bdd_reduce(e->my_bdd_exp(), present));
+  }
 }
 
 }  // namespace kiva

@@ -51,12 +51,12 @@ void Module::BLIF_put(std::ostream& out, int) {
     std::cerr << "ERROR in Module::BLIF_put(): no " << missing << " defined! " << name << '\n';
     return;
   }
-  put_blif(this, Compilation::target_rules, out);
+  put_blif(this, Compilation::target_rules(), out);
 }
 
 void Module::printBLIF() {
-  print_target(*this, target("blif").file, Compilation::target_rules,
-               [this](std::ostream& out) { BLIF_put(out, Compilation::KeepWiresFlag ? 0 : 1); });
+  print_target(*this, target("blif").file, Compilation::target_rules(),
+               [this](std::ostream& out) { BLIF_put(out, Compilation::KeepWiresFlag() ? 0 : 1); });
 }
 
 }  // namespace kiva

@@ -74,7 +74,7 @@ void put_c(Module* module, const TargetRules& rules, const std::string& header_n
 }  // namespace
 
 void Module::C_put(std::ostream& body, std::ostream& header) {
-  put_c(this, Compilation::target_rules, name + ".h", body, header);
+  put_c(this, Compilation::target_rules(), name + ".h", body, header);
 }
 
 void Module::C_put_equation(std::ostream& out, const std::string& array,
@@ -84,7 +84,7 @@ void Module::C_put_equation(std::ostream& out, const std::string& array,
 }
 
 void Module::printC() {
-  const TargetRules& rules = Compilation::target_rules;
+  const TargetRules& rules = Compilation::target_rules();
   const Target& c = target("c");
   const std::vector<std::string> paths = c.paths(*this, rules);
   const std::string header_file = std::filesystem::path(paths[1]).filename().string();

@@ -76,8 +76,8 @@ void CFamilyText::put_truth(std::ostream& body) const {
 }
 
 void CFamilyText::put_data_declarations(std::ostream& body, std::ostream& header) const {
-  if (Compilation::GDataTypeTable != nullptr) Compilation::GDataTypeTable->C_put(header);
-  if (Compilation::GDataMethodTable != nullptr) Compilation::GDataMethodTable->C_put(header);
+  if (Compilation::GDataTypeTable() != nullptr) Compilation::GDataTypeTable()->C_put(header);
+  if (Compilation::GDataMethodTable() != nullptr) Compilation::GDataMethodTable()->C_put(header);
   const auto read = constants_read(*text_.module());
   for (const ConstantDecl* constant : data_constants()) {
     const bool has_value = constant->getValue() != nullptr;

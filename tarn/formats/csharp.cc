@@ -281,7 +281,7 @@ class CSharpText {
 }  // namespace
 
 void Module::CSharp_put(std::ostream& out) {
-  CSharpText(this, Compilation::target_rules).put(out);
+  CSharpText(this, Compilation::target_rules()).put(out);
 }
 
 void Module::CSharp_put_equation(std::ostream& out, const std::string& array, int) {
@@ -290,7 +290,7 @@ void Module::CSharp_put_equation(std::ostream& out, const std::string& array, in
 }
 
 void Module::printCSHARP() {
-  print_target(*this, target("csharp").file, Compilation::target_rules,
+  print_target(*this, target("csharp").file, Compilation::target_rules(),
                [this](std::ostream& out) { CSharp_put(out); });
 }
 

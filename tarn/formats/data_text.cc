@@ -22,9 +22,9 @@ const char* operator_text(const DataTexts& texts, int op) {
 
 const ConstantDecl* constant_of(const DataExpr& e) {
   const int index = static_cast<const DataConstant&>(e).getConstantIndex();
-  return Compilation::GDataConstantTable == nullptr
+  return Compilation::GDataConstantTable() == nullptr
              ? nullptr
-             : Compilation::GDataConstantTable->getConstantById(index);
+             : Compilation::GDataConstantTable()->getConstantById(index);
 }
 
 void put_node(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
@@ -46,9 +46,9 @@ void put_node(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
   } else if (e.isDataMethod()) {
     const auto& call = static_cast<const DataMethodCall&>(e);
     const MethodDecl* method =
-        Compilation::GDataMethodTable == nullptr
+        Compilation::GDataMethodTable() == nullptr
             ? nullptr
-            : Compilation::GDataMethodTable->getMethodById(call.getMethodIndex());
+            : Compilation::GDataMethodTable()->getMethodById(call.getMethodIndex());
     if (method == nullptr) throw IllegalOperationException(texts.operation, "unknown method");
     out << method->getName() << '(';
     const char* separator = "";
@@ -88,20 +88,22 @@ std::string data_text(const DataTexts& texts, const DataExpr& e) {
 
 std::vector<std::string> data_types() {
   std::vector<std::string> names;
-  if (Compilation::GDataTypeTable != nullptr)
-    for (const auto& [name, index] : Compilation::GDataTypeTable->entries()) names.push_back(name);
+  if (Compilation::GDataTypeTable() != nullptr)
+    for (const auto& [name, index] : Compilation::GDataTypeTable()->entries())
+      names.push_back(name);
   return names;
 }
 
 std::vector<MethodDecl*> data_methods() {
-  return Compilation::GDataMethodTable == nullptr ? std::vector<MethodDecl*>()
-                                                  : Compilation::GDataMethodTable->getMethodList();
+  return Compilation::GDataMethodTable() == nullptr
+             ? std::vector<MethodDecl*>()
+             : Compilation::GDataMethodTable()->getMethodList();
 }
 
 std::vector<ConstantDecl*> data_constants() {
-  return Compilation::GDataConstantTable == nullptr
+  return Compilation::GDataConstantTable() == nullptr
              ? std::vector<ConstantDecl*>()
-             : Compilation::GDataConstantTable->getConstantList();
+             : Compilation::GDataConstantTable()->getConstantList();
 }
 
 std::set<const ConstantDecl*> constants_read(const Module& module) {

@@ -39,7 +39,7 @@ void put_signals(std::ostream& out, Module& module, const char* title, const sig
 }  // namespace
 
 void Module::DEBUG_put(std::ostream& out) {
-  const bool quiet = Compilation::target_rules.quiet_debug;
+  const bool quiet = Compilation::target_rules().quiet_debug;
   if (!quiet) std::cerr << "enter debug put \n";
   out << "module " << name << '\n';
   put_signals(out, *this, "input", input_signal_list);
@@ -66,7 +66,7 @@ void Module::DEBUG_put(std::ostream& out) {
 }
 
 void Module::printDebug() {
-  const TargetRules& rules = Compilation::target_rules;
+  const TargetRules& rules = Compilation::target_rules();
   const PrintFile& file = target("debug").file;
   print_target(*this, file, rules, [this](std::ostream& out) { DEBUG_put(out); });
   const std::string path = print_path(*this, file, rules);

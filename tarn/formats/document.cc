@@ -162,11 +162,11 @@ class LatexText {
 }  // namespace
 
 void Module::DOC_put(std::ostream& out, int) {
-  put_doc(this, Compilation::target_rules, out);
+  put_doc(this, Compilation::target_rules(), out);
 }
 
 void Module::LATEX_put(std::ostream& out) {
-  const TargetRules& rules = Compilation::target_rules;
+  const TargetRules& rules = Compilation::target_rules();
   if (rules.latex_document)
     LatexText(this, rules).put(out);
   else

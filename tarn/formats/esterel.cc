@@ -129,7 +129,7 @@ class EsterelText {
 }  // namespace
 
 void Module::ESTEREL_put(std::ostream& out, int) {
-  const TargetText text(this, esterel_target, Compilation::target_rules);
+  const TargetText text(this, esterel_target, Compilation::target_rules());
   EsterelText esterel(text, out);
   esterel.put_interface();
   esterel.put_body();

@@ -22,21 +22,22 @@ namespace {
 /// Names of the data types in their order; none without a table.
 std::vector<std::string> type_names() {
   std::vector<std::string> names;
-  if (Compilation::GDataTypeTable != nullptr)
-    for (const auto& [name, index] : Compilation::GDataTypeTable->entries()) names.push_back(name);
+  if (Compilation::GDataTypeTable() != nullptr)
+    for (const auto& [name, index] : Compilation::GDataTypeTable()->entries())
+      names.push_back(name);
   return names;
 }
 
 std::vector<MethodDecl*> methods() {
-  if (Compilation::GDataMethodTable == nullptr) return {};
-  return Compilation::GDataMethodTable->getMethodList();
+  if (Compilation::GDataMethodTable() == nullptr) return {};
+  return Compilation::GDataMethodTable()->getMethodList();
 }
 
 /// The constants that the user supplies.
 std::vector<ConstantDecl*> external_constants() {
   std::vector<ConstantDecl*> constants;
-  if (Compilation::GDataConstantTable != nullptr)
-    for (ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
+  if (Compilation::GDataConstantTable() != nullptr)
+    for (ConstantDecl* constant : Compilation::GDataConstantTable()->getConstantList())
       if (constant->getValue() == nullptr) constants.push_back(constant);
   return constants;
 }
@@ -269,7 +270,7 @@ int main ()
 
 void Module::save_kiva_code() const {
   require_cpp_names();
-  const std::string file = SimulationZucDir + "/kiva_" + name + ".cc";
+  const std::string file = SimulationZucDir() + "/kiva_" + name + ".cc";
   std::ofstream out(file);
   if (!out) {
     fl_show_Smessages("Cannot open kiva file:" + file);
@@ -302,10 +303,10 @@ void Module::SIMUL_ZUC_put(std::ostream& out) const {
          "  v.push_back (one);\n"
          "  if (v.size () < "
       << field_number() << ")\n    v.resize (" << field_number() << ");\n";
-  if (Compilation::GDataMethodTable != nullptr) SIMUL_ZUC_put_method(out);
+  if (Compilation::GDataMethodTable() != nullptr) SIMUL_ZUC_put_method(out);
   SIMUL_ZUC_put_binary_op(out);
   SIMUL_ZUC_put_unary_op(out);
-  if (Compilation::GDataConstantTable != nullptr) SIMUL_ZUC_put_const(out);
+  if (Compilation::GDataConstantTable() != nullptr) SIMUL_ZUC_put_const(out);
   out << "  return data;\n}\n" << socket_class << main_function;
 }
 

@@ -28,7 +28,7 @@ void put_pure(std::ostream& out, const TargetText& text, const std::vector<long>
 }  // namespace
 
 void Module::ENCAPSULATEDGAL_put(std::ostream& out) {
-  const TargetRules& rules = Compilation::target_rules;
+  const TargetRules& rules = Compilation::target_rules();
   const TargetText text(this, gal_target, rules);
   out << "Name: " << text.module_name() << ": zulang_model:;\nType:\n;\n\nInput:";
   // Told: set and reset stand before one "pure".
@@ -46,7 +46,7 @@ void Module::ENCAPSULATEDGAL_put(std::ostream& out) {
 }
 
 void Module::printENCAPSULATEDGAL() {
-  print_target(*this, target("gal").file, Compilation::target_rules,
+  print_target(*this, target("gal").file, Compilation::target_rules(),
                [this](std::ostream& out) { ENCAPSULATEDGAL_put(out); });
 }
 

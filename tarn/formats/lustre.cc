@@ -204,7 +204,7 @@ class LustreText {
 }  // namespace
 
 void Module::LUSTRE_put(std::ostream& out, int) {
-  const TargetRules& rules = Compilation::target_rules;
+  const TargetRules& rules = Compilation::target_rules();
   const TargetText text(this, lustre_target, rules);
   const std::string m = text.module_name();
   LustreText(text, rules.node_variables ? m : m + "_node", out).put_node();

@@ -15,7 +15,7 @@ namespace kiva {
 
 void Module::simulate() {
   if (compilation == nullptr) throw IllegalOperationException("Simulation requires compilation");
-  const std::string path = SimulationDir + name + ".blif";
+  const std::string path = SimulationDir() + name + ".blif";
   if (std::ifstream(path)) std::cerr << "File: " << path << " already exists. File rewrited.\n";
   if (getFinalised() == 0) finalize(0);
   std::ofstream out(path);
@@ -23,13 +23,13 @@ void Module::simulate() {
     fl_show_Smessages("Cannot open output file: " + path);
     return;
   }
-  BLIF_put(out, Compilation::KeepWiresFlag ? 0 : 1);
+  BLIF_put(out, Compilation::KeepWiresFlag() ? 0 : 1);
   out.close();
   if (!out) {
     fl_show_Smessages("Cannot write output file: " + path);
     return;
   }
-  const std::string command = "gate_runner " + SimulationDir + name;
+  const std::string command = "gate_runner " + SimulationDir() + name;
   const int status = std::system(command.c_str());
   constexpr int not_found = 127;  // the shell's answer
   if (status == -1 || (WIFEXITED(status) && WEXITSTATUS(status) == not_found))

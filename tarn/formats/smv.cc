@@ -111,7 +111,7 @@ class SmvText {
 }  // namespace
 
 void Module::NUSMV_put(std::ostream& out, int, int) {
-  const TargetText text(this, smv_target, Compilation::target_rules);
+  const TargetText text(this, smv_target, Compilation::target_rules());
   SmvText smv(text, out);
   smv.put_module();
   smv.put_main();
@@ -119,7 +119,7 @@ void Module::NUSMV_put(std::ostream& out, int, int) {
 
 void Module::printSMV() {
   if (getFinalised() == 0) finalize(0);
-  print_target(*this, target("smv").file, Compilation::target_rules,
+  print_target(*this, target("smv").file, Compilation::target_rules(),
                [&](std::ostream& out) { NUSMV_put(out, 0, 0); });
 }
 

@@ -121,11 +121,11 @@ void put_systemc(Module* module, const TargetRules& rules, const std::string& he
 }  // namespace
 
 void Module::SYSTEMC_put(std::ostream& body, std::ostream& header) {
-  put_systemc(this, Compilation::target_rules, name + "_sc.h", body, header);
+  put_systemc(this, Compilation::target_rules(), name + "_sc.h", body, header);
 }
 
 void print_systemc(Module* module) {
-  const TargetRules& rules = Compilation::target_rules;
+  const TargetRules& rules = Compilation::target_rules();
   const Target& systemc = target("systemc");
   const std::vector<std::string> paths = systemc.paths(*module, rules);
   const std::string header_file = std::filesystem::path(paths[1]).filename().string();

@@ -10,13 +10,13 @@
 namespace kiva {
 
 std::string print_path(const Module& module, const PrintFile& file, const TargetRules& rules) {
-  std::string name = Module::OutputFile.empty() ? module.getName() : Module::OutputFile;
-  const bool has_extension =
-      !Module::OutputFile.empty() && (rules.files ? name.ends_with(file.extension)
-                                                  : name.find(file.extension) != std::string::npos);
+  std::string name = Module::OutputFile().empty() ? module.getName() : Module::OutputFile();
+  const bool has_extension = !Module::OutputFile().empty() &&
+                             (rules.files ? name.ends_with(file.extension)
+                                          : name.find(file.extension) != std::string::npos);
   if (!has_extension) name += file.extension;
-  const bool in_folder = (rules.files || file.in_folder) && !Module::OutputDir.empty();
-  return in_folder ? Module::OutputDir + "/" + name : name;
+  const bool in_folder = (rules.files || file.in_folder) && !Module::OutputDir().empty();
+  return in_folder ? Module::OutputDir() + "/" + name : name;
 }
 
 void write_print_file(const std::string& path, const std::string& text, const PrintFile& file,

@@ -4,6 +4,8 @@
 
 namespace kiva {
 
-TargetRules Compilation::target_rules = TargetRules::told();
+TargetRules& Compilation::target_rules() {
+  return Session::current().part<TargetRules>();
+}
 
 }  // namespace kiva

@@ -18,7 +18,7 @@ struct TargetRules {
   /// A module that is not finalised has its wires first in its interface, and registers move both
   /// rails; else only the status rails move.
   bool both_rails = false;
-  /// Files go to Module::OutputDir, the suffix is added unless the name ends with it, and what
+  /// Files go to Module::OutputDir(), the suffix is added unless the name ends with it, and what
   /// cannot be opened is reported.
   bool files = false;
   /// A test on data is false, on both rails, unless all signals that it reads are present, and its

@@ -11,15 +11,15 @@ namespace kiva {
 namespace {
 
 void print_vhdl(Module* module, bool altera) {
-  const bool before = std::exchange(Compilation::VHDLALTERAFlag, altera);
+  const bool before = std::exchange(Compilation::VHDLALTERAFlag(), altera);
   module->printVHDL();
-  Compilation::VHDLALTERAFlag = before;
+  Compilation::VHDLALTERAFlag() = before;
 }
 
 /// Prints a text that has no print operation of its own.
 template <class Put>
 void print_text(Module* module, const char* option, Put put) {
-  print_target(*module, target(option).file, Compilation::target_rules,
+  print_target(*module, target(option).file, Compilation::target_rules(),
                [&](std::ostream& out) { put(*module, out); });
 }
 

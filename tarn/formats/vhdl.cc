@@ -174,14 +174,14 @@ class VhdlText {
 }  // namespace
 
 void Module::VHDL_put(std::ostream& out, int altera) {
-  VhdlText(this, Compilation::target_rules).put(out, altera != 0);
+  VhdlText(this, Compilation::target_rules()).put(out, altera != 0);
 }
 
 void Module::printVHDL() {
-  const TargetRules& rules = Compilation::target_rules;
+  const TargetRules& rules = Compilation::target_rules();
   const Target& vhdl = target("vhdl");
   std::ostringstream text;
-  VHDL_put(text, Compilation::VHDLALTERAFlag ? 1 : 0);
+  VHDL_put(text, Compilation::VHDLALTERAFlag() ? 1 : 0);
   write_print_file(vhdl.paths(*this, rules)[0], text.str(), vhdl.file, rules);
 }
 

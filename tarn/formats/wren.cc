@@ -394,7 +394,7 @@ int Module::state_corres(const bdd& state) {
 
 void Module::WRENCC_put(std::ostream& out, int) {
   explicit_states.clear();
-  ExplicitText(this, Compilation::target_rules).put(out);
+  ExplicitText(this, Compilation::target_rules()).put(out);
 }
 
 }  // namespace kiva

@@ -1,53 +1,59 @@
 #include "tarn/model/compilation.h"
 
-#include <iostream>
-
-#include "tarn/model/arena.h"
 #include "tarn/model/data.h"
 #include "tarn/model/module.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
-bool Compilation::DebugFlag = false;
-bool Compilation::PureSimulFlag = false;
-bool Compilation::ValuedSimulFlag = false;
-bool Compilation::KivaFlag = false;
-bool Compilation::MainFlag = false;
-bool Compilation::SaveFlag = false;
-bool Compilation::HelpFlag = false;
-bool Compilation::VersionFlag = false;
-bool Compilation::KeepWiresFlag = false;
-bool Compilation::ForgetLocalsNameFlag = false;
-bool Compilation::CheckOverKnowledgeFlag = false;
-bool Compilation::SMVFlag = false;
-bool Compilation::CFlag = false;
-bool Compilation::CSHARPFlag = false;
-bool Compilation::BLIFFlag = false;
-bool Compilation::VHDLALTERAFlag = false;
-int Compilation::GDataConstIndex = -1;
-std::string Compilation::EmptyString;
-ModuleTable* Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
-ModuleTable* Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
-DataTypeTable* Compilation::GDataTypeTable = nullptr;
-DataMethodTable* Compilation::GDataMethodTable = nullptr;
-DataConstantTable* Compilation::GDataConstantTable = nullptr;
+const std::string Compilation::EmptyString;
 
 namespace {
+
+/// What the current session knows by name.
+struct Tables {
+  ModuleTable* sources = make_kept<ModuleTable>(&Session::current().told_text());
+  ModuleTable* compiled = make_kept<ModuleTable>(&Session::current().told_text());
+  DataTypeTable* types = nullptr;
+  DataMethodTable* methods = nullptr;
+  DataConstantTable* constants = nullptr;
+};
+
+Tables& tables() {
+  return Session::current().part<Tables>();
+}
+
 template <class Table>
 Table& made_on_need(Table*& table) {
   if (table == nullptr) table = make_kept<Table>();
   return *table;
 }
+
 }  // namespace
 
+ModuleTable*& Compilation::ModTable() {
+  return tables().sources;
+}
+ModuleTable*& Compilation::ZucModTable() {
+  return tables().compiled;
+}
+DataTypeTable*& Compilation::GDataTypeTable() {
+  return tables().types;
+}
+DataMethodTable*& Compilation::GDataMethodTable() {
+  return tables().methods;
+}
+DataConstantTable*& Compilation::GDataConstantTable() {
+  return tables().constants;
+}
 DataTypeTable& Compilation::typeTable() {
-  return made_on_need(GDataTypeTable);
+  return made_on_need(GDataTypeTable());
 }
 DataMethodTable& Compilation::methodTable() {
-  return made_on_need(GDataMethodTable);
+  return made_on_need(GDataMethodTable());
 }
 DataConstantTable& Compilation::constantTable() {
-  return made_on_need(GDataConstantTable);
+  return made_on_need(GDataConstantTable());
 }
 
 }  // namespace kiva

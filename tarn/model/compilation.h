@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/sock.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -16,7 +17,8 @@ class class_zu_parser;
 struct Rules;
 struct TargetRules;
 
-/// What all compilations and reads of one process share.
+/// What all compilations and reads of one session share: constants, and ways to the current
+/// session.
 class Compilation {
  public:
   // User types of equations: odd is a status, even a value.
@@ -39,32 +41,38 @@ class Compilation {
   /// The name without its first three characters; std::out_of_range for a shorter one.
   static std::string bddNameToSignalName(const std::string& name) { return name.substr(3); }
 
-  // Requests of a front end, all false; the library reads those that say so.
-  /// Comments go into ZUC text.
-  static bool DebugFlag;
-  static bool PureSimulFlag, ValuedSimulFlag;
-  static bool KivaFlag, MainFlag, SaveFlag, HelpFlag, VersionFlag;
-  /// Cleaning a module keeps its wires.
-  static bool KeepWiresFlag;
-  /// Saving writes numbers for the names of locals.
-  static bool ForgetLocalsNameFlag;
-  static bool CheckOverKnowledgeFlag;
-  static bool SMVFlag, CFlag, CSHARPFlag, BLIFFlag, VHDLALTERAFlag;
-
+  // What the current session holds.
+  // Requests of a front end: see SessionOptions.
+  static bool& DebugFlag() { return options().DebugFlag; }
+  static bool& PureSimulFlag() { return options().PureSimulFlag; }
+  static bool& ValuedSimulFlag() { return options().ValuedSimulFlag; }
+  static bool& KivaFlag() { return options().KivaFlag; }
+  static bool& MainFlag() { return options().MainFlag; }
+  static bool& SaveFlag() { return options().SaveFlag; }
+  static bool& HelpFlag() { return options().HelpFlag; }
+  static bool& VersionFlag() { return options().VersionFlag; }
+  static bool& KeepWiresFlag() { return options().KeepWiresFlag; }
+  static bool& ForgetLocalsNameFlag() { return options().ForgetLocalsNameFlag; }
+  static bool& CheckOverKnowledgeFlag() { return options().CheckOverKnowledgeFlag; }
+  static bool& SMVFlag() { return options().SMVFlag; }
+  static bool& CFlag() { return options().CFlag; }
+  static bool& CSHARPFlag() { return options().CSHARPFlag; }
+  static bool& BLIFFlag() { return options().BLIFFlag; }
+  static bool& VHDLALTERAFlag() { return options().VHDLALTERAFlag; }
   /// How target texts are written: as told unless the caller chooses otherwise.
-  static TargetRules target_rules;
+  static TargetRules& target_rules();
 
   /// Last index given to a data constant; -1 before the first.
-  static int GDataConstIndex;
-  static std::string EmptyString;
-  /// Modules compiled from source text, and modules read from ZUC text; both report on the
-  /// standard output.
-  static ModuleTable* ModTable;
-  static ModuleTable* ZucModTable;
+  static int& GDataConstIndex() { return Session::current().counters.GDataConstIndex; }
+  static const std::string EmptyString;
+  /// Modules compiled from source text, and modules read from ZUC text; both report where the
+  /// session tells its texts. Null only where the caller sets so.
+  static ModuleTable*& ModTable();
+  static ModuleTable*& ZucModTable();
   /// Null until the first entry.
-  static DataTypeTable* GDataTypeTable;
-  static DataMethodTable* GDataMethodTable;
-  static DataConstantTable* GDataConstantTable;
+  static DataTypeTable*& GDataTypeTable();
+  static DataMethodTable*& GDataMethodTable();
+  static DataConstantTable*& GDataConstantTable();
   /// The tables, made on first need.
   static DataTypeTable& typeTable();
   static DataMethodTable& methodTable();
@@ -72,11 +80,10 @@ class Compilation {
 
   // Reading source text (tarn/zu).
   /// How statements write their equations: classic unless the caller chooses otherwise.
-  static Rules rules;
-  /// The reader of source text, and the pointer through which the generated parser and scanner
-  /// reach it.
-  static class_zu_parser pzu_parser;
-  static class_zu_parser* const ple_parser;
+  static Rules& rules();
+  /// The reader of source text, and a pointer to it.
+  static class_zu_parser& pzu_parser();
+  static class_zu_parser* ple_parser() { return &pzu_parser(); }
   /// Reads the modules of a source file into ModTable. A file that cannot be opened, a syntax error
   /// and some faults end the process with a message; others come out as exceptions of the library,
   /// which know where in the file they arose. The tables keep what had been read before.
@@ -92,8 +99,8 @@ class Compilation {
   static Module* zuc_parse(const std::string& file, const std::string& instance,
                            const std::list<std::string>* inputs,
                            const std::list<std::string>* outputs);
-  /// The first file of Module::CompilationFileList whose first line (256 characters at most) holds
-  /// the module's name; "" when there is none.
+  /// The first file of Module::CompilationFileList() whose first line (256 characters at most)
+  /// holds the module's name; "" when there is none.
   static std::string getZucFileName(const std::string& module);
   /// The `reincarnate` flag of that file; -1 when there is none.
   static int getReincarnateFromZucFile(const std::string& module);
@@ -105,6 +112,9 @@ class Compilation {
 
   /// One exchange with the evaluation server: the reply, or "" on any failure.
   static std::string Socket_call(const std::string& message, Sock socket);
+
+ private:
+  static SessionOptions& options() { return Session::current().options; }
 };
 
 }  // namespace kiva

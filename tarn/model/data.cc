@@ -4,24 +4,22 @@
 #include <unordered_set>
 
 #include "base/process_end.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/depth_guard.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/model/signal.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
-
-int DataExpr::Indexation = 0;
 
 namespace {
 
 ConstantDecl* constant_by_id(int id) {
-  return Compilation::GDataConstantTable == nullptr
+  return Compilation::GDataConstantTable() == nullptr
              ? nullptr
-             : Compilation::GDataConstantTable->getConstantById(id);
+             : Compilation::GDataConstantTable()->getConstantById(id);
 }
 
 }  // namespace
@@ -129,9 +127,9 @@ void DataBinaryOp::print_debug(std::ostream& out) const {
 // Method calls.
 
 void DataMethodCall::computeType(Module*) {
-  const MethodDecl* method = Compilation::GDataMethodTable == nullptr
+  const MethodDecl* method = Compilation::GDataMethodTable() == nullptr
                                  ? nullptr
-                                 : Compilation::GDataMethodTable->getMethodById(method_index);
+                                 : Compilation::GDataMethodTable()->getMethodById(method_index);
   if (method == nullptr) throw UndefinedMethodException("method", std::to_string(method_index));
   type = method->getReturnType();
 }

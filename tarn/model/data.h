@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/sock.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -48,7 +49,7 @@ class DataExpr {
   static constexpr int NbPredefOp = 15;
 
   /// Numbers new intermediate signals.
-  static int Indexation;
+  static int& Indexation() { return Session::current().counters.Indexation; }
 
   /// The greatest depth of a tree that is typed or evaluated: far beyond what people write, and
   /// within any stack.

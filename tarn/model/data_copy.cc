@@ -6,12 +6,12 @@
 #include <functional>
 #include <unordered_map>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/data.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/model/signal.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 

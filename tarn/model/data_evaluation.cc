@@ -38,7 +38,10 @@ class ReadGuard {
 
  private:
   DepthGuard depth_;
-  static inline std::vector<const Signal*> open_;
+  struct Signals {
+    std::vector<const Signal*> open;
+  };
+  std::vector<const Signal*>& open_ = Session::current().part<Signals>().open;
 };
 
 }  // namespace
@@ -50,9 +53,9 @@ std::string DataValue::Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Soc
 std::string DataConstant::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                     int* context, Sock socket) {
   const ConstantDecl* declared =
-      Compilation::GDataConstantTable == nullptr
+      Compilation::GDataConstantTable() == nullptr
           ? nullptr
-          : Compilation::GDataConstantTable->getConstantById(constant_index);
+          : Compilation::GDataConstantTable()->getConstantById(constant_index);
   const std::string name =
       declared == nullptr ? std::to_string(constant_index) : declared->getName();
   auto at = constants->find(name);
@@ -122,9 +125,9 @@ bool has_comma(const std::string& text) {
 std::string DataMethodCall::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                       int* context, Sock socket) {
   const DepthGuard guard("DataExpr::Simul_put");
-  const MethodDecl* method = Compilation::GDataMethodTable == nullptr
+  const MethodDecl* method = Compilation::GDataMethodTable() == nullptr
                                  ? nullptr
-                                 : Compilation::GDataMethodTable->getMethodById(method_index);
+                                 : Compilation::GDataMethodTable()->getMethodById(method_index);
   if (method == nullptr) throw UndefinedMethodException("method", std::to_string(method_index));
   std::string request = "MC," + method->getName() + ",";
   const char* separator = "";

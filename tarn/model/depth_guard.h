@@ -19,7 +19,10 @@ class DepthGuard {
   DepthGuard& operator=(const DepthGuard&) = delete;
 
  private:
-  static inline int depth_ = 0;
+  struct Levels {
+    int open = 0;
+  };
+  int& depth_ = Session::current().part<Levels>().open;
 };
 
 }  // namespace kiva

@@ -58,27 +58,11 @@ Bddexpression* EquationTable::equation_at(long id) {
   return bdd_expression_wood->exp_by_index(id);
 }
 
-Bddexpression* EquationTable::equation_or_throw(long id) {
-  if (id < 0 || id >= bdd_expression_wood->my_bdd_manager()->Nb_bdd_vars())
-    throw IllegalOperationException("EquationTable::id out of bounds");
-  return equation_at(id);
-}
-
 void EquationTable::define(const std::string& name, long id, const bdd& f, int usertype) {
   const std::unique_ptr<Bddexpression> replaced(equation_at(id));
   // Learnt, and so owned, by the wood.
   new Bddexpression(name, bdd_expression_wood, bdd_expression_wood->Bdd_var_by_index(id), f, 0, 0,
                     usertype);
-}
-
-void EquationTable::removeSignal(Signal* signal) {
-  const std::string name = signal->getName(nullptr, bdd_expression_wood);
-  for (const char* rail : {"_s_", "_v_"}) {
-    const long id = bdd_expression_wood->Index_var_by_name(rail + name);
-    if (id < 0) continue;
-    settle(id);
-    bdd_expression_wood->forget_expression_by_bddid(id);
-  }
 }
 
 void EquationTable::createEquation(Signal* signal, Expression* e, Module* module, bool initial) {
@@ -174,26 +158,6 @@ void EquationTable::replaceEquation(Signal* signal, Signal* other, Module* modul
          other->getBddStatusId(module, wood), Compilation::STAT);
   follow(signal->getBddValueId(module, wood), other->getBddValue(module, wood),
          other->getBddValueId(module, wood), Compilation::VAL);
-}
-
-void EquationTable::learnSignal(Signal* signal, Module* module) {
-  Bddexpressionwood* wood = bdd_expression_wood;
-  Bddexpressionwood* main_wood = module->getBddWood();
-  SignalRef* ref = signal->getSignalRef(module, main_wood);
-  if (ref != nullptr && ref->isDefinedWood(wood)) return;
-  if (signal->getBddStatusId(module, main_wood) == -1 ||
-      signal->getBddValueId(module, main_wood) == -1)
-    throw IllegalOperationException("EquationTable:learSignal: signal not defined in module wood",
-                                    signal->getInternalName());
-  const long status_id = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
-  const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
-  module->getSignalManager()->extendSignalRef(status_id, value_id, ref, wood);
-  signal->extendCurrentOccurrenceTable(wood, signal->getCurrentOccurrence(main_wood));
-}
-
-void EquationTable::updatePertDate(Bddexpression* from, Bddexpression* to) {
-  to->setEarlyDate(from->getEarlyDate());
-  to->setLateDate(from->getLateDate());
 }
 
 void EquationTable::note_source(const Signal* signal, const SourceSpan& span) {

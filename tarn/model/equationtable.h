@@ -44,8 +44,6 @@ class EquationTable {
     return bdd_expression_wood->exp_by_index(id);
   }
   long getPertLevel() const { return bdd_expression_wood->Nb_level(); }
-  /// Forgets the signal's equations.
-  void removeSignal(Signal* signal);
 
   // Equations of statements. A signal's equation is a pair, of its status and its value.
   /// Gives the signal's current occurrence the rails of `e`, over occurrence 0 of all signals when
@@ -66,8 +64,6 @@ class EquationTable {
   void createBottomEquation(Signal* signal, Module* module, int occurrence);
   /// Makes `signal` follow `other`.
   void replaceEquation(Signal* signal, Signal* other, Module* module);
-  /// Makes the signal known to this table's wood.
-  void learnSignal(Signal* signal, Module* module);
   /// Copies an equation of another wood into this one; the signal that its variable stands for
   /// becomes known here. IllegalOperationException for a variable that stands for none.
   void add(Bddexpression* expression, Module* module);
@@ -76,8 +72,6 @@ class EquationTable {
   /// Merges `other` into this table, and destroys its wood. Two equations of one variable become
   /// their or; by the rule `values`, their and for the value of a signal with occurrences.
   void unify(EquationTable* other, Module* module);
-  /// Guards the equations of outputs and plain locals by the value of `condition`.
-  void cond(Signal* condition, Module* module);
   /// Starts a new occurrence of each output and plain local that this table knows. What a run has
   /// brought in keeps the one that it has: nothing else writes it.
   void pre(Module* module);
@@ -104,11 +98,19 @@ class EquationTable {
   /// The text of the cycle that begins at the first id, and of what else is in the list; takes what
   /// the cycle met out of the list.
   std::string computeDependence(std::list<long>& ids);
-  /// Carries the dates of one equation to another.
-  void updatePertDate(Bddexpression* from, Bddexpression* to);
   /// The statement that makes the signal stands there: the report of a cycle names its line. Known
   /// to all tables duplicated from this one.
   void note_source(const Signal* signal, const SourceSpan& span);
+
+  // Told, and called by no program (tarn/classic).
+  /// Forgets the signal's equations.
+  void removeSignal(Signal* signal);
+  /// Makes the signal known to this table's wood.
+  void learnSignal(Signal* signal, Module* module);
+  /// Guards the equations of outputs and plain locals by the value of `condition`.
+  void cond(Signal* condition, Module* module);
+  /// Carries the dates of one equation to another.
+  void updatePertDate(Bddexpression* from, Bddexpression* to);
 
  private:
   /// Equations by name of the signal that a statement made.

@@ -197,26 +197,10 @@ void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpr
   const SignalRef* ref = module->getSignalManager()->getSignalRefById(id, wood);
   const Signal* signal =
       ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
-  const bool whole_value = Compilation::rules.values && signal != nullptr &&
+  const bool whole_value = Compilation::rules().values && signal != nullptr &&
                            ref->getCurrentOccurrence() == 0 && id == ref->getBddValueId(wood) &&
                            std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
   join_later(id, whole_value, function);
-}
-
-void EquationTable::cond(Signal* condition, Module* module) {
-  Bddexpressionwood* wood = bdd_expression_wood;
-  const bdd guard = condition->getBddValue(module, wood);
-  const auto guard_equation = [&](long id) {
-    if (Bddexpression* equation = equation_or_throw(id)) and_function(*equation, guard);
-  };
-  for (Signal* output : module->getOutputSignalList()) {
-    guard_equation(output->getBddStatusId(module, wood));
-    guard_equation(output->getBddValueId(module, wood));
-  }
-  for (Signal* local : module->getLocalSignalList()) {
-    if (!local->isLocal() || local->isWire()) continue;
-    for (long id : local->getAllBddId(module, wood)) guard_equation(id);
-  }
 }
 
 void EquationTable::pre(Module* module) {

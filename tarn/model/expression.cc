@@ -7,9 +7,9 @@
 #include <ostream>
 #include <tuple>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/sexception.h"
 #include "tarn/model/signal.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -199,25 +199,27 @@ class RailTable {
 
   /// Lives as long as one translation of an operator; the outermost one's end clears the table.
   struct Scope {
-    Scope() { ++depth; }
+    explicit Scope(RailTable& table) : table(table) { ++table.depth; }
     ~Scope() {
-      if (--depth == 0) found.clear();
+      if (--table.depth == 0) table.found.clear();
     }
     Scope(const Scope&) = delete;
     Scope& operator=(const Scope&) = delete;
+    RailTable& table;
   };
-  static inline int depth = 0;
-  static inline std::map<Key, bdd> found;
+  int depth = 0;
+  std::map<Key, bdd> found;
 };
 
 }  // namespace
 
 template <class Formula>
 bdd OperatorExpression::translated(Occurrences view, bool of_status, Formula formula) {
-  const RailTable::Scope scope;
+  RailTable& table = Session::current().part<RailTable>();
+  const RailTable::Scope scope(table);
   const RailTable::Key key(this, view, of_status);
-  if (auto at = RailTable::found.find(key); at != RailTable::found.end()) return at->second;
-  return RailTable::found.emplace(key, formula()).first->second;
+  if (auto at = table.found.find(key); at != table.found.end()) return at->second;
+  return table.found.emplace(key, formula()).first->second;
 }
 
 bdd OperatorExpression::getBddStatus(Module* module, Bddexpressionwood* wood) {

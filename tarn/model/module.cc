@@ -1,42 +1,12 @@
 #include "tarn/model/module.h"
 
-#include <cstdlib>
 #include <ostream>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
-
-std::string Module::SimulationDir = my_getenv("/tmp");
-std::string Module::SimulationZucDir = ".";
-std::string Module::OutputDir = ".";
-std::string Module::OutputFile;
-std::list<std::string>* Module::CompilationFileList = nullptr;
-int Module::PauseNumber = 0;
-int Module::NothingNumber = 0;
-int Module::HaltNumber = 0;
-int Module::ParallelNumber = 0;
-int Module::SequenceNumber = 0;
-int Module::PresentNumber = 0;
-int Module::LoopNumber = 0;
-int Module::LocalNumber = 0;
-int Module::WaitNumber = 0;
-int Module::AbortNumber = 0;
-int Module::EmitNumber = 0;
-int Module::NoEmitNumber = 0;
-int Module::SustainUntilNumber = 0;
-int Module::RunNumber = 0;
-int Module::SustainNumber = 0;
-int Module::AutomatonNumber = 0;
-int Module::MealyMachineNumber = 0;
-int Module::TransitionNumber = 0;
-
-std::string my_getenv(const std::string& name) {
-  const char* value = std::getenv(name.c_str());
-  return value == nullptr ? "./" : value;
-}
 
 std::ostream& operator<<(std::ostream& out, const regclass& reg) {
   const auto print_variable = [&out](const Signal* signal) {
@@ -169,15 +139,6 @@ const std::string& Module::getSignalNameById(long id, Bddexpressionwood* wood) c
     throw IllegalOperationException(
         "Module::getSignalNameById: no signal reference for this bdd id", std::to_string(id));
   return ref->getCurrentName();
-}
-
-long Module::getOtherBddId(long id, Bddexpressionwood* wood) const {
-  const SignalRef* ref = signal_manager->getSignalRefById(id, wood);
-  if (ref == nullptr)
-    throw IllegalOperationException("Module::getOtherBddId: no signal in table for this bdd id:",
-                                    std::to_string(id));
-  const long value_id = ref->getBddValueId(wood);
-  return id == value_id ? ref->getBddStatusId(wood) : value_id;
 }
 
 void Module::addRegisterSignal(Signal* actual, Signal* next, int initial) {

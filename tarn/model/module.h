@@ -13,6 +13,7 @@
 #include "tarn/model/equationtable.h"
 #include "tarn/model/signal_list.h"
 #include "tarn/model/signal_manager.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -44,12 +45,9 @@ std::ostream& operator<<(std::ostream& out, const regclass& reg);
 using RegisterList = std::vector<regclass*>;
 using DataTable = std::map<std::string, DataBinding*>;
 
-/// Value of the environment variable, or "./" when it is not set.
-std::string my_getenv(const std::string& name);
-
 /// One synchronous module, compiled or under compilation: its interface, registers, wires,
 /// equations and data bindings. It owns its wood; its signals, references and bindings live as long
-/// as the process.
+/// as the session.
 class Module {
  public:
   /// Empty, over a new wood.
@@ -64,18 +62,33 @@ class Module {
   Module& operator=(const Module&) = delete;
   ~Module();
 
-  // Statics: directories and files of a run, and the counters of statement names.
-  static std::string SimulationDir;
-  static std::string SimulationZucDir;
-  static std::string OutputDir;
-  /// Chosen name of generated files; when empty they are named after the module.
-  static std::string OutputFile;
-  /// ZUC and ZU files of the compilation; may be null.
-  static std::list<std::string>* CompilationFileList;
-  static int PauseNumber, NothingNumber, HaltNumber, ParallelNumber, SequenceNumber, PresentNumber,
-      LoopNumber, LocalNumber, WaitNumber, AbortNumber, EmitNumber, NoEmitNumber,
-      SustainUntilNumber, RunNumber, SustainNumber, AutomatonNumber, MealyMachineNumber,
-      TransitionNumber;
+  // What the current session holds: directories and files (see SessionOptions), and the counters of
+  // statement names.
+  static std::string& SimulationDir() { return Session::current().options.SimulationDir; }
+  static std::string& SimulationZucDir() { return Session::current().options.SimulationZucDir; }
+  static std::string& OutputDir() { return Session::current().options.OutputDir; }
+  static std::string& OutputFile() { return Session::current().options.OutputFile; }
+  static std::list<std::string>*& CompilationFileList() {
+    return Session::current().options.CompilationFileList;
+  }
+  static int& PauseNumber() { return counters().PauseNumber; }
+  static int& NothingNumber() { return counters().NothingNumber; }
+  static int& HaltNumber() { return counters().HaltNumber; }
+  static int& ParallelNumber() { return counters().ParallelNumber; }
+  static int& SequenceNumber() { return counters().SequenceNumber; }
+  static int& PresentNumber() { return counters().PresentNumber; }
+  static int& LoopNumber() { return counters().LoopNumber; }
+  static int& LocalNumber() { return counters().LocalNumber; }
+  static int& WaitNumber() { return counters().WaitNumber; }
+  static int& AbortNumber() { return counters().AbortNumber; }
+  static int& EmitNumber() { return counters().EmitNumber; }
+  static int& NoEmitNumber() { return counters().NoEmitNumber; }
+  static int& SustainUntilNumber() { return counters().SustainUntilNumber; }
+  static int& RunNumber() { return counters().RunNumber; }
+  static int& SustainNumber() { return counters().SustainNumber; }
+  static int& AutomatonNumber() { return counters().AutomatonNumber; }
+  static int& MealyMachineNumber() { return counters().MealyMachineNumber; }
+  static int& TransitionNumber() { return counters().TransitionNumber; }
 
   // Look-ups of signals; null when nothing is found. Inputs and outputs go by original name, locals
   // and data signals by internal name.
@@ -93,8 +106,6 @@ class Module {
   Signal* getSignalById(long id, Bddexpressionwood* wood) const;
   /// IllegalOperationException without a reference.
   const std::string& getSignalNameById(long id, Bddexpressionwood* wood) const;
-  /// The other id of the same reference: status for value, value for status.
-  long getOtherBddId(long id, Bddexpressionwood* wood) const;
 
   const std::string& getName() const { return name; }
   void setName(const std::string& text) { name = text; }
@@ -120,9 +131,6 @@ class Module {
   void setRegisterList(RegisterList list) { register_list = std::move(list); }
   /// Null until the first declaration.
   const std::map<std::string, std::string>* getRunDeclTable() const { return run_decl_table.get(); }
-  void setRunDeclTable(std::unique_ptr<std::map<std::string, std::string>> table) {
-    run_decl_table = std::move(table);
-  }
   int getCurrentInstance() const { return current_instance; }
   void setCurrentInstance(int instance) { current_instance = instance; }
   void incrCurrentInstance() { ++current_instance; }
@@ -146,8 +154,6 @@ class Module {
   void addOutputSignal(Signal* signal) { output_signal_list.push_back(signal); }
   void addLocalSignal(Signal* signal) { local_signal_list.push_back(signal); }
   void addDataSignal(Signal* signal) { data_signal_list.push_back(signal); }
-  /// A wire goes to the locals.
-  void addWireSignal(Signal* signal) { local_signal_list.push_back(signal); }
   void addRegisterSignal(Signal* actual, Signal* next, int initial = 0);
   void addRegisterSignal(regclass* reg) { register_list.push_back(reg); }
   /// Makes both signals, local and marked as register and wire, actual first.
@@ -163,7 +169,6 @@ class Module {
   void addBinding(DataBinding* binding) { addBinding(binding, getBddWood()); }
   /// Null when there is none.
   DataBinding* getBinding(const std::string& signal_name) const;
-  void removeBinding(const std::string& signal_name);
   /// Binds without clock and makes the two abstract equations of `signal`.
   Signal* addSignalBinding(DataExpr* e, Signal* signal);
   /// Binds with a clock (may be null); makes no equations.
@@ -191,7 +196,6 @@ class Module {
   void suppress_useless_registers();
   void constants_propagation();
   void check_over_knowledge();
-  void learnStatusWireAssertion();
   // tarn/zu/compilation.h, tarn/zu/module_inclusion.h
   bool compile();
   void createCompileEnv();
@@ -202,6 +206,19 @@ class Module {
   void ZUC_put(std::ostream& os, int, int, int forget_locals);
   void printBinding(std::ostream& os, long* map);
   void save();
+
+  // Told, and called by no program (tarn/classic).
+  /// Simplifies all equations under the assertion that the module's wires are present.
+  void learnStatusWireAssertion();
+  /// The other id of the same reference: status for value, value for status.
+  /// IllegalOperationException without a reference.
+  long getOtherBddId(long id, Bddexpressionwood* wood) const;
+  void removeBinding(const std::string& signal_name);
+  void setRunDeclTable(std::unique_ptr<std::map<std::string, std::string>> table) {
+    run_decl_table = std::move(table);
+  }
+  /// A wire goes to the locals.
+  void addWireSignal(Signal* signal) { local_signal_list.push_back(signal); }
 
   // The evaluation server's source text (tarn/formats): a program that knows the user's data types,
   // starts the simulator and answers its requests. What it holds comes from the three process-wide
@@ -278,6 +295,7 @@ class Module {
   std::string generateName(const char* prefix, int& counter) const;
 
  private:
+  static Counters& counters() { return Session::current().counters; }
   DataTable& bindings();
   void make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& ids);
   index_set dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any);

@@ -2,8 +2,8 @@
 // clock turns its signal's two equations into abstract ones, which depend on whatever signals the
 // expression reads, so that dating puts them behind those.
 
-#include "tarn/model/arena.h"
 #include "tarn/model/module.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -24,10 +24,6 @@ DataBinding* Module::getBinding(const std::string& signal_name) const {
   if (data_table == nullptr) return nullptr;
   auto at = data_table->find(signal_name);
   return at == data_table->end() ? nullptr : at->second;
-}
-
-void Module::removeBinding(const std::string& signal_name) {
-  if (data_table != nullptr) data_table->erase(signal_name);
 }
 
 index_set Module::dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any) {
@@ -85,17 +81,17 @@ Signal* Module::bind_intermediate(DataExpr* e, const std::string& signal_name, S
 }
 
 Signal* Module::addSignalBinding(DataExpr* e, const std::string& prefix) {
-  return bind_intermediate(e, "IData_" + prefix + std::to_string(DataExpr::Indexation++), nullptr,
+  return bind_intermediate(e, "IData_" + prefix + std::to_string(DataExpr::Indexation()++), nullptr,
                            getBddWood());
 }
 
 Signal* Module::addSignalBinding(DataExpr* e, Signal* clock, Bddexpressionwood* wood) {
   return bind_intermediate(
-      e, clock->getInternalName() + "Data" + std::to_string(DataExpr::Indexation++), clock, wood);
+      e, clock->getInternalName() + "Data" + std::to_string(DataExpr::Indexation()++), clock, wood);
 }
 
 Signal* Module::addSignalBinding(DataExpr* e, const std::string& prefix, Signal* clock) {
-  return bind_intermediate(e, prefix + "Data" + std::to_string(DataExpr::Indexation++), clock,
+  return bind_intermediate(e, prefix + "Data" + std::to_string(DataExpr::Indexation()++), clock,
                            getBddWood());
 }
 

@@ -4,6 +4,8 @@
 
 namespace kiva {
 
-Rules Compilation::rules = Rules::classic();
+Rules& Compilation::rules() {
+  return Session::current().part<Rules>();
+}
 
 }  // namespace kiva

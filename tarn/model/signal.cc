@@ -3,11 +3,11 @@
 #include <iostream>
 
 #include "base/process_end.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/model/signal_manager.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 

@@ -7,7 +7,7 @@ namespace kiva {
 /// Where a piece of source text stands. Lines and columns count from 1, columns in bytes; the last
 /// column is that of the last byte.
 struct SourceSpan {
-  const std::string* file = nullptr;  ///< lives as long as the process; null when nothing is known
+  const std::string* file = nullptr;  ///< lives as long as the session; null when nothing is known
   int first_line = 0;
   int first_column = 0;
   int last_line = 0;

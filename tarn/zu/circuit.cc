@@ -3,11 +3,12 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
 std::string signal_name(const std::string& name, Module* module) {
-  return Compilation::rules.copies ? module->getSignalManager()->freeName(name) : name;
+  return Compilation::rules().copies ? module->getSignalManager()->freeName(name) : name;
 }
 
 Circuit::Circuit(Statement& statement, Module* module, EquationTable* table)

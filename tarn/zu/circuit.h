@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/equationtable.h"
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/statement.h"
 
 namespace kiva {

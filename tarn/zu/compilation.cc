@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/nested_modules.h"
 #include "tarn/zu/statements/loop.h"
 

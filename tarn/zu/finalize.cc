@@ -11,9 +11,9 @@
 #include <iostream>
 
 #include "forms/forms.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -72,17 +72,8 @@ void complete_pairs(Module* module, Bddexpressionwood* wood, const Signal* signa
   }
 }
 
-}  // namespace
-
-void finalize_module(Module* module, int keep_rtl) {
-  Bddexpressionwood* wood = module->getBddWood();
-  if (wood == nullptr) return;
-  module->setFinalised(1);
-  Signal* const set_wire = module->getSet();
-  Signal* const reset_wire = module->getReset();
-  Signal* const rtl_wire = module->getRtl();
-  for (Signal* wire : {set_wire, reset_wire, rtl_wire}) wire->setWire();
-
+/// What the steps below take for granted of registers' next values and of values with a clock.
+void require_types(Module* module, Bddexpressionwood* wood) {
   for (const regclass* reg : module->getRegisterList()) {
     const Signal* next = reg->next_var();
     const long status_id = next->getBddStatusId(module, wood);
@@ -92,22 +83,25 @@ void finalize_module(Module* module, int keep_rtl) {
     require_type(wood->exp_by_index(value_id), Compilation::VREG,
                  " Warning reaffectation " + wood->Name_var_by_index(value_id) + " with VREG");
   }
-  if (module->getDataTable() != nullptr)
-    for (const auto& [bound_name, binding] : *module->getDataTable()) {
-      if (binding->getClock() == nullptr) continue;
-      const Signal* signal = binding->getSignal();
-      const auto make_output = [&](long id, int type) {
-        Bddexpression* e = wood->exp_by_index(id);
-        if (e == nullptr) return;
-        require_type(e, type,
-                     "Warning: reaffectation " + wood->Name_var_by_index(id) + " with " +
-                         std::to_string(type) + " (founding :" + std::to_string(e->getUserType()) +
-                         ")");
-      };
-      make_output(signal->getInitialBddStatusId(module, wood), Compilation::SOUTPUT);
-      make_output(signal->getInitialBddValueId(module, wood), Compilation::VOUTPUT);
-    }
+  if (module->getDataTable() == nullptr) return;
+  for (const auto& [bound_name, binding] : *module->getDataTable()) {
+    if (binding->getClock() == nullptr) continue;
+    const Signal* signal = binding->getSignal();
+    const auto make_output = [&](long id, int type) {
+      Bddexpression* e = wood->exp_by_index(id);
+      if (e == nullptr) return;
+      require_type(e, type,
+                   "Warning: reaffectation " + wood->Name_var_by_index(id) + " with " +
+                       std::to_string(type) + " (founding :" + std::to_string(e->getUserType()) +
+                       ")");
+    };
+    make_output(signal->getInitialBddStatusId(module, wood), Compilation::SOUTPUT);
+    make_output(signal->getInitialBddValueId(module, wood), Compilation::VOUTPUT);
+  }
+}
 
+/// Every signal gets both rails; inputs are True or False, and the interface has its own names.
+void complete_signals(Module* module, Bddexpressionwood* wood) {
   for (const signal_list* list : {&module->getInputSignalList(), &module->getDataSignalList()})
     for (const Signal* input : *list) {
       const long status_id = input->getBddStatusId(module, wood);
@@ -125,10 +119,10 @@ void finalize_module(Module* module, int keep_rtl) {
   }
   for (const Signal* local : module->getLocalSignalList())
     complete_pairs(module, wood, local, !local->isRegister());
+}
 
-  wood->constants_propagation(protected_types());
-  clean_module(module);
-
+/// The register that raises the set wire in the first instant; nothing resets the module.
+void add_start(Module* module, Bddexpressionwood* wood) {
   Signal* boot = make_kept<Signal>(std::string("boot"), module, wood, true);
   Signal* bootplus = make_kept<Signal>(std::string("bootplus"), module, wood, true);
   for (Signal* signal : {boot, bootplus}) {
@@ -137,43 +131,46 @@ void finalize_module(Module* module, int keep_rtl) {
     module->addLocalSignal(signal);
   }
   module->addRegisterSignal(boot, bootplus, 1);
-  std::vector<long> kept;
-  // A constant that nobody reads would go; the wire has its equations whatever the module holds.
-  kept.push_back(reset_wire->getBddStatusId(module, wood));
-  kept.push_back(reset_wire->getBddValueId(module, wood));
-
   const auto define_pair = [&](const Signal* signal, const bdd& status, const bdd& value) {
     define(wood, signal->getInternalName(), variable(wood, signal->getBddStatusId(module, wood)),
            status, signal->computeStatusType());
     define(wood, signal->getInternalName(), variable(wood, signal->getBddValueId(module, wood)),
            value, signal->computeValueType());
   };
-  define_pair(set_wire, variable(wood, boot->getBddStatusId(module, wood)),
-              wood->Bdd_not(variable(wood, set_wire->getBddStatusId(module, wood))));
-  define_pair(reset_wire, wood->Bdd_zero(), wood->Bdd_one());
+  define_pair(module->getSet(), variable(wood, boot->getBddStatusId(module, wood)),
+              wood->Bdd_not(variable(wood, module->getSet()->getBddStatusId(module, wood))));
+  define_pair(module->getReset(), wood->Bdd_zero(), wood->Bdd_one());
   define_pair(bootplus, wood->Bdd_zero(), wood->Bdd_one());
+}
 
+/// The equations that stay, whether or not anything reads them.
+index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rtl) {
+  std::vector<long> kept;
+  const auto keep = [&](long status_id, long value_id) {
+    kept.push_back(status_id);
+    kept.push_back(value_id);
+  };
+  // A constant that nobody reads would go; the wire has its equations whatever the module holds.
+  keep(module->getReset()->getBddStatusId(module, wood),
+       module->getReset()->getBddValueId(module, wood));
   for (const Signal* input : module->getInputSignalList())
     kept.push_back(input->getBddStatusId(module, wood));
-  for (const Signal* output : module->getOutputSignalList()) {
-    kept.push_back(output->getInitialBddStatusId(module, wood));
-    kept.push_back(output->getInitialBddValueId(module, wood));
-  }
+  for (const Signal* output : module->getOutputSignalList())
+    keep(output->getInitialBddStatusId(module, wood), output->getInitialBddValueId(module, wood));
   if (module->getDataTable() != nullptr)
     for (const auto& [bound_name, binding] : *module->getDataTable())
       if (binding->getClock() != nullptr)
-        for (const Signal* signal : {binding->getClock(), binding->getSignal()}) {
-          kept.push_back(signal->getInitialBddStatusId(module, wood));
-          kept.push_back(signal->getInitialBddValueId(module, wood));  // else its state is unknown
-        }
+        for (const Signal* signal : {binding->getClock(), binding->getSignal()})
+          keep(signal->getInitialBddStatusId(module, wood),
+               signal->getInitialBddValueId(module, wood));  // else its state is unknown
   for (const Signal* local : module->getLocalSignalList())
-    if (local->isRegister()) {
-      kept.push_back(local->getBddStatusId(module, wood));
-      kept.push_back(local->getBddValueId(module, wood));
-    }
-  if (keep_rtl != 0) kept.push_back(rtl_wire->getBddStatusId(module, wood));
-  wood->clean(index_set::from_unsorted(std::move(kept)));
+    if (local->isRegister())
+      keep(local->getBddStatusId(module, wood), local->getBddValueId(module, wood));
+  if (keep_rtl) kept.push_back(module->getRtl()->getBddStatusId(module, wood));
+  return index_set::from_unsorted(std::move(kept));
+}
 
+void date(Module* module, Bddexpressionwood* wood) {
   std::list<long> dated;
   for (const signal_list* list : {&module->getLocalSignalList(), &module->getOutputSignalList()})
     for (const Signal* signal : *list) dated.splice(dated.end(), signal->getAllBddId(module, wood));
@@ -190,6 +187,22 @@ void finalize_module(Module* module, int keep_rtl) {
     }
   }
   if (!overtaken.empty()) wood->compute_dates(overtaken);
+}
+
+}  // namespace
+
+void finalize_module(Module* module, int keep_rtl) {
+  Bddexpressionwood* wood = module->getBddWood();
+  if (wood == nullptr) return;
+  module->setFinalised(1);
+  for (Signal* wire : {module->getSet(), module->getReset(), module->getRtl()}) wire->setWire();
+  require_types(module, wood);
+  complete_signals(module, wood);
+  wood->constants_propagation(protected_types());
+  clean_module(module);
+  add_start(module, wood);
+  wood->clean(needed_equations(module, wood, keep_rtl != 0));
+  date(module, wood);
   module->replace_at_in_name_variables();
   module->loose_first_underscore_in_name_variables();
 }
@@ -197,7 +210,7 @@ void finalize_module(Module* module, int keep_rtl) {
 void clean_module(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
   if (wood == nullptr) return;
-  if (!Compilation::KeepWiresFlag) wood->suppress_wires(protected_types());
+  if (!Compilation::KeepWiresFlag()) wood->suppress_wires(protected_types());
   suppress_useless_registers(module);
   clean_locals(module);
 }
@@ -271,18 +284,6 @@ void add_over_knowledge_check(Module* module) {
          Compilation::SOUTPUT);
   define(wood, signal->getInternalName(), signal->getBddValue(module, wood), wood->Bdd_not(error),
          Compilation::VOUTPUT);
-}
-
-void assume_wires_present(Module* module) {
-  Bddexpressionwood* wood = module->getBddWood();
-  bdd present = wood->Bdd_one();
-  for (const Signal* local : module->getLocalSignalList())
-    if (local->isWire())
-      present = wood->Bdd_and(present, variable(wood, local->getBddStatusId(module, wood)));
-  for (long index : wood->Set_of_exp().to_set()) {
-    Bddexpression* e = wood->exp_by_index(index);
-    if (e->getAbstraction() == 0) e->setBddExp(wood->Bdd_reduce(e->my_bdd_exp(), present));
-  }
 }
 
 }  // namespace kiva

@@ -10,7 +10,7 @@ class Module;
 /// adds the register pair that raises the set wire in the first instant; `keep_rtl` not 0 keeps
 /// the rtl wire's equation. Once for a module: the caller looks at `getFinalised`.
 void finalize_module(Module* module, int keep_rtl);
-/// Removes wires (unless Compilation::KeepWiresFlag), registers that never change, unread locals.
+/// Removes wires (unless Compilation::KeepWiresFlag()), registers that never change, unread locals.
 void clean_module(Module* module);
 void clean_locals(Module* module);
 void suppress_useless_registers(Module* module);
@@ -18,7 +18,5 @@ void suppress_useless_registers(Module* module);
 void propagate_constants(Module* module);
 /// Adds the output "OverKnowledgeError": some output is Error in this instant.
 void add_over_knowledge_check(Module* module);
-/// Simplifies all equations under the assertion that the module's wires are present.
-void assume_wires_present(Module* module);
 
 }  // namespace kiva

@@ -7,11 +7,11 @@
 
 #include "tarn/zu/module_inclusion.h"
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -51,6 +51,22 @@ class Instance {
     made->setInstance();
     module_->addLocalSignal(made);
     copies_.push_back(made);
+  }
+
+  regclass* add_register(const regclass& reg) {
+    const auto variable = [&](const Signal* signal) {
+      Signal* copy = module_->getLocalSignal(signal->getInternalName() + suffix_);
+      if (copy == nullptr)
+        throw IllegalOperationException("Run: register not declared local: ",
+                                        signal->getInternalName());
+      copy->setWire();
+      copy->setRegister();
+      return copy;
+    };
+    Signal* actual = variable(reg.actual_var());
+    auto* copy = make_kept<regclass>(actual, variable(reg.next_var()), reg.is_initialy_true());
+    module_->addRegisterSignal(copy);
+    return copy;
   }
 
   /// The equations now belong to locals, whatever their signals were in the called module.
@@ -108,6 +124,17 @@ bool is_start_up(const regclass& reg, const Module* called) {
          reg.next_var()->getInternalName() == "bootplus";
 }
 
+void take_bindings(Module* module, const Module* called, Interface* interface,
+                   Bddexpressionwood* wood) {
+  if (called->getDataTable() == nullptr) return;
+  for (const auto& [name, binding] : *called->getDataTable()) {
+    DataBinding* copy = binding->instanciate(interface);
+    // A data signal and whatever a binding fires is left to its binding alone.
+    copy->getSignal()->setValue();
+    module->addBinding(copy, wood);
+  }
+}
+
 }  // namespace
 
 void include_compiled_module(Module* module, Module* called, Interface* interface,
@@ -152,19 +179,7 @@ void include_compiled_module(Module* module, Module* called, Interface* interfac
 
   for (const regclass* reg : called->getRegisterList()) {
     if (reg == start_up) continue;
-    const auto variable = [&](const Signal* signal) {
-      Signal* copy = module->getLocalSignal(signal->getInternalName() + suffix);
-      if (copy == nullptr)
-        throw IllegalOperationException("Run: register not declared local: ",
-                                        signal->getInternalName());
-      copy->setWire();
-      copy->setRegister();
-      return copy;
-    };
-    Signal* actual = variable(reg->actual_var());
-    Signal* next = variable(reg->next_var());
-    auto* copy = make_kept<regclass>(actual, next, reg->is_initialy_true());
-    module->addRegisterSignal(copy);
+    regclass* copy = instance.add_register(*reg);
     interface->addRegister(copy);
   }
 
@@ -179,13 +194,7 @@ void include_compiled_module(Module* module, Module* called, Interface* interfac
     }
 
   module->setReincarnate(module->getReincarnate() || called->getReincarnate());
-  if (called->getDataTable() == nullptr) return;
-  for (const auto& [name, binding] : *called->getDataTable()) {
-    DataBinding* copy = binding->instanciate(interface);
-    // A data signal and whatever a binding fires is left to its binding alone.
-    copy->getSignal()->setValue();
-    module->addBinding(copy, wood);
-  }
+  take_bindings(module, called, interface, wood);
 }
 
 }  // namespace kiva

@@ -1,7 +1,6 @@
 #include "tarn/zu/nested_modules.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 
 #include "tarn/model/module.h"
@@ -14,8 +13,6 @@ namespace {
 /// Bytes of stack that a chain may take before its last module begins: each of its bodies can be
 /// nested as deeply as a file allows.
 constexpr std::uintptr_t most_stack = 2 << 20;
-std::uintptr_t outermost_frame = 0;
-long alive = 0;  ///< in all chains, which call each other
 
 std::string names_of(const NestedModule::Chain& chain, const Module* again) {
   constexpr size_t most = 20;
@@ -28,21 +25,26 @@ std::string names_of(const NestedModule::Chain& chain, const Module* again) {
 
 }  // namespace
 
+NestedModule::Chains& NestedModule::chains() {
+  return Session::current().part<Chains>();
+}
+
 NestedModule::NestedModule(Chain& chain, const Module* module) : chain_(chain) {
   const auto frame = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
-  if (alive == 0) outermost_frame = frame;
+  Chains& open = chains();
+  if (open.alive == 0) open.outermost_frame = frame;
   if (std::find(chain.begin(), chain.end(), module) != chain.end())
     throw IllegalOperationException("Run: module runs itself: ", names_of(chain, module));
-  if (std::max(frame, outermost_frame) - std::min(frame, outermost_frame) > most_stack)
+  if (std::max(frame, open.outermost_frame) - std::min(frame, open.outermost_frame) > most_stack)
     throw IllegalOperationException("Run: modules that run each other are nested too deeply: ",
                                     module->getName());
   chain.push_back(module);
-  ++alive;
+  ++open.alive;
 }
 
 NestedModule::~NestedModule() {
   chain_.pop_back();
-  --alive;
+  --chains().alive;
 }
 
 }  // namespace kiva

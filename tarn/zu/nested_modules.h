@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 namespace kiva {
@@ -14,6 +15,15 @@ class NestedModule {
  public:
   using Chain = std::vector<const Module*>;
 
+  /// All that is open in a session.
+  struct Chains {
+    Chain compiling;
+    Chain asked;
+    std::uintptr_t outermost_frame = 0;
+    long alive = 0;  ///< in both chains, which call each other
+  };
+  static Chains& chains();
+
   NestedModule(Chain& chain, const Module* module);
   ~NestedModule();
   NestedModule(const NestedModule&) = delete;
@@ -26,22 +36,17 @@ class NestedModule {
 /// A module whose compilation is under way.
 class CompilingModule : public NestedModule {
  public:
-  explicit CompilingModule(const Module* module) : NestedModule(chain_, module) {}
+  explicit CompilingModule(const Module* module) : NestedModule(chains().compiling, module) {}
   static bool under_way(const Module* module) {
-    return std::find(chain_.begin(), chain_.end(), module) != chain_.end();
+    const Chain& chain = chains().compiling;
+    return std::find(chain.begin(), chain.end(), module) != chain.end();
   }
-
- private:
-  static inline Chain chain_;
 };
 
 /// A module that has been asked whether it could end and start again in one instant.
 class AskedModule : public NestedModule {
  public:
-  explicit AskedModule(const Module* module) : NestedModule(chain_, module) {}
-
- private:
-  static inline Chain chain_;
+  explicit AskedModule(const Module* module) : NestedModule(chains().asked, module) {}
 };
 
 }  // namespace kiva

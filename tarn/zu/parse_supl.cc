@@ -16,15 +16,32 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/zu_scanner.h"
 
 namespace kiva {
 
-Module* TheModule = nullptr;
-Automaton::StateTable* TheCurrentStateTable = nullptr;
-class_zu_parser Compilation::pzu_parser;
-class_zu_parser* const Compilation::ple_parser = &Compilation::pzu_parser;
-std::string class_zu_parser::initial_name = "I->";
+const std::string class_zu_parser::initial_name = "I->";
+
+namespace {
+
+/// What the actions of the grammar work on.
+struct UnderWay {
+  Module* module = nullptr;
+  Automaton::StateTable* states = nullptr;
+};
+
+}  // namespace
+
+Module*& TheModule() {
+  return Session::current().part<UnderWay>().module;
+}
+Automaton::StateTable*& TheCurrentStateTable() {
+  return Session::current().part<UnderWay>().states;
+}
+class_zu_parser& Compilation::pzu_parser() {
+  return Session::current().part<class_zu_parser>();
+}
 
 int class_zu_parser::parse() {
   struct AtEnd {
@@ -36,39 +53,41 @@ int class_zu_parser::parse() {
       reader.declared_.clear();
     }
   } at_end{*this};
-  TheModule = nullptr;
-  TheCurrentStateTable = nullptr;
+  TheModule() = nullptr;
+  TheCurrentStateTable() = nullptr;
   copies_left_ = most_copies + static_cast<long>(plexer->text().size());
   span_ = plexer->span();
   try {
-    return zuparse();
+    return zuparse(*this);
   } catch (LibraryException& exception) {
     exception.set_where(span_);
     throw;
   }
 }
 
-void class_zu_parser::take_token(int token) {
-  zulloc = plexer->span();
+int class_zu_parser::next_token(ZUSTYPE* value, SourceSpan* span) {
+  const int token = plexer->yylex();
+  *span = plexer->span();
   switch (token) {
     case INT:
-      zulval.integer = static_cast<int>(
+      value->integer = static_cast<int>(
           std::min(std::strtol(plexer->YYText(), nullptr, 10), static_cast<long>(INT_MAX)));
       break;
     case REAL:
-      zulval.real = std::strtod(plexer->YYText(), nullptr);
+      value->real = std::strtod(plexer->YYText(), nullptr);
       break;
     case STRING: {
       const std::string_view quoted = plexer->token();
-      zulval.text = made<std::string>(quoted.substr(1, quoted.size() - 2));
+      value->text = made<std::string>(quoted.substr(1, quoted.size() - 2));
       break;
     }
     case ID:
-      zulval.text = token_text();
+      value->text = token_text();
       break;
     default:
       break;
   }
+  return token;
 }
 
 std::string* class_zu_parser::token_text() {
@@ -196,7 +215,7 @@ void class_zu_parser::enter_extent(const Statement* statement, const Extent& ext
 // Statements.
 
 std::string class_zu_parser::next_name(const std::string& prefix, int& counter) const {
-  return TheModule->generateName(prefix.c_str(), counter);
+  return TheModule()->generateName(prefix.c_str(), counter);
 }
 
 std::vector<Statement*> class_zu_parser::copies(Statement* body, int count) {
@@ -228,17 +247,15 @@ void Compilation::zu_parse(const char* file) {
   }
   zu_scanner scanner(&in, make_kept<std::string>(file));
   struct AtEnd {
-    ~AtEnd() { pzu_parser.plexer = nullptr; }
-  } at_end;
-  pzu_parser.plexer = &scanner;
-  pzu_parser.parse();
+    class_zu_parser& reader;
+    ~AtEnd() { reader.plexer = nullptr; }
+  } at_end{pzu_parser()};
+  at_end.reader.plexer = &scanner;
+  at_end.reader.parse();
 }
 
 }  // namespace kiva
 
-int zulex() {
-  kiva::class_zu_parser& reader = *kiva::Compilation::ple_parser;
-  const int token = reader.plexer->yylex();
-  reader.take_token(token);
-  return token;
+int zulex(ZUSTYPE* value, kiva::SourceSpan* span, kiva::class_zu_parser& reader) {
+  return reader.next_token(value, span);
 }

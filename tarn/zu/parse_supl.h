@@ -12,13 +12,15 @@
 #include <utility>
 #include <vector>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/data.h"
 #include "tarn/model/module.h"
 #include "tarn/model/source_span.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/statement.h"
 #include "tarn/zu/statements/automaton.h"
 #include "tarn/zu/statements/mealy.h"
+
+union ZUSTYPE;
 
 namespace kiva {
 
@@ -31,9 +33,9 @@ struct trigger_class {
 };
 
 /// The module under way; null outside of modules.
-extern Module* TheModule;
+Module*& TheModule();
 /// The states of the automaton under way.
-extern Automaton::StateTable* TheCurrentStateTable;
+Automaton::StateTable*& TheCurrentStateTable();
 
 // Lists of semantic values.
 using DataExprList = std::list<DataExpr*>;
@@ -48,7 +50,7 @@ using GeometryTriple = std::array<double, 3>;
 
 /// The reader of source text: what the grammar's actions call, and what they leave.
 ///
-/// It is not re-entrant. What the actions build for the model lives as long as the process; texts
+/// A session has one. What the actions build for the model lives as long as the session; texts
 /// and lists that only pass between actions belong to the reader and go when it ends, however it
 /// ends. Faults throw the library's exceptions, or end the process with a message.
 class class_zu_parser {
@@ -60,8 +62,8 @@ class class_zu_parser {
   int parse();
 
   // Called by the generated parser.
-  /// Enters the value of the token that has just been read.
-  void take_token(int token);
+  /// Reads the next token, and enters its value and place.
+  int next_token(ZUSTYPE* value, SourceSpan* span);
   /// The text of that token. A number reduces before the next token is read.
   std::string* token_text();
   /// The span of a production that is about to be reduced.
@@ -77,7 +79,7 @@ class class_zu_parser {
     return value.get();
   }
   /// The name of the source of an initial transition.
-  static std::string initial_name;
+  static const std::string initial_name;
 
   // The data part and data expressions.
   void make_type_table();
@@ -119,7 +121,7 @@ class class_zu_parser {
   template <class T, class... Args>
   T* build(const std::string& name, Args&&... args) {
     T* statement = make_kept<T>(name, std::forward<Args>(args)...);
-    statement->setModule(TheModule);
+    statement->setModule(TheModule());
     statement->setSpan(span_);
     measure(statement);
     return statement;
@@ -159,7 +161,7 @@ class class_zu_parser {
   // Automata.
   void begin_automaton();
   /// The states since then.
-  const Automaton::StateTable& states() const { return *TheCurrentStateTable; }
+  const Automaton::StateTable& states() const { return *TheCurrentStateTable(); }
   void state(const std::string& name, bool final_state, Statement* run,
              const SignalActions* actions, const GeometryTriple* geometry);
   Transition* transition(const std::string& from, const trigger_class& trigger,

@@ -3,29 +3,30 @@
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/statements/run.h"
 
 namespace kiva {
 
 void class_zu_parser::begin_automaton() {
-  TheCurrentStateTable = make_kept<Automaton::StateTable>();
+  TheCurrentStateTable() = make_kept<Automaton::StateTable>();
 }
 
 State* class_zu_parser::known_state(const std::string& name) {
-  if (State* state = Automaton::findState(*TheCurrentStateTable, name)) return state;
+  if (State* state = Automaton::findState(*TheCurrentStateTable(), name)) return state;
   return new_state(name);
 }
 
 State* class_zu_parser::new_state(const std::string& name) {
   State* state = make_kept<State>(name);
   state->span = span_;
-  return (*TheCurrentStateTable)[name] = state;
+  return (*TheCurrentStateTable())[name] = state;
 }
 
 void class_zu_parser::state(const std::string& name, bool final_state, Statement* run,
                             const SignalActions* actions, const GeometryTriple* geometry) {
-  if (Automaton::findState(*TheCurrentStateTable, name) != nullptr)
+  if (Automaton::findState(*TheCurrentStateTable(), name) != nullptr)
     fatal("ERROR: two states or more have the same name: " + name + "\n\nAbortion ...");
   State* state = new_state(name);
   state->final_state = final_state;
@@ -56,8 +57,8 @@ trigger_class* class_zu_parser::trigger(int priority, Expression* expression) {
 }
 
 trigger_class* class_zu_parser::value_trigger(int priority, DataExpr* data) {
-  return trigger(priority,
-                 bind_condition(data, TheModule->generateName("TRANS", Module::TransitionNumber)));
+  return trigger(priority, bind_condition(data, TheModule()->generateName(
+                                                    "TRANS", Module::TransitionNumber())));
 }
 
 void class_zu_parser::add_action(SignalActions& actions, const std::string& name, DataExpr* data) {
@@ -72,11 +73,11 @@ void class_zu_parser::add_action(SignalActions& actions, const std::string& name
 
 void class_zu_parser::declare_register(const std::string& name, int initial,
                                        const std::string& next) {
-  TheModule->addRegisterDecl(name.c_str(), initial, next.c_str());
+  TheModule()->addRegisterDecl(name.c_str(), initial, next.c_str());
 }
 
 Expression* class_zu_parser::equation_signal(const std::string& name) {
-  Signal* signal = TheModule->getSignal(name);
+  Signal* signal = TheModule()->getSignal(name);
   if (signal == nullptr) throw StatementSignalException(name);
   return signal;
 }

@@ -6,6 +6,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/parse_supl.h"
 
 namespace kiva {
@@ -17,13 +18,13 @@ std::string literal_name(const std::string& literal) {
 }
 
 const ConstantDecl* known_constant(const std::string& name) {
-  return Compilation::GDataConstantTable == nullptr
+  return Compilation::GDataConstantTable() == nullptr
              ? nullptr
-             : Compilation::GDataConstantTable->getConstant(name);
+             : Compilation::GDataConstantTable()->getConstant(name);
 }
 
 std::string module_name() {
-  return TheModule == nullptr ? "" : TheModule->getName();
+  return TheModule() == nullptr ? "" : TheModule()->getName();
 }
 
 }  // namespace
@@ -56,7 +57,7 @@ void class_zu_parser::add_type(const std::string& name) {
 }
 
 void class_zu_parser::require_type(const std::string& name) const {
-  if (Compilation::GDataTypeTable == nullptr || !Compilation::GDataTypeTable->isDefined(name))
+  if (Compilation::GDataTypeTable() == nullptr || !Compilation::GDataTypeTable()->isDefined(name))
     throw UndefinedTypeException(name);
 }
 
@@ -91,7 +92,7 @@ DataExpr* class_zu_parser::literal_value(const std::string& literal) {
 
 DataExpr* class_zu_parser::literal(const std::string& literal) {
   const std::string name = literal_name(literal);
-  if (Compilation::GDataConstantTable == nullptr)
+  if (Compilation::GDataConstantTable() == nullptr)
     fatal("PARSE ERROR: empty constant table detected: " + name + "\n\nAbortion ...");
   return constant(name);
 }
@@ -103,9 +104,9 @@ DataExpr* class_zu_parser::constant(const std::string& name) {
 }
 
 DataExpr* class_zu_parser::method_call(const std::string& name, const DataExprList* arguments) {
-  const MethodDecl* method = Compilation::GDataMethodTable == nullptr
+  const MethodDecl* method = Compilation::GDataMethodTable() == nullptr
                                  ? nullptr
-                                 : Compilation::GDataMethodTable->getMethod(name);
+                                 : Compilation::GDataMethodTable()->getMethod(name);
   if (method == nullptr) throw UndefinedMethodException(name);
   if (arguments == nullptr) return make_kept<DataMethodCall>(method->getIndex());
   DataExpr* call = make_kept<DataMethodCall>(method->getIndex(), *arguments);
@@ -141,7 +142,7 @@ bool types_differ(DataExpr* e) {
   if (!e->isDataBinaryOp()) return false;
   const auto* operation = static_cast<DataBinaryOp*>(e);
   return types_differ(operation->getLeft()) || types_differ(operation->getRight()) ||
-         operation->getLeft()->getType(TheModule) != operation->getRight()->getType(TheModule);
+         operation->getLeft()->getType(TheModule()) != operation->getRight()->getType(TheModule());
 }
 
 }  // namespace
@@ -152,14 +153,14 @@ void class_zu_parser::locate_type_error(DataExpr* data) const {
 
 Signal* class_zu_parser::bind(DataExpr* data, const std::string& prefix, Signal* clock) {
   locate_type_error(data);
-  return TheModule->addSignalBinding(data, prefix, clock);
+  return TheModule()->addSignalBinding(data, prefix, clock);
 }
 
 Signal* class_zu_parser::bind_condition(DataExpr* data, const std::string& name) {
   locate_type_error(data);
-  Signal* bound = TheModule->addSignalBinding(data, name);
+  Signal* bound = TheModule()->addSignalBinding(data, name);
   bound->setInput();
-  TheModule->addDataSignal(bound);
+  TheModule()->addDataSignal(bound);
   return bound;
 }
 
@@ -167,13 +168,13 @@ void class_zu_parser::place_local(Signal* bound) {
   bound->setLocal();
   bound->setInput(false);
   bound->setOutput(false);
-  TheModule->addLocalSignal(bound);
+  TheModule()->addLocalSignal(bound);
 }
 
 void class_zu_parser::place_like(Signal* bound, const Signal* clock) {
   if (!clock->isOutput()) return place_local(bound);
   bound->setOutput();
-  TheModule->addOutputSignal(bound);
+  TheModule()->addOutputSignal(bound);
 }
 
 }  // namespace kiva

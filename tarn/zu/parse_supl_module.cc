@@ -5,35 +5,36 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/parse_supl.h"
 
 namespace kiva {
 
 void class_zu_parser::begin_module(const std::string& name) {
-  TheModule = make_kept<Module>(name);
+  TheModule() = make_kept<Module>(name);
 }
 
 void class_zu_parser::finish_module(Statement* body) {
-  TheModule->addBodyStatement(body);
-  Compilation::ModTable->add(TheModule);
+  TheModule()->addBodyStatement(body);
+  Compilation::ModTable()->add(TheModule());
 }
 
 Signal* class_zu_parser::declare(const std::string& name, const std::string& type) {
-  Signal* signal = make_kept<Signal>(name, TheModule, TheModule->getBddWood());
-  if (!type.empty()) signal->setValueType(type, TheModule);
+  Signal* signal = make_kept<Signal>(name, TheModule(), TheModule()->getBddWood());
+  if (!type.empty()) signal->setValueType(type, TheModule());
   return signal;
 }
 
 void class_zu_parser::declare_input(const std::string& name, const std::string& type) {
   Signal* signal = declare(name, type);
   signal->setInput();
-  TheModule->addInputSignal(signal);
+  TheModule()->addInputSignal(signal);
 }
 
 void class_zu_parser::declare_output(const std::string& name, const std::string& type) {
   Signal* signal = declare(name, type);
   signal->setOutput();
-  TheModule->addOutputSignal(signal);
+  TheModule()->addOutputSignal(signal);
 }
 
 void class_zu_parser::declare_local(const std::string& name, const std::string& type) {
@@ -43,9 +44,9 @@ void class_zu_parser::declare_local(const std::string& name, const std::string& 
 void class_zu_parser::declare_run(const std::string& path, const std::string& module) {
   const size_t slash = path.rfind('/');
   if (slash == std::string::npos) {
-    TheModule->addRunDecl(module, "", path);
+    TheModule()->addRunDecl(module, "", path);
   } else {
-    TheModule->addRunDecl(module, path.substr(slash + 1), path.substr(0, slash));
+    TheModule()->addRunDecl(module, path.substr(slash + 1), path.substr(0, slash));
   }
 }
 
@@ -53,18 +54,18 @@ void class_zu_parser::declare_run(const std::string& directory, const std::strin
                                   const std::string& module) {
   std::string slashed = directory;
   std::replace(slashed.begin(), slashed.end(), '\\', '/');
-  TheModule->addRunDecl(module, file, slashed);
+  TheModule()->addRunDecl(module, file, slashed);
 }
 
 Signal* class_zu_parser::any_signal(const std::string& name) const {
   // A constant of the data part may try to read one, where no module is.
-  Signal* signal = TheModule == nullptr ? nullptr : TheModule->getSignal(name);
+  Signal* signal = TheModule() == nullptr ? nullptr : TheModule()->getSignal(name);
   if (signal == nullptr) throw ModuleUnknownSignalException(name);
   return signal;
 }
 
 Signal* class_zu_parser::emitted(const std::string& name) const {
-  return TheModule->getOutputLocalSignal(name);
+  return TheModule()->getOutputLocalSignal(name);
 }
 
 Signal* class_zu_parser::statement_signal(const std::string& name) const {
@@ -74,7 +75,7 @@ Signal* class_zu_parser::statement_signal(const std::string& name) const {
 }
 
 RenamingEntry* class_zu_parser::renaming(const std::string& actual, const std::string& formal) {
-  Signal* signal = TheModule->getSignal(actual);
+  Signal* signal = TheModule()->getSignal(actual);
   if (signal == nullptr) throw RunUnknownSignalException("undeclared", actual);
   return made<RenamingEntry>(formal, signal);
 }

@@ -6,7 +6,6 @@
 // The grammar of source text. The order of the productions is fixed: others know them by number.
 // An action hands what it has read to the reader object, or to the statement that it makes.
 
-#include "tarn/model/compilation.h"
 #include "tarn/model/expression.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/statements/abort.h"
@@ -39,11 +38,13 @@ using kiva::TrueExpression;
 #define YYMAXDEPTH 10000
 
 #define YYLLOC_DEFAULT(Current, Rhs, N) \
-  (Current) = kiva::Compilation::ple_parser->reduce((Rhs) + ((N) > 0 ? 1 : 0), (Rhs) + (N))
+  (Current) = reader.reduce((Rhs) + ((N) > 0 ? 1 : 0), (Rhs) + (N))
 %}
 
 %define api.prefix {zu}
 %define api.location.type {kiva::SourceSpan}
+%define api.pure full
+%param {kiva::class_zu_parser& reader}
 %locations
 
 %union {
@@ -68,16 +69,15 @@ using kiva::TrueExpression;
 }
 
 %code provides {
-int zulex();
-int zuparse();
+int zulex(ZUSTYPE* value, kiva::SourceSpan* span, kiva::class_zu_parser& reader);
 }
 
 %code {
 namespace {
 
-kiva::class_zu_parser& reader() { return *kiva::Compilation::ple_parser; }
-
-void zuerror(const char* reason) { reader().syntax_error(reason); }
+void zuerror(kiva::SourceSpan*, kiva::class_zu_parser& reader, const char* reason) {
+  reader.syntax_error(reason);
+}
 
 }  // namespace
 }
@@ -147,17 +147,17 @@ data_part:
 
 type_decl:
     %empty
-  | TYPE { reader().make_type_table(); } type_name_list ';'
+  | TYPE { reader.make_type_table(); } type_name_list ';'
   ;
 
 type_name_list:
-    type_name { reader().add_type(*$1); }
-  | type_name_list ',' type_name { reader().add_type(*$3); }
+    type_name { reader.add_type(*$1); }
+  | type_name_list ',' type_name { reader.add_type(*$3); }
   ;
 
 method_decl:
     %empty
-  | METHOD { reader().make_method_table(); } method_decl_list
+  | METHOD { reader.make_method_table(); } method_decl_list
   ;
 
 method_decl_list:
@@ -166,18 +166,18 @@ method_decl_list:
   ;
 
 method:
-    type_name method_name '(' ident_list ')' ';' { reader().add_method(*$1, *$2, $4); }
-  | type_name method_name '(' ')' ';' { reader().add_method(*$1, *$2, nullptr); }
+    type_name method_name '(' ident_list ')' ';' { reader.add_method(*$1, *$2, $4); }
+  | type_name method_name '(' ')' ';' { reader.add_method(*$1, *$2, nullptr); }
   ;
 
 ident_list:
-    ident { $$ = reader().made<kiva::NameList>(); $$->push_back(*$1); }
+    ident { $$ = reader.made<kiva::NameList>(); $$->push_back(*$1); }
   | ident_list ',' ident { $$ = $1; $$->push_back(*$3); }
   ;
 
 constant_decl:
     %empty
-  | CONSTANT { reader().make_constant_table(); } ne_constant_decl_list
+  | CONSTANT { reader.make_constant_table(); } ne_constant_decl_list
   ;
 
 ne_constant_decl_list:
@@ -186,20 +186,20 @@ ne_constant_decl_list:
   ;
 
 constant:
-    type_name constant_name ASSIGN constant_value ';' { reader().add_constant(*$1, *$2, $4); }
-  | type_name constant_name ';' { reader().add_constant(*$1, *$2, nullptr); }
-  | type_name basic_value ';' { reader().add_literal(*$1, *$2); }
+    type_name constant_name ASSIGN constant_value ';' { reader.add_constant(*$1, *$2, $4); }
+  | type_name constant_name ';' { reader.add_constant(*$1, *$2, nullptr); }
+  | type_name basic_value ';' { reader.add_literal(*$1, *$2); }
   ;
 
 constant_value:
     %empty { $$ = nullptr; }
   | data_exp_not_basic
-  | basic_value { $$ = reader().literal_value(*$1); }
+  | basic_value { $$ = reader.literal_value(*$1); }
   ;
 
 basic_value:
-    INT { $$ = reader().token_text(); }
-  | REAL { $$ = reader().token_text(); }
+    INT { $$ = reader.token_text(); }
+  | REAL { $$ = reader.token_text(); }
   | STRING
   ;
 
@@ -213,12 +213,12 @@ module_list:
   ;
 
 program:
-    MODULE module_name ':' { reader().begin_module(*$2); } corps
+    MODULE module_name ':' { reader.begin_module(*$2); } corps
   ;
 
 corps:
-    module_interface module_body END { reader().finish_module($2); }
-  | '{' module_interface module_body '}' { reader().finish_module($3); }
+    module_interface module_body END { reader.finish_module($2); }
+  | '{' module_interface module_body '}' { reader.finish_module($3); }
   ;
 
 module_interface:
@@ -235,7 +235,7 @@ ne_input_signal_list:
   | ne_input_signal_list ',' input_signal
   ;
 
-input_signal: signal_name opt_type_decl { reader().declare_input(*$1, *$2); } ;
+input_signal: signal_name opt_type_decl { reader.declare_input(*$1, *$2); } ;
 
 output_signal_list:
     %empty
@@ -247,7 +247,7 @@ ne_output_signal_list:
   | ne_output_signal_list ',' output_signal
   ;
 
-output_signal: signal_name opt_type_decl { reader().declare_output(*$1, *$2); } ;
+output_signal: signal_name opt_type_decl { reader.declare_output(*$1, *$2); } ;
 
 local_signal_list:
     %empty
@@ -259,10 +259,10 @@ ne_local_signal_list:
   | ne_local_signal_list ',' local_signal
   ;
 
-local_signal: signal_name opt_type_decl { reader().declare_local(*$1, *$2); } ;
+local_signal: signal_name opt_type_decl { reader.declare_local(*$1, *$2); } ;
 
 opt_type_decl:
-    %empty { $$ = &kiva::Compilation::EmptyString; }
+    %empty { $$ = reader.made<std::string>(); }
   | ':' ident { $$ = $2; }
   ;
 
@@ -277,8 +277,8 @@ ne_run_decl_list:
   ;
 
 run_decl:
-    STRING ':' module_name { reader().declare_run(*$1, *$3); }
-  | STRING ':' file_name ':' module_name { reader().declare_run(*$1, *$3, *$5); }
+    STRING ':' module_name { reader.declare_run(*$1, *$3); }
+  | STRING ':' file_name ':' module_name { reader.declare_run(*$1, *$3, *$5); }
   ;
 
 file_name: ident ;
@@ -289,7 +289,7 @@ module_body:
     instruction
   | automaton
   | mealy_machine
-  | %empty { $$ = kiva::Nothing::read(reader()); }
+  | %empty { $$ = kiva::Nothing::read(reader); }
   ;
 
 instruction:
@@ -316,56 +316,56 @@ operator:
   | repeat
   ;
 
-parallel: instruction PARALLEL instruction { $$ = kiva::Pn::read(reader(), $1, $3); } ;
+parallel: instruction PARALLEL instruction { $$ = kiva::Pn::read(reader, $1, $3); } ;
 
-sequence: instruction SEQUENCE instruction { $$ = kiva::Sn::read(reader(), $1, $3); } ;
+sequence: instruction SEQUENCE instruction { $$ = kiva::Sn::read(reader, $1, $3); } ;
 
-pause: PAUSE { $$ = kiva::Pause::read(reader()); } ;
+pause: PAUSE { $$ = kiva::Pause::read(reader); } ;
 
-nothing: NOTHING { $$ = kiva::Nothing::read(reader()); } ;
+nothing: NOTHING { $$ = kiva::Nothing::read(reader); } ;
 
-halt: HALT { $$ = kiva::Halt::read(reader()); } ;
+halt: HALT { $$ = kiva::Halt::read(reader); } ;
 
 present:
-    PRESENT quadrival_exp instruction ELSE instruction { $$ = kiva::Present::read(reader(), $2, $3, $5); }
-  | PRESENT quadrival_exp instruction { $$ = kiva::Present::read(reader(), $2, $3, nullptr); }
+    PRESENT quadrival_exp instruction ELSE instruction { $$ = kiva::Present::read(reader, $2, $3, $5); }
+  | PRESENT quadrival_exp instruction { $$ = kiva::Present::read(reader, $2, $3, nullptr); }
   ;
 
 if_inst:
-    IF data_exp instruction ELSE instruction { $$ = kiva::Present::read(reader(), $2, $3, $5); }
-  | IF data_exp instruction { $$ = kiva::Present::read(reader(), $2, $3, nullptr); }
+    IF data_exp instruction ELSE instruction { $$ = kiva::Present::read(reader, $2, $3, $5); }
+  | IF data_exp instruction { $$ = kiva::Present::read(reader, $2, $3, nullptr); }
   ;
 
-loop: LOOP '{' instruction '}' { $$ = kiva::Loop::read(reader(), $3); } ;
+loop: LOOP '{' instruction '}' { $$ = kiva::Loop::read(reader, $3); } ;
 
-repeat: REPEAT INT '{' instruction '}' { $$ = kiva::read_repeat(reader(), $2, $4); } ;
+repeat: REPEAT INT '{' instruction '}' { $$ = kiva::read_repeat(reader, $2, $4); } ;
 
 wait:
-    WAIT quadrival_exp { $$ = kiva::Wait::read(reader(), $2); }
-  | WAIT INT quadrival_exp { $$ = kiva::Wait::read(reader(), $2, $3); }
+    WAIT quadrival_exp { $$ = kiva::Wait::read(reader, $2); }
+  | WAIT INT quadrival_exp { $$ = kiva::Wait::read(reader, $2, $3); }
   ;
 
 abort:
-    WEAK ABORT '{' instruction '}' WHEN quadrival_exp { $$ = kiva::Abort::read(reader(), $4, $7); }
+    WEAK ABORT '{' instruction '}' WHEN quadrival_exp { $$ = kiva::Abort::read(reader, $4, $7); }
   ;
 
 strongabort:
-    STRONG ABORT '{' instruction '}' WHEN quadrival_exp { $$ = kiva::StrongAbort::read(reader(), $4, $7); }
+    STRONG ABORT '{' instruction '}' WHEN quadrival_exp { $$ = kiva::StrongAbort::read(reader, $4, $7); }
   ;
 
-emit: EMIT signal_name { $$ = kiva::Emit::read(reader(), *$2, nullptr); } ;
+emit: EMIT signal_name { $$ = kiva::Emit::read(reader, *$2, nullptr); } ;
 
-noemit: NOEMIT signal_name { $$ = kiva::NoEmit::read(reader(), *$2); } ;
+noemit: NOEMIT signal_name { $$ = kiva::NoEmit::read(reader, *$2); } ;
 
-emit: EMIT signal_name '(' data_exp ')' { $$ = kiva::Emit::read(reader(), *$2, $4); } ;
+emit: EMIT signal_name '(' data_exp ')' { $$ = kiva::Emit::read(reader, *$2, $4); } ;
 
 sustain_until:
-    SUSTAIN signal_name UNTIL quadrival_exp { $$ = kiva::SustainUntil::read(reader(), *$2, nullptr, $4); }
+    SUSTAIN signal_name UNTIL quadrival_exp { $$ = kiva::SustainUntil::read(reader, *$2, nullptr, $4); }
   | SUSTAIN signal_name '(' data_exp ')' UNTIL quadrival_exp
-      { $$ = kiva::SustainUntil::read(reader(), *$2, $4, $7); }
+      { $$ = kiva::SustainUntil::read(reader, *$2, $4, $7); }
   ;
 
-run: RUN ID opt_renaming { $$ = kiva::Run::read(reader(), *$2, $3); } ;
+run: RUN ID opt_renaming { $$ = kiva::Run::read(reader, *$2, $3); } ;
 
 opt_renaming:
     %empty { $$ = nullptr; }
@@ -373,15 +373,15 @@ opt_renaming:
   ;
 
 renaming_list:
-    renaming { $$ = reader().made<kiva::RenamingList>(); $$->push_back(*$1); }
+    renaming { $$ = reader.made<kiva::RenamingList>(); $$->push_back(*$1); }
   | renaming_list ',' renaming { $$ = $1; $$->push_back(*$3); }
   ;
 
-renaming: signal_name BACKSLASH signal_name { $$ = reader().renaming(*$1, *$3); } ;
+renaming: signal_name BACKSLASH signal_name { $$ = reader.renaming(*$1, *$3); } ;
 
 automaton:
-    AUTOMATON { reader().begin_automaton(); } aut_geometry state_list transition_def
-      { $$ = kiva::Automaton::read(reader(), $3, *$5); }
+    AUTOMATON { reader.begin_automaton(); } aut_geometry state_list transition_def
+      { $$ = kiva::Automaton::read(reader, $3, *$5); }
   ;
 
 aut_geometry: pair_geometry ;
@@ -392,10 +392,10 @@ pair_geometry:
   ;
 
 real_pair:
-    EQ_INF REAL ',' REAL EQ_SUP { $$ = reader().made<kiva::GeometryPair>($2, $4); }
-  | EQ_INF REAL ',' INT EQ_SUP { $$ = reader().made<kiva::GeometryPair>($2, $4); }
-  | EQ_INF INT ',' REAL EQ_SUP { $$ = reader().made<kiva::GeometryPair>($2, $4); }
-  | EQ_INF INT ',' INT EQ_SUP { $$ = reader().made<kiva::GeometryPair>($2, $4); }
+    EQ_INF REAL ',' REAL EQ_SUP { $$ = reader.made<kiva::GeometryPair>($2, $4); }
+  | EQ_INF REAL ',' INT EQ_SUP { $$ = reader.made<kiva::GeometryPair>($2, $4); }
+  | EQ_INF INT ',' REAL EQ_SUP { $$ = reader.made<kiva::GeometryPair>($2, $4); }
+  | EQ_INF INT ',' INT EQ_SUP { $$ = reader.made<kiva::GeometryPair>($2, $4); }
   ;
 
 state_list:
@@ -405,13 +405,13 @@ state_list:
 
 state:
     STATE ID opt_final opt_run action opt_geometry ';'
-      { reader().state(*$2, $3 != nullptr, $4, $5, $6); }
+      { reader.state(*$2, $3 != nullptr, $4, $5, $6); }
   ;
 
 opt_geometry:
     %empty { $$ = nullptr; }
   | GEOMETRY real_pair REAL
-      { $$ = reader().made<kiva::GeometryTriple>(kiva::GeometryTriple{$2->first, $2->second, $3}); }
+      { $$ = reader.made<kiva::GeometryTriple>(kiva::GeometryTriple{$2->first, $2->second, $3}); }
   ;
 
 opt_run:
@@ -422,23 +422,23 @@ opt_run:
 transition_def: TRANSITION transition_list { $$ = $2; } ;
 
 transition_list:
-    transition { $$ = reader().made<kiva::TransitionList>(); $$->push_back($1); }
+    transition { $$ = reader.made<kiva::TransitionList>(); $$->push_back($1); }
   | transition_list transition { $$ = $1; $$->push_back($2); }
   ;
 
 transition:
     state_name trigger action tpe state_name trans_geometry ';'
-      { $$ = reader().transition(*$1, *$2, $3, $4, *$5, $6); }
+      { $$ = reader.transition(*$1, *$2, $3, $4, *$5, $6); }
   ;
 
 state_name:
-    INIT { $$ = &kiva::class_zu_parser::initial_name; }
+    INIT { $$ = reader.made<std::string>(kiva::class_zu_parser::initial_name); }
   | ID
   ;
 
 opt_final:
     %empty { $$ = nullptr; }
-  | FINAL { $$ = &kiva::Compilation::EmptyString; }
+  | FINAL { $$ = reader.made<std::string>(); }
   ;
 
 tpe:
@@ -450,16 +450,16 @@ tpe:
   ;
 
 trigger:
-    %empty { $$ = reader().trigger(0); }
-  | '[' ']' { $$ = reader().trigger(0); }
-  | INT '[' ']' { $$ = reader().trigger($1); }
-  | OTHER '[' ']' { $$ = reader().trigger(-1); }
-  | '[' quadrival_exp ']' { $$ = reader().trigger(0, $2); }
-  | INT '[' quadrival_exp ']' { $$ = reader().trigger($1, $3); }
-  | OTHER '[' quadrival_exp ']' { $$ = reader().trigger(-1, $3); }
-  | '[' VALUE data_exp ']' { $$ = reader().value_trigger(0, $3); }
-  | INT '[' VALUE data_exp ']' { $$ = reader().value_trigger($1, $4); }
-  | OTHER '[' VALUE data_exp ']' { $$ = reader().value_trigger(-1, $4); }
+    %empty { $$ = reader.trigger(0); }
+  | '[' ']' { $$ = reader.trigger(0); }
+  | INT '[' ']' { $$ = reader.trigger($1); }
+  | OTHER '[' ']' { $$ = reader.trigger(-1); }
+  | '[' quadrival_exp ']' { $$ = reader.trigger(0, $2); }
+  | INT '[' quadrival_exp ']' { $$ = reader.trigger($1, $3); }
+  | OTHER '[' quadrival_exp ']' { $$ = reader.trigger(-1, $3); }
+  | '[' VALUE data_exp ']' { $$ = reader.value_trigger(0, $3); }
+  | INT '[' VALUE data_exp ']' { $$ = reader.value_trigger($1, $4); }
+  | OTHER '[' VALUE data_exp ']' { $$ = reader.value_trigger(-1, $4); }
   ;
 
 action:
@@ -468,44 +468,44 @@ action:
   ;
 
 quadrival_exp:
-    quadrival_exp OR quadrival_term { $$ = reader().expression<OrExpression>($1, $3); }
+    quadrival_exp OR quadrival_term { $$ = reader.expression<OrExpression>($1, $3); }
   | quadrival_term
   ;
 
 quadrival_term:
-    quadrival_term AND quadrival_factor { $$ = reader().expression<AndExpression>($1, $3); }
+    quadrival_term AND quadrival_factor { $$ = reader.expression<AndExpression>($1, $3); }
   | quadrival_factor
   ;
 
 quadrival_factor:
     '(' quadrival_exp ')' { $$ = $2; }
-  | NOT quadrival_factor { $$ = reader().expression<NpExpression>($2); }
-  | ABS quadrival_factor { $$ = reader().expression<NotExpression>($2); }
+  | NOT quadrival_factor { $$ = reader.expression<NpExpression>($2); }
+  | ABS quadrival_factor { $$ = reader.expression<NotExpression>($2); }
   | quadrival_signal
-  | '~' { $$ = reader().expression<BottomExpression>(); }
-  | FF { $$ = reader().expression<FalseExpression>(); }
-  | TT { $$ = reader().expression<TrueExpression>(); }
+  | '~' { $$ = reader.expression<BottomExpression>(); }
+  | FF { $$ = reader.expression<FalseExpression>(); }
+  | TT { $$ = reader.expression<TrueExpression>(); }
   ;
 
-quadrival_signal: signal_name { $$ = reader().signal(*$1); } ;
+quadrival_signal: signal_name { $$ = reader.signal(*$1); } ;
 
 trans_geometry: pair_geometry ;
 
 valued_signal_list:
     signal_name
-      { $$ = reader().made<kiva::SignalActions>(); reader().add_action(*$$, *$1, nullptr); }
+      { $$ = reader.made<kiva::SignalActions>(); reader.add_action(*$$, *$1, nullptr); }
   | signal_name '(' data_exp ')'
-      { $$ = reader().made<kiva::SignalActions>(); reader().add_action(*$$, *$1, $3); }
+      { $$ = reader.made<kiva::SignalActions>(); reader.add_action(*$$, *$1, $3); }
   | valued_signal_list ',' signal_name
-      { $$ = $1; reader().look_at(@3); reader().add_action(*$$, *$3, nullptr); }
+      { $$ = $1; reader.look_at(@3); reader.add_action(*$$, *$3, nullptr); }
   | valued_signal_list ',' signal_name '(' data_exp ')'
-      { $$ = $1; reader().look_at(@3); reader().add_action(*$$, *$3, $5); }
+      { $$ = $1; reader.look_at(@3); reader.add_action(*$$, *$3, $5); }
   ;
 
 signal_name: ident ;
 
 mealy_machine:
-    MEALY_MACHINE register_decl_list equation_decl_list { $$ = kiva::MealyMachine::read(reader(), *$3); }
+    MEALY_MACHINE register_decl_list equation_decl_list { $$ = kiva::MealyMachine::read(reader, *$3); }
   ;
 
 register_decl_list:
@@ -518,7 +518,7 @@ ne_register_list:
   | ne_register_list ',' reg
   ;
 
-reg: ident ':' INT ':' ident { reader().declare_register(*$1, $3, *$5); } ;
+reg: ident ':' INT ':' ident { reader.declare_register(*$1, $3, *$5); } ;
 
 equation_decl_list:
     equation ';'
@@ -526,22 +526,22 @@ equation_decl_list:
   ;
 
 equation:
-    variable '=' right_part { $$ = reader().equation($1, nullptr, $3); }
-  | variable '(' data_exp ')' '=' right_part { $$ = reader().equation($1, $3, $6); }
+    variable '=' right_part { $$ = reader.equation($1, nullptr, $3); }
+  | variable '(' data_exp ')' '=' right_part { $$ = reader.equation($1, $3, $6); }
   ;
 
-variable: ident { $$ = reader().statement_signal(*$1); } ;
+variable: ident { $$ = reader.statement_signal(*$1); } ;
 
 right_part:
-    ident { $$ = reader().equation_signal(*$1); }
-  | right_part AND right_part { $$ = reader().expression<AndExpression>($1, $3); }
-  | right_part OR right_part { $$ = reader().expression<OrExpression>($1, $3); }
-  | right_part NOR right_part { $$ = reader().equation_nor($1, $3); }
-  | right_part XOR right_part { $$ = reader().equation_xor($1, $3); }
-  | right_part NAND right_part { $$ = reader().equation_nand($1, $3); }
-  | NOT right_part { $$ = reader().expression<NpExpression>($2); }
-  | ABS right_part { $$ = reader().expression<NotExpression>($2); }
-  | INT { $$ = reader().equation_constant($1); }
+    ident { $$ = reader.equation_signal(*$1); }
+  | right_part AND right_part { $$ = reader.expression<AndExpression>($1, $3); }
+  | right_part OR right_part { $$ = reader.expression<OrExpression>($1, $3); }
+  | right_part NOR right_part { $$ = reader.equation_nor($1, $3); }
+  | right_part XOR right_part { $$ = reader.equation_xor($1, $3); }
+  | right_part NAND right_part { $$ = reader.equation_nand($1, $3); }
+  | NOT right_part { $$ = reader.expression<NpExpression>($2); }
+  | ABS right_part { $$ = reader.expression<NotExpression>($2); }
+  | INT { $$ = reader.equation_constant($1); }
   | '(' right_part ')' { $$ = $2; }
   ;
 
@@ -549,7 +549,7 @@ ident: ID ;
 
 data_exp:
     data_exp_not_basic
-  | basic_value { $$ = reader().literal(*$1); }
+  | basic_value { $$ = reader.literal(*$1); }
   | '(' data_exp ')' { $$ = $2; }
   ;
 
@@ -561,11 +561,11 @@ data_exp_not_basic:
   | signal_value
   ;
 
-const_expr: ident { $$ = reader().constant(*$1); } ;
+const_expr: ident { $$ = reader.constant(*$1); } ;
 
 method_call:
-    method_name '(' data_exp_list ')' { $$ = reader().method_call(*$1, $3); }
-  | method_name '(' ')' { $$ = reader().method_call(*$1, nullptr); }
+    method_name '(' data_exp_list ')' { $$ = reader.method_call(*$1, $3); }
+  | method_name '(' ')' { $$ = reader.method_call(*$1, nullptr); }
   ;
 
 method_name:
@@ -574,30 +574,30 @@ method_name:
   ;
 
 data_exp_list:
-    data_exp { $$ = reader().made<kiva::DataExprList>(); $$->push_back($1); }
+    data_exp { $$ = reader.made<kiva::DataExprList>(); $$->push_back($1); }
   | data_exp_list ',' data_exp { $$ = $1; $$->push_back($3); }
   ;
 
 binary_func_call:
-    data_exp '+' data_exp { $$ = reader().binary(DataExpr::Plus, $1, $3); }
-  | data_exp '-' data_exp { $$ = reader().binary(DataExpr::Minus, $1, $3); }
-  | data_exp '*' data_exp { $$ = reader().binary(DataExpr::Mult, $1, $3); }
-  | data_exp '/' data_exp { $$ = reader().binary(DataExpr::Div, $1, $3); }
-  | data_exp AND data_exp { $$ = reader().binary(DataExpr::And, $1, $3); }
-  | data_exp OR data_exp { $$ = reader().binary(DataExpr::Or, $1, $3); }
-  | data_exp EQ_EG data_exp { $$ = reader().binary(DataExpr::Eq, $1, $3); }
-  | data_exp EQ_NEG data_exp { $$ = reader().binary(DataExpr::Neq, $1, $3); }
-  | data_exp EQ_INF data_exp { $$ = reader().binary(DataExpr::Inf, $1, $3); }
-  | data_exp EQ_INFE data_exp { $$ = reader().binary(DataExpr::Infe, $1, $3); }
-  | data_exp EQ_SUP data_exp { $$ = reader().binary(DataExpr::Sup, $1, $3); }
-  | data_exp EQ_SUPE data_exp { $$ = reader().binary(DataExpr::Supe, $1, $3); }
+    data_exp '+' data_exp { $$ = reader.binary(DataExpr::Plus, $1, $3); }
+  | data_exp '-' data_exp { $$ = reader.binary(DataExpr::Minus, $1, $3); }
+  | data_exp '*' data_exp { $$ = reader.binary(DataExpr::Mult, $1, $3); }
+  | data_exp '/' data_exp { $$ = reader.binary(DataExpr::Div, $1, $3); }
+  | data_exp AND data_exp { $$ = reader.binary(DataExpr::And, $1, $3); }
+  | data_exp OR data_exp { $$ = reader.binary(DataExpr::Or, $1, $3); }
+  | data_exp EQ_EG data_exp { $$ = reader.binary(DataExpr::Eq, $1, $3); }
+  | data_exp EQ_NEG data_exp { $$ = reader.binary(DataExpr::Neq, $1, $3); }
+  | data_exp EQ_INF data_exp { $$ = reader.binary(DataExpr::Inf, $1, $3); }
+  | data_exp EQ_INFE data_exp { $$ = reader.binary(DataExpr::Infe, $1, $3); }
+  | data_exp EQ_SUP data_exp { $$ = reader.binary(DataExpr::Sup, $1, $3); }
+  | data_exp EQ_SUPE data_exp { $$ = reader.binary(DataExpr::Supe, $1, $3); }
   ;
 
 unary_func_call:
-    '-' data_exp %prec UNARY_MINUS { $$ = reader().unary(DataExpr::Uminus, $2); }
-  | NOT data_exp { $$ = reader().unary(DataExpr::Not, $2); }
+    '-' data_exp %prec UNARY_MINUS { $$ = reader.unary(DataExpr::Uminus, $2); }
+  | NOT data_exp { $$ = reader.unary(DataExpr::Not, $2); }
   ;
 
-signal_value: '#' signal_name { $$ = reader().signal_value(*$2); } ;
+signal_value: '#' signal_name { $$ = reader.signal_value(*$2); } ;
 
 %%

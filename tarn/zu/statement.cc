@@ -1,5 +1,6 @@
 #include "tarn/zu/statement.h"
 
+#include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
 #include "tarn/zu/progress.h"
 #include "tarn/zu/statement_copy.h"
@@ -20,7 +21,7 @@ Statement* Statement::duplicate(int number) {
 }
 
 void Statement::createWires(Module* module, EquationTable* table) {
-  if (statement_begun != nullptr) statement_begun();
+  if (const auto& begun = statement_begun()) begun();
   const auto make = [&](const char* prefix) {
     auto* wire = make_kept<Signal>(signal_name(prefix + name_, module), module,
                                    table->getBddexpressionWood());

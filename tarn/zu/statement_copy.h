@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "tarn/model/arena.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/statement.h"
 
 namespace kiva {

@@ -16,7 +16,6 @@
 
 using kiva::couplelong;
 using kiva::evalnodeparse;
-using kiva::pzuc_parser;
 using kiva::Signal;
 using kiva::signal_list;
 
@@ -26,6 +25,7 @@ using kiva::signal_list;
 
 %define api.prefix {zuc}
 %define api.pure full
+%parse-param {kiva::class_zuc_parser& reader}
 %define parse.error verbose
 
 %union {
@@ -44,7 +44,9 @@ int zuclex(ZUCSTYPE* value);
 }
 
 %code {
-static void zucerror(const char* message) { pzuc_parser->syntax_error(message); }
+static void zucerror(kiva::class_zuc_parser& reader, const char* message) {
+  reader.syntax_error(message);
+}
 
 /// Takes over what an action's value points to.
 template <class T>
@@ -76,81 +78,81 @@ static std::unique_ptr<T> owned(T* value) {
 
 module_compile:
     name_declaration reincarnate finalised
-      { pzuc_parser->begin_module(); }
+      { reader.begin_module(); }
     input_declarations output_declarations data_declarations local_declarations
     register_declarations connexion_declarations wood_declaration binding_declaration
     data_declaration
       {
-        pzuc_parser->trace(1, 1, "definition finale");
-        if (!pzuc_parser->finish($2 != 0, $3 != 0)) YYABORT;
+        reader.trace(1, 1, "definition finale");
+        if (!reader.finish($2 != 0, $3 != 0)) YYABORT;
       }
   ;
 
 name_declaration:
     TOKEN_MODULE ident
       {
-        pzuc_parser->trace(2, 1, "definition nom declaration");
-        pzuc_parser->module_name = *owned($2);
+        reader.trace(2, 1, "definition nom declaration");
+        reader.module_name = *owned($2);
       }
   ;
 
-reincarnate: number { $$ = $1; pzuc_parser->trace(3, 1, "reincarnate"); } ;
+reincarnate: number { $$ = $1; reader.trace(3, 1, "reincarnate"); } ;
 
-finalised: number { $$ = $1; pzuc_parser->trace(4, 1, "finalised"); } ;
+finalised: number { $$ = $1; reader.trace(4, 1, "finalised"); } ;
 
 input_declarations:
     %empty
-      { pzuc_parser->trace(5, 1, "definition liste inputs vide"); }
+      { reader.trace(5, 1, "definition liste inputs vide"); }
   | TOKEN_INPUTS iol_list TOKEN_SEP
       {
-        pzuc_parser->trace(5, 2, "definition liste inputs");
-        pzuc_parser->inputs = std::move(*owned($2));
-        pzuc_parser->mark_inputs(pzuc_parser->inputs);
+        reader.trace(5, 2, "definition liste inputs");
+        reader.inputs = std::move(*owned($2));
+        reader.mark_inputs(reader.inputs);
       }
   ;
 
 output_declarations:
     %empty
-      { pzuc_parser->trace(6, 1, "definition liste output vide"); }
+      { reader.trace(6, 1, "definition liste output vide"); }
   | TOKEN_OUTPUTS iol_list TOKEN_SEP
       {
-        pzuc_parser->trace(6, 2, "definition liste output");
-        pzuc_parser->outputs = std::move(*owned($2));
-        pzuc_parser->mark_outputs(pzuc_parser->outputs);
+        reader.trace(6, 2, "definition liste output");
+        reader.outputs = std::move(*owned($2));
+        reader.mark_outputs(reader.outputs);
       }
   ;
 
 data_declarations:
     %empty
-      { pzuc_parser->trace(7, 1, "definition liste data vide"); }
+      { reader.trace(7, 1, "definition liste data vide"); }
   | TOKEN_DATA_SIGNAL iol_list TOKEN_SEP
       {
-        pzuc_parser->trace(7, 2, "definition liste data signals");
-        pzuc_parser->data = std::move(*owned($2));
-        pzuc_parser->mark_data(pzuc_parser->data);
+        reader.trace(7, 2, "definition liste data signals");
+        reader.data = std::move(*owned($2));
+        reader.mark_data(reader.data);
       }
   ;
 
 local_declarations:
     %empty
-      { pzuc_parser->trace(8, 1, "definition liste locaux vide"); }
+      { reader.trace(8, 1, "definition liste locaux vide"); }
   | TOKEN_LOCALS iol_list TOKEN_SEP
       {
-        pzuc_parser->trace(8, 2, "definition liste locaux");
-        pzuc_parser->locals = std::move(*owned($2));
-        pzuc_parser->mark_locals(pzuc_parser->locals);
+        reader.trace(8, 2, "definition liste locaux");
+        reader.locals = std::move(*owned($2));
+        reader.mark_locals(reader.locals);
       }
   ;
 
 iol_list:
     iol
       {
-        pzuc_parser->trace(9, 1, "creation liste iol");
+        reader.trace(9, 1, "creation liste iol");
         $$ = new signal_list;
         $$->push_back($1);
       }
   | iol_list iol
-      { pzuc_parser->trace(9, 2, "ajout iol liste"); $$ = $1; $$->push_back($2); }
+      { reader.trace(9, 2, "ajout iol liste"); $$ = $1; $$->push_back($2); }
   ;
 
 iol:
@@ -158,24 +160,24 @@ iol:
       {
         auto name = owned($1);
         auto type = owned($2);
-        pzuc_parser->trace(10, 1, *name);
-        $$ = pzuc_parser->declare(*name, type.get());
+        reader.trace(10, 1, *name);
+        $$ = reader.declare(*name, type.get());
       }
   ;
 
 possibletype:
-    %empty { pzuc_parser->trace(11, 1, "type vide"); $$ = nullptr; }
-  | TOKEN_DEUX_POINTS ident { pzuc_parser->trace(11, 2, *$2); $$ = $2; }
+    %empty { reader.trace(11, 1, "type vide"); $$ = nullptr; }
+  | TOKEN_DEUX_POINTS ident { reader.trace(11, 2, *$2); $$ = $2; }
   ;
 
 register_declarations:
-    %empty { pzuc_parser->trace(12, 1, "definition liste registres vide"); }
-  | TOKEN_REGISTERS register_list { pzuc_parser->trace(12, 2, "definition liste registres"); }
+    %empty { reader.trace(12, 1, "definition liste registres vide"); }
+  | TOKEN_REGISTERS register_list { reader.trace(12, 2, "definition liste registres"); }
   ;
 
 register_list:
-    register { pzuc_parser->trace(13, 1, "creation liste ident"); }
-  | register_list register { pzuc_parser->trace(13, 2, "ajout ident liste"); }
+    register { reader.trace(13, 1, "creation liste ident"); }
+  | register_list register { reader.trace(13, 2, "ajout ident liste"); }
   ;
 
 register:
@@ -183,19 +185,19 @@ register:
       {
         auto next = owned($1);
         auto actual = owned($2);
-        pzuc_parser->trace(14, 1, *actual);
-        if (auto* reg = pzuc_parser->declare_register(*next, *actual, $3))
-          pzuc_parser->registers.push_back(reg);
+        reader.trace(14, 1, *actual);
+        if (auto* reg = reader.declare_register(*next, *actual, $3))
+          reader.registers.push_back(reg);
       }
   ;
 
-next_var: ident { pzuc_parser->trace(15, 1, "def var suivante"); $$ = $1; } ;
+next_var: ident { reader.trace(15, 1, "def var suivante"); $$ = $1; } ;
 
-actual_var: ident { pzuc_parser->trace(16, 1, "def var actuelle"); $$ = $1; } ;
+actual_var: ident { reader.trace(16, 1, "def var actuelle"); $$ = $1; } ;
 
 initial_value:
     TOKEN_NUMBER
-      { pzuc_parser->trace(17, 1, "valeur initiale "); $$ = pzuc_parser->initial_value(); }
+      { reader.trace(17, 1, "valeur initiale "); $$ = reader.initial_value(); }
   ;
 
 connexion_declarations:
@@ -204,46 +206,46 @@ connexion_declarations:
         auto set = owned($2);
         auto reset = owned($3);
         auto rtl = owned($4);
-        pzuc_parser->trace(18, 1, "connexion");
-        pzuc_parser->declare_wires(*set, *reset, *rtl);
+        reader.trace(18, 1, "connexion");
+        reader.declare_wires(*set, *reset, *rtl);
       }
   ;
 
 ident:
     TOKEN_IDENT
       {
-        pzuc_parser->trace_token(19, 1);
-        $$ = new std::string(pzuc_parser->token_text());
+        reader.trace_token(19, 1);
+        $$ = new std::string(reader.token_text());
       }
   ;
 
 number:
-    TOKEN_NUMBER { pzuc_parser->trace_token(20, 1); $$ = pzuc_parser->token_number(); }
+    TOKEN_NUMBER { reader.trace_token(20, 1); $$ = reader.token_number(); }
   ;
 
 wood_declaration:
-    TOKEN_EQUATION_DEF number { pzuc_parser->parsed_nodes_number = $2; }
+    TOKEN_EQUATION_DEF number { reader.parsed_nodes_number = $2; }
     equations_list TOKEN_EXPRESSION_DEF expressions_list TOKEN_END
-      { pzuc_parser->trace(21, 1, "wood declaration"); }
+      { reader.trace(21, 1, "wood declaration"); }
   ;
 
 equations_list:
-    %empty { pzuc_parser->trace(22, 1, "equation seule"); }
-  | equations_list equation { pzuc_parser->trace(22, 2, "ajout equation gen liste"); }
+    %empty { reader.trace(22, 1, "equation seule"); }
+  | equations_list equation { reader.trace(22, 2, "ajout equation gen liste"); }
   ;
 
 equation:
     number TOKEN_DEUX_POINTS number TOKEN_DEUX_POINTS number TOKEN_DEUX_POINTS number
     TOKEN_VIRGULE number
       {
-        pzuc_parser->trace(23, 1, "equation");
-        pzuc_parser->node_line($1, $3, $5, $7, $9);
+        reader.trace(23, 1, "equation");
+        reader.node_line($1, $3, $5, $7, $9);
       }
   ;
 
 expressions_list:
-    %empty { pzuc_parser->trace(24, 1, "expression booleenne gen seule"); }
-  | expressions_list expression_bool { pzuc_parser->trace(24, 2, "ajout expression gen liste"); }
+    %empty { reader.trace(24, 1, "expression booleenne gen seule"); }
+  | expressions_list expression_bool { reader.trace(24, 2, "ajout expression gen liste"); }
   ;
 
 expression_bool:
@@ -251,91 +253,91 @@ expression_bool:
     TOKEN_POUVRANTE number_list TOKEN_PFERMANTE
       {
         auto deps = owned($10);
-        pzuc_parser->trace(25, 1, "def expression bool");
-        if (!pzuc_parser->expression_line($1, $2, $3, $5, $7, *deps)) YYABORT;
+        reader.trace(25, 1, "def expression bool");
+        if (!reader.expression_line($1, $2, $3, $5, $7, *deps)) YYABORT;
       }
   ;
 
 number_list:
     %empty
       {
-        pzuc_parser->trace(26, 1, "liste nombres vide");
+        reader.trace(26, 1, "liste nombres vide");
         $$ = new std::vector<long>;
         constexpr size_t usual = 8;
         $$->reserve(usual);
       }
   | number_list number
-      { pzuc_parser->trace(26, 2, "ajout nombre liste"); $$ = $1; $$->push_back($2); }
+      { reader.trace(26, 2, "ajout nombre liste"); $$ = $1; $$->push_back($2); }
   ;
 
 binding_declaration:
-    %empty { pzuc_parser->trace(27, 1, "definition liste bindings vide"); }
+    %empty { reader.trace(27, 1, "definition liste bindings vide"); }
   | TOKEN_BINDING binding_list TOKEN_END TOKEN_EVALTABLE evaltable_list TOKEN_END
-      { pzuc_parser->trace(27, 2, "definition liste bindings"); pzuc_parser->has_bindings = true; }
+      { reader.trace(27, 2, "definition liste bindings"); reader.has_bindings = true; }
   ;
 
 binding_list:
-    %empty { pzuc_parser->trace(28, 1, "creation liste bindings"); }
-  | binding_list binding { pzuc_parser->trace(28, 2, "ajout binding liste"); }
+    %empty { reader.trace(28, 1, "creation liste bindings"); }
+  | binding_list binding { reader.trace(28, 2, "ajout binding liste"); }
   ;
 
 binding:
     doublenumber TOKEN_DEUX_POINTS TOKEN_VALUE number clock_declaration TOKEN_SEP
       {
-        pzuc_parser->trace(29, 1, "binding");
-        pzuc_parser->binding_list.push_back(
-            {$1.premier, $1.second, $4, $5.premier, $5.second, pzuc_parser->line()});
+        reader.trace(29, 1, "binding");
+        reader.binding_list.push_back(
+            {$1.premier, $1.second, $4, $5.premier, $5.second, reader.line()});
       }
   ;
 
 clock_declaration:
-    %empty { pzuc_parser->trace(30, 1, "clock declaration vide"); $$ = {-1, -1}; }
+    %empty { reader.trace(30, 1, "clock declaration vide"); $$ = {-1, -1}; }
   | TOKEN_CLOCK doublenumber
-      { pzuc_parser->trace(30, 2, " clock declaration (nombre,nombre)"); $$ = $2; }
+      { reader.trace(30, 2, " clock declaration (nombre,nombre)"); $$ = $2; }
   ;
 
 doublenumber:
     TOKEN_POUVRANTE number TOKEN_VIRGULE number TOKEN_PFERMANTE
-      { pzuc_parser->trace(31, 1, "(nombre,nombre)"); $$ = {$2, $4}; }
+      { reader.trace(31, 1, "(nombre,nombre)"); $$ = {$2, $4}; }
   ;
 
 evaltable_list:
-    %empty { pzuc_parser->trace(32, 1, "creation liste evaluations"); }
-  | evaltable_list evaltable { pzuc_parser->trace(32, 2, "ajout evaluation liste"); }
+    %empty { reader.trace(32, 1, "creation liste evaluations"); }
+  | evaltable_list evaltable { reader.trace(32, 2, "ajout evaluation liste"); }
   ;
 
 evaltable:
     number TOKEN_DEUX_POINTS evaluation TOKEN_SEP
       {
         auto node = owned($3);
-        pzuc_parser->trace(33, 1, "ligne evaluation");
+        reader.trace(33, 1, "ligne evaluation");
         node->nodeident = $1;
-        node->line = pzuc_parser->line();
-        pzuc_parser->evalnode_list.push_back(std::move(*node));
+        node->line = reader.line();
+        reader.evalnode_list.push_back(std::move(*node));
       }
   ;
 
 evaluation:
     evalconstante
       {
-        pzuc_parser->trace(34, 1, "constante");
+        reader.trace(34, 1, "constante");
         $$ = new evalnodeparse{evalnodeparse::constant, $1, -1, {}};
       }
   | number
       {
-        pzuc_parser->trace(34, 2, "nombre");
+        reader.trace(34, 2, "nombre");
         $$ = new evalnodeparse{evalnodeparse::reference, $1, -1, {}};
       }
   | TOKEN_POURCENT number TOKEN_POUVRANTE evalargument_list TOKEN_PFERMANTE
       {
         auto arguments = owned($4);
-        pzuc_parser->trace(34, 3, "methode");
+        reader.trace(34, 3, "methode");
         $$ = new evalnodeparse{evalnodeparse::method, 0, $2, std::move(*arguments)};
       }
   | TOKEN_DOUBLEPOURCENT number TOKEN_POUVRANTE evalargument_list TOKEN_PFERMANTE
       {
         auto arguments = owned($4);
-        pzuc_parser->trace(34, 4, "operateur predefini");
+        reader.trace(34, 4, "operateur predefini");
         // A signal is its status and its value number, whatever follows.
         if ($2 % kiva::DataExpr::NbPredefOp == kiva::DataExpr::SignalVal && arguments->size() > 2)
           arguments->resize(2);
@@ -344,45 +346,45 @@ evaluation:
   ;
 
 evalconstante:
-    TOKEN_IMMEDIAT number { pzuc_parser->trace(35, 1, "immediat"); $$ = $2; }
+    TOKEN_IMMEDIAT number { reader.trace(35, 1, "immediat"); $$ = $2; }
   ;
 
 evalargument_list:
-    %empty { pzuc_parser->trace(36, 1, "liste arguments vide"); $$ = new std::vector<long>; }
+    %empty { reader.trace(36, 1, "liste arguments vide"); $$ = new std::vector<long>; }
   | evalargument
-      { pzuc_parser->trace(36, 2, "creation liste arguments"); $$ = new std::vector<long>{$1}; }
+      { reader.trace(36, 2, "creation liste arguments"); $$ = new std::vector<long>{$1}; }
   | evalargument_list TOKEN_VIRGULE evalargument
-      { pzuc_parser->trace(36, 3, "ajout argument liste"); $$ = $1; $$->push_back($3); }
+      { reader.trace(36, 3, "ajout argument liste"); $$ = $1; $$->push_back($3); }
   ;
 
 evalargument:
-    number { pzuc_parser->trace(37, 1, "argument"); $$ = $1; }
-  | evalconstante { pzuc_parser->trace(37, 2, "argument constante"); $$ = $1; }
+    number { reader.trace(37, 1, "argument"); $$ = $1; }
+  | evalconstante { reader.trace(37, 2, "argument constante"); $$ = $1; }
   ;
 
 data_declaration:
-    %empty { pzuc_parser->trace(38, 1, "definition donnees vide"); }
+    %empty { reader.trace(38, 1, "definition donnees vide"); }
   | TOKEN_DATA TOKEN_TYPE typedata_list TOKEN_METHOD method_list constant_declaration TOKEN_END
-      { pzuc_parser->trace(38, 2, "definition donnees"); }
+      { reader.trace(38, 2, "definition donnees"); }
   ;
 
 typedata_list:
-    %empty { pzuc_parser->trace(39, 1, "creation liste types"); }
-  | typedata_list typedata { pzuc_parser->trace(39, 2, "ajout type liste"); }
+    %empty { reader.trace(39, 1, "creation liste types"); }
+  | typedata_list typedata { reader.trace(39, 2, "ajout type liste"); }
   ;
 
 typedata:
     ident TOKEN_SEP
       {
         auto name = owned($1);
-        pzuc_parser->trace(40, 1, *name);
-        if (!pzuc_parser->add_type(*name)) YYABORT;
+        reader.trace(40, 1, *name);
+        if (!reader.add_type(*name)) YYABORT;
       }
   ;
 
 method_list:
-    %empty { pzuc_parser->trace(41, 1, "creation liste methodes"); }
-  | method_list met { pzuc_parser->trace(41, 2, "ajout methode liste"); }
+    %empty { reader.trace(41, 1, "creation liste methodes"); }
+  | method_list met { reader.trace(41, 2, "ajout methode liste"); }
   ;
 
 met:
@@ -391,37 +393,37 @@ met:
         auto type = owned($1);
         auto name = owned($2);
         auto arguments = owned($4);
-        pzuc_parser->trace(42, 1, *name);
-        if (!pzuc_parser->add_method(*type, *name, *arguments)) YYABORT;
+        reader.trace(42, 1, *name);
+        if (!reader.add_method(*type, *name, *arguments)) YYABORT;
       }
   ;
 
 argument_list:
     %empty
-      { pzuc_parser->trace(43, 1, "liste types vide"); $$ = new std::list<std::string>; }
+      { reader.trace(43, 1, "liste types vide"); $$ = new std::list<std::string>; }
   | argument
       {
-        pzuc_parser->trace(43, 2, "creation liste types arguments");
+        reader.trace(43, 2, "creation liste types arguments");
         $$ = new std::list<std::string>{*owned($1)};
       }
   | argument_list TOKEN_VIRGULE argument
       {
-        pzuc_parser->trace(43, 3, "ajout type argument");
+        reader.trace(43, 3, "ajout type argument");
         $$ = $1;
         $$->push_back(*owned($3));
       }
   ;
 
-argument: ident { pzuc_parser->trace(44, 1, *$1); $$ = $1; } ;
+argument: ident { reader.trace(44, 1, *$1); $$ = $1; } ;
 
 constant_declaration:
-    %empty { pzuc_parser->trace(45, 1, "definition constantes vide"); }
-  | TOKEN_CONSTANT constant_list { pzuc_parser->trace(45, 2, "definition constantes"); }
+    %empty { reader.trace(45, 1, "definition constantes vide"); }
+  | TOKEN_CONSTANT constant_list { reader.trace(45, 2, "definition constantes"); }
   ;
 
 constant_list:
-    %empty { pzuc_parser->trace(46, 1, "creation liste constantes"); }
-  | constant_list constant { pzuc_parser->trace(46, 2, "ajout constante liste"); }
+    %empty { reader.trace(46, 1, "creation liste constantes"); }
+  | constant_list constant { reader.trace(46, 2, "ajout constante liste"); }
   ;
 
 constant:
@@ -430,23 +432,23 @@ constant:
         auto type = owned($1);
         auto name = owned($2);
         auto literal = owned($3);
-        pzuc_parser->trace(47, 1, *name);
-        if (!pzuc_parser->add_constant(*type, *name, literal.get())) YYABORT;
+        reader.trace(47, 1, *name);
+        if (!reader.add_constant(*type, *name, literal.get())) YYABORT;
       }
   | ident ident TOKEN_SEP
       {
         auto type = owned($1);
         auto name = owned($2);
-        pzuc_parser->trace(47, 2, *name);
-        if (!pzuc_parser->add_constant(*type, *name, nullptr)) YYABORT;
+        reader.trace(47, 2, *name);
+        if (!reader.add_constant(*type, *name, nullptr)) YYABORT;
       }
   ;
 
 constant_string:
     TOKEN_CHAINE_CARACTERES
       {
-        pzuc_parser->trace_token(48, 1);
-        $$ = new std::string(pzuc_parser->token_text());
+        reader.trace_token(48, 1);
+        $$ = new std::string(reader.token_text());
       }
   ;
 

@@ -7,8 +7,8 @@
 #include <iostream>
 
 #include "base/process_end.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 

@@ -8,19 +8,19 @@
 
 #include "base/process_end.h"
 #include "forms/forms.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zuc/zuc_scanner.h"
 
 namespace kiva {
 
-class_zuc_parser* pzuc_parser = nullptr;
-
 namespace {
 
-/// The module under way, for messages; stays set after a read.
-std::string current_module_name;
+/// The pointer is all that a session remembers of its reads.
+struct ReaderUnderWay {
+  class_zuc_parser* reader = nullptr;
+};
 
 template <class T>
 bool absent_or_empty(const T* list) {
@@ -29,12 +29,16 @@ bool absent_or_empty(const T* list) {
 
 }  // namespace
 
+class_zuc_parser*& pzuc_parser() {
+  return Session::current().part<ReaderUnderWay>().reader;
+}
+
 class_zuc_parser::class_zuc_parser() {
-  pzuc_parser = this;
+  pzuc_parser() = this;
 }
 
 class_zuc_parser::~class_zuc_parser() {
-  if (pzuc_parser == this) pzuc_parser = nullptr;
+  if (pzuc_parser() == this) pzuc_parser() = nullptr;
 }
 
 void class_zuc_parser::add_awaited_io(const Names* awaited_inputs, const Names* awaited_outputs) {
@@ -54,7 +58,7 @@ int class_zuc_parser::parse(std::fstream& log, int explain, const std::string& i
   run_instance = run_instance_text;
   int result = 1;
   try {
-    result = zucparse();
+    result = zucparse(*this);
   } catch (...) {
     flush_trace();
     throw;
@@ -112,7 +116,6 @@ void class_zuc_parser::flush_trace() {
 }
 
 void class_zuc_parser::begin_module() {
-  current_module_name = module_name;
   pmodule_parse = make_kept<Module>(module_name);
   pw = pmodule_parse->getBddWood();
 }
@@ -131,7 +134,7 @@ void class_zuc_parser::mark_awaited(const signal_list& list, const Names* awaite
     if (!absent_or_empty(awaited) && !signal->isValued(pmodule_parse) &&
         std::find(awaited->begin(), awaited->end(), name) == awaited->end()) {
       std::string text;
-      if (!current_module_name.empty()) text = current_module_name + ":";
+      if (!module_name.empty()) text = module_name + ":";
       text += std::string("PARSING ERROR: ") + kind + " signal \"" + name +
               "\" is unknown in main module!\n  --> authorised signals:\n";
       for (const std::string& known : *awaited) text += known + "\n";

@@ -17,8 +17,8 @@ namespace kiva {
 
 /// The reader of one compiled module: what the grammar's actions call, and what they leave.
 ///
-/// Only one reader can parse at a time: the constructor enters the object in `pzuc_parser`, through
-/// which the generated parser and scanner reach it.
+/// Only one reader of a session can parse at a time: the constructor enters the object in
+/// `pzuc_parser`, through which the generated scanner reaches it.
 class class_zuc_parser {
  public:
   using Names = std::list<std::string>;
@@ -110,10 +110,10 @@ class class_zuc_parser {
   std::string pending_trace_;
 };
 
-/// The reader under way; null when there is none.
-extern class_zuc_parser* pzuc_parser;
+/// The session's reader under way; null when there is none.
+class_zuc_parser*& pzuc_parser();
 
 }  // namespace kiva
 
 /// The generated parser: 0 for success, 1 for an error, 2 when memory is exhausted.
-int zucparse();
+int zucparse(kiva::class_zuc_parser& reader);

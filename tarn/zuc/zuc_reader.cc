@@ -104,8 +104,8 @@ struct Found {
 };
 
 Found find_module(const std::string& module) {
-  if (Module::CompilationFileList != nullptr)
-    for (const std::string& file : *Module::CompilationFileList) {
+  if (Module::CompilationFileList() != nullptr)
+    for (const std::string& file : *Module::CompilationFileList()) {
       if (file.ends_with(".zu")) continue;
       const std::string line = first_line(file);
       const size_t after = behind_name(line, module);

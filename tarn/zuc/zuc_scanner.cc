@@ -24,12 +24,12 @@ int zuc_scanner::LexerInput(char* buffer, int size) {
 }
 
 void zuc_scanner::LexerOutput(const char* text, int length) {
-  if (pzuc_parser != nullptr) pzuc_parser->flush_trace();
+  if (pzuc_parser() != nullptr) pzuc_parser()->flush_trace();
   if (out_ != nullptr) out_->write(text, length);
 }
 
 }  // namespace kiva
 
 int zuclex(ZUCSTYPE*) {
-  return kiva::pzuc_parser->plexer->yylex();
+  return kiva::pzuc_parser()->plexer->yylex();
 }

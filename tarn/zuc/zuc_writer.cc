@@ -69,9 +69,9 @@ void put_constants(std::ostream& os, const DataConstantTable& table) {
 }
 
 void put_data_tables(std::ostream& os) {
-  const DataTypeTable* types = Compilation::GDataTypeTable;
-  const DataMethodTable* methods = Compilation::GDataMethodTable;
-  const DataConstantTable* constants = Compilation::GDataConstantTable;
+  const DataTypeTable* types = Compilation::GDataTypeTable();
+  const DataMethodTable* methods = Compilation::GDataMethodTable();
+  const DataConstantTable* constants = Compilation::GDataConstantTable();
   if (types == nullptr && methods == nullptr && constants == nullptr) return;
   os << "data:\n";
   if (types != nullptr) {
@@ -86,6 +86,51 @@ void put_data_tables(std::ostream& os) {
   }
   if (constants != nullptr) put_constants(os, *constants);
   os << "end:\n\n";
+}
+
+/// Locals with all their occurrences, then the further occurrences of outputs.
+void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool forget_locals) {
+  Bddexpressionwood* wood = module->getBddWood();
+  bool any_local = false;
+  const auto put_occurrences = [&](const Signal* signal, bool skip_first) {
+    const std::list<long> ids = signal->getAllBddId(module, wood);
+    for (auto at = ids.begin(); at != ids.end();) {
+      const long status_id = *at++;
+      const long value_id = *at++;
+      if (std::exchange(skip_first, false)) continue;
+      if (!std::exchange(any_local, true)) os << "local:";
+      numbers.enter(status_id, value_id);
+      const SignalRef* ref = module->getSignalManager()->getSignalRefById(status_id, wood);
+      if (ref == nullptr)
+        end_without_reference(signal->getInternalName() + " no signal reference ");
+      if (forget_locals) {
+        os << "  V" << numbers[status_id];
+      } else {
+        os << ' ' << ref->getCurrentName();
+        put_type(os, *ref);
+      }
+    }
+  };
+  for (const Signal* local : module->getLocalSignalList()) put_occurrences(local, false);
+  for (const Signal* output : module->getOutputSignalList()) put_occurrences(output, true);
+  if (any_local) os << ";\n";
+}
+
+void put_registers(Module* module, std::ostream& os, const FileNumbers& numbers,
+                   bool forget_locals) {
+  Bddexpressionwood* wood = module->getBddWood();
+  os << "register:\n";
+  for (const regclass* reg : module->getRegisterList()) {
+    if (forget_locals) {
+      os << " V" << numbers[reg->next_var()->getBddStatusId(module, wood)] << " V"
+         << numbers[reg->actual_var()->getBddStatusId(module, wood)] << ' '
+         << reg->is_initialy_true();
+    } else {
+      os << *reg;
+    }
+    os << ";\n";
+  }
+  os << '\n';
 }
 
 }  // namespace
@@ -113,45 +158,8 @@ void write_zuc(Module* module, std::ostream& os, bool forget_locals) {
   put_interface("output:", module->getOutputSignalList(), true);
   put_interface("data_signal:", module->getDataSignalList(), false);
 
-  // Locals with all their occurrences, then the further occurrences of outputs.
-  bool any_local = false;
-  const auto put_occurrences = [&](const Signal* signal, bool skip_first) {
-    const std::list<long> ids = signal->getAllBddId(module, wood);
-    for (auto at = ids.begin(); at != ids.end();) {
-      const long status_id = *at++;
-      const long value_id = *at++;
-      if (std::exchange(skip_first, false)) continue;
-      if (!std::exchange(any_local, true)) os << "local:";
-      numbers.enter(status_id, value_id);
-      const SignalRef* ref = module->getSignalManager()->getSignalRefById(status_id, wood);
-      if (ref == nullptr)
-        end_without_reference(signal->getInternalName() + " no signal reference ");
-      if (forget_locals) {
-        os << "  V" << numbers[status_id];
-      } else {
-        os << ' ' << ref->getCurrentName();
-        put_type(os, *ref);
-      }
-    }
-  };
-  for (const Signal* local : module->getLocalSignalList()) put_occurrences(local, false);
-  for (const Signal* output : module->getOutputSignalList()) put_occurrences(output, true);
-  if (any_local) os << ";\n";
-
-  if (!module->getRegisterList().empty()) {
-    os << "register:\n";
-    for (const regclass* reg : module->getRegisterList()) {
-      if (forget_locals) {
-        os << " V" << numbers[reg->next_var()->getBddStatusId(module, wood)] << " V"
-           << numbers[reg->actual_var()->getBddStatusId(module, wood)] << ' '
-           << reg->is_initialy_true();
-      } else {
-        os << *reg;
-      }
-      os << ";\n";
-    }
-    os << '\n';
-  }
+  put_locals(module, os, numbers, forget_locals);
+  if (!module->getRegisterList().empty()) put_registers(module, os, numbers, forget_locals);
 
   os << "connexion: " << module->getSet()->getName(module, wood) << ' '
      << module->getReset()->getName(module, wood) << ' ' << module->getRtl()->getName(module, wood)
@@ -160,7 +168,7 @@ void write_zuc(Module* module, std::ostream& os, bool forget_locals) {
     numbers.enter(wire->getBddStatusId(module, wood), wire->getBddValueId(module, wood));
 
   os << "equation_def:\n";
-  wood->Put_zuc(os, numbers.data(), Compilation::DebugFlag ? 1 : 0);
+  wood->Put_zuc(os, numbers.data(), Compilation::DebugFlag() ? 1 : 0);
   os << "end:\n\n";
   write_zuc_bindings(module, os, numbers.data());
   put_data_tables(os);
@@ -170,8 +178,8 @@ void write_zuc_bindings(Module* module, std::ostream& os, long* map) {
   if (module->getDataTable() == nullptr) return;
   Bddexpressionwood* wood = module->getBddWood();
   // The constants are the process's, their lines module text's.
-  if (Compilation::GDataConstantTable != nullptr)
-    for (ConstantDecl* constant : Compilation::GDataConstantTable->getConstantList())
+  if (Compilation::GDataConstantTable() != nullptr)
+    for (ConstantDecl* constant : Compilation::GDataConstantTable()->getConstantList())
       constant->setEvalIndex(-1);
   os << "binding:\n";
   int next = 0;
@@ -218,13 +226,13 @@ void write_zuc_bindings(Module* module, std::ostream& os, long* map) {
 void save_zuc(Module* module) {
   if (module->getCompilation() == nullptr)
     throw IllegalOperationException("Save code requires compilation");
-  std::string file = Module::OutputFile;
+  std::string file = Module::OutputFile();
   if (file.empty()) {
     file = module->getName() + ".zuc";
   } else if (file.find(".zuc") == std::string::npos) {
     file += ".zuc";
   }
-  const std::string path = Module::OutputDir + "/" + file;
+  const std::string path = Module::OutputDir() + "/" + file;
   if (std::filesystem::exists(path))
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
   std::ofstream out(path);
@@ -232,7 +240,7 @@ void save_zuc(Module* module) {
     fl_show_Smessages("Cannot open output file: " + path);
     return;
   }
-  write_zuc(module, out, Compilation::ForgetLocalsNameFlag);
+  write_zuc(module, out, Compilation::ForgetLocalsNameFlag());
   if (!out.flush()) fl_show_Smessages("Cannot write output file: " + path);
 }
 

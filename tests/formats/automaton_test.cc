@@ -122,9 +122,9 @@ TEST(Automaton, ItsSourceTextCompilesToTheSameMachine) {
     const TempDir dir;
     const auto automaton = random_automaton(random, 3, 2, 2, 2);
     std::ostringstream text;
-    Compilation::target_rules = TargetRules::working();
+    Compilation::target_rules() = TargetRules::working();
     automaton->ZU_put(text, 0, "m");
-    Compilation::target_rules = TargetRules::told();
+    Compilation::target_rules() = TargetRules::told();
     dir.write("m.zu", text.str());
     run_tool(KIVA_PROGRAMS "/tarn -q m.zu", dir.path(), false);
     const ZucRead read = read_zuc_file(dir.file("m.zuc"), "", "");

@@ -49,12 +49,12 @@ TEST(Documents, TheDebuggingTraceIsShown) {
   const TempDir dir;
   Screen screen;
   message_presenter* before = set_message_presenter(&screen);
-  Module::OutputDir = dir.path().string();
+  Module::OutputDir() = dir.path().string();
   const Outcome outcome = run_captured([&] { test.module()->printDebug(); });
   const std::string shown = screen.shown;
-  Module::OutputDir = dir.file("missing");
+  Module::OutputDir() = dir.file("missing");
   const Outcome failure = run_captured([&] { test.module()->printDebug(); });
-  Module::OutputDir = "";
+  Module::OutputDir() = "";
   set_message_presenter(before);
   const std::string path = dir.file("toggle.dbg");
   EXPECT_EQ(outcome.err, "enter debug put \nend of debug put\nDebugging trace: " + path + "\n");

@@ -151,7 +151,7 @@ TEST(Esterel, RunsAsTheSimulatorDoes) {
 
 /// Whether an equation has more products than the text may hold, which refuses the module.
 bool has_a_sum_too_large(const TargetCase& test) {
-  Compilation::target_rules = TargetRules::working();
+  Compilation::target_rules() = TargetRules::working();
   std::ostringstream out;
   bool refused = false;
   run_captured([&] {
@@ -161,7 +161,7 @@ bool has_a_sum_too_large(const TargetCase& test) {
       refused = exception.first().starts_with("too many products");
     }
   });
-  Compilation::target_rules = TargetRules::told();
+  Compilation::target_rules() = TargetRules::told();
   return refused;
 }
 

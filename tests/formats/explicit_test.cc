@@ -7,9 +7,9 @@
 #include <sstream>
 
 #include "tarn/formats/targets.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/formats/target_case.h"
 #include "tests/support/process_end.h"
 
@@ -147,11 +147,11 @@ TEST(Explicit, SaysWhatItNeeds) {
     EXPECT_TRUE(outcome.ended);
     EXPECT_TRUE(outcome.err.ends_with(reason));
   }
-  Compilation::target_rules = TargetRules::working();
+  Compilation::target_rules() = TargetRules::working();
   std::ostringstream out;
   EXPECT_THROW(ring(2)->WRENCC_put(out, 0), IllegalOperationException);
   EXPECT_THROW(named_case("toggle.zuc").module()->WRENCC_put(out, 0), IllegalOperationException);
-  Compilation::target_rules = TargetRules::told();
+  Compilation::target_rules() = TargetRules::told();
   EXPECT_EQ(out.str(), "");
 }
 

@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "tarn/formats/target_rules.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/formats/expression_text.h"
 #include "tests/formats/target_case.h"
 
@@ -159,12 +159,12 @@ TEST(Lustre, ANodeWithoutInputHasOneOfNoUse) {
 
 TEST(Lustre, AKeywordIsNoNameForData) {
   const TargetCase test = named_case("toggle.zuc");
-  Compilation::target_rules = TargetRules::working();
+  Compilation::target_rules() = TargetRules::working();
   Compilation::constantTable().addConstant(make_kept<ConstantDecl>("int", "node", nullptr));
   std::ostringstream out;
   EXPECT_THROW(test.module()->LUSTRE_put(out, 0), IllegalOperationException);
-  Compilation::target_rules = TargetRules::told();
-  Compilation::GDataConstantTable = nullptr;
+  Compilation::target_rules() = TargetRules::told();
+  Compilation::GDataConstantTable() = nullptr;
 }
 
 TEST(Lustre, ZeroAndOperatorsAreTheLanguages) {

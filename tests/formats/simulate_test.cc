@@ -14,12 +14,12 @@ namespace {
 
 class Simulate : public testing::Test {
  protected:
-  Simulate() : old_folder_(Module::SimulationDir), old_path_(std::getenv("PATH")) {
-    Module::SimulationDir = dir_.path().string() + "/";
+  Simulate() : old_folder_(Module::SimulationDir()), old_path_(std::getenv("PATH")) {
+    Module::SimulationDir() = dir_.path().string() + "/";
     setenv("PATH", (dir_.path().string() + ":" + old_path_).c_str(), 1);
   }
   ~Simulate() override {
-    Module::SimulationDir = old_folder_;
+    Module::SimulationDir() = old_folder_;
     setenv("PATH", old_path_.c_str(), 1);
   }
   void add_tool() {
@@ -56,7 +56,7 @@ TEST_F(Simulate, TellsWhatCannotBeDone) {
   const TargetCase test = named_case("toggle.zuc");
   EXPECT_THAT(run_captured([&] { test.module()->simulate(); }).err,
               testing::HasSubstr("Cannot run: gate_runner " + dir_.file("toggle") + "\n"));
-  Module::SimulationDir = dir_.file("nowhere/");
+  Module::SimulationDir() = dir_.file("nowhere/");
   EXPECT_EQ(run_captured([&] { test.module()->simulate(); }).err,
             "Cannot open output file: " + dir_.file("nowhere/toggle.blif") + "\n");
   Module module("empty");

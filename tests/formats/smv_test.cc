@@ -165,12 +165,12 @@ TEST(Smv, AnOpenModuleRunsAsItDoesOnceFinalised) {
   EXPECT_NE(read_text(open.file("open.lus")).find("_s_SETopen: bool"), std::string::npos)
       << "the other text has to come first";
   TargetCase closed = named_case("open.zuc");
-  Module::OutputDir = std::filesystem::path(closed.file("")).parent_path();
-  Module::OutputFile = "closed";
+  Module::OutputDir() = std::filesystem::path(closed.file("")).parent_path();
+  Module::OutputFile() = "closed";
   closed.module()->finalize(0);
   closed.module()->save();
-  Module::OutputDir = ".";
-  Module::OutputFile = "";
+  Module::OutputDir() = ".";
+  Module::OutputFile() = "";
   closed.add_file("closed.stimuli", "\nI\n\nI\nI\n");
   check_trace(open, TargetCase(closed.file("closed.zuc"), closed.file("closed.stimuli")));
 }

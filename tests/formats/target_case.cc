@@ -49,9 +49,9 @@ void TargetCase::load(const fs::path& source, const std::string& stimuli,
   } else if (source != compiled_) {
     fs::copy_file(source, compiled_);
   }
-  Compilation::GDataTypeTable = nullptr;
-  Compilation::GDataMethodTable = nullptr;
-  Compilation::GDataConstantTable = nullptr;
+  Compilation::GDataTypeTable() = nullptr;
+  Compilation::GDataMethodTable() = nullptr;
+  Compilation::GDataConstantTable() = nullptr;
   const ZucRead read = read_zuc_file(compiled_, "", "");
   ASSERT_NE(read.module, nullptr) << read.problem;
   module_ = read.module;

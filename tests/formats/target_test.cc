@@ -9,9 +9,9 @@
 
 #include "tarn/formats/sum_text.h"
 #include "tarn/formats/target_names.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/formats/target_case.h"
 #include "tests/support/process_end.h"
 
@@ -22,16 +22,16 @@ namespace {
 class Printing : public ::testing::Test {
  protected:
   void TearDown() override {
-    Module::OutputDir = Module::OutputFile = "";
-    Compilation::target_rules = TargetRules::told();
+    Module::OutputDir() = Module::OutputFile() = "";
+    Compilation::target_rules() = TargetRules::told();
   }
   TempDir dir;
 };
 
 TEST_F(Printing, FilesAreNamedAfterTheModuleOrAsChosen) {
   const TargetCase test = named_case("toggle.zuc");
-  Compilation::target_rules = TargetRules::working();
-  Module::OutputDir = dir.path().string();
+  Compilation::target_rules() = TargetRules::working();
+  Module::OutputDir() = dir.path().string();
   for (const Target& target : targets()) {
     SCOPED_TRACE(target.option);
     const std::string option = target.option;
@@ -42,8 +42,8 @@ TEST_F(Printing, FilesAreNamedAfterTheModuleOrAsChosen) {
           {"foo", "foo" + extension},
           {"foo" + extension, "foo" + extension},
           {"a" + extension + "b", "a" + extension + "b" + extension}}) {
-      Module::OutputFile = chosen;
-      const auto paths = target.paths(*test.module(), Compilation::target_rules);
+      Module::OutputFile() = chosen;
+      const auto paths = target.paths(*test.module(), Compilation::target_rules());
       for (const std::string& path : paths) std::filesystem::remove(path);
       const Outcome first = run_captured([&] { target.print(test.module()); });
       EXPECT_EQ(first.err.find("exists"), std::string::npos) << first.err;
@@ -57,7 +57,7 @@ TEST_F(Printing, FilesAreNamedAfterTheModuleOrAsChosen) {
                 }).err.find("File: " + dir.file(written) + " already exists. File rewrited.\n"),
                 std::string::npos);
     }
-    Module::OutputFile = "no/such/folder";
+    Module::OutputFile() = "no/such/folder";
     EXPECT_NE(run_captured([&] {
                 target.print(test.module());
               }).err.find("Cannot open output file: " + dir.file("no/such/folder" + extension)),
@@ -68,12 +68,12 @@ TEST_F(Printing, FilesAreNamedAfterTheModuleOrAsChosen) {
 TEST_F(Printing, ToldFilesOfC) {
   const TargetCase test = named_case("toggle.zuc");
   for (const char* chosen : {"foo.c", "foo"}) {
-    Module::OutputFile = dir.file(chosen);
+    Module::OutputFile() = dir.file(chosen);
     test.module()->printC();
     EXPECT_NE(read_text(dir.file("foo.c")).find("#include \"toggle.h\""), std::string::npos);
     EXPECT_TRUE(std::filesystem::remove(dir.file("foo.h")));
   }
-  Module::OutputFile = dir.file("no/such/folder");
+  Module::OutputFile() = dir.file("no/such/folder");
   EXPECT_EQ(run_captured([&] { test.module()->printC(); }).err, "");
 }
 
@@ -81,7 +81,7 @@ TEST_F(Printing, ATestOnDataWithoutExpressionEndsTheProcess) {
   const TargetCase test = named_case("thermostat.zuc");
   test.module()->removeBinding("cold");
   for (const TargetRules& rules : {TargetRules::told(), TargetRules::working()}) {
-    Compilation::target_rules = rules;
+    Compilation::target_rules() = rules;
     std::ostringstream body, header;
     const Outcome outcome = run_captured([&] { test.module()->C_put(body, header); });
     EXPECT_TRUE(outcome.ended);

@@ -136,10 +136,10 @@ TEST(Told, CSharp) {
   EXPECT_NE(equations.str().find("/* outputs computing */\n" + part.str() + "           if (*"),
             std::string::npos)
       << part.str();
-  Compilation::GDataTypeTable->CSharp_put(data);
-  Compilation::GDataMethodTable->CSharp_put(data);
-  Compilation::GDataConstantTable->CSharp_put(data);
-  Compilation::GDataConstantTable->getConstant("ceiling")->CSharp_put(data);
+  Compilation::GDataTypeTable()->CSharp_put(data);
+  Compilation::GDataMethodTable()->CSharp_put(data);
+  Compilation::GDataConstantTable()->CSharp_put(data);
+  Compilation::GDataConstantTable()->getConstant("ceiling")->CSharp_put(data);
   EXPECT_EQ(data.str(),
             "public const celsius zero_celsius;\npublic const fahrenheit zero_fahrenheit;\n"
             "public celsius lower_of(celsius, celsius);\npublic celsius factory_setting();\n"

@@ -7,11 +7,11 @@
 #include <climits>
 #include <sstream>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/support/process_end.h"
 
 namespace kiva::test {
@@ -48,9 +48,9 @@ std::string printed(const auto& table, bool numbered) {
 class Data : public testing::Test {
  protected:
   Data() {
-    Compilation::GDataTypeTable = nullptr;
-    Compilation::GDataMethodTable = nullptr;
-    Compilation::GDataConstantTable = nullptr;
+    Compilation::GDataTypeTable() = nullptr;
+    Compilation::GDataMethodTable() = nullptr;
+    Compilation::GDataConstantTable() = nullptr;
     limit = make_kept<ConstantDecl>("int", "limit", nullptr);
     Compilation::constantTable().addConstant(limit);
     sum = make_kept<ConstantDecl>("int", "sum", plus(constant(), constant()));

@@ -6,11 +6,11 @@
 
 #include <sstream>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/support/process_end.h"
 
 namespace kiva::test {
@@ -258,7 +258,7 @@ TEST_F(Model, IntermediateValuesGetSignalsOfTheirOwn) {
   Signal* read = local("read");
   read->setValueType("int", &module);
   Signal* clock = output("clock");
-  DataExpr::Indexation = 5;
+  DataExpr::Indexation() = 5;
   Signal* plain = module.addSignalBinding(make_kept<DataSignalValue>(read), "p");
   EXPECT_EQ(plain->getInternalName(), "IData_p5");
   EXPECT_EQ(plain->getValueType(&module), "int");
@@ -270,7 +270,7 @@ TEST_F(Model, IntermediateValuesGetSignalsOfTheirOwn) {
   Signal* clocked = module.addSignalBinding(make_kept<DataSignalValue>(read), clock, wood);
   EXPECT_EQ(clocked->getInternalName(), "clockData6");
   EXPECT_EQ(reads(clocked), (index_set{0, 1, 2, 3}));
-  EXPECT_EQ(DataExpr::Indexation, 7);
+  EXPECT_EQ(DataExpr::Indexation(), 7);
 }
 
 TEST_F(Model, CopiesOfModulesShareNothing) {

@@ -9,10 +9,10 @@
 #include <sstream>
 
 #include "base/sock.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/support/process_end.h"
 #include "tests/support/temp_dir.h"
 
@@ -23,9 +23,9 @@ using testing::HasSubstr;
 using testing::Not;
 
 void forget_data() {
-  Compilation::GDataTypeTable = nullptr;
-  Compilation::GDataMethodTable = nullptr;
-  Compilation::GDataConstantTable = nullptr;
+  Compilation::GDataTypeTable() = nullptr;
+  Compilation::GDataMethodTable() = nullptr;
+  Compilation::GDataConstantTable() = nullptr;
 }
 
 void declare_method(const std::string& type, const std::string& name,
@@ -42,7 +42,7 @@ void declare_constant(const std::string& type, const std::string& name,
 /// Writes the text for a module of that name into the folder and compiles it there, warnings being
 /// errors; the compiler's output.
 std::string compiled(const TempDir& dir, const std::string& name) {
-  Module::SimulationZucDir = dir.path().string();
+  Module::SimulationZucDir() = dir.path().string();
   Module module(name);
   module.save_kiva_code();
   const std::string program = dir.file("kiva_" + name);
@@ -267,11 +267,11 @@ TEST(GeneratedServer, TellsWhatCannotBeWritten) {
   forget_data();
   const TempDir dir;
   Module module("m");
-  Module::SimulationZucDir = dir.file("missing");
+  Module::SimulationZucDir() = dir.file("missing");
   const Outcome outcome = run_captured([&] { module.save_kiva_code(); });
   EXPECT_EQ(outcome.err, "Cannot open kiva file:" + dir.file("missing") + "/kiva_m.cc\n");
 
-  Module::SimulationZucDir = dir.path().string();
+  Module::SimulationZucDir() = dir.path().string();
   declare_constant("integer", "a.b", "3");
   declare_constant("integer", "12x");
   EXPECT_THROW(module.save_kiva_code(), IllegalOperationException);

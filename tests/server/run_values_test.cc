@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "engine/simulation.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/model/rules.h"
+#include "tarn/session/session.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/server/fake_server.h"
 #include "tests/support/process_end.h"
@@ -52,24 +52,24 @@ const char* const in_one_piece =
 
 class RunsWithValues : public testing::Test {
  protected:
-  RunsWithValues() : rules_(std::exchange(Compilation::rules, Rules::sound())) {}
+  RunsWithValues() : rules_(std::exchange(Compilation::rules(), Rules::sound())) {}
   ~RunsWithValues() override {
-    Compilation::rules = rules_;
-    Module::OutputDir = ".";
+    Compilation::rules() = rules_;
+    Module::OutputDir() = ".";
   }
 
   /// Compiles a text and writes the module of that name.
   void compile(const std::string& name, const std::string& text) {
-    Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
-    Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
-    Compilation::GDataTypeTable = nullptr;
-    Compilation::GDataMethodTable = nullptr;
-    Compilation::GDataConstantTable = nullptr;
-    Module::OutputDir = dir.path().string();
+    Compilation::ModTable() = make_kept<ModuleTable>(&std::cout);
+    Compilation::ZucModTable() = make_kept<ModuleTable>(&std::cout);
+    Compilation::GDataTypeTable() = nullptr;
+    Compilation::GDataMethodTable() = nullptr;
+    Compilation::GDataConstantTable() = nullptr;
+    Module::OutputDir() = dir.path().string();
     const Outcome outcome = run_captured([&] {
       try {
         Compilation::zu_parse(dir.write("text.zu", text).c_str());
-        Module* module = Compilation::ModTable->get(name);
+        Module* module = Compilation::ModTable()->get(name);
         module->compile();
         module->finalize(0);
         module->save();

@@ -23,9 +23,9 @@ class ValuedModule : public testing::Test {
  protected:
   ValuedModule() {
     // Other tests' vocabulary of data is none of ours.
-    Compilation::GDataTypeTable = nullptr;
-    Compilation::GDataMethodTable = nullptr;
-    Compilation::GDataConstantTable = nullptr;
+    Compilation::GDataTypeTable() = nullptr;
+    Compilation::GDataMethodTable() = nullptr;
+    Compilation::GDataConstantTable() = nullptr;
   }
 
   // Lines of "binding:".

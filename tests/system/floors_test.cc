@@ -15,8 +15,9 @@ namespace {
 
 /// Floors from the ground up; a file may include its own floor and those before it.
 const std::vector<std::string> floors = {
-    "base",    "bdd",          "pert_exp",         "forms",  "tarn/model",    "tarn/zuc",
-    "tarn/zu", "tarn/formats", "tarn/b_automaton", "tarn/classic", "engine", "SIMULATOR_ZUC", "programs"};
+    "base",       "bdd",           "pert_exp", "forms",        "tarn/session",
+    "tarn/model", "tarn/zuc",      "tarn/zu",  "tarn/formats", "tarn/b_automaton", "tarn/classic",
+    "engine",     "SIMULATOR_ZUC", "programs"};
 
 /// Place of the most particular floor that holds the path; -1 for none.
 int floor_of(const std::string& path) {

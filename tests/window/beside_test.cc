@@ -9,9 +9,9 @@
 #include <mutex>
 
 #include "SIMULATOR_ZUC/application.h"
-#include "SIMULATOR_ZUC/calculvalue.h"
-#include "SIMULATOR_ZUC/mythread.h"
-#include "SIMULATOR_ZUC/pluginmanager.h"
+#include "SIMULATOR_ZUC/classic/calculvalue.h"
+#include "SIMULATOR_ZUC/classic/mythread.h"
+#include "SIMULATOR_ZUC/classic/pluginmanager.h"
 #include "forms/forms.h"
 #include "tests/window/window_test.h"
 

@@ -4,9 +4,9 @@
 #include <sstream>
 
 #include "tarn/model/expression.h"
+#include "tarn/model/rules.h"
 #include "tarn/zu/statements/emit.h"
 #include "tarn/zu/statements/present.h"
-#include "tarn/model/rules.h"
 #include "tarn/zu/statements/run.h"
 #include "tarn/zu/statements/sustain.h"
 #include "tarn/zu/statements/wait.h"
@@ -59,7 +59,7 @@ TEST_F(ZuActions, ANameForEachStatement) {
             "mSn_6 mSn_50 mPS_60 mW_50 mSn_51 mPS_61 mW_51");
   EXPECT_EQ(tree("repeat 2 { emit x || run s[a \\ b] }"),
             "Sn(Pn(emit x, run s), Pn(emit x, run s))");
-  EXPECT_EQ(Module::RunNumber, 3);
+  EXPECT_EQ(Module::RunNumber(), 3);
 }
 
 TEST_F(ZuActions, WaitsShareTheirExpression) {
@@ -92,7 +92,7 @@ TEST_F(ZuActions, InterfacesInTheirOrder) {
 TEST_F(ZuActions, ModulesInBracesAndMoreThanOne) {
   Module* n = module("module m: { Output: x; {emit x} }\nmodule n: end", "n");
   EXPECT_EQ(tree_text(n->getStatement()), "nothing");
-  EXPECT_EQ(tree_text(Compilation::ModTable->get("m")->getStatement()), "emit x");
+  EXPECT_EQ(tree_text(Compilation::ModTable()->get("m")->getStatement()), "emit x");
 }
 
 TEST_F(ZuActions, EmittedValuesAreBound) {
@@ -229,7 +229,7 @@ TEST_F(ZuActions, EachAutomatonHasItsOwnStates) {
       "module m: automaton state: s; transition: initial-> s; end\n"
       "module n: automaton state: s; transition: initial-> s; end");
   const auto state = [](const char* name) {
-    return Compilation::ModTable->get(name)->getStatement()->getStateTable()->at("s");
+    return Compilation::ModTable()->get(name)->getStatement()->getStateTable()->at("s");
   };
   EXPECT_NE(state("m"), state("n"));
 }
@@ -291,10 +291,10 @@ TEST_F(ZuActions, WhatCanEndAndStartInOneInstant) {
   };
   for (const auto& [text, expected] : cases) EXPECT_EQ(body(text)->reincarnate(), expected) << text;
 
-  Compilation::rules = Rules::sound();
+  Compilation::rules() = Rules::sound();
   EXPECT_TRUE(body("present a pause")->reincarnate());
   EXPECT_FALSE(body("present a pause else halt")->reincarnate());
-  Compilation::rules = Rules::classic();
+  Compilation::rules() = Rules::classic();
 }
 
 }  // namespace

@@ -71,9 +71,9 @@ TEST_F(ZuMessages, ExceptionsOfTheDataPart) {
       {"Type: int; Constant: int c := #s;", "ModuleUnknownSignalException: s"},
   };
   for (const auto& [text, exception] : cases) {
-    Compilation::GDataTypeTable = nullptr;
-    Compilation::GDataMethodTable = nullptr;
-    Compilation::GDataConstantTable = nullptr;
+    Compilation::GDataTypeTable() = nullptr;
+    Compilation::GDataMethodTable() = nullptr;
+    Compilation::GDataConstantTable() = nullptr;
     read(std::string("data: ") + text + " end data module m: end");
     EXPECT_EQ(thrown, exception) << text;
     EXPECT_TRUE(thrown_at.starts_with(file + ":1:")) << text;
@@ -181,7 +181,7 @@ TEST_F(ZuMessages, ReadingGoesOnAfterAFailure) {
     read(text);
     EXPECT_TRUE(outcome.ended || !thrown.empty()) << text;
   }
-  EXPECT_EQ(Compilation::ModTable->get("q"), nullptr);
+  EXPECT_EQ(Compilation::ModTable()->get("q"), nullptr);
   EXPECT_EQ(tree("emit x >> wait a"), "Sn(emit x, wait a)");
 }
 

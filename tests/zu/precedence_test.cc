@@ -118,7 +118,7 @@ TEST_F(ZuPrecedence, DataExpressions) {
     ASSERT_NE(present, nullptr) << text;
     std::ostringstream name;
     present->getExpression()->print(name);
-    const DataBinding* binding = Compilation::ModTable->get("m")->getBinding(name.str());
+    const DataBinding* binding = Compilation::ModTable()->get("m")->getBinding(name.str());
     ASSERT_NE(binding, nullptr) << text;
     std::string made = tree_text(binding->getValue());
     EXPECT_EQ(made, expected) << text;

@@ -117,7 +117,7 @@ TEST_F(ZuRobustness, DeepExpressionsHaveFunctions) {
   const int nots = class_zu_parser::most_nested - 1;  // an odd number
   const auto* wait = dynamic_cast<Wait*>(body("wait " + repeated("not ", nots) + "a"));
   ASSERT_NE(wait, nullptr);
-  Module* m = TheModule;
+  Module* m = TheModule();
   Expression* a = m->getSignal("a");
   Bddexpressionwood* wood = m->getBddWood();
   const bdd s = a->getBddStatus(m, wood);
@@ -130,7 +130,7 @@ TEST_F(ZuRobustness, DeepExpressionsHaveFunctions) {
       dynamic_cast<MealyMachine*>(body("Mealy Machine x = a" + repeated(" xor a", 600) + ";"));
   ASSERT_NE(machine, nullptr);
   Expression* right = machine->getMachineTable().at("x")->expression;
-  m = TheModule;
+  m = TheModule();
   wood = m->getBddWood();
   const bdd present = m->getSignal("a")->getBddStatus(m, wood);
   const bdd absent = m->getSignal("a")->getBddValue(m, wood);
@@ -350,16 +350,16 @@ TEST_F(ZuRobustness, DamagedTexts) {
     }
     std::string joined;
     for (const std::string& word : text) joined += word + (any(20) == 0 ? "\n" : " ");
-    Compilation::GDataTypeTable = nullptr;
-    Compilation::GDataMethodTable = nullptr;
-    Compilation::GDataConstantTable = nullptr;
+    Compilation::GDataTypeTable() = nullptr;
+    Compilation::GDataMethodTable() = nullptr;
+    Compilation::GDataConstantTable() = nullptr;
     read(joined);
     const bool told = outcome.ended && !outcome.err.empty();
     const bool located = thrown_at.starts_with(file + ":");
     if (!told && !located) {
       EXPECT_EQ(thrown + outcome.err, "") << "seed " << seed << ", round " << round << '\n'
                                           << joined;
-      EXPECT_FALSE(Compilation::ModTable->modules().empty()) << joined;
+      EXPECT_FALSE(Compilation::ModTable()->modules().empty()) << joined;
       ++accepted;
     }
   }

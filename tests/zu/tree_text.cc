@@ -9,10 +9,10 @@
 #include "tarn/zu/statements/abort.h"
 #include "tarn/zu/statements/emit.h"
 #include "tarn/zu/statements/halt.h"
-#include "tarn/zu/statements/nothing.h"
-#include "tarn/zu/statements/pause.h"
 #include "tarn/zu/statements/loop.h"
+#include "tarn/zu/statements/nothing.h"
 #include "tarn/zu/statements/parallel.h"
+#include "tarn/zu/statements/pause.h"
 #include "tarn/zu/statements/present.h"
 #include "tarn/zu/statements/run.h"
 #include "tarn/zu/statements/sequence.h"
@@ -81,7 +81,7 @@ std::string tree_text(const Statement* statement) {
 std::string tree_text(const DataExpr* data) {
   if (data->isDataConstant()) {
     const int id = static_cast<const DataConstant*>(data)->getConstantIndex();
-    return Compilation::GDataConstantTable->getConstantById(id)->getName();
+    return Compilation::GDataConstantTable()->getConstantById(id)->getName();
   }
   if (data->isDataSignalValue())
     return "#" + static_cast<const DataSignalValue*>(data)->getSignal()->getInternalName();
@@ -101,7 +101,7 @@ std::string tree_text(const DataExpr* data) {
     std::string text;
     for (const DataExpr* argument : e->getArguments())
       text += (text.empty() ? "" : ", ") + tree_text(argument);
-    return Compilation::GDataMethodTable->getMethodById(e->getMethodIndex())->getName() + "(" +
+    return Compilation::GDataMethodTable()->getMethodById(e->getMethodIndex())->getName() + "(" +
            text + ")";
   }
   return static_cast<const DataValue*>(data)->getValue();

@@ -5,10 +5,10 @@
 #include <iostream>
 #include <string>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/parse_supl.h"
 #include "tests/support/process_end.h"
 #include "tests/support/temp_dir.h"
@@ -20,24 +20,24 @@ namespace kiva::test {
 class ZuReading : public testing::Test {
  protected:
   ZuReading() {
-    Compilation::GDataTypeTable = nullptr;
-    Compilation::GDataMethodTable = nullptr;
-    Compilation::GDataConstantTable = nullptr;
-    DataExpr::Indexation = 0;
+    Compilation::GDataTypeTable() = nullptr;
+    Compilation::GDataMethodTable() = nullptr;
+    Compilation::GDataConstantTable() = nullptr;
+    DataExpr::Indexation() = 0;
     for (int* counter :
-         {&Module::PauseNumber, &Module::NothingNumber, &Module::HaltNumber,
-          &Module::ParallelNumber, &Module::SequenceNumber, &Module::PresentNumber,
-          &Module::LoopNumber, &Module::LocalNumber, &Module::WaitNumber, &Module::AbortNumber,
-          &Module::EmitNumber, &Module::NoEmitNumber, &Module::SustainUntilNumber,
-          &Module::RunNumber, &Module::SustainNumber, &Module::AutomatonNumber,
-          &Module::MealyMachineNumber, &Module::TransitionNumber})
+         {&Module::PauseNumber(), &Module::NothingNumber(), &Module::HaltNumber(),
+          &Module::ParallelNumber(), &Module::SequenceNumber(), &Module::PresentNumber(),
+          &Module::LoopNumber(), &Module::LocalNumber(), &Module::WaitNumber(),
+          &Module::AbortNumber(), &Module::EmitNumber(), &Module::NoEmitNumber(),
+          &Module::SustainUntilNumber(), &Module::RunNumber(), &Module::SustainNumber(),
+          &Module::AutomatonNumber(), &Module::MealyMachineNumber(), &Module::TransitionNumber()})
       *counter = 0;
   }
 
   /// Reads a text into an empty table of modules; streams and end of the process in `outcome`, an
   /// exception in `thrown`.
   void read(const std::string& text) {
-    Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
+    Compilation::ModTable() = make_kept<ModuleTable>(&std::cout);
     file = dir.write("m.zu", text);
     thrown.clear();
     thrown_at.clear();
@@ -55,7 +55,7 @@ class ZuReading : public testing::Test {
     read(text);
     EXPECT_EQ(thrown, "") << text;
     EXPECT_EQ(outcome.err, "") << text;
-    Module* found = Compilation::ModTable->get(name);
+    Module* found = Compilation::ModTable()->get(name);
     EXPECT_NE(found, nullptr) << text;
     return found;
   }

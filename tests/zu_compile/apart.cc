@@ -16,12 +16,12 @@ bool compile_apart(const TempDir& dir, const std::string& name, const std::strin
                    bool finalised, const Rules& rules) {
   restart_reader();
   const std::string file = dir.write("apart.zu", text);
-  const std::string folder = std::exchange(Module::OutputDir, dir.path().string());
-  const Rules before = std::exchange(Compilation::rules, rules);
+  const std::string folder = std::exchange(Module::OutputDir(), dir.path().string());
+  const Rules before = std::exchange(Compilation::rules(), rules);
   const Outcome outcome = run_captured([&] {
     try {
       Compilation::zu_parse(file.c_str());
-      Module* module = Compilation::ModTable->get(name);
+      Module* module = Compilation::ModTable()->get(name);
       module->compile();
       if (finalised) module->finalize(0);
       module->save();
@@ -31,8 +31,8 @@ bool compile_apart(const TempDir& dir, const std::string& name, const std::strin
   });
   const bool cycle = outcome.err.find("dependance cycle") != std::string::npos;
   EXPECT_TRUE(!outcome.ended || cycle) << outcome.err << " in\n" << text;
-  Compilation::rules = before;
-  Module::OutputDir = folder;
+  Compilation::rules() = before;
+  Module::OutputDir() = folder;
   return !outcome.ended;
 }
 

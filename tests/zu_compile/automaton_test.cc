@@ -3,12 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zu/statements/automaton.h"
-#include "tarn/zu/statements/run.h"
-#include "tests/support/process_end.h"
 #include "tests/zu_compile/compiled.h"
 
 namespace kiva::test {
@@ -52,33 +49,6 @@ TEST(Automata, TellWhyTheyAreRefused) {
       EXPECT_THAT(told, HasSubstr("main.zu:7:1"));
     }
   }
-}
-
-/// Which no text can bring about: a priority below "other" ranks before 0.
-TEST(Automata, TellOfSeveralBehaviours) {
-  const Outcome outcome = run_captured([] {
-    Module module("main");
-    auto* a = make_kept<Signal>("a", &module, module.getBddWood());
-    a->setInput();
-    module.addInputSignal(a);
-    auto* state = make_kept<State>("S");
-    state->run = make_kept<kiva::Run>("R_0", "j");
-    std::list<Transition*> transitions;
-    for (int priority : {-2, 0}) {
-      auto* t = make_kept<Transition>();
-      t->tpe = Transition::weak;
-      t->priority = priority;
-      t->trigger = a;
-      t->from = t->to = state;
-      transitions.push_back(t);
-    }
-    module.addBodyStatement(
-        make_kept<Automaton>("A", nullptr, Automaton::StateTable{{"S", state}}, transitions));
-    module.compile();
-  });
-  EXPECT_EQ(outcome.exit_status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("Error: Multiple behaviors about state:\"S\" when "));
-  EXPECT_THAT(outcome.err, HasSubstr("_s_a"));
 }
 
 TEST(Automata, WarnOfTransitionsThatNeverFire) {

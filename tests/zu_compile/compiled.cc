@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "bdd/expression_parser.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/support/process_end.h"
 #include "tests/support/temp_dir.h"
 
@@ -17,16 +17,16 @@ namespace kiva::test {
 
 void restart_reader() {
   for (int* counter :
-       {&Module::PauseNumber, &Module::NothingNumber, &Module::HaltNumber, &Module::ParallelNumber,
-        &Module::SequenceNumber, &Module::PresentNumber, &Module::LoopNumber, &Module::WaitNumber,
-        &Module::AbortNumber, &Module::EmitNumber, &Module::NoEmitNumber,
-        &Module::SustainUntilNumber, &Module::RunNumber})
+       {&Module::PauseNumber(), &Module::NothingNumber(), &Module::HaltNumber(),
+        &Module::ParallelNumber(), &Module::SequenceNumber(), &Module::PresentNumber(),
+        &Module::LoopNumber(), &Module::WaitNumber(), &Module::AbortNumber(), &Module::EmitNumber(),
+        &Module::NoEmitNumber(), &Module::SustainUntilNumber(), &Module::RunNumber()})
     *counter = 0;
-  Compilation::ModTable = make_kept<ModuleTable>(&std::cout);
-  Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
-  Compilation::GDataTypeTable = nullptr;
-  Compilation::GDataMethodTable = nullptr;
-  Compilation::GDataConstantTable = nullptr;
+  Compilation::ModTable() = make_kept<ModuleTable>(&std::cout);
+  Compilation::ZucModTable() = make_kept<ModuleTable>(&std::cout);
+  Compilation::GDataTypeTable() = nullptr;
+  Compilation::GDataMethodTable() = nullptr;
+  Compilation::GDataConstantTable() = nullptr;
 }
 
 Compiled::Compiled(const std::string& text, const Rules& rules) {
@@ -35,7 +35,7 @@ Compiled::Compiled(const std::string& text, const Rules& rules) {
   restart_reader();
   run(rules, [&] {
     Compilation::zu_parse(file.c_str());
-    module_ = Compilation::ModTable->get("main");
+    module_ = Compilation::ModTable()->get("main");
   });
 }
 
@@ -44,7 +44,7 @@ Compiled::Compiled(Module* module, const Rules& rules) {
 }
 
 void Compiled::run(const Rules& rules, const std::function<void()>& make_module) {
-  const Rules before = std::exchange(Compilation::rules, rules);
+  const Rules before = std::exchange(Compilation::rules(), rules);
   const Outcome outcome = run_captured([&] {
     try {
       make_module();
@@ -53,7 +53,7 @@ void Compiled::run(const Rules& rules, const std::function<void()>& make_module)
       report_ = exception.text();
     }
   });
-  Compilation::rules = before;
+  Compilation::rules() = before;
   if (outcome.ended) report_ = outcome.err.empty() ? "ended without a word" : outcome.err;
   if (!report_.empty()) return;
   // Nothing may be said on the way, either, but which runs the states of an automaton have.

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/statements/parallel.h"
 #include "tarn/zu/statements/pause.h"
 #include "tarn/zu/statements/sequence.h"
@@ -162,18 +162,6 @@ TEST(Equations, ValuesGoWithTheirEmission) {
   const std::string condition = chosen.module()->getDataTable()->begin()->first;
   expect_equation(chosen, "_s_SETmainPS_0",
                   "(!_s_" + condition + " | _v_" + condition + ") & _s_SETmainIF_0");
-}
-
-TEST(ClassicRules, ShowInShortPrograms) {
-  const char* const cases[][4] = {
-      {"weak abort { emit o } when x >> emit p", "p", "x . .", "___"},
-      {"sustain o until x", "o", ". . x .", "1100"},
-      {"loop { strong abort { pause } when x >> sustain o until y }", "o", ". x+y . .", "0000"}};
-  for (const auto& [body, signal, stimuli, states] : cases)
-    EXPECT_EQ(trace("module main: Input: x, y; Output: o, p; " + std::string(body) + " end", signal,
-                    stimuli, Rules::classic()),
-              states)
-        << body;
 }
 
 }  // namespace

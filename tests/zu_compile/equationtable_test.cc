@@ -4,12 +4,12 @@
 
 #include <gmock/gmock.h>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/support/process_end.h"
 #include "tests/zu_compile/compiled.h"
 
@@ -21,7 +21,7 @@ using testing::IsEmpty;
 
 class Table : public testing::Test {
  protected:
-  ~Table() override { Compilation::rules = Rules::classic(); }
+  ~Table() override { Compilation::rules() = Rules::classic(); }
 
   Signal* add(const char* name, void (Signal::*mark)(bool), EquationTable* to = nullptr) {
     EquationTable* in = to == nullptr ? &table : to;
@@ -163,7 +163,7 @@ TEST_F(Table, BranchesMeet) {
   Signal* y = input("y");
   Signal* o = output("o");
   for (bool sound : {false, true}) {
-    Compilation::rules = sound ? Rules::sound() : Rules::classic();
+    Compilation::rules() = sound ? Rules::sound() : Rules::classic();
     table.createEquation(o, &bottom, &module);
     const std::unique_ptr<EquationTable> other(table.duplicate(&module));
     EXPECT_EQ(other->getBddexpressionWood()->exp_number(), wood()->exp_number());
@@ -183,7 +183,7 @@ TEST_F(Table, BranchesMeet) {
 TEST_F(Table, BranchesMeetAfterUnequalWaits) {
   Signal* o = output("o");
   for (bool sound : {false, true}) {
-    Compilation::rules = sound ? Rules::sound() : Rules::classic();
+    Compilation::rules() = sound ? Rules::sound() : Rules::classic();
     table.createEquation(o, &no, &module);
     o->setCurrentOccurrence(wood(), 0);
     std::unique_ptr<EquationTable> other(table.branch(&module));
@@ -198,7 +198,7 @@ TEST_F(Table, BranchesMeetAfterUnequalWaits) {
     EXPECT_EQ(rails(table, "o_2"), "00");
   }
   // Now o has occurrences, and the other table makes another.
-  Compilation::rules = Rules::sound();
+  Compilation::rules() = Rules::sound();
   o->setCurrentOccurrence(wood(), 2);
   table.createBottomEquation(o, &module, 0);
   wood()->exp_by_index(wood()->Index_var_by_name("_v_o"))->setBddExp(variable("_v_o_1"));

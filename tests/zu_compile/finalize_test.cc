@@ -27,9 +27,9 @@ struct Finalised : Compiled {
                      bool keep_wires = false, int keep_rtl = 0)
       : Compiled(text, rules) {
     if (!ok()) return;
-    Compilation::KeepWiresFlag = keep_wires;
+    Compilation::KeepWiresFlag() = keep_wires;
     told = run_captured([&] { module()->finalize(keep_rtl); }).err;
-    Compilation::KeepWiresFlag = false;
+    Compilation::KeepWiresFlag() = false;
   }
   const Bddexpression* at(long id) const { return wood()->exp_by_index(id); }
   bool defines(const Signal* signal) const {

@@ -101,8 +101,8 @@ TEST_F(ZucReading, BuildsBindingsOfEveryKindOfEvaluation) {
   std::ostringstream text;
   plain->print_debug(text);
   // 20 = type 1 times 15 plus And; the "$" of an argument counts for nothing.
-  const int limit = Compilation::GDataConstantTable->getConstantIndex("zlimit");
-  const int add = Compilation::GDataMethodTable->getMethodIndex("zadd");
+  const int limit = Compilation::GDataConstantTable()->getConstantIndex("zlimit");
+  const int add = Compilation::GDataMethodTable()->getMethodIndex("zadd");
   EXPECT_EQ(text.str(), "signal:O     value:  5(4(" + std::to_string(add) +
                             "(C: " + std::to_string(limit) + ", I)), I)");
   DataBinding* clocked = m->getBinding("B");

@@ -149,7 +149,7 @@ TEST_F(ZucReading, FindsModulesInTheListedFiles) {
       dir.file("none.zuc"),
       dir.write("a.zuc", "module: alpha  1 0\nconnexion: S R T;\n" + std::string(empty_wood)),
       dir.write("b.zuc", "module: beta  0 0\n")};
-  Module::CompilationFileList = &files;
+  Module::CompilationFileList() = &files;
   EXPECT_EQ(Compilation::getZucFileName("beta"), dir.file("b.zuc"));
   EXPECT_EQ(Compilation::getReincarnateFromZucFile("alpha"), 1);
   EXPECT_EQ(Compilation::getReincarnateFromZucFile("beta"), 0);
@@ -160,7 +160,7 @@ TEST_F(ZucReading, FindsModulesInTheListedFiles) {
       [&] { EXPECT_EQ(Compilation::createModuleFromZucCode("beta", nullptr, nullptr), nullptr); });
   EXPECT_NE(broken.err.find("ERROR during loading file : " + dir.file("b.zuc") + "\n"),
             std::string::npos);
-  Module::CompilationFileList = nullptr;
+  Module::CompilationFileList() = nullptr;
 }
 
 }  // namespace

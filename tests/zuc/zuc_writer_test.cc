@@ -5,9 +5,9 @@
 #include <random>
 #include <sstream>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tests/support/random_module.h"
 #include "tests/zuc/zuc_fixture.h"
 
@@ -23,14 +23,14 @@ class ZucWriting : public ZucReading {
   ZucWriting() { forget(); }
   ~ZucWriting() override {
     forget();
-    Compilation::DebugFlag = false;
-    Module::OutputDir = ".";
-    Module::OutputFile.clear();
+    Compilation::DebugFlag() = false;
+    Module::OutputDir() = ".";
+    Module::OutputFile().clear();
   }
   static void forget() {
-    Compilation::GDataTypeTable = nullptr;
-    Compilation::GDataMethodTable = nullptr;
-    Compilation::GDataConstantTable = nullptr;
+    Compilation::GDataTypeTable() = nullptr;
+    Compilation::GDataMethodTable() = nullptr;
+    Compilation::GDataConstantTable() = nullptr;
   }
   static std::string text(Module* module, int forget_locals = 0) {
     std::ostringstream os;
@@ -99,11 +99,11 @@ TEST_F(ZucWriting, CommentsTellWhatIsNotWritten) {
   new Bddexpression(wood, wood->Bdd_var_by_index(stray),
                     wood->Bdd_or(wood->Bdd_var_by_index(2), wood->Bdd_var_by_index(6)), 0, 0);
   EXPECT_EQ(text(m), two_rails) << "neither its equation nor its nodes have a place in the file";
-  Compilation::DebugFlag = true;
+  Compilation::DebugFlag() = true;
   const std::string commented = text(m);
   EXPECT_THAT(commented, HasSubstr("// expression 4:"));
   EXPECT_THAT(commented, HasSubstr("// no generate expression about:" + std::to_string(stray)));
-  Compilation::DebugFlag = false;
+  Compilation::DebugFlag() = false;
   EXPECT_EQ(text(module(commented)), two_rails);
 }
 
@@ -113,9 +113,9 @@ struct Valued {
   explicit Valued(const std::string& name) : module(make_kept<Module>(name)) {
     Bddexpressionwood* const wood = module->getBddWood();
     Compilation::typeTable().addType("int");
-    if (Compilation::GDataMethodTable == nullptr) {
-      Compilation::GDataMethodTable = make_kept<DataMethodTable>();
-      Compilation::GDataMethodTable->addMethod(
+    if (Compilation::GDataMethodTable() == nullptr) {
+      Compilation::GDataMethodTable() = make_kept<DataMethodTable>();
+      Compilation::GDataMethodTable()->addMethod(
           make_kept<MethodDecl>("int", "f", std::list<std::string>{"int", "int"}));
       k = make_kept<ConstantDecl>("int", "k", nullptr);
       k->setValue(make_kept<DataValue>("3", k));
@@ -246,17 +246,17 @@ TEST_F(ZucWriting, EndsOrThrowsWhereSomethingIsMissing) {
 
 TEST_F(ZucWriting, SavesUnderTheChosenName) {
   Module* const m = module(two_rails);
-  Module::OutputDir = dir.path().string();
+  Module::OutputDir() = dir.path().string();
   const auto saved = [&] { return run_captured([&] { m->save(); }).err; };
   EXPECT_EQ(saved(), "");
   EXPECT_EQ(read_text(dir.file("demo.zuc")), two_rails);
-  Module::OutputFile = "x";
+  Module::OutputFile() = "x";
   EXPECT_EQ(saved(), "");
   EXPECT_EQ(read_text(dir.file("x.zuc")), two_rails);
-  Module::OutputFile = "x.zuc";
+  Module::OutputFile() = "x.zuc";
   EXPECT_EQ(saved(), "File: " + dir.file("x.zuc") + " already exists. File rewrited.\n");
   EXPECT_FALSE(std::filesystem::exists(dir.file("x.zuc.zuc")));
-  Module::OutputDir = dir.file("nowhere");
+  Module::OutputDir() = dir.file("nowhere");
   EXPECT_EQ(saved(), "Cannot open output file: " + dir.file("nowhere") + "/x.zuc\n");
   EquationTable* const table = m->getCompilation();
   m->setCompilation(nullptr);

@@ -15,14 +15,14 @@ void Preemption::preempt(Circuit& c, Expression* e) {
   c.assign(Circuit::set(*body_), c.set());
   c.assign_whole(Circuit::reset(*body_), Or(And(actif, And(Not(c.reset()), e)), c.reset()));
   Expression* body_ends = Circuit::rtl(*body_);
-  if (!Compilation::rules.abort_start) body_ends = And(body_ends, Np(e));
+  if (!Compilation::rules().abort_start) body_ends = And(body_ends, Np(e));
   c.assign_whole(c.rtl(), Or(body_ends, And(e, actif)));
   c.assign_whole(register_.ACTIFPLUS, And(Not(c.reset()), And(Or(And(actif, Np(e)), c.set()),
                                                               Not(Circuit::rtl(*body_)))));
 }
 
 Statement* Abort::read(class_zu_parser& reader, Statement* body, Expression* expression) {
-  return reader.build<Abort>(reader.next_name("A", Module::AbortNumber), expression, body);
+  return reader.build<Abort>(reader.next_name("A", Module::AbortNumber()), expression, body);
 }
 
 void Abort::createEquations(Module* module, EquationTable* table) {
@@ -35,7 +35,7 @@ Statement* Abort::copy(const Copying& copying) const {
 }
 
 Statement* StrongAbort::read(class_zu_parser& reader, Statement* body, Expression* expression) {
-  return reader.build<StrongAbort>(reader.next_name("SA", Module::AbortNumber), expression, body);
+  return reader.build<StrongAbort>(reader.next_name("SA", Module::AbortNumber()), expression, body);
 }
 
 Statement* StrongAbort::copy(const Copying& copying) const {
@@ -85,7 +85,7 @@ void StrongAbort::remember_written(Module* module, EquationTable* table) {
 }
 
 void StrongAbort::compile(Module* module, EquationTable* table) {
-  if (Compilation::rules.abort_mask) remember_written(module, table);
+  if (Compilation::rules().abort_mask) remember_written(module, table);
   Preemption::compile(module, table);
   written_before_.clear();
   first_written_.clear();
@@ -98,7 +98,7 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
 
   Bddexpressionwood* wood = table->getBddexpressionWood();
   if (wood == nullptr || wood->my_bdd_manager() == nullptr) return;
-  const bool whole = Compilation::rules.abort_signal;
+  const bool whole = Compilation::rules().abort_signal;
   const bdd status = whole ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood);
   const bdd value = whole ? e->getInitialBddValue(module, wood) : e->getBddValue(module, wood);
   bdd mask = wood->Bdd_or(value, wood->Bdd_not(status));
@@ -109,7 +109,7 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
 
 void StrongAbort::mask_written(const bdd& mask, Module* module, EquationTable* table) {
   Bddexpressionwood* wood = table->getBddexpressionWood();
-  const bool body_only = Compilation::rules.abort_mask;
+  const bool body_only = Compilation::rules().abort_mask;
   for_each_written(
       module, wood,
       [&](Signal* signal) {

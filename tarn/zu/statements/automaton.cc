@@ -9,7 +9,7 @@ namespace kiva {
 Statement* Automaton::read(class_zu_parser& reader, const GeometryPair* geometry,
                            const std::list<Transition*>& transitions) {
   return reader.build<Automaton>(
-      reader.next_name("AUT", Module::AutomatonNumber),
+      reader.next_name("AUT", Module::AutomatonNumber()),
       geometry == nullptr ? nullptr : std::make_unique<GeometryPair>(*geometry), reader.states(),
       transitions);
 }

@@ -4,9 +4,9 @@
 
 #include "base/process_end.h"
 #include "forms/forms.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/statements/automaton.h"
 
 namespace kiva {

@@ -20,9 +20,9 @@
 
 #include "base/process_end.h"
 #include "forms/forms.h"
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/rules.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
 #include "tarn/zu/statements/automaton.h"
 #include "tarn/zu/statements/run.h"
@@ -149,7 +149,7 @@ void AutomatonCircuit::make_registers() {
   set_ = truth(module_->getSet());
   not_set_ = Not(set_);
   reset_ = truth(module_->getReset());
-  if (!Compilation::rules.kill) reset_ = And(reset_, not_set_);
+  if (!Compilation::rules().kill) reset_ = And(reset_, not_set_);
 }
 
 void AutomatonCircuit::add_behaviour(bdd& behaviours, const Arc& arc) {
@@ -174,7 +174,7 @@ void AutomatonCircuit::compile_run(Place& place) {
     if (arc.transition->tpe == Transition::strong) add_behaviour(strong, arc);
     if (arc.transition->tpe == Transition::weak) add_behaviour(weak, arc);
   }
-  if (Compilation::rules.state_mask) strong = And(strong, place.here);
+  if (Compilation::rules().state_mask) strong = And(strong, place.here);
   const std::unique_ptr<EquationTable> backup(table_->duplicate(module_));
   run->compile_with_preemption(module_, table_, strong);
   table_->unify(backup.get(), module_);
@@ -187,7 +187,7 @@ void AutomatonCircuit::reset_run(const Place& place) {
   for (const Arc& arc : arcs_)
     if (arc.from == &place && arc.transition->tpe != Transition::normal_termination)
       killed = Or(killed, And(place.here, arc.transition->triggerable_bdd(module_)));
-  if (Compilation::rules.state_reset) killed = Or(killed, reset_);
+  if (Compilation::rules().state_reset) killed = Or(killed, reset_);
   table_->createRails(Circuit::reset(*place.state->run), killed, Not(killed), Compilation::SWIRE,
                       module_);
 }
@@ -314,7 +314,7 @@ void AutomatonCircuit::write_end(Signal* rtl) {
   for (const Arc& arc : arcs_)
     if (arc.to->state->final_state)
       ends =
-          Or(ends, Compilation::rules.final_state ? arc.fires : And(arc.from->here, arc.trigger));
+          Or(ends, Compilation::rules().final_state ? arc.fires : And(arc.from->here, arc.trigger));
   table_->createRails(rtl, ends, Not(ends), Compilation::STAT, module_);
 }
 

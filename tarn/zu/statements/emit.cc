@@ -13,7 +13,7 @@ void Emission::join(Circuit& c, Expression* state, Expression* value) const {
 
 Statement* Emit::read(class_zu_parser& reader, const std::string& signal_name, DataExpr* data) {
   Signal* signal = reader.statement_signal(signal_name);
-  const std::string name = reader.next_name("E", Module::EmitNumber);
+  const std::string name = reader.next_name("E", Module::EmitNumber());
   Signal* bound = nullptr;
   if (data != nullptr) {
     bound = reader.bind(data, name, signal);
@@ -35,7 +35,7 @@ Statement* Emit::copy(const Copying& copying) const {
 
 Statement* NoEmit::read(class_zu_parser& reader, const std::string& signal_name) {
   Signal* signal = reader.statement_signal(signal_name);
-  return reader.build<NoEmit>(reader.next_name("NE", Module::NoEmitNumber), signal, signal_name,
+  return reader.build<NoEmit>(reader.next_name("NE", Module::NoEmitNumber()), signal, signal_name,
                               nullptr);
 }
 

@@ -7,7 +7,7 @@
 namespace kiva {
 
 Statement* Halt::read(class_zu_parser& reader) {
-  return reader.build<Halt>(reader.next_name("H", Module::HaltNumber));
+  return reader.build<Halt>(reader.next_name("H", Module::HaltNumber()));
 }
 
 void Halt::createEquations(Module* module, EquationTable* table) {

@@ -21,7 +21,7 @@ class Loop : public Statement {
   class Allowance {
    public:
     explicit Allowance(const Statement& module_body);
-    ~Allowance() { copies_left_ = outer_; }
+    ~Allowance() { copies_left() = outer_; }
     Allowance(const Allowance&) = delete;
     Allowance& operator=(const Allowance&) = delete;
 
@@ -33,7 +33,7 @@ class Loop : public Statement {
   std::vector<Statement*> children() const override { return {body_}; }
 
  private:
-  static inline long copies_left_ = 0;
+  static long& copies_left();
   Statement* body_;
 };
 

@@ -10,7 +10,7 @@
 namespace kiva {
 
 Statement* MealyMachine::read(class_zu_parser& reader, const std::list<Equation*>& equations) {
-  auto* machine = reader.build<MealyMachine>(reader.next_name("MM", Module::MealyMachineNumber));
+  auto* machine = reader.build<MealyMachine>(reader.next_name("MM", Module::MealyMachineNumber()));
   machine->setMachineTable(equations, machine->getModule());
   return machine;
 }
@@ -31,8 +31,8 @@ void MealyMachine::createEquations(Module* module, EquationTable* table) {
 void MealyMachine::createTarnEquation(Equation* equation, Signal* actif, Signal* set,
                                       Module* module, EquationTable* table) {
   Expression* runs = Or(actif, set);
-  Expression* e =
-      Compilation::rules.mealy ? Then(runs, equation->expression) : And(equation->expression, runs);
+  Expression* e = Compilation::rules().mealy ? Then(runs, equation->expression)
+                                             : And(equation->expression, runs);
   Bddexpressionwood* wood = table->getBddexpressionWood();
   table->settle();
   wood->update_bdd_vars();

@@ -7,7 +7,7 @@
 namespace kiva {
 
 Statement* Nothing::read(class_zu_parser& reader) {
-  return reader.build<Nothing>(reader.next_name("N", Module::NothingNumber));
+  return reader.build<Nothing>(reader.next_name("N", Module::NothingNumber()));
 }
 
 void Nothing::createEquations(Module* module, EquationTable* table) {

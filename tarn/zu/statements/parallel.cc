@@ -10,7 +10,7 @@ namespace kiva {
 
 Statement* Pn::read(class_zu_parser& reader, Statement* left, Statement* right) {
   if (left->isParallel()) return reader.appended(static_cast<Pn*>(left), right);
-  return reader.build<Pn>(reader.next_name("Pn", Module::ParallelNumber),
+  return reader.build<Pn>(reader.next_name("Pn", Module::ParallelNumber()),
                           std::vector<Statement*>{left, right});
 }
 

@@ -7,7 +7,7 @@
 namespace kiva {
 
 Statement* Pause::read(class_zu_parser& reader) {
-  return reader.build<Pause>(reader.next_name("PS", Module::PauseNumber));
+  return reader.build<Pause>(reader.next_name("PS", Module::PauseNumber()));
 }
 
 void Pause::compile(Module* module, EquationTable* table) {

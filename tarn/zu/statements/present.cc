@@ -10,13 +10,13 @@ namespace kiva {
 
 Statement* Present::read(class_zu_parser& reader, Expression* expression, Statement* then_branch,
                          Statement* else_branch) {
-  return reader.build<Present>(reader.next_name("PR", Module::PresentNumber), expression,
+  return reader.build<Present>(reader.next_name("PR", Module::PresentNumber()), expression,
                                then_branch, else_branch);
 }
 
 Statement* Present::read(class_zu_parser& reader, DataExpr* condition, Statement* then_branch,
                          Statement* else_branch) {
-  const std::string name = reader.next_name("IF", Module::PresentNumber);
+  const std::string name = reader.next_name("IF", Module::PresentNumber());
   Signal* signal = reader.bind_condition(condition, name);
   return reader.build<Present>(name, signal, then_branch, else_branch);
 }
@@ -39,7 +39,7 @@ void Present::createEquations(Module* module, EquationTable* table) {
 }
 
 bool Present::reincarnate() {
-  if (else_ == nullptr) return Compilation::rules.skip || then_->reincarnate();
+  if (else_ == nullptr) return Compilation::rules().skip || then_->reincarnate();
   return then_->reincarnate() || else_->reincarnate();
 }
 

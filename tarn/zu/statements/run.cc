@@ -5,10 +5,10 @@
 
 #include <iostream>
 
-#include "tarn/model/arena.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/nested_modules.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/statement_copy.h"
@@ -24,10 +24,10 @@ Module* known(const ModuleTable* table, const std::string& name) {
 
 Module* enter_compiled(Module* module) {
   if (module == nullptr) return nullptr;
-  if (Compilation::ZucModTable == nullptr)
-    Compilation::ZucModTable = make_kept<ModuleTable>(&std::cout);
-  if (known(Compilation::ZucModTable, module->getName()) == nullptr)
-    Compilation::ZucModTable->add(module);
+  if (Compilation::ZucModTable() == nullptr)
+    Compilation::ZucModTable() = make_kept<ModuleTable>(&std::cout);
+  if (known(Compilation::ZucModTable(), module->getName()) == nullptr)
+    Compilation::ZucModTable()->add(module);
   return module;
 }
 
@@ -35,7 +35,7 @@ Module* enter_compiled(Module* module) {
 
 Statement* Run::read(class_zu_parser& reader, const std::string& module,
                      const RenamingList* renamings) {
-  Run* run = reader.build<Run>(reader.next_name("R_" + module, Module::RunNumber), module);
+  Run* run = reader.build<Run>(reader.next_name("R_" + module, Module::RunNumber()), module);
   run->setRenamingTable(renamings);
   return run;
 }
@@ -43,7 +43,7 @@ Statement* Run::read(class_zu_parser& reader, const std::string& module,
 Statement* Run::copy(const Copying& copying) const {
   if (copying.module() == nullptr) return copying.make(*this, module_name_);
   Run* copy = copying.make_named(
-      *this, "R_" + copying.module()->getName() + "_" + std::to_string(Module::RunNumber++),
+      *this, "R_" + copying.module()->getName() + "_" + std::to_string(Module::RunNumber()++),
       module_name_);
   copy->renaming_ = renaming_;
   return copy;
@@ -78,10 +78,10 @@ void Run::computeAwaitedNameList(std::list<std::string>& inputs, std::list<std::
 }
 
 void Run::find_called(Module* module) {
-  called_ = known(Compilation::ZucModTable, module_name_);
+  called_ = known(Compilation::ZucModTable(), module_name_);
   if (called_ != nullptr) return;
   const std::string* location = module->getModuleLocation(module_name_);
-  if (location == nullptr) called_ = known(Compilation::ModTable, module_name_);
+  if (location == nullptr) called_ = known(Compilation::ModTable(), module_name_);
   if (called_ != nullptr) return;
   std::list<std::string> inputs;
   std::list<std::string> outputs;
@@ -99,7 +99,7 @@ void Run::find_called(Module* module) {
       called_ = enter_compiled(declared);
     }
   }
-  if (called_ == nullptr) called_ = known(Compilation::ModTable, module_name_);
+  if (called_ == nullptr) called_ = known(Compilation::ModTable(), module_name_);
   if (called_ == nullptr) called_ = read_source(files);
   if (called_ != nullptr) return;
   files.tell_missing();
@@ -112,7 +112,7 @@ void Run::find_called(Module* module) {
 Module* Run::read_source(const RunFiles& files) const {
   if (files.source().empty()) return nullptr;
   Compilation::zu_parse(files.source().c_str());
-  return known(Compilation::ModTable, module_name_);
+  return known(Compilation::ModTable(), module_name_);
 }
 
 bool Run::reincarnate() {
@@ -128,8 +128,8 @@ bool Run::ask_called() {
     return called->getStatement()->reincarnate();
   };
   if (called_ != nullptr) return answer_of(called_);
-  if (Module* read = known(Compilation::ZucModTable, module_name_)) return read->getReincarnate();
-  if (Module* source = known(Compilation::ModTable, module_name_)) {
+  if (Module* read = known(Compilation::ZucModTable(), module_name_)) return read->getReincarnate();
+  if (Module* source = known(Compilation::ModTable(), module_name_)) {
     called_ = source;
     return answer_of(source);
   }

@@ -10,6 +10,7 @@
 #include "tarn/model/interface.h"
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
 #include "tarn/zu/compilation.h"
 #include "tarn/zu/module_inclusion.h"
@@ -175,7 +176,7 @@ void Run::connect_input(const std::string& formal, Signal* copy, Module* module,
     table->createEquation(bound, fires, module, true);
   };
   const auto bindings = module->getDataBindingByClock(actual);
-  if (Compilation::rules.run_join) {
+  if (Compilation::rules().run_join) {
     // Of several bindings, only the signal's own value tells which one has fired.
     bind(make_kept<DataSignalValue>(actual), Cond(True(), copy));
   } else if (bindings == nullptr) {
@@ -201,7 +202,7 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
   }
   Bddexpressionwood* wood = table->getBddexpressionWood();
   require_one_type(formal, copy, actual, module, wood);
-  const bool joins = Compilation::rules.run_join;
+  const bool joins = Compilation::rules().run_join;
   if (!joins) {
     table->replaceEquation(actual, copy, module);
   } else if (!never_emitted(called_->getOutputSignal(formal), called_)) {

@@ -39,8 +39,8 @@ bool declares(const std::string& file, const std::string& module) {
 RunFiles::RunFiles(const std::string& module, const std::string* location, const SourceSpan& run)
     : module_(module) {
   if (run.known()) looked_at_.push_back(*run.file);
-  if (Module::CompilationFileList != nullptr)
-    for (const std::string& file : *Module::CompilationFileList) {
+  if (Module::CompilationFileList() != nullptr)
+    for (const std::string& file : *Module::CompilationFileList()) {
       if (std::find(looked_at_.begin(), looked_at_.end(), file) == looked_at_.end())
         looked_at_.push_back(file);
       if (source_.empty() && file.ends_with(".zu") && declares(file, module)) source_ = file;

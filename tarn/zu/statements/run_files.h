@@ -9,7 +9,7 @@ namespace kiva {
 
 /// The files that may hold the module of a run: where its caller's declaration says, relative to
 /// the folder of the caller's source text, and without a declaration the source files of
-/// Module::CompilationFileList.
+/// Module::CompilationFileList().
 class RunFiles {
  public:
   /// `location` is null for a run without declaration.

@@ -14,7 +14,7 @@ Statement* Sn::read(class_zu_parser& reader, Statement* left, Statement* right) 
 }
 
 Statement* Sn::read(class_zu_parser& reader, std::vector<Statement*> members) {
-  return reader.build<Sn>(reader.next_name("Sn", Module::SequenceNumber), std::move(members));
+  return reader.build<Sn>(reader.next_name("Sn", Module::SequenceNumber()), std::move(members));
 }
 
 void InSequence::createEquations(Module* module, EquationTable* table) {

@@ -11,7 +11,7 @@ namespace kiva {
 Statement* SustainUntil::read(class_zu_parser& reader, const std::string& signal_name,
                               DataExpr* data, Expression* until) {
   Signal* signal = reader.statement_signal(signal_name);
-  const std::string name = reader.next_name("SU", Module::SustainUntilNumber);
+  const std::string name = reader.next_name("SU", Module::SustainUntilNumber());
   Signal* bound = nullptr;
   if (data != nullptr) {
     bound = reader.bind(data, name, signal);
@@ -29,12 +29,12 @@ void SustainUntil::createEquations(Module* module, EquationTable* table) {
                  And(Or(And(c.set(), Not(c.reset())), And(actif, Not(c.reset()))), Np(e)));
   c.assign_whole(c.rtl(), And(Or(actif, c.set()), e));
   Expression* sustains = And(Or(actif, c.set()), Np(e));
-  if (Compilation::rules.sustain) sustains = Then(sustains, True());
+  if (Compilation::rules().sustain) sustains = Then(sustains, True());
   join(c, sustains, sustains);
 }
 
 bool SustainUntil::reincarnate() {
-  return Compilation::rules.skip;
+  return Compilation::rules().skip;
 }
 
 Statement* SustainUntil::copy(const Copying& copying) const {

@@ -9,7 +9,7 @@
 namespace kiva {
 
 Statement* Wait::read(class_zu_parser& reader, Expression* expression) {
-  return reader.build<Wait>(reader.next_name("W", Module::WaitNumber), expression);
+  return reader.build<Wait>(reader.next_name("W", Module::WaitNumber()), expression);
 }
 
 Statement* Wait::read(class_zu_parser& reader, int count, Expression* expression) {

@@ -1,7 +1,7 @@
 #include <QObject>
 #include <QVariant>
 
-#include "SIMULATOR_ZUC/plugininterface.h"
+#include "SIMULATOR_ZUC/classic/plugininterface.h"
 
 namespace kiva::test {
 

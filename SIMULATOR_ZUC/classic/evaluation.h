@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "SIMULATOR_ZUC/set_reset.h"
 #include "SIMULATOR_ZUC/signal_color.h"
 #include "engine/context.h"
 
@@ -11,9 +12,8 @@ class QTableWidget;
 
 namespace kiva {
 
-/// Paints row r of the view, column 0 of a table, by entry r of `states`.
-void paint_states(QListWidget* list, const std::vector<SignalState>& states);
-void paint_states(QTableWidget* table, const std::vector<SignalState>& states);
+/// The told lines about an evaluation without data, on the standard output.
+void tell_evaluation(Module* module);
 
 /// The bridge between a context and the panels. It holds no state of the simulation.
 class Signal_eval {

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QString>
 
-#include "SIMULATOR_ZUC/plugininterface.h"
+#include "SIMULATOR_ZUC/classic/plugininterface.h"
 
 namespace kiva {
 

@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/evaluation.h"
+#include "SIMULATOR_ZUC/classic/evaluation.h"
 
 #include <QListWidget>
 #include <QTableWidget>
@@ -9,14 +9,11 @@
 
 namespace kiva {
 
-void paint_states(QListWidget* list, const std::vector<SignalState>& states) {
-  for (size_t row = 0; row < states.size(); ++row)
-    show_state(list->item(static_cast<int>(row)), states[row]);
-}
-
-void paint_states(QTableWidget* table, const std::vector<SignalState>& states) {
-  for (size_t row = 0; row < states.size(); ++row)
-    show_state(table->item(static_cast<int>(row), 0), states[row]);
+void tell_evaluation(Module* module) {
+  std::cout << "i'm in bdds_evaluate()\n";
+  Bddexpressionwood* wood = module->getBddWood();
+  for (long index : wood->earliest_sort())
+    if (wood->Exp_table()[index]->getAbstraction() != 0) std::cout << " getAbstraction() \n";
 }
 
 int* Signal_eval::Get_contexts(Module* module, set_reset* flags, List_Signal_color* colors,
@@ -32,7 +29,9 @@ int* Signal_eval::Get_contexts(Module* module, set_reset* flags, List_Signal_col
 
 int* Signal_eval::bdds_evaluate(Module* module, int* context) {
   mananger = module->getBddWood()->my_bdd_manager();
-  return evaluate_equations(module, context);
+  tell_evaluation(module);
+  Simulation(module).run_equations(context);
+  return context;
 }
 
 std::vector<SignalState> Signal_eval::states_of(Module* module, const int* context,

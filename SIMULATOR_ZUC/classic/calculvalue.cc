@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/calculvalue.h"
+#include "SIMULATOR_ZUC/classic/calculvalue.h"
 
 #include <iostream>
 

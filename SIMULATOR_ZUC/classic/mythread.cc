@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/mythread.h"
+#include "SIMULATOR_ZUC/classic/mythread.h"
 
 #include <iostream>
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <mutex>
 
-#include "SIMULATOR_ZUC/evaluation.h"
-#include "SIMULATOR_ZUC/pluginmanager.h"
+#include "SIMULATOR_ZUC/classic/evaluation.h"
+#include "SIMULATOR_ZUC/classic/pluginmanager.h"
 
 namespace kiva {
 

@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/pluginmanager.h"
+#include "SIMULATOR_ZUC/classic/pluginmanager.h"
 
 #include <QDebug>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "SIMULATOR_ZUC/set_reset.h"
+#include "SIMULATOR_ZUC/classic/set_reset_color.h"
 
 #include <QCheckBox>
 
