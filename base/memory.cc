@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <fstream>
 
 namespace kiva {
@@ -14,11 +15,9 @@ long used_mem() {
 }
 
 long diff_used_mem() {
-  static long before = 0;
+  static std::atomic<long> before = 0;
   const long now = used_mem();
-  const long growth = now - before;
-  before = now;
-  return growth;
+  return now - before.exchange(now);
 }
 
 }  // namespace kiva

@@ -6,7 +6,7 @@
 namespace kiva {
 
 namespace {
-process_end_handler current_handler = nullptr;
+thread_local process_end_handler current_handler = nullptr;
 }  // namespace
 
 void end_process(int status) {

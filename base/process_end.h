@@ -9,7 +9,8 @@ using process_end_handler = void (*)(int status);
 /// with `status`. A test replaces the exit by a throw.
 [[noreturn]] void end_process(int status = 1);
 
-/// Replaces what `end_process` does; null puts the exit back. Gives the handler that stood before.
+/// Replaces what `end_process` does in this thread; null puts the exit back. Gives the handler that
+/// stood before.
 process_end_handler set_process_end_handler(process_end_handler handler);
 
 }  // namespace kiva

@@ -102,6 +102,8 @@ inline bdd::bdd(bdd&& other) noexcept
   other.internal_link_type = 0;
   other.internal_bdd_node = nullptr;
 }
+// A handle of the same node returns before any count changes.
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
 inline bdd& bdd::operator=(const bdd& other) {
   internal_manager_ref = other.internal_manager_ref;
   internal_link_type = other.internal_link_type;

@@ -10,7 +10,7 @@
 
 namespace kiva {
 
-class_exp_bdd_parser* pexp_bdd_parser = nullptr;
+thread_local class_exp_bdd_parser* pexp_bdd_parser = nullptr;
 
 class_exp_bdd_parser::class_exp_bdd_parser(bddpp_manager* manager)
     : class_exp_bdd_parser(manager, std::cerr) {}
@@ -30,7 +30,15 @@ int class_exp_bdd_parser::parse(const std::string& text) {
   position_ = 0;
   priority_ = 0;
   result_.reset();
-  return exp_bddparse();
+  fault_ = ExpressionFault::none;
+  constexpr int stack_full = 2;
+  const int result = exp_bddparse();
+  if (result == stack_full) {
+    fault_ = ExpressionFault::too_deep;
+  } else if (result != 0 && fault_ == ExpressionFault::none) {
+    fault_ = ExpressionFault::syntax;
+  }
+  return result;
 }
 
 const std::string& class_exp_bdd_parser::next_piece() {

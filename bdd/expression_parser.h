@@ -8,8 +8,11 @@
 
 namespace kiva {
 
+/// Why a parse failed.
+enum class ExpressionFault { none, unknown_name, bad_priority, syntax, too_deep };
+
 /// One parse of an expression over the variables of a manager. The scanner and the grammar
-/// (parse_expression.y) find it through `pexp_bdd_parser`, so one parse runs at a time.
+/// (parse_expression.y) find it through `pexp_bdd_parser`, so one parse runs at a time in a thread.
 ///
 ///   [<priority>] expression      or + |   and . &   not ! ~   xor   xnor   ( ) [ ]   0 1   names
 class class_exp_bdd_parser {
@@ -23,6 +26,7 @@ class class_exp_bdd_parser {
 
   /// 0 on success.
   int parse(const std::string& text);
+  ExpressionFault fault() const { return fault_; }
   /// The value in angle brackets; 0 without one, -1 for "other" and "default".
   int prio() const { return priority_; }
   /// A default-built handle before a parse that succeeded.
@@ -37,6 +41,7 @@ class class_exp_bdd_parser {
   size_t position() const { return position_; }
   void take_result(bdd* result) { result_.reset(result); }
   void set_priority(long priority) { priority_ = static_cast<int>(priority); }
+  void set_fault(ExpressionFault fault) { fault_ = fault; }
   void message(const std::string& text);
 
  private:
@@ -47,10 +52,11 @@ class class_exp_bdd_parser {
   std::string piece_;
   size_t position_ = 0;
   int priority_ = 0;
+  ExpressionFault fault_ = ExpressionFault::none;
   std::unique_ptr<bdd> result_;
 };
 
-/// The parse under way.
-extern class_exp_bdd_parser* pexp_bdd_parser;
+/// The parse under way in this thread.
+extern thread_local class_exp_bdd_parser* pexp_bdd_parser;
 
 }  // namespace kiva

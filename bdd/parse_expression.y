@@ -44,7 +44,8 @@ static bdd* combined(bdd (bddpp_manager::*operation)(const bdd&, const bdd&), bd
   return result;
 }
 
-static void complain(const char* before, const char* after) {
+static void complain(kiva::ExpressionFault fault, const char* before, const char* after) {
+  pexp_bdd_parser->set_fault(fault);
   exp_bdderror(
       ("parsing error in expression: " + std::string(before) + '"' +
        pexp_bdd_parser->current_piece() + '"' + after).c_str());
@@ -69,7 +70,7 @@ bdd_expression_gen: priorite bdd_expression { pexp_bdd_parser->set_priority($1);
 priorite: %empty { $$ = 0; }
   | TOKEN_INF valeur TOKEN_SUP { $$ = $2; }
   ;
-valeur: TOKEN_ZERO { complain("", " is not a correct priority value ..."); YYERROR; }
+valeur: TOKEN_ZERO { complain(kiva::ExpressionFault::bad_priority, "", " is not a correct priority value ..."); YYERROR; }
   | TOKEN_ONE { $$ = 1; }
   | TOKEN_STRING {
       const std::string& piece = pexp_bdd_parser->current_piece();
@@ -78,7 +79,7 @@ valeur: TOKEN_ZERO { complain("", " is not a correct priority value ..."); YYERR
       } else if (kiva::checkuint(piece)) {
         $$ = kiva::Stol(piece);
       } else {
-        complain("name ", " is not a correct priority value ...");
+        complain(kiva::ExpressionFault::bad_priority, "name ", " is not a correct priority value ...");
         YYERROR;
       }
     }
@@ -100,7 +101,7 @@ bdd_facteur: TOKEN_PAR_OUVRANTE bdd_expression TOKEN_PAR_FERMANTE { $$ = $2; }
   ;
 bdd_variable: TOKEN_STRING {
       if (diagrams().Id_var_by_name(pexp_bdd_parser->current_piece()) < 0) {
-        complain("name ", " not identificated ...");
+        complain(kiva::ExpressionFault::unknown_name, "name ", " not identificated ...");
         YYERROR;
       }
       $$ = new bdd(diagrams().Bdd_var_by_name(pexp_bdd_parser->current_piece()));

@@ -3,7 +3,7 @@ add_library(kiva_settings INTERFACE)
 target_include_directories(kiva_settings INTERFACE ${PROJECT_SOURCE_DIR})
 add_library(kiva_warnings INTERFACE)
 # GCC 12 sees overlaps in additions of strings that cannot be (its bug 105651).
-target_compile_options(kiva_warnings INTERFACE -Wall -Wextra -Wno-restrict $<$<BOOL:${KIVA_WERROR}>:-Werror>)
+target_compile_options(kiva_warnings INTERFACE -Wall -Wextra $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> $<$<BOOL:${KIVA_WERROR}>:-Werror>)
 
 # kiva_floor(NAME FOLDER... [USES TARGET...]): a library of all sources in the folders.
 function(kiva_floor name)

@@ -199,6 +199,11 @@ void FlatEquations::run(size_t segment, int* context) const {
     const Run& run = runs_[r];
     KIVA_CHECK(3, run.begin < run.end && (r == first || runs_[r - 1].form != run.form ||
                                           runs_[r - 1].end == run.begin));
+    if (run.form == diagram_run) {
+      for (std::uint32_t i = run.begin; i != run.end; ++i)
+        context[diagram_equations_[i].out] = evaluate(diagram_equations_[i].root, context);
+      continue;
+    }
     const TableEquation* begin = table_equations_.data() + run.begin;
     const TableEquation* end = table_equations_.data() + run.end;
     switch (run.form) {
@@ -214,12 +219,8 @@ void FlatEquations::run(size_t segment, int* context) const {
       case 3:
         run_tables<3>(begin, end, tables, context);
         break;
-      case 4:
-        run_tables<4>(begin, end, tables, context);
-        break;
       default:
-        for (std::uint32_t i = run.begin; i != run.end; ++i)
-          context[diagram_equations_[i].out] = evaluate(diagram_equations_[i].root, context);
+        run_tables<4>(begin, end, tables, context);
     }
   }
 }

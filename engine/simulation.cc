@@ -13,10 +13,10 @@
 #include <iostream>
 #include <map>
 
-#include "base/process_end.h"
 #include "engine/context.h"
 #include "engine/flat_equations.h"
 #include "tarn/model/compilation.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -233,9 +233,8 @@ void Simulation::run_action(const Action& action, ValueTexts* values, ConstantTe
     return;
   }
   if (action.binding == nullptr) {
-    std::cerr << "***error:FenPrincipale::Simuler(): No binding for signal:"
-              << module_->getSignalNameById(action.status_id, wood) << '\n';
-    end_process();
+    end_with("***error:FenPrincipale::Simuler(): No binding for signal:" +
+             module_->getSignalNameById(action.status_id, wood));
   }
   const std::string text = evaluated();
   context[action.status_id] = text == "true" ? 1 : 0;
@@ -284,9 +283,8 @@ void Simulation::serve_output_bindings(ValueTexts* values, ConstantTexts* consta
                 << output.signal->getName(module_, wood) << '\n';
     const auto row = std::find(output_rows_.begin(), output_rows_.end(), output.signal);
     if (row == output_rows_.end()) {
-      std::cerr << "***error: FenPrincipale:Simuler:  unknown signal:"
-                << output.signal->getInternalName() << '\n';
-      end_process();
+      end_with("***error: FenPrincipale:Simuler:  unknown signal:" +
+               output.signal->getInternalName());
     }
     state_.output_values[static_cast<size_t>(row - output_rows_.begin())] = text;
   }

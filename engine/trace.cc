@@ -110,4 +110,17 @@ void TextTrace::write(std::ostream& out, const SimulationState& state) {
   out << '\n' << std::flush;
 }
 
+std::span<const TraceFormat> trace_formats() {
+  using Writer = std::unique_ptr<TraceWriter>;
+  static const TraceFormat formats[] = {
+      {"text", "for a person",
+       [](const Simulation& s) -> Writer { return std::make_unique<TextTrace>(s); }},
+      {"outputs", "text without registers and locals",
+       [](const Simulation& s) -> Writer { return std::make_unique<TextTrace>(s, true); }},
+      {"json", "an object a line",
+       [](const Simulation& s) -> Writer { return std::make_unique<JsonTrace>(s); }},
+  };
+  return formats;
+}
+
 }  // namespace kiva

@@ -2,6 +2,7 @@
 
 #include <iosfwd>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -42,5 +43,13 @@ class TextTrace : public TraceWriter {
   const Simulation& simulation_;
   bool outputs_only_;
 };
+
+/// A format of traces: a row of the table that the console offers.
+struct TraceFormat {
+  const char* name;
+  const char* tells;  ///< for the help
+  std::unique_ptr<TraceWriter> (*make)(const Simulation& simulation);
+};
+std::span<const TraceFormat> trace_formats();
 
 }  // namespace kiva

@@ -10,7 +10,7 @@ namespace kiva {
 
 namespace {
 
-message_presenter* current_presenter = nullptr;
+thread_local message_presenter* current_presenter = nullptr;
 
 /// The text on the error stream, closed by exactly one newline of its own or ours.
 void write_text(const std::string& text) {

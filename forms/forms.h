@@ -18,8 +18,8 @@ class message_presenter {
   virtual void display(const std::string& title, const std::string& text, int columns) = 0;
 };
 
-/// Chooses the presenter, which the caller keeps alive; null (the default) leaves messages to the
-/// error stream. Gives the presenter that stood before.
+/// Chooses the presenter of this thread, which the caller keeps alive; null (the default) leaves
+/// messages to the error stream. Gives the presenter that stood before.
 message_presenter* set_message_presenter(message_presenter* presenter);
 
 /// Each writes its text and a newline to the error stream, then hands it to the presenter.

@@ -9,15 +9,22 @@
 #include "engine/simulation.h"
 #include "engine/stimuli.h"
 #include "engine/trace.h"
+#include "programs/report.h"
 #include "tarn/model/compilation.h"
-#include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zuc/zuc_reader.h"
 
 namespace {
 
-constexpr int unusable = 1;
-constexpr int wrong_usage = 2;
-constexpr const char* program = "kiva-console: ";
+using kiva::programs::complain;
+using kiva::programs::unusable;
+
+constexpr const char* program = "kiva-console";
+
+int refuse(const std::string& file, int line, const std::string& reason) {
+  complain(program, {file, line, 0, line, 0}, reason);
+  return unusable;
+}
 
 struct Options {
   std::string module;
@@ -37,18 +44,12 @@ int run(const Options& options, std::ostream& out) {
   using namespace kiva;
   const ZucRead read =
       read_zuc_file(options.module, Compilation::EmptyString, Compilation::EmptyString);
-  if (read.module == nullptr) {
-    std::cerr << program << read.problem << '\n';
-    return unusable;
-  }
+  if (read.module == nullptr) return refuse(read.where.file, read.where.line, read.reason);
   std::ifstream file;
   if (options.stimuli != "-") {
     file.open(options.stimuli);
     if (!file || file.peek() == std::ifstream::traits_type::eof()) file.clear();
-    if (!file.is_open()) {
-      std::cerr << program << options.stimuli << ": cannot be read\n";
-      return unusable;
-    }
+    if (!file.is_open()) return refuse(options.stimuli, 0, "cannot be read");
   }
   std::istream& in = options.stimuli == "-" ? std::cin : file;
   const std::string stimuli_name = options.stimuli == "-" ? "standard input" : options.stimuli;
@@ -72,14 +73,10 @@ int run(const Options& options, std::ostream& out) {
       apply(*stimulus, simulation);
       simulation.step(server.get());
       trace->write(out, simulation.state());
-      if (!out) {
-        std::cerr << program << "the trace cannot be written\n";
-        return unusable;
-      }
+      if (!out) return refuse(options.output, 0, "the trace cannot be written");
     }
   } catch (const StimuliError& error) {
-    std::cerr << program << stimuli_name << ":" << error.line << ": " << error.reason << '\n';
-    return unusable;
+    return refuse(stimuli_name, error.line, error.reason);
   }
   return 0;
 }
@@ -102,26 +99,18 @@ int main(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : wrong_usage;
+    return app.exit(error) == 0 ? 0 : kiva::programs::wrong_usage;
   }
 
-  // What the engine tells on the standard output must not meet the trace there.
-  std::ostream standard_output(std::cout.rdbuf());
-  std::cout.rdbuf(std::cerr.rdbuf());
-  std::ofstream output_file;
-  if (!options.output.empty()) {
-    output_file.open(options.output);
-    if (!output_file) {
-      std::cerr << program << options.output << ": cannot be written\n";
-      return unusable;
+  return kiva::programs::run_reported(program, [&] {
+    const kiva::programs::ProgramSession session;
+    // What the engine tells on the standard output must not meet the trace there.
+    kiva::Session::current().set_told_text(std::cerr);
+    std::ofstream output_file;
+    if (!options.output.empty()) {
+      output_file.open(options.output);
+      if (!output_file) return refuse(options.output, 0, "cannot be written");
     }
-  }
-  int status = unusable;
-  try {
-    status = run(options, options.output.empty() ? standard_output : output_file);
-  } catch (const kiva::LibraryException& exception) {
-    std::cerr << program << exception.text() << '\n';
-  }
-  std::cout.rdbuf(standard_output.rdbuf());
-  return status;
+    return run(options, options.output.empty() ? std::cout : output_file);
+  });
 }

@@ -1,3 +1,4 @@
+# shellcheck shell=sh
 # Sourced by ./run, ./test and .ci/run from the root of the tree: installs what is missing, and
 # says nothing where nothing is.
 
@@ -6,8 +7,9 @@ set -eu
 # kiva_install_packages [--with-tools]: those of the list; its last section only if asked for.
 kiva_install_packages() {
   missing=
-  last='/^# Tools/q'
+  last='/^# Tools that/q'
   [ "${1:-}" != --with-tools ] || last=
+  # shellcheck disable=SC2013  # words are what is wanted
   for package in $(sed -n -e "$last" -e 's/#.*//' -e p scripts/packages); do
     dpkg-query -W -f '${Status}\n' "$package" 2>/dev/null | grep -q 'install ok installed' ||
       missing="$missing $package"

@@ -10,10 +10,10 @@
 namespace kiva {
 
 void tell_evaluation(Module* module) {
-  std::cout << "i'm in bdds_evaluate()\n";
+  told_text() << "i'm in bdds_evaluate()\n";
   Bddexpressionwood* wood = module->getBddWood();
   for (long index : wood->earliest_sort())
-    if (wood->Exp_table()[index]->getAbstraction() != 0) std::cout << " getAbstraction() \n";
+    if (wood->Exp_table()[index]->getAbstraction() != 0) told_text() << " getAbstraction() \n";
 }
 
 int* Signal_eval::Get_contexts(Module* module, set_reset* flags, List_Signal_color* colors,

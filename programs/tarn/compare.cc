@@ -10,11 +10,10 @@
 #include <new>
 #include <sstream>
 
-#include "programs/tarn/options.h"
 #include "programs/tarn/read_module.h"
+#include "programs/tarn/translate.h"
 #include "tarn/b_automaton/equivalence.h"
 #include "tarn/b_automaton/module_automaton.h"
-#include "tarn/model/sexception.h"
 
 namespace kiva::tarn_program {
 
@@ -99,8 +98,10 @@ std::string bare(const std::string& name) {
 
 class Comparison {
  public:
-  Comparison(const std::string& first, const std::string& second, Messages& messages)
-      : files_{&first, &second}, messages_(messages) {}
+  Comparison(Options& options, Messages& messages)
+      : options_(options),
+        files_{&options.files.front(), &options.files.back()},
+        messages_(messages) {}
 
   int run() {
     for (const std::string* file : files_) {
@@ -110,8 +111,8 @@ class Comparison {
     both_ = observateur_equivalence(automata_[0].get(), automata_[1].get());
     if (const std::list<long> loop = both_->sort(); !loop.empty()) {
       const std::string name = both_->nom_associe(loop.front());
-      fail(*files_[name.starts_with("autom2_") ? 1 : 0] + ": has a cycle through " +
-           name.substr(name.find("_l_") + 3));
+      fail({*files_[name.starts_with("autom2_") ? 1 : 0], 0, 0, 0, 0},
+           "has a cycle through " + name.substr(name.find("_l_") + 3));
       return incomparable;
     }
     const bool terminal = isatty(STDERR_FILENO) != 0;
@@ -142,16 +143,16 @@ class Comparison {
 
  private:
   bool read(const std::string& file) {
+    // The automaton stands without the module.
     try {
-      forget_other_files();
+      const programs::ProgramSession session(&messages_);
+      choose(options_);
       Module* module = read_module(file);
       if (module == nullptr) return false;
       automata_.push_back(automaton_of(module));
       return true;
-    } catch (const LibraryException& exception) {
-      return fail(file + ": " + exception.first() + " " + exception.second());
-    } catch (const ToldEnd&) {
-      return fail(messages_.last_in_a_line(file));
+    } catch (...) {
+      return fail(programs::fault_under_way(file));
     }
   }
 
@@ -207,6 +208,7 @@ class Comparison {
     }
   }
 
+  Options& options_;
   const std::string* files_[2];
   Messages& messages_;
   std::vector<std::unique_ptr<b_automaton>> automata_;
@@ -215,8 +217,8 @@ class Comparison {
 
 }  // namespace
 
-int compare_modules(const std::string& first, const std::string& second, Messages& messages) {
-  return Comparison(first, second, messages).run();
+int compare_modules(Options& options, Messages& messages) {
+  return Comparison(options, messages).run();
 }
 
 }  // namespace kiva::tarn_program

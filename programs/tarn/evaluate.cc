@@ -9,8 +9,8 @@
 
 #include "bdd/expression_parser.h"
 #include "programs/tarn/read_module.h"
+#include "programs/tarn/translate.h"
 #include "tarn/formats/sum_text.h"
-#include "tarn/model/sexception.h"
 
 namespace kiva::tarn_program {
 
@@ -30,9 +30,9 @@ class Evaluation {
   }
 
   bool run(const std::string& text) {
-    std::ostringstream report;
-    class_exp_bdd_parser parser(&names_, report);
-    if (parser.parse(text) != 0) return complain(parser, report.str());
+    std::ostringstream told;
+    class_exp_bdd_parser parser(&names_, told);
+    if (parser.parse(text) != 0) return complain(parser);
     if (parser.prio() != 0) return fail("--eval: a priority has no meaning here");
     const bdd f = computed(parser.bddexpression());
     if (count_products(f, Max_number_of_terms() + 1L) > Max_number_of_terms())
@@ -96,15 +96,18 @@ class Evaluation {
   }
 
   /// One line with the place, from 1, of what stands in the way.
-  bool complain(const class_exp_bdd_parser& parser, const std::string& report) const {
+  bool complain(const class_exp_bdd_parser& parser) const {
     const std::string& piece = parser.current_piece();
     const std::string place = "--eval: character " + std::to_string(parser.position() + 1) + ": ";
-    if (report.find("not identificated") != std::string::npos)
-      return fail(place + '"' + piece + "\" is no signal of " + file_);
-    if (report.find("memory exhausted") != std::string::npos)
-      return fail(place + "nested too deep");
-    if (piece.empty()) return fail(place + "the expression ends too early");
-    return fail(place + '"' + piece + "\" cannot stand here");
+    switch (parser.fault()) {
+      case ExpressionFault::unknown_name:
+        return fail(place + '"' + piece + "\" is no signal of " + file_);
+      case ExpressionFault::too_deep:
+        return fail(place + "nested too deep");
+      default:
+        if (piece.empty()) return fail(place + "the expression ends too early");
+        return fail(place + '"' + piece + "\" cannot stand here");
+    }
   }
 
   Module* module_;
@@ -117,16 +120,17 @@ class Evaluation {
 
 }  // namespace
 
-bool evaluate_expression(const std::string& text, const std::string& file, Messages& messages) {
+bool evaluate_expression(Options& options, Messages& messages) {
+  const std::string& file = options.files.front();
+  const std::string& text = options.eval;
   try {
-    forget_other_files();
+    const programs::ProgramSession session(&messages);
+    choose(options);
     Module* module = read_module(file);
     return module != nullptr &&
            Evaluation(module, file).run(text.substr(0, text.find_last_not_of(' ') + 1));
-  } catch (const LibraryException& exception) {
-    return fail(file + ": " + exception.text());
-  } catch (const ToldEnd&) {
-    return fail(messages.last_in_a_line(file));
+  } catch (...) {
+    return fail(programs::fault_under_way(file));
   }
 }
 

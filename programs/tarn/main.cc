@@ -2,6 +2,7 @@
 // other text.
 
 #include <algorithm>
+#include <set>
 
 #include "forms/fltk/fltk_messages.h"
 #include "programs/tarn/compare.h"
@@ -9,27 +10,27 @@
 #include "programs/tarn/messages.h"
 #include "programs/tarn/options.h"
 #include "programs/tarn/translate.h"
-#include "tarn/model/module.h"
 
-int main(int argc, char** argv) {
-  using namespace kiva;
-  using namespace kiva::tarn_program;
-  Options options;
-  int status = 0;
-  if (!read_options(argc, argv, options, status)) return status;
-  choose(options);
-  fltk_presenter windows;
-  Messages messages(options.windows ? &windows : nullptr);
+namespace kiva::tarn_program {
+namespace {
 
-  if (options.equiv) return compare_modules(options.files.front(), options.files.back(), messages);
-  if (!options.eval.empty())
-    return evaluate_expression(options.eval, options.files.front(), messages) ? 0 : unusable;
+/// Does what the command line asks for; gives the exit status.
+int work(Options& options, Messages& messages) {
+  const programs::ProgramSession session(&messages);
+  if (options.equiv) {
+    try {
+      return compare_modules(options, messages);
+    } catch (...) {
+      fail(programs::fault_under_way());
+      return incomparable;
+    }
+  }
+  if (!options.eval.empty()) return evaluate_expression(options, messages) ? 0 : unusable;
 
   bool good = true;
   std::set<std::string> met;
   // Compiled modules beside source text are there for its runs.
   const bool compiles = std::any_of(options.files.begin(), options.files.end(), is_source);
-  Module::CompilationFileList() = &options.files;
   for (const std::string& file : options.files)
     if (!compiles || is_source(file)) good = translate(file, options, messages, met) && good;
   // A broken file may hide a module: its own message is enough.
@@ -37,4 +38,18 @@ int main(int argc, char** argv) {
     for (const std::string& name : options.modules)
       if (!met.contains(name)) good = fail("no file holds a module \"" + name + "\"");
   return good ? 0 : unusable;
+}
+
+}  // namespace
+}  // namespace kiva::tarn_program
+
+int main(int argc, char** argv) {
+  using namespace kiva;
+  using namespace kiva::tarn_program;
+  Options options;
+  int status = 0;
+  if (!read_options(argc, argv, options, status)) return status;
+  fltk_presenter windows;
+  Messages messages(options.windows ? &windows : nullptr);
+  return programs::run_reported("tarn", [&] { return work(options, messages); });
 }

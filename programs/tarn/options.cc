@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "forms/fltk/fltk_messages.h"
+#include "programs/report.h"
 
 namespace kiva::tarn_program {
 
@@ -94,7 +95,7 @@ bool read_options(int argc, char** argv, Options& options, int& status) {
     if (options.windows && !fltk_presenter::open_display())
       throw CLI::ValidationError("--windows", "no display can be opened");
   } catch (const CLI::ParseError& error) {
-    status = app.exit(error) == 0 ? 0 : wrong_usage;
+    status = app.exit(error) == 0 ? 0 : programs::wrong_usage;
     return false;
   }
   return true;

@@ -8,8 +8,6 @@
 
 namespace kiva::tarn_program {
 
-constexpr int unusable = 1;      ///< exit status: a file or module cannot be used
-constexpr int wrong_usage = 2;   ///< exit status
 constexpr int different = 1;     ///< exit status of a comparison
 constexpr int incomparable = 2;  ///< exit status of a comparison that could not be made
 

@@ -8,8 +8,6 @@
 #include "tarn/formats/target_rules.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
-#include "tarn/model/sexception.h"
-#include "tarn/model/source_span.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/model/rules.h"
 
@@ -89,9 +87,9 @@ void Translation::compile_source() {
 /// Runs a print operation; false when it had to tell its user something.
 template <class Print>
 bool Translation::print(Print print) {
-  const int told = messages_.count();
+  const int before = messages_.errors();
   print();
-  return messages_.count() == told;
+  return messages_.errors() == before;
 }
 
 /// Writes a module in a target language. What that target refuses is a fault of this text alone.
@@ -101,10 +99,8 @@ bool Translation::write_target(Module* module, const Target& target) {
     return fail(what + "the module is not finalised; finalise it first");
   try {
     if (!print([&] { target.print(module); })) return false;
-  } catch (const LibraryException& exception) {
-    return fail(what + exception.text());
-  } catch (const ToldEnd&) {
-    return fail(what + "refused, for the reason above");
+  } catch (...) {
+    return fail(what + programs::fault_under_way().sentence);
   }
   if (!options_.quiet)
     for (const std::string& path : target.paths(*module, Compilation::target_rules()))
@@ -140,8 +136,6 @@ std::string Translation::in_module() const {
 }
 
 bool Translation::run(std::set<std::string>& met) {
-  forget_other_files();
-  take_told_place();
   try {
     if (is_source(file_)) {
       compile_source();
@@ -150,7 +144,7 @@ bool Translation::run(std::set<std::string>& met) {
     }
     for (const Module* module : modules_) met.insert(module->getName());
     if (modules_.size() > 1 && !options_.output.empty())
-      return fail(file_ + ": holds several modules; -o names one file");
+      return fail({file_, 0, 0, 0, 0}, "holds several modules; -o names one file");
     bool good = true;
     for (Module* module : modules_) {
       current_ = module;
@@ -163,22 +157,15 @@ bool Translation::run(std::set<std::string>& met) {
       stages_.print(std::cout);
     }
     return good;
-  } catch (const LibraryException& exception) {
+  } catch (...) {
     stages_.end();
-    const std::string place = exception.where().known() ? exception.where().text() : file_;
-    return fail(place + ": " + in_module() + exception.text());
-  } catch (const ToldEnd&) {
-    stages_.end();
-    return fail(messages_.last_in_a_line(file_));
-  } catch (const std::exception& exception) {
-    stages_.end();
-    return fail(file_ + ": " + in_module() + exception.what());
+    return fail(programs::fault_under_way(file_, in_module()));
   }
 }
 
 }  // namespace
 
-void choose(const Options& options) {
+void choose(Options& options) {
   Compilation::rules() = options.classic ? Rules::classic() : Rules::sound();
   Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
   Compilation::target_rules().files = true;  // -d and -o hold for every text
@@ -189,10 +176,13 @@ void choose(const Options& options) {
   Module::OutputDir() = options.folder;
   Module::SimulationZucDir() = options.folder;
   Module::OutputFile() = options.output;
+  Module::CompilationFileList() = &options.files;
 }
 
-bool translate(const std::string& file, const Options& options, Messages& messages,
+bool translate(const std::string& file, Options& options, Messages& messages,
                std::set<std::string>& met) {
+  const programs::ProgramSession session(&messages);
+  choose(options);
   return Translation(file, options, messages).run(met);
 }
 

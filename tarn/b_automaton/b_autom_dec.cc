@@ -1,9 +1,7 @@
 #include "tarn/b_automaton/b_autom_dec.h"
+#include "tarn/session/diagnostic.h"
 
-#include <iostream>
 #include <unordered_set>
-
-#include "base/process_end.h"
 
 namespace kiva {
 
@@ -21,8 +19,7 @@ void automaton_names::refuse_twins(const std::string& operation) const {
   for (const auto* kind : {&state, &next_state, &inputs, &outputs, &locals})
     for (const std::string& name : *kind)
       if (!met.insert(name).second) {
-        std::cerr << "Error in " << operation << ": the name \"" << name << "\" stands twice\n";
-        end_process();
+        end_with("Error in " + operation + ": the name \"" + name + "\" stands twice");
       }
 }
 
@@ -34,8 +31,7 @@ void automaton_names::create(Bddexpressionwood& wood) const {
 b_autom_dec::b_autom_dec(automaton_names names, const char* form) : names_(std::move(names)) {
   const std::string operation = std::string("b_autom_dec::b_autom_dec(") + form + ")";
   if (names_.state.size() != names_.next_state.size()) {
-    std::cerr << "Parameters error in " << operation << '\n';
-    end_process();
+    end_with("Parameters error in " + operation);
   }
   names_.refuse_twins(operation);
   wood_ = std::make_unique<Bddexpressionwood>();

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "tarn/b_automaton/b_automaton.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -33,7 +34,7 @@ int internal_use_detection(const Bddexpressionwood& wood, long index, std::vecto
 }  // namespace
 
 std::vector<int> b_automaton::useless_clean() {
-  std::cout << "b_automaton::useless_clean() A CONTROLER ...\n";
+  told_text() << "b_automaton::useless_clean() A CONTROLER ...\n";
   const long count = manager_associe()->Nb_bdd_vars();
   wood_->update_bdd_vars();
   std::vector<int> marks(static_cast<size_t>(count), 0);
@@ -55,18 +56,18 @@ std::vector<int> b_automaton::useless_clean() {
       std::cerr << num_output(nom_associe(index)) << '\n';
     }
   }
-  std::cout << "useless_clean report:\n";
+  told_text() << "useless_clean report:\n";
   int variables = 0, latches = 0;
   for (long index = 0; index < count; ++index) {
     if (marks[static_cast<size_t>(index)] != 0) continue;
-    std::cout << " variable: " << nom_associe(index) << '\n';
+    told_text() << " variable: " << nom_associe(index) << '\n';
     const bool is_latch = index >= next_state_index(0) && index < input_index(0);
     ++(is_latch ? latches : variables);
     wood_->absolute_forget_expression_by_bddid(index);
     if (num_output(nom_associe(index)) >= 0) std::cerr << "en particulier ici ...\n";
   }
-  std::cout << variables << " useless variables identified ... cancelling\n"
-            << latches << " useless latches identified ... cancelling\n";
+  told_text() << variables << " useless variables identified ... cancelling\n"
+              << latches << " useless latches identified ... cancelling\n";
   return marks;
 }
 

@@ -3,11 +3,10 @@
 // is prefixed with the instance's name, connected inputs and outputs becoming locals.
 
 #include <algorithm>
-#include <iostream>
 #include <map>
 
-#include "base/process_end.h"
 #include "tarn/b_automaton/b_automaton.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -19,8 +18,7 @@ std::ostream& operator<<(std::ostream& out, const b_automaton_connector& connect
 namespace {
 
 [[noreturn]] void refuse(const std::string& reason) {
-  std::cerr << "Error in b_automaton::b_automaton(): " << reason << '\n';
-  end_process();
+  end_with("Error in b_automaton::b_automaton(): " + reason);
 }
 
 /// The composition under way: names of the result, and where each variable of each part goes.

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <iostream>
 
-#include "base/process_end.h"
 #include "tarn/formats/data_text.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -114,9 +114,8 @@ void TargetText::take_equations() {
     Signal* signal = module_->getSignalById(index, wood_);
     DataBinding* binding = ref == nullptr ? nullptr : module_->getBinding(ref->getCurrentName());
     if (binding == nullptr) {
-      std::cerr << "***error: abstract equation without bindind for:"
-                << manager()->Name_var_by_index(index) << '\n';
-      end_process();
+      end_with("***error: abstract equation without bindind for:" +
+               manager()->Name_var_by_index(index));
     }
     const bool is_value = ref->getBddValueId(wood_) == index;
     equations_.push_back({index,

@@ -10,7 +10,6 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "base/process_end.h"
 #include "bdd/literal_list.h"
 #include "pert_exp/equation_code.h"
 #include "tarn/formats/target_names.h"
@@ -18,6 +17,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -188,8 +188,7 @@ class ExplicitText {
     if (rules_.whole_automaton)
       throw IllegalOperationException("more states than an explicit automaton can have:",
                                       std::to_string(most_states));
-    std::cerr << "TOO MANY STATES DETECTED! aborted ...\n";
-    end_process();
+    end_with("TOO MANY STATES DETECTED! aborted ...");
   }
 
   void put_context(std::ostream& out) const {
@@ -223,8 +222,7 @@ class ExplicitText {
         << status(module_.getRtl()) << "])\n    {\n";
     const signal_list& outputs = module_.getOutputSignalList();
     if (outputs.size() != 3) {
-      std::cerr << "Bad Number of outputs! Aborted ...\n";
-      end_process();
+      end_with("Bad Number of outputs! Aborted ...");
     }
     std::string indent = "      ";
     const char* before = "";

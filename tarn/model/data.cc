@@ -1,9 +1,7 @@
 #include "tarn/model/data.h"
 
-#include <iostream>
 #include <unordered_set>
 
-#include "base/process_end.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/depth_guard.h"
 #include "tarn/model/interface.h"
@@ -110,9 +108,8 @@ void DataBinaryOp::computeType(Module* module) {
   const std::string left_type = left->getType(module);
   const std::string right_type = right->getType(module);
   if (left_type != right_type) {
-    std::cerr << "*** Type check error in binary operator: "
-              << "type: " << left_type << " differs from type: " << right_type << '\n';
-    end_process();
+    end_with("*** Type check error in binary operator: type: " + left_type +
+             " differs from type: " + right_type);
   }
   type = left_type;
 }
@@ -168,8 +165,7 @@ DataBinding* DataBinding::instanciate(Interface* interface) const {
     const std::string& name = wanted->getInternalName();
     Signal* result = interface->getSignal(name);
     if (result == nullptr) {
-      std::cerr << " not in interface:" << wanted->getOriginalName() << '\n';
-      end_process();
+      end_with(" not in interface:" + wanted->getOriginalName());
     }
     return result;
   };

@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <iostream>
 
-#include "base/process_end.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/data.h"
 #include "tarn/model/depth_guard.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -60,8 +60,7 @@ std::string DataConstant::Simul_put(Module* module, ConstantTexts* constants, Va
       declared == nullptr ? std::to_string(constant_index) : declared->getName();
   auto at = constants->find(name);
   if (declared == nullptr || at == constants->end()) {
-    std::cerr << "***error: DataConstant::Simul_put: undefined constant:" << name << '\n';
-    end_process();
+    end_with("***error: DataConstant::Simul_put: undefined constant:" + name);
   }
   auto& [expression, text] = at->second;
   if (!text.empty()) return text;
@@ -78,9 +77,8 @@ std::string DataSignalValue::Simul_put(Module* module, ConstantTexts* constants,
   const long value_id = signal->getBddValueId(module, wood);
   auto at = values->find(status_id);
   if (at == values->end()) {
-    std::cerr << "***error: DataSignalValue:Simul_put: signal: " << signal->getInternalName()
-              << "  undefined in  data signal value table\n";
-    end_process();
+    end_with("***error: DataSignalValue:Simul_put: signal: " + signal->getInternalName() +
+             "  undefined in  data signal value table");
   }
   std::string result = at->second;
   if (result != no_value) return result;

@@ -17,15 +17,26 @@ class Module;
 class Signal;
 
 /// The equations that a module, or one of its statements, produces: a wood with the name of its
-/// module. The table does not own the wood: a module, or SignalManager::deleteWood, destroys it.
+/// module. A module, or SignalManager::deleteWood, destroys the wood; one that the table has made,
+/// or taken over, and that is still there at its end, goes with it.
 class EquationTable {
  public:
   // Without a wood, each makes one with a manager of its own.
   EquationTable() : EquationTable(std::string()) {}
-  explicit EquationTable(const std::string& name) : EquationTable(name, new Bddexpressionwood) {}
+  explicit EquationTable(const std::string& name) : EquationTable(name, new Bddexpressionwood) {
+    own_wood();
+  }
   explicit EquationTable(Bddexpressionwood* wood) : EquationTable(std::string(), wood) {}
   EquationTable(const std::string& name, Bddexpressionwood* wood)
       : bdd_expression_wood(wood), module_name(name) {}
+  ~EquationTable();
+  EquationTable(const EquationTable&) = delete;
+  EquationTable& operator=(const EquationTable&) = delete;
+
+  /// Takes the wood over.
+  void own_wood();
+  /// Destroys a wood, and all woods of tables that share its manager if it is the manager's own.
+  static void destroy_wood(Bddexpressionwood* wood);
 
   /// Null once another table has taken this one in. Equations may lack what `pre_later` and
   /// `unify_later` have to add to them, until `settle`.
@@ -122,6 +133,7 @@ class EquationTable {
     bool conjunction = false;
     std::vector<bdd> terms;
   };
+  void lose_wood();
   void settle(long id);
   /// Has f or-ed, or and-ed, onto the equation of the variable, which has one.
   void join_later(long id, bool conjunction, const bdd& f);
@@ -140,7 +152,10 @@ class EquationTable {
   void unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
                       Module* module);
   void start_occurrence(Signal* signal, Module* module);
+  /// The report of a cycle, at the first of its statements.
+  Diagnostic cycle_fault(const std::list<long>& cycle, Manner manner);
   std::string cycle_report(std::list<long> cycle);
+  std::vector<SourceSpan> source_spans(const std::list<long>& cycle) const;
   std::string source_lines(const std::list<long>& cycle) const;
 
   Bddexpressionwood* bdd_expression_wood;

@@ -10,23 +10,21 @@
 //  4. After a merge a signal's current occurrence here is the latest of the two tables.
 //  5. A branch knows no signals but those that it took over and those that came since it began, so
 //     that with these a wood is forgotten by all.
-//  6. Nothing waits to be put in place in a table whose wood is copied or goes, but in a branch
-//  that
-//     an exception has left.
+//  6. Nothing waits to be put in place in a table whose wood is copied or goes, but in a
+//     branch that an exception has left.
 
 #include <algorithm>
-#include <iostream>
 #include <memory>
 #include <utility>
 
 #include "base/check.h"
-#include "base/process_end.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/equationtable.h"
 #include "tarn/model/function_change.h"
 #include "tarn/model/module.h"
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -227,9 +225,8 @@ void EquationTable::start_occurrence(Signal* signal, Module* module) {
   const long value_id = signal->getInitialBddValueId(module, wood);
   const bool no_status = wood->exp_by_index(status_id) == nullptr;
   if (no_status || wood->exp_by_index(value_id) == nullptr) {
-    std::cerr << "undefined equation for " << (no_status ? "status" : "value")
-              << " of :" << signal->getInternalName() << '\n';
-    end_process();
+    end_with(std::string("undefined equation for ") + (no_status ? "status" : "value") +
+             " of :" + signal->getInternalName());
   }
   join_later(status_id, false, wood->Bdd_var_by_index(signal->getBddStatusId(module, wood)));
   join_later(value_id, true, wood->Bdd_var_by_index(signal->getBddValueId(module, wood)));
@@ -237,6 +234,7 @@ void EquationTable::start_occurrence(Signal* signal, Module* module) {
 
 EquationTable* EquationTable::over(Bddexpressionwood* copy) {
   auto* table = new EquationTable(module_name, copy);
+  table->own_wood();
   if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
   table->sources_ = sources_;
   return table;
@@ -307,8 +305,7 @@ void EquationTable::discard(Module* module) {
                         [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
   KIVA_CHECK(5, !is_known(module, bdd_expression_wood));
   module->getSignalManager()->deleteWood(bdd_expression_wood);
-  bdd_expression_wood = nullptr;
-  pending_.clear();
+  lose_wood();
 }
 
 }  // namespace kiva

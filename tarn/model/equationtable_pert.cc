@@ -1,14 +1,14 @@
 // Dating a table, and the report that ends a compilation whose equations depend on themselves.
 
+#include <algorithm>
 #include <fstream>
-#include <map>
 #include <set>
+#include <tuple>
 
-#include "base/process_end.h"
-#include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/equationtable.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -35,8 +35,7 @@ long EquationTable::callPert() {
   if (levels < 0) throw ModulePertFailureException();
   const std::list<long> cycle = bdd_expression_wood->loop_detection();
   if (cycle.empty()) return levels;
-  fl_show_Smessages(cycle_report(cycle));
-  end_process();
+  end_with(cycle_fault(cycle, Manner::message));
 }
 
 long EquationTable::callPert(const std::list<long>& ids) {
@@ -45,8 +44,7 @@ long EquationTable::callPert(const std::list<long>& ids) {
   if (levels < 0) throw ModulePertFailureException();
   const std::list<long> cycle = bdd_expression_wood->loop_detection();
   if (cycle.empty()) return levels;
-  fl_show_Sbigmessages(cycle_report(cycle), 300);
-  end_process();
+  end_with(cycle_fault(cycle, Manner::big_message));
 }
 
 std::string EquationTable::cycle_report(std::list<long> cycle) {
@@ -81,27 +79,52 @@ std::string EquationTable::computeDependence(std::list<long>& ids) {
   return text;
 }
 
-/// The first line of each statement whose own signals are in the cycle, as "FILE:LINE: TEXT".
-std::string EquationTable::source_lines(const std::list<long>& cycle) const {
-  if (sources_ == nullptr) return "";
-  std::map<std::string, std::set<int>> lines;
+/// Where the statements whose own signals are in the cycle begin, by file, line and column.
+std::vector<SourceSpan> EquationTable::source_spans(const std::list<long>& cycle) const {
+  std::vector<SourceSpan> spans;
+  if (sources_ == nullptr) return spans;
   for (long id : cycle) {
     const std::string variable = bdd_expression_wood->Name_var_by_index(id);
     if (variable.size() < 3) continue;
     auto at = sources_->find(Compilation::bddNameToSignalName(variable));
-    if (at != sources_->end()) lines[*at->second.file].insert(at->second.first_line);
+    if (at != sources_->end()) spans.push_back(at->second);
   }
+  std::sort(spans.begin(), spans.end(), [](const SourceSpan& a, const SourceSpan& b) {
+    return std::tie(*a.file, a.first_line, a.first_column) <
+           std::tie(*b.file, b.first_line, b.first_column);
+  });
+  return spans;
+}
+
+/// The first line of each of them once, as "FILE:LINE: TEXT".
+std::string EquationTable::source_lines(const std::list<long>& cycle) const {
   std::string text;
-  for (const auto& [file, numbers] : lines) {
-    std::ifstream source(file);
-    std::string line;
-    int read = 0;
-    for (int number : numbers) {
-      while (read < number && std::getline(source, line)) ++read;
-      text += file + ":" + std::to_string(number) + ": " + (read == number ? line : "") + "\n";
+  std::ifstream source;
+  std::string line, file;
+  int read = 0;
+  for (const SourceSpan& span : source_spans(cycle)) {
+    if (*span.file != file) {
+      file = *span.file;
+      source = std::ifstream(file);
+      read = 0;
+    } else if (span.first_line == read) {
+      continue;
     }
+    line.clear();
+    while (read < span.first_line) {
+      if (!std::getline(source, line)) line.clear();
+      ++read;
+    }
+    text += file + ":" + std::to_string(span.first_line) + ": " + line + "\n";
   }
   return text;
+}
+
+Diagnostic EquationTable::cycle_fault(const std::list<long>& cycle, Manner manner) {
+  Diagnostic fault = Diagnostic::of_told(cycle_report(cycle), manner);
+  const std::vector<SourceSpan> spans = source_spans(cycle);
+  if (!spans.empty()) fault.where = place_of(spans.front());
+  return fault;
 }
 
 }  // namespace kiva

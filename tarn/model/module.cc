@@ -53,6 +53,7 @@ Module::Module(const std::string& name, signal_list inputs, signal_list outputs,
     }
   }
   compilation = make_kept<EquationTable>(name, wood);
+  compilation->own_wood();
 }
 
 Module::Module(Module& other)
@@ -64,6 +65,7 @@ Module::Module(Module& other)
       signal_manager(make_kept<SignalManager>()) {
   Bddexpressionwood* wood = new Bddexpressionwood(other.getBddWood());
   compilation = make_kept<EquationTable>(other.compilation->getModuleName(), wood);
+  compilation->own_wood();
 
   const auto copy_signal = [&](Signal* signal) {
     return make_kept<Signal>(*signal, this, wood, &other);
@@ -93,7 +95,12 @@ Module::Module(Module& other)
 }
 
 Module::~Module() {
-  delete compilation->getBddexpressionWood();
+  Session& session = Session::current();
+  if (session.ending()) return;
+  session.arena().forget(this);
+  explicit_states.clear();
+  if (Bddexpressionwood* wood = compilation->getBddexpressionWood())
+    EquationTable::destroy_wood(wood);
 }
 
 Signal* Module::getInputSignal(const std::string& name) const {

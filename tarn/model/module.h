@@ -50,6 +50,9 @@ using DataTable = std::map<std::string, DataBinding*>;
 /// as the session.
 class Module {
  public:
+  /// One that a session keeps may be deleted before the session's end.
+  static constexpr bool may_end_early = true;
+
   /// Empty, over a new wood.
   explicit Module(const std::string& name);
   /// Takes over the lists. `wires` holds set, reset and rtl. IllegalOperationException for a

@@ -10,4 +10,12 @@ std::string LibraryException::text() const {
   return text;
 }
 
+Diagnostic diagnostic_of(const LibraryException& exception, const std::string& in) {
+  Diagnostic fault = Diagnostic::of_told(exception.text(), Manner::untold);
+  fault.name = exception.name();
+  fault.where = place_of(exception.where());
+  fault.sentence = in + exception.text();
+  return fault;
+}
+
 }  // namespace kiva

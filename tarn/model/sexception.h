@@ -29,6 +29,9 @@ class LibraryException : public std::exception {
   SourceSpan where_;
 };
 
+/// The exception as a diagnostic, of its class's name; `in` stands before its texts.
+Diagnostic diagnostic_of(const LibraryException& exception, const std::string& in = "");
+
 #define KIVA_EXCEPTION(NAME)                                     \
   class NAME : public LibraryException {                         \
    public:                                                       \

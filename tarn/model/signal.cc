@@ -1,8 +1,7 @@
 #include "tarn/model/signal.h"
 
-#include <iostream>
+#include <sstream>
 
-#include "base/process_end.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -141,10 +140,13 @@ SignalRef* Signal::getCurrentSignalRef(Bddexpressionwood* wood, Module* module) 
   const SignalManager* manager = module->getSignalManager();
   SignalRef* ref = manager->firstSignalRef(this, wood);
   if (ref != nullptr) return ref;
-  std::cerr << "Signal::getCurrentSignalRef: no reference for signal: " << internal_name
-            << " in wood: " << wood << '\n';
-  manager->printSignalTableById(std::cerr);
-  end_process();
+  std::ostringstream report;
+  report << "Signal::getCurrentSignalRef: no reference for signal: " << internal_name
+         << " in wood: " << wood << '\n';
+  manager->printSignalTableById(report);
+  std::string told = report.str();
+  told.pop_back();
+  end_with(told);
 }
 
 SignalRef& Signal::referenceOrThrow(Module* module, Bddexpressionwood* wood,

@@ -222,7 +222,7 @@ void SignalManager::deleteWood(Bddexpressionwood* wood) {
   for (SignalRef* ref : definedIn(wood)) ref->removeWood(wood);
   signalrefs_of_wood.erase(wood);
   if (wood->get_common_bdd_manager() == 0) signalref_id_table.erase(wood->my_bdd_manager());
-  delete wood;
+  EquationTable::destroy_wood(wood);
 }
 
 void SignalManager::printSignalTableByName(std::ostream& out) const {

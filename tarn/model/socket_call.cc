@@ -3,6 +3,7 @@
 
 #include "base/sock.h"
 #include "tarn/model/compilation.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -14,7 +15,7 @@ std::string Compilation::Socket_call(const std::string& message, Sock socket) {
   constexpr int most = 1023;
   std::array<char, most + 1> reply{};
   const auto received = SOCK_read(socket, reply.data(), most);
-  if (received == 0) std::cout << "connexion stopped by client \n";
+  if (received == 0) told_text() << "connexion stopped by client \n";
   if (received <= 0) return "";
   if (received == most)
     std::cerr << "Warning: reply of 1023 bytes or more to request: " << message

@@ -1,32 +1,28 @@
 #include "tarn/model/source_span.h"
 
 #include <iostream>
-#include <utility>
 
+#include "forms/forms.h"
 #include "tarn/session/session.h"
 
 namespace kiva {
 
-namespace {
-
-struct ToldPlace {
-  SourceSpan span;
-};
-
-SourceSpan& told_place() {
-  return Session::current().part<ToldPlace>().span;
+Place place_of(const SourceSpan& span) {
+  if (!span.known()) return {};
+  return {*span.file, span.first_line, span.first_column, span.last_line, span.last_column};
 }
-
-}  // namespace
 
 void tell_place(const SourceSpan& span, const std::string& reason) {
   if (!span.known()) return;
   std::cerr << span.text() << ": " << reason << '\n';
-  told_place() = span;
+  Session::current().told_place = place_of(span);
 }
 
-SourceSpan take_told_place() {
-  return std::exchange(told_place(), SourceSpan());
+void end_at(const SourceSpan& span, const std::string& told) {
+  Diagnostic fault = Diagnostic::of_told(told, Manner::untold, place_of(span));
+  fl_show_Smessages(told);
+  tell_place(span, "in this text");
+  end_with(std::move(fault));
 }
 
 }  // namespace kiva

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "tarn/session/diagnostic.h"
+
 namespace kiva {
 
 /// Where a piece of source text stands. Lines and columns count from 1, columns in bytes; the last
@@ -21,10 +23,13 @@ struct SourceSpan {
   }
 };
 
-/// Tells on the error stream where in a source text a complaint belongs; nothing for an unknown
-/// place.
+/// The place that a span stands for, unknown for an unknown one.
+Place place_of(const SourceSpan& span);
+
+/// Tells on the error stream where in a source text a complaint belongs, and notes it as the
+/// session's place told last; nothing for an unknown place.
 void tell_place(const SourceSpan& span, const std::string& reason);
-/// The place told last, which is forgotten then: programs name it in their own report.
-SourceSpan take_told_place();
+/// Ends the work by a message and the place that it is about.
+[[noreturn]] void end_at(const SourceSpan& span, const std::string& told);
 
 }  // namespace kiva

@@ -1,14 +1,27 @@
 #include "tarn/session/arena.h"
 
+#include <algorithm>
+
 namespace kiva {
 
+void Arena::forget(const void* object) {
+  const auto at = std::find_if(early_.rbegin(), early_.rend(),
+                               [object](const Kept& kept) { return kept.object == object; });
+  if (at != early_.rend()) early_.erase(std::next(at).base());
+}
+
 void Arena::clear() {
-  while (!kept_.empty()) {
-    const Kept latest = kept_.back();
-    kept_.pop_back();
+  destroy(early_);
+  destroy(kept_);
+}
+
+void Arena::destroy(std::vector<Kept>& objects) {
+  while (!objects.empty()) {
+    const Kept latest = objects.back();
+    objects.pop_back();
     latest.destroy(latest.object);
   }
-  kept_.shrink_to_fit();
+  objects.shrink_to_fit();
 }
 
 }  // namespace kiva

@@ -11,9 +11,10 @@
 //     parts and arena. What is written at namespace scope is constant, or belongs to a thread.
 //  3. An object of the model belongs to the session that was current when it was made, is worked on
 //     only while that one is current, and dies with it. A session works in one thread at a time.
-//  4. The end of a session destroys the arena's objects first, the latest first; then its parts,
-//  the
-//     latest first. Woods are a part (tarn/model/woods.h): no diagram dies before its last handle.
+//  4. The end of a session destroys the arena's objects, the latest first, then its parts, the
+//  latest
+//     first. Of the arena, modules go first and leave their woods to the equation tables: no
+//     diagram dies before its last handle.
 
 #include <cstddef>
 #include <iosfwd>
@@ -21,6 +22,7 @@
 #include <vector>
 
 #include "tarn/session/arena.h"
+#include "tarn/session/diagnostic.h"
 #include "tarn/session/options.h"
 
 namespace kiva {
@@ -68,6 +70,12 @@ class Session {
   std::ostream& told_text() const { return *told_text_; }
   void set_told_text(std::ostream& out) { told_text_ = &out; }
 
+  /// What takes the session's diagnostics; null (the default) leaves them to told texts and ends.
+  DiagnosticSink* sink() const { return sink_; }
+  void set_sink(DiagnosticSink* sink) { sink_ = sink; }
+  /// Where the last complaint belongs that named a place of its own.
+  Place told_place;
+
   /// The end has begun: what an object points to may be gone.
   bool ending() const { return ending_; }
 
@@ -78,8 +86,14 @@ class Session {
   std::vector<std::shared_ptr<void>> owned_;  ///< parts in order of arrival
   std::vector<void*> parts_;                  ///< by number of the type
   std::ostream* told_text_;
+  DiagnosticSink* sink_ = nullptr;
   bool ending_ = false;
 };
+
+/// Where the current session tells what the library has to say to the standard output.
+inline std::ostream& told_text() {
+  return Session::current().told_text();
+}
 
 /// Makes an object of the model that lives as long as the current session.
 template <class T, class... Args>

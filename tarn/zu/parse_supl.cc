@@ -10,12 +10,12 @@
 #include <fstream>
 #include <iostream>
 
-#include "base/process_end.h"
 #include "forms/forms.h"
 #include "parse_zu.hh"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/zu_scanner.h"
 
@@ -58,7 +58,10 @@ int class_zu_parser::parse() {
   copies_left_ = most_copies + static_cast<long>(plexer->text().size());
   span_ = plexer->span();
   try {
-    return zuparse(*this);
+    constexpr int stack_full = 2;
+    const int result = zuparse(*this);
+    if (result != 0) syntax_error(result == stack_full);
+    return 0;
   } catch (LibraryException& exception) {
     exception.set_where(span_);
     throw;
@@ -103,10 +106,10 @@ SourceSpan class_zu_parser::reduce(const SourceSpan* first, const SourceSpan* la
 
 // Messages.
 
-void class_zu_parser::syntax_error(const std::string& reason) {
+void class_zu_parser::syntax_error(bool too_deep) {
   const std::string_view token = plexer->token();
   std::string hint = "not expected here";
-  if (reason == "memory exhausted") {
+  if (too_deep) {
     hint = "nested too deeply";
   } else if (token.empty()) {
     hint = "the text ends here";
@@ -116,16 +119,20 @@ void class_zu_parser::syntax_error(const std::string& reason) {
     hint = "a carriage return; lines end with a newline alone";
   }
   const std::string lexeme(token.substr(0, token.find('\0')));
-  fl_show_Salert("SYNTAX ERROR at line " + std::to_string(plexer->lineno()) +
-                 ": last token read: \"" + lexeme + "\"\n\n");
+  Diagnostic fault =
+      Diagnostic::of_told("SYNTAX ERROR at line " + std::to_string(plexer->lineno()) +
+                              ": last token read: \"" + lexeme + "\"\n\n",
+                          Manner::untold, place_of(plexer->span()));
+  fault.sentence = "syntax error at \"" + lexeme + "\": " + hint;
+  fl_show_Salert(fault.told);
   point_at(plexer->span(), hint);
-  end_process();
+  end_with(std::move(fault));
 }
 
 void class_zu_parser::fatal(const std::string& text) {
   fl_show_Salert(text);
   point_at(span_, "in this text");
-  end_process();
+  end_with(Diagnostic::of_told(text, Manner::untold, place_of(span_)));
 }
 
 void class_zu_parser::point_at(const SourceSpan& span, const std::string& reason) const {
@@ -242,8 +249,10 @@ void Compilation::zu_parse(const char* file) {
   std::ifstream in;
   if (!std::filesystem::is_directory(file, error)) in.open(file, std::ios::binary);
   if (!in.is_open()) {
+    Diagnostic fault = Diagnostic::of_told("", Manner::untold, {file, 0, 0, 0, 0});
+    fault.sentence = "cannot be opened";
     fl_show_alert("Can not open input file:", file, "", 0);
-    end_process();
+    end_with(std::move(fault));
   }
   zu_scanner scanner(&in, make_kept<std::string>(file));
   struct AtEnd {

@@ -70,7 +70,8 @@ class class_zu_parser {
   SourceSpan reduce(const SourceSpan* first, const SourceSpan* last);
   /// Narrows it to the part that a fault would be about.
   void look_at(const SourceSpan& part) { span_ = part; }
-  [[noreturn]] void syntax_error(const std::string& reason);
+  /// The generated parser has given up, or its stack is full.
+  [[noreturn]] void syntax_error(bool too_deep);
   /// A value that passes between actions.
   template <class T, class... Args>
   T* made(Args&&... args) {

@@ -4,9 +4,6 @@
 
 #include "tarn/zuc/zuc_bindings.h"
 
-#include <iostream>
-
-#include "base/process_end.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 
@@ -104,8 +101,7 @@ DataExpr* binding_declaration_parse::make(const evalnodeparse& node, Module* mod
           if (ref != nullptr) signal = module->getSignal(ref->getOriginalName());
         }
         if (signal == nullptr) {
-          std::cerr << "binding_declaration_parse::dataexpr: signal not found\n";
-          end_process();
+          end_with("binding_declaration_parse::dataexpr: signal not found");
         }
         return make_kept<DataSignalValue>(signal);
       }
@@ -133,13 +129,11 @@ void binding_declaration_parse::createbinding(Module* module) {
     const SignalRef* ref =
         module->getSignalManager()->getSignalRefById(binding.instance_status_ident, wood);
     if (ref == nullptr) {
-      std::cerr << "unknown data signal:" << binding.instance_status_ident << '\n';
-      end_process();
+      end_with("unknown data signal:" + std::to_string(binding.instance_status_ident));
     }
     Signal* signal = module->getSignal(ref->getOriginalName());
     if (signal == nullptr) {
-      std::cerr << "unknown data signal:" << ref->getOriginalName() << '\n';
-      end_process();
+      end_with("unknown data signal:" + ref->getOriginalName());
     }
     DataExpr* value = dataexpr(binding.eval_ident, module);
     Signal* clock = binding.signal_status_ident == -1

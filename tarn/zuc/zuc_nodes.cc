@@ -4,10 +4,7 @@
 // is a cycle.
 
 #include "tarn/zuc/zuc_nodes.h"
-
-#include <iostream>
-
-#include "base/process_end.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -100,8 +97,7 @@ bdd_node* parsed_nodes_table::build(bddpp_manager* manager, long node_id, std::s
     const bdd built =
         manager->Bdd_ite(manager->Bdd_var_by_index(node.var_id()), then_bdd, else_bdd);
     if (built.link_type() != 1) {
-      std::cerr << "internal error in parsed_nodes_class::build()\n";
-      end_process();
+      end_with("internal error in parsed_nodes_class::build()");
     }
     built.node()->inc_nbrefs();
     node.internal_bdd_node = built.node();

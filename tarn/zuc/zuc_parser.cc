@@ -6,8 +6,6 @@
 #include <iostream>
 #include <utility>
 
-#include "base/process_end.h"
-#include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
@@ -138,8 +136,7 @@ void class_zuc_parser::mark_awaited(const signal_list& list, const Names* awaite
       text += std::string("PARSING ERROR: ") + kind + " signal \"" + name +
               "\" is unknown in main module!\n  --> authorised signals:\n";
       for (const std::string& known : *awaited) text += known + "\n";
-      fl_show_Smessages(text);
-      end_process();
+      end_with(text, Manner::message);
     }
     mark(signal);
   }
@@ -171,7 +168,8 @@ void class_zuc_parser::mark_locals(const signal_list& list) {
 long class_zuc_parser::initial_value() {
   const long value = token_number();
   if (value <= 1) return value;
-  fl_show_Smessages("Warning: Boolean value expected to initialize register value");
+  report("Warning: Boolean value expected to initialize register value", Manner::message,
+         Severity::warning);
   return 0;
 }
 
@@ -235,8 +233,7 @@ bool class_zuc_parser::bddexpression_convert(long early, long late, long var, lo
                                              const std::vector<long>& deps) {
   bddpp_manager* manager = pw->my_bdd_manager();
   if (manager == nullptr) {
-    std::cerr << "internal error in class_zuc_parser::bddexpression_convert(): no bdd manager !\n";
-    end_process();
+    end_with("internal error in class_zuc_parser::bddexpression_convert(): no bdd manager !");
   }
   const long names = manager->Nb_bdd_vars();
   const auto outside = [&](long number) {

@@ -1,10 +1,10 @@
 #include "tarn/zuc/zuc_reader.h"
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <system_error>
 
 #include "base/Stringpp.h"
 #include "tarn/model/compilation.h"
@@ -19,34 +19,32 @@ ZucRead read_zuc_file(const std::string& file, const std::string& instance,
                       const std::string& run_instance, const std::list<std::string>* awaited_inputs,
                       const std::list<std::string>* awaited_outputs) {
   ZucRead read;
+  const auto failed = [&](int line, const std::string& reason) {
+    read.where = {file, line, 0, line, 0};
+    read.reason = reason;
+    read.problem = read.where.text() + ": " + reason;
+    return read;
+  };
   std::error_code error;
-  if (std::filesystem::is_directory(file, error)) {
-    read.problem = file + ": is a directory";
-    return read;
-  }
+  if (std::filesystem::is_directory(file, error)) return failed(0, "is a directory");
   std::ifstream in(file, std::ios::binary);
-  if (!in) {
-    read.problem = file + ": " + std::strerror(errno);
-    return read;
-  }
+  if (!in) return failed(0, std::generic_category().message(errno));
   read.opened = true;
   std::fstream log(file + ".log", std::ios::out | std::ios::trunc);
   class_zuc_parser parser;
   zuc_scanner scanner(&in, &log);
   parser.plexer = &scanner;
   parser.add_awaited_io(awaited_inputs, awaited_outputs);
-  int result = 1;
   try {
-    result = parser.parse(log, 1, instance, run_instance);
-  } catch (const LibraryException& exception) {
-    read.problem = file + ":" + std::to_string(parser.line()) + ": " + exception.text();
-    return read;
-  }
-  if (result == 0) {
+    if (parser.parse(log, 1, instance, run_instance) != 0)
+      return failed(parser.problem().line, parser.problem().reason);
     read.module = parser.pmodule_parse;
-  } else {
-    read.problem =
-        file + ":" + std::to_string(parser.problem().line) + ": " + parser.problem().reason;
+  } catch (const LibraryException& exception) {
+    return failed(parser.line(), exception.text());
+  } catch (const FatalDiagnostic& fatal) {
+    Diagnostic fault = fatal.diagnostic();
+    if (!fault.where.known()) fault.where = {file, parser.line(), 0, parser.line(), 0};
+    throw FatalDiagnostic(std::move(fault));
   }
   return read;
 }

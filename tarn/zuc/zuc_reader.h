@@ -3,6 +3,8 @@
 #include <list>
 #include <string>
 
+#include "tarn/session/diagnostic.h"
+
 namespace kiva {
 
 class Module;
@@ -11,13 +13,16 @@ class Module;
 struct ZucRead {
   Module* module = nullptr;  ///< null when the read failed
   bool opened = false;       ///< the file could be opened
+  Place where;               ///< file, and line if known, of what made it fail
+  std::string reason;        ///< why it failed
   std::string problem;       ///< "FILE: reason" or "FILE:LINE: reason" when it failed
 };
 
 /// Reads a compiled module. Only once the file could be opened, the parser's trace goes to a file
 /// of its name with ".log" behind it; a trace file that cannot be written does not matter.
 /// `instance` is appended to signal names; the awaited lists, where not null or empty, restrict the
-/// names of inputs and outputs. Exceptions of the library come back as a problem.
+/// names of inputs and outputs. Exceptions of the library come back as a problem; a fault that ends
+/// the work leaves with its place in the file.
 ZucRead read_zuc_file(const std::string& file, const std::string& instance,
                       const std::string& run_instance,
                       const std::list<std::string>* awaited_inputs = nullptr,

@@ -10,11 +10,10 @@
 #include <fstream>
 #include <iostream>
 
-#include "base/process_end.h"
-#include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 
 namespace kiva {
 
@@ -37,15 +36,10 @@ class FileNumbers {
   long next_ = 0;
 };
 
-[[noreturn]] void end_without_reference(const std::string& text) {
-  fl_show_Smessages(text);
-  end_process();
-}
-
 const SignalRef& reference_of(const Module* module, const Signal* signal) {
   const SignalRef* ref = module->getSignalManager()->getSignalRefByName(signal->getInternalName());
   if (ref == nullptr)
-    end_without_reference(signal->getInternalName() + " has no signal reference!");
+    end_with(signal->getInternalName() + " has no signal reference!", Manner::message);
   return *ref;
 }
 
@@ -102,7 +96,7 @@ void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool for
       numbers.enter(status_id, value_id);
       const SignalRef* ref = module->getSignalManager()->getSignalRefById(status_id, wood);
       if (ref == nullptr)
-        end_without_reference(signal->getInternalName() + " no signal reference ");
+        end_with(signal->getInternalName() + " no signal reference ", Manner::message);
       if (forget_locals) {
         os << "  V" << numbers[status_id];
       } else {
@@ -237,11 +231,11 @@ void save_zuc(Module* module) {
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
   std::ofstream out(path);
   if (!out) {
-    fl_show_Smessages("Cannot open output file: " + path);
+    report("Cannot open output file: " + path, Manner::message);
     return;
   }
   write_zuc(module, out, Compilation::ForgetLocalsNameFlag());
-  if (!out.flush()) fl_show_Smessages("Cannot write output file: " + path);
+  if (!out.flush()) report("Cannot write output file: " + path, Manner::message);
 }
 
 }  // namespace kiva

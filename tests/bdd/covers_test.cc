@@ -265,39 +265,6 @@ TEST(CoversOfRandomFunctions, PrimesOfDenseFunctions) {
   }
 }
 
-TEST_F(Covers, HandComputedLists) {
-  const bdd one = m.Bdd_one(), zero = m.Bdd_zero();
-  EXPECT_THAT(m.Bdd_sop(zero, 0), IsEmpty());
-  EXPECT_THAT(m.Bdd_sop(one, 0), ElementsAre(one));
-  EXPECT_THAT(m.Bdd_sop(zero, 1), ElementsAre(zero));
-  EXPECT_THAT(m.Bdd_sop(zero, 2), IsEmpty());
-  EXPECT_THAT(m.Bdd_sop(one, 2), ElementsAre(one));
-  EXPECT_THAT(m.Bdd_prime_implicants(zero), ElementsAre(zero));
-
-  const bdd sum = m.Bdd_or(a, b);
-  EXPECT_THAT(m.Bdd_sop(sum, 0), ElementsAre(a, m.Bdd_and(n(a), b)));
-  EXPECT_THAT(m.Bdd_sop(sum, 7), ElementsAre(a, m.Bdd_and(n(a), b)));
-  EXPECT_THAT(m.Bdd_sop(sum, 3), ElementsAre(a, m.Bdd_and(n(a), b)));
-  EXPECT_THAT(m.Bdd_sop(sum, 1), ElementsAre(a, b));
-
-  std::vector<bdd> essential, other;
-  m.Bdd_essential_implicants(m.Bdd_xor(a, b), essential, other);
-  EXPECT_THAT(essential, ElementsAre(m.Bdd_and(a, n(b)), m.Bdd_and(n(a), b)));
-  EXPECT_THAT(other, IsEmpty());
-
-  const bdd choice = m.Bdd_ite(a, b, c);
-  m.Bdd_essential_implicants(choice, essential, other);
-  EXPECT_THAT(essential, ElementsAre(m.Bdd_and(a, b), m.Bdd_and(n(a), c)));
-  EXPECT_THAT(other, ElementsAre(m.Bdd_and(b, c)));
-  EXPECT_EQ(m.Bdd_sop(choice, 2), essential);
-
-  EXPECT_EQ(m.Bdd_one_implicant(m.Bdd_and(a, b)), m.Bdd_and(a, b));
-  EXPECT_EQ(m.Bdd_one_implicant(n(c)), n(c));
-  // The smaller support, and the then side on a tie.
-  EXPECT_EQ(m.Bdd_one_implicant(m.Bdd_ite(a, m.Bdd_xor(b, c), b)), m.Bdd_and(n(a), b));
-  EXPECT_EQ(m.Bdd_one_implicant(m.Bdd_ite(a, n(c), b)), m.Bdd_and(a, n(c)));
-}
-
 TEST_F(Covers, ArraysGetTheSameLists) {
   const bdd f = m.Bdd_ite(a, b, c);
   std::vector<bdd> out(8, a), other(8, a);

@@ -109,18 +109,6 @@ TEST_F(Manager, InsertsVariablesAnywhere) {
   EXPECT_EQ(copy.Bdd_total_size(), 202);
 }
 
-TEST_F(Manager, RefusesBadPlaces) {
-  EXPECT_EQ(error_of([&] { EXPECT_EQ(m.New_node_var_before(0, "a"), nullptr); }),
-            "Error in new_node_var_before(): abnormal index ...\n");
-  EXPECT_EQ(error_of([&] { EXPECT_FALSE(m.New_var_after(0l, "a").initialised()); }),
-            "Error in new_node_var_after(): abnormal id ...\n");
-  a();
-  EXPECT_EQ(error_of([&] { EXPECT_FALSE(m.New_var_before(-1l, "b").initialised()); }),
-            "Error in new_node_var_before(): abnormal index ...\n");
-  EXPECT_EQ(m.Nb_bdd_vars(), 1);
-  EXPECT_EQ(m.Index_var_by_name("b"), -1);
-}
-
 TEST_F(Manager, LooksVariablesUp) {
   const bdd var = a();
   EXPECT_EQ(error_of([&] { EXPECT_EQ(m.Bdd_var_by_id(1), m.Bdd_zero()); }),
@@ -344,19 +332,6 @@ TEST_F(Manager, NumbersMarksAndSizes) {
             "Warning: call bddpp_manager::Bdd_incremental_id() with null reference!\n");
   EXPECT_EQ(error_of([&] { EXPECT_EQ(m.Bdd_is_correct(bdd()), 0); }),
             "Warning: call  bddpp_manager::Bdd_is_correct() with a null reference!\n");
-}
-
-TEST_F(Manager, SaysWhatItDoesNotDo) {
-  const bdd x = a();
-  EXPECT_EQ(error_of([&] { m.Bdd_free(x); }), "bddpp_manager::Bdd_free() is now became useless\n");
-  EXPECT_EQ(error_of([&] { EXPECT_EQ(m.Bdd_dup(x), x); }),
-            "Warning: bddpp_manager::Bdd_dup() is became useless ...\n");
-  EXPECT_EQ(error_of([&] { m.Bdd_var_reorder(); }),
-            "bddpp_manager::Bdd_var_reorder(void) A FAIRE\n");
-  EXPECT_EQ(error_of([&] { EXPECT_EQ(m.Bdd_swap_vars(x, x, x), m.Bdd_zero()); }),
-            "bddpp_manager::Bdd_swap_vars(bdd f) A FAIRE\n");
-  EXPECT_EQ(m.Bdd_version(), "4.1");
-  EXPECT_EQ(Bdd_version(), "4.1");
 }
 
 TEST_F(Manager, OperatorsRefuseBadOperands) {

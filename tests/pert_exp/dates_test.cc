@@ -63,37 +63,6 @@ TEST_F(Dates, ChainBehindAnInput) {
   EXPECT_THAT(late_dates(), ElementsAre(3, 2, 1, 0));
 }
 
-TEST_F(Dates, ConstantsComeFirstAndOneDateGoesByIndex) {
-  variables(5);
-  equation(4, {});
-  equation(3, {4});
-  equation(2, {0});
-  equation(1, {0});
-  EXPECT_EQ(wood.compute_dates(), 2);
-  EXPECT_THAT(early_dates(), ElementsAre(-99, 1, 1, 1, 0));
-  EXPECT_THAT(wood.earliest_sort(), ElementsAre(4, 1, 2, 3));
-  EXPECT_THAT(wood.latest_sort(), ElementsAre(4, 1, 2, 3));
-}
-
-TEST_F(Dates, AnEmptyWoodHasNoLevel) {
-  EXPECT_EQ(wood.compute_dates(), 0);
-  EXPECT_EQ(wood.compute_dates({}), 0);
-  EXPECT_THAT(wood.earliest_sort(), IsEmpty());
-  EXPECT_THAT(wood.latest_sort(), IsEmpty());
-  EXPECT_THAT(wood.loop_detection(), IsEmpty());
-}
-
-TEST_F(Dates, ACycleIsListedWithoutItsReaders) {
-  variables(6);
-  equation(0, {1});
-  equation(1, {0, 5});
-  equation(2, {1});
-  equation(3, {2});
-  equation(4, {4});
-  EXPECT_GT(wood.compute_dates(), wood.Nb_bdd_vars());
-  EXPECT_THAT(wood.loop_detection(), ElementsAre(0, 1, 4));
-}
-
 TEST_F(Dates, ACycleThroughReadersAloneIsListed) {
   variables(3);
   const index_set reads{0}, read_by{0};

@@ -66,19 +66,6 @@ TEST_F(Paths, DependancesOfACycleEnd) {
   EXPECT_EQ(outcome.err, "");
 }
 
-TEST_F(Paths, HeaviestChainByHand) {
-  equation(a, x)->setW(5);
-  equation(b, wood.Bdd_and(x, y))->setW(2);
-  equation(c, wood.Bdd_or(a, b))->setW(3);
-  EXPECT_EQ(wood.down_critical_path(0, 0, 0), 8);    // a then c
-  EXPECT_EQ(wood.down_critical_path(1, 0, 10), 15);  // b then c
-  EXPECT_EQ(wood.down_critical_path(4, 0, 7), 7);
-  EXPECT_EQ(wood.up_critical_path(4, 0, 1), 9);  // c then a
-  EXPECT_EQ(wood.up_critical_path(2, 0, 1), 6);
-  EXPECT_EQ(wood.up_critical_path(0, 0, 4), 4);
-  EXPECT_EQ(wood.down_critical_path(-3, 0, 4), 4);
-}
-
 TEST_F(Paths, EachReaderAtTheDepthLimitIsWarnedOf) {
   equation(a, x);
   equation(b, x);

@@ -190,59 +190,6 @@ struct Transformations : testing::Test {
 
 }  // namespace
 
-TEST_F(Transformations, ConstantsGoIntoTheirReaders) {
-  for (const bool keeps : {false, true}) {
-    equation(a, wood.Bdd_one(), 3);
-    equation(b, both(a, c));
-    equation(d, wood.Bdd_zero());
-    wood.constants_propagation(keeps ? std::list<int>{3} : std::list<int>{4});
-    EXPECT_EQ(function(b), c);
-    EXPECT_EQ(stands(a), keeps);
-    EXPECT_TRUE(stands(d)) << "nothing reads it";
-    EXPECT_EQ(readers(a), index_set{});
-    EXPECT_EQ(readers(c), index_set{3});
-    EXPECT_EQ(incoherence(wood), "");
-  }
-}
-
-TEST_F(Transformations, ConstantsRunThroughChainsAgainstTheOrder) {
-  // d to a: each turns constant only after the one of the higher index.
-  equation(d, wood.Bdd_zero());
-  equation(c, both(d, x));
-  equation(b, wood.Bdd_or(c, y));
-  equation(a, both(n(c), b));
-  wood.constants_propagation();
-  EXPECT_FALSE(stands(d));
-  EXPECT_FALSE(stands(c));
-  EXPECT_EQ(function(b), y);
-  EXPECT_EQ(function(a), b);
-  EXPECT_EQ(wood.Set_of_exp(), (index_set{2, 3}));
-  EXPECT_EQ(incoherence(wood), "");
-  EXPECT_EQ(wood.global_tautology(), 0);
-}
-
-TEST_F(Transformations, AbstractReadersKeepWhatTheyRead) {
-  equation(a, wood.Bdd_one());
-  equation(b, x);
-  equation(c, both(a, n(b)));
-  abstract(d, {2, 3});
-  wood.constants_propagation();
-  EXPECT_EQ(function(c), n(b));
-  wood.suppress_wires();
-  wood.suppress_locals();
-  wood.suppress_local(3);
-  EXPECT_EQ(function(a), wood.Bdd_one());
-  EXPECT_EQ(function(b), x);
-  EXPECT_EQ(function(c), n(b)) << "not inlined, since b has to stay";
-  EXPECT_EQ(readers(a), index_set{5});
-  EXPECT_EQ(readers(b), (index_set{4, 5}));
-  wood.useless_local(3);
-  EXPECT_EQ(function(c), n(x));
-  EXPECT_EQ(readers(b), index_set{5});
-  EXPECT_EQ(incoherence(wood), "");
-  EXPECT_EQ(wood.global_tautology(), 0);
-}
-
 TEST_F(Transformations, ReadersWithoutEquationAreDropped) {
   equation(a, wood.Bdd_one());
   equation(c, y);
@@ -262,43 +209,6 @@ TEST_F(Transformations, GlobalTautology) {
   EXPECT_NE(wood.global_tautology(), 0);
   equation(d, y);
   EXPECT_EQ(wood.global_tautology(), 0);
-}
-
-TEST_F(Transformations, Locals) {
-  equation(a, both(x, y), 9);
-  equation(b, wood.Bdd_or(a, x));
-  equation(c, wood.Bdd_xor(a, b));
-  wood.suppress_locals({9});
-  EXPECT_TRUE(stands(a));
-  EXPECT_FALSE(stands(b));
-  EXPECT_EQ(function(c), wood.Bdd_xor(a, wood.Bdd_or(a, x)));
-  EXPECT_EQ(readers(a), index_set{4});
-  EXPECT_EQ(readers(x), (index_set{2, 4}));
-  wood.suppress_locals();
-  EXPECT_EQ(function(c), wood.Bdd_xor(both(x, y), x));
-  EXPECT_EQ(wood.Set_of_exp(), index_set{4});
-  EXPECT_EQ(incoherence(wood), "");
-}
-
-TEST_F(Transformations, OneLocal) {
-  equation(a, both(x, y));
-  equation(b, n(a));
-  wood.useless_local(2);
-  EXPECT_TRUE(stands(a));
-  EXPECT_EQ(function(b), n(both(x, y)));
-  EXPECT_EQ(readers(a), index_set{});
-  EXPECT_EQ(readers(x), (index_set{2, 3}));
-  wood.suppress_local(2);
-  EXPECT_TRUE(stands(a)) << "no reader any more";
-  equation(c, both(b, x));
-  wood.suppress_local(3);
-  EXPECT_FALSE(stands(b));
-  EXPECT_EQ(function(c), both(x, n(y)));
-  EXPECT_EQ(readers(y), (index_set{2, 4}));
-  wood.suppress_local(0);
-  wood.suppress_local(-1);
-  wood.useless_local(99);
-  EXPECT_EQ(incoherence(wood), "");
 }
 
 TEST_F(Transformations, EquationsThatReadThemselves) {
@@ -324,27 +234,6 @@ TEST_F(Transformations, EquationsThatReadThemselves) {
   EXPECT_FALSE(whole.ended);
   EXPECT_EQ(function(a), n(a));
   EXPECT_EQ(function(b), both(a, x));
-}
-
-TEST_F(Transformations, Wires) {
-  equation(a, n(x));
-  equation(b, a)->setW(5);
-  equation(c, both(b, y));
-  wood.setLateDate(a, 7);
-  wood.suppress_wires({});
-  EXPECT_EQ(wood.Set_of_exp(), index_set{4}) << "b is a wire as well, read by c";
-  EXPECT_EQ(function(c), both(n(x), y));
-  EXPECT_EQ(wood.getLateDate(2), 0);
-  // A chain of dates, by weight: its own on top of those before it.
-  equation(d, both(c, x));
-  wood.suppress_wires();
-  EXPECT_EQ(wood.exp_by_bdd(c)->getEarlyDate(), 2);
-  EXPECT_EQ(wood.exp_by_bdd(d)->getEarlyDate(), 3);
-  EXPECT_EQ(wood.getLateDate(c), 1);
-  EXPECT_EQ(wood.getLateDate(d), 0);
-  EXPECT_EQ(wood.exp_by_bdd(d)->getEarlyDate(), wood.up_critical_path(5, 1, 1));
-  EXPECT_EQ(wood.getLateDate(c), wood.down_critical_path(4, 1, 0));
-  EXPECT_EQ(incoherence(wood), "");
 }
 
 TEST_F(Transformations, CleanDropsIsolatedEquations) {

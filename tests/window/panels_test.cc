@@ -51,50 +51,6 @@ TEST(Panels, ViewsKeepTheirPlace) {
   expect_view_at(registers, registers.listWidget, {200, 305}, {10, 30, 180, 221});
 }
 
-TEST(Panels, ViewsBehaveAsTold) {
-  InputsDialog inputs;
-  EXPECT_EQ(inputs.tableWidget->frameShape(), QFrame::Panel);
-  EXPECT_EQ(inputs.tableWidget->selectionMode(), QAbstractItemView::MultiSelection);
-  EXPECT_FALSE(inputs.tableWidget->tabKeyNavigation());
-  EXPECT_FALSE(inputs.tableWidget->showDropIndicator());
-  OutputsPanel outputs;
-  EXPECT_EQ(outputs.tableWidget->selectionMode(), QAbstractItemView::SingleSelection);
-  EXPECT_EQ(outputs.tableWidget->columnCount(), 0);
-  LocalsPanel locals;
-  RegisterPanel registers;
-  for (const QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{
-           inputs.tableWidget, outputs.tableWidget, locals.listWidget, registers.listWidget}) {
-    EXPECT_EQ(view->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
-    EXPECT_EQ(view->editTriggers(), QAbstractItemView::NoEditTriggers);
-  }
-}
-
-TEST(Panels, LoadAndDebuggerFormsHoldTheirTexts) {
-  FilePanel load;
-  EXPECT_EQ(load.size(), QSize(557, 113));
-  EXPECT_EQ(load.verticalLayoutWidget->geometry(), QRect(10, 0, 541, 101));
-  EXPECT_EQ(load.label_4->text(), "Load ZUC File:    ");
-  EXPECT_EQ(load.label_3->text(), "Load ZU File :     ");
-  EXPECT_EQ(load.pushButton_3->text(), "Load ZUC");
-  EXPECT_EQ(load.pushButton_2->text(), "Load ZU");
-  DebuggerPanel debugger;
-  EXPECT_EQ(debugger.size(), QSize(757, 120));
-  EXPECT_EQ(debugger.groupBox->title(), "State :");
-  EXPECT_EQ(debugger.groupBox_2->title(), "Set or Reset");
-  EXPECT_EQ(debugger.layoutWidget->geometry(), QRect(10, 30, 87, 50));
-  EXPECT_EQ(debugger.zero->palette().color(QPalette::Active, QPalette::Text), QColor(255, 255, 0));
-  EXPECT_EQ(debugger.zero->palette().color(QPalette::Disabled, QPalette::Text),
-            QColor(190, 190, 190));
-  EXPECT_EQ(debugger.plainTextEdit->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
-  const auto cell = [&](int row, int column) {
-    return debugger.gridLayout->itemAtPosition(row, column)->widget();
-  };
-  EXPECT_EQ(cell(0, 0), debugger.zero);
-  EXPECT_EQ(cell(0, 1), debugger.one);
-  EXPECT_EQ(cell(1, 0), debugger.top);
-  EXPECT_EQ(cell(1, 1), debugger.bottom);
-}
-
 TEST(Panels, EscapeAndReturnLeaveAPanelAlone) {
   FilePanel load;
   int pressed = 0;

@@ -329,36 +329,4 @@ TEST(SignalEval, PaintsAnyContext) {
   EXPECT_FALSE(texts.item(3, 0)->isSelected());
 }
 
-TEST(SignalEval, WritesTheChoicesAndNeedsAModule) {
-  FenPrincipale window;
-  std::string instance;
-  Module* module = window.parse(std::string(KIVA_EXAMPLES) + "/rails/rails.zuc", instance);
-  ASSERT_NE(module, nullptr);
-  QTableWidget table(2, 1);
-  List_Signal_color colors;
-  window.pautom = module;
-  window.afficherAll();
-  window.couleur_signal->Get_Table()[0].Set_vert(&table, nullptr, 0);
-  std::vector<int> context = *window.context();
-  set_reset flags;
-  flags.set_Reset(true);
-  Signal_eval evaluator;
-  EXPECT_EQ(evaluator.Get_contexts(module, &flags, window.couleur_signal.get(), context.data()),
-            context.data());
-  EXPECT_EQ((std::vector<int>(context.begin(), context.begin() + 4)),
-            (std::vector<int>{1, 1, 0, 0}));
-  const long set_id = module->getSet()->getBddStatusId(module, module->getBddWood());
-  const long reset_id = module->getReset()->getBddStatusId(module, module->getBddWood());
-  EXPECT_EQ(context[set_id], 0);
-  EXPECT_EQ(context[set_id + 1], 1);
-  EXPECT_EQ(context[reset_id], 1);
-  EXPECT_EQ(context[reset_id + 1], 0);
-  const Outcome outcome = run_captured([&] {
-    evaluator.Get_contexts(nullptr, &flags, window.couleur_signal.get(), context.data());
-  });
-  EXPECT_TRUE(outcome.ended);
-  EXPECT_EQ(outcome.exit_status, 1);
-  EXPECT_EQ(outcome.err, "***error:Signal_eval: No module loaded\n");
-}
-
 }  // namespace kiva::test

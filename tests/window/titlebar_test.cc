@@ -135,15 +135,6 @@ TEST_F(TitleBarTest, PaintsTheCloseButtonLightAndDark) {
   EXPECT_EQ(button_colour(5, 12), QColor(Qt::black));
 }
 
-TEST_F(TitleBarTest, TheBarDarkensDownwards) {
-  const QImage bar_picture = bar->grab().toImage();
-  const QColor top = bar_picture.pixelColor(150, 0), bottom = bar_picture.pixelColor(150, 19);
-  EXPECT_NEAR(top.red(), 142, 4);
-  EXPECT_NEAR(top.blue(), 146, 4);
-  EXPECT_NEAR(bottom.red(), 10, 6);
-  EXPECT_NEAR(bottom.green(), 1, 6);
-}
-
 TEST(TitleBarSize, KnowsItsWidthOnlyAfterThePaint) {
   OpenTitleBar bar;
   EXPECT_EQ(bar.minimumSizeHint(), QSize(0, 20));

@@ -243,7 +243,6 @@ TEST_F(Table, AddNeedsASignal) {
   Bddexpressionwood* from = other.getBddexpressionWood();
   auto* e = new Bddexpression("n", from, from->New_var_last("_s_nobody"), from->Bdd_one(), 0, 0);
   EXPECT_THROW(table.add(e, &module), IllegalOperationException);
-  delete from;
 }
 
 TEST_F(Table, ReplaceAndRemove) {

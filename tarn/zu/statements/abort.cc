@@ -85,10 +85,15 @@ void StrongAbort::remember_written(Module* module, EquationTable* table) {
 }
 
 void StrongAbort::compile(Module* module, EquationTable* table) {
+  struct Forget {
+    StrongAbort& abort;
+    ~Forget() {
+      abort.written_before_.clear();
+      abort.first_written_.clear();
+    }
+  } forget{*this};
   if (Compilation::rules().abort_mask) remember_written(module, table);
   Preemption::compile(module, table);
-  written_before_.clear();
-  first_written_.clear();
 }
 
 void StrongAbort::createEquations(Module* module, EquationTable* table) {

@@ -1,9 +1,5 @@
 // What an automaton must hold before it is translated, and the rank of its transitions.
 
-#include <iostream>
-
-#include "base/process_end.h"
-#include "forms/forms.h"
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
 #include "tarn/session/session.h"
@@ -33,10 +29,8 @@ constexpr Complaint several_initial{
 
 [[noreturn]] void refuse(const Complaint& complaint, const std::string& name,
                          const SourceSpan& span) {
-  fl_show_Smessages(complaint.before + name + complaint.after +
-                    "   --> compilation process aborted ...");
-  tell_place(span, "in this text");
-  end_process();
+  end_at(span,
+         complaint.before + name + complaint.after + "   --> compilation process aborted ...");
 }
 
 bool compared(const Transition& a, const Transition& b) {

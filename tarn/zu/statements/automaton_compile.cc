@@ -18,7 +18,6 @@
 
 #include <iostream>
 
-#include "base/process_end.h"
 #include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/rules.h"
@@ -156,10 +155,9 @@ void AutomatonCircuit::add_behaviour(bdd& behaviours, const Arc& arc) {
   const bdd trigger = arc.transition->triggerable_bdd(module_);
   const bdd both = And(behaviours, trigger);
   if (!is_zero(both)) {
-    fl_show_Smessages("Error: Multiple behaviors about state:\"" + arc.from->state->name +
-                      "\" when " + wood_->my_bdd_manager()->Print_sop_to_ESTEREL_String(both, 1));
-    tell_place(arc.transition->span, "in this text");
-    end_process();
+    end_at(arc.transition->span, "Error: Multiple behaviors about state:\"" +
+                                     arc.from->state->name + "\" when " +
+                                     wood_->my_bdd_manager()->Print_sop_to_ESTEREL_String(both, 1));
   }
   behaviours = Or(behaviours, trigger);
 }

@@ -2,14 +2,12 @@
 // ties between them and the caller's signals. Its inputs follow the caller's signals, the caller's
 // signals take its outputs in, and a valued tie carries the binding of the value along.
 
-#include <iostream>
-
-#include "base/process_end.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/function_change.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
 #include "tarn/zu/compilation.h"
@@ -211,9 +209,9 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
   if (!actual->isValued(module, wood)) return;
   const auto bindings = module->getDataBindingByClock(copy);
   if (bindings == nullptr) {
-    std::cerr << "***error:run:no signal binding for:" << formal << "  in called module\n";
-    if (getSpan().known()) std::cerr << getSpan().text() << ": run of " << module_name_ << '\n';
-    end_process();
+    std::string told = "***error:run:no signal binding for:" + formal + "  in called module";
+    if (getSpan().known()) told += '\n' + getSpan().text() + ": run of " + module_name_;
+    end_with(Diagnostic::of_told(told, Manner::stream, place_of(getSpan())));
   }
   for (const DataBinding* binding : *bindings) {
     Signal* bound = module->addSignalBinding(binding->getValue(), actual, wood);
