@@ -138,7 +138,8 @@ void take_bindings(Module* module, const Module* called, Interface* interface,
 }  // namespace
 
 void include_compiled_module(Module* module, Module* called, Interface* interface,
-                             const std::string& suffix, Bddexpressionwood* wood) {
+                             const std::string& suffix,
+                             Bddexpressionwood* wood) {  // house: one list after the other
   const size_t locals = module->getLocalSignalList().size() + called->getLocalSignalList().size();
   if (locals > most_locals)
     throw IllegalOperationException(

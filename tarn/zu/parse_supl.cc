@@ -17,6 +17,7 @@
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/zu_file.h"
 #include "tarn/zu/zu_scanner.h"
 
 namespace kiva {
@@ -38,9 +39,6 @@ Module*& TheModule() {
 }
 Automaton::StateTable*& TheCurrentStateTable() {
   return Session::current().part<UnderWay>().states;
-}
-class_zu_parser& Compilation::pzu_parser() {
-  return Session::current().part<class_zu_parser>();
 }
 
 int class_zu_parser::parse() {
@@ -244,7 +242,7 @@ void class_zu_parser::count_copies(long count, long statements) {
 
 // The way in.
 
-void Compilation::zu_parse(const char* file) {
+void read_zu_file(const char* file) {
   std::error_code error;
   std::ifstream in;
   if (!std::filesystem::is_directory(file, error)) in.open(file, std::ios::binary);
@@ -258,7 +256,7 @@ void Compilation::zu_parse(const char* file) {
   struct AtEnd {
     class_zu_parser& reader;
     ~AtEnd() { reader.plexer = nullptr; }
-  } at_end{pzu_parser()};
+  } at_end{Session::current().part<class_zu_parser>()};
   at_end.reader.plexer = &scanner;
   at_end.reader.parse();
 }

@@ -49,10 +49,9 @@ ZucRead read_zuc_file(const std::string& file, const std::string& instance,
   return read;
 }
 
-Module* Compilation::zuc_parse(const std::string& file, const std::string& instance,
-                               const std::string& run_instance,
-                               const std::list<std::string>* inputs,
-                               const std::list<std::string>* outputs) {
+Module* read_zuc(const std::string& file, const std::string& instance,
+                 const std::string& run_instance, const std::list<std::string>* inputs,
+                 const std::list<std::string>* outputs) {
   const ZucRead read = read_zuc_file(file, instance, run_instance, inputs, outputs);
   if (!read.opened) {
     std::cerr << "File: " << file << " does not exist\n";
@@ -60,12 +59,6 @@ Module* Compilation::zuc_parse(const std::string& file, const std::string& insta
     std::cerr << read.problem << "\nERROR during loading file : " << file << '\n';
   }
   return read.module;
-}
-
-Module* Compilation::zuc_parse(const std::string& file, const std::string& instance,
-                               const std::list<std::string>* inputs,
-                               const std::list<std::string>* outputs) {
-  return zuc_parse(file, instance, EmptyString, inputs, outputs);
 }
 
 namespace {
@@ -114,27 +107,26 @@ Found find_module(const std::string& module) {
 
 }  // namespace
 
-std::string Compilation::getZucFileName(const std::string& module) {
+std::string listed_zuc_file(const std::string& module) {
   return find_module(module).file;
 }
 
-int Compilation::getReincarnateFromZucFile(const std::string& module) {
+int listed_zuc_reincarnate(const std::string& module) {
   const Found found = find_module(module);
   return found.file.empty() ? -1 : flag_behind(found.line, found.after);
 }
 
-int Compilation::getReincarnateFromZucFile(const std::string& module, const std::string& file) {
+int zuc_reincarnate(const std::string& module, const std::string& file) {
   const std::string line = first_line(file);
   const size_t after = behind_name(line, module);
   return after == std::string::npos ? -1 : flag_behind(line, after);
 }
 
-Module* Compilation::createModuleFromZucCode(const std::string& module,
-                                             const std::list<std::string>* inputs,
-                                             const std::list<std::string>* outputs) {
-  const std::string file = getZucFileName(module);
+Module* read_listed_zuc(const std::string& module, const std::list<std::string>* inputs,
+                        const std::list<std::string>* outputs) {
+  const std::string file = listed_zuc_file(module);
   if (!std::ifstream(file)) return nullptr;
-  return zuc_parse(file, EmptyString, inputs, outputs);
+  return read_zuc(file, "", "", inputs, outputs);
 }
 
 }  // namespace kiva

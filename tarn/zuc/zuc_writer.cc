@@ -168,7 +168,8 @@ void write_zuc(Module* module, std::ostream& os, bool forget_locals) {
   put_data_tables(os);
 }
 
-void write_zuc_bindings(Module* module, std::ostream& os, long* map) {
+void write_zuc_bindings(Module* module, std::ostream& os,
+                        long* map) {  // house: one text, line after line
   if (module->getDataTable() == nullptr) return;
   Bddexpressionwood* wood = module->getBddWood();
   // The constants are the process's, their lines module text's.

@@ -148,7 +148,7 @@ void confine(Program& program) {
 
 }  // namespace
 
-Program random_automaton(std::mt19937& random, int size) {
+Program random_automaton(std::mt19937& random, int size) {  // house: one choice after the other
   Program made;
   made.kind = &automaton_kind;
   const int states = 1 + pick(random, std::max(1, size / 2));

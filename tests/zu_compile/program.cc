@@ -51,6 +51,46 @@ int Program::size() const {
   return all + count - 1;
 }
 
+namespace {
+
+/// Of an automaton or a Mealy machine.
+void add_smaller_machines(const Program& p, std::vector<Program>& found) {
+  const auto add = [&](auto change) {
+    Program copy = p;
+    change(copy);
+    found.push_back(std::move(copy));
+  };
+  for (size_t i = 0; i < p.states.size(); ++i) {
+    if (!p.states[i].actions.empty())
+      add([i](Program& copy) { copy.states[i].actions.pop_back(); });
+    if (p.states[i].run.empty()) continue;
+    add([i](Program& copy) {
+      copy.states[i].run.clear();
+      std::erase_if(copy.transitions, [i](const Transition& t) {
+        return t.from == static_cast<int>(i) && t.kind == Transition::Kind::normal_termination;
+      });
+    });
+    for (Program& run : p.states[i].run[0].smaller())
+      add([&](Program& copy) { copy.states[i].run[0] = std::move(run); });
+  }
+  for (size_t i = 0; i < p.transitions.size(); ++i) {
+    if (p.transitions.size() > 1)
+      add([i](Program& copy) { copy.transitions.erase(copy.transitions.begin() + i); });
+    if (!p.transitions[i].actions.empty())
+      add([i](Program& copy) { copy.transitions[i].actions.pop_back(); });
+    for (const Condition& part : p.transitions[i].trigger.parts)
+      add([&](Program& copy) { copy.transitions[i].trigger = part; });
+  }
+  for (size_t i = 0; i < p.equations.size(); ++i) {
+    if (p.equations.size() > 1)
+      add([i](Program& copy) { copy.equations.erase(copy.equations.begin() + i); });
+    for (const Condition& part : p.equations[i].right.parts)
+      add([&](Program& copy) { copy.equations[i].right = part; });
+  }
+}
+
+}  // namespace
+
 std::vector<Program> Program::smaller() const {
   std::vector<Program> found = parts;
   if (!parts.empty()) found.emplace_back();  // nothing
@@ -67,32 +107,7 @@ std::vector<Program> Program::smaller() const {
   }
   if (count > 1) add([](Program& copy) { --copy.count; });
   for (const Condition& part : condition.parts) add([&](Program& copy) { copy.condition = part; });
-  for (size_t i = 0; i < states.size(); ++i) {
-    if (!states[i].actions.empty()) add([i](Program& copy) { copy.states[i].actions.pop_back(); });
-    if (states[i].run.empty()) continue;
-    add([i](Program& copy) {
-      copy.states[i].run.clear();
-      std::erase_if(copy.transitions, [i](const Transition& t) {
-        return t.from == static_cast<int>(i) && t.kind == Transition::Kind::normal_termination;
-      });
-    });
-    for (Program& run : states[i].run[0].smaller())
-      add([&](Program& copy) { copy.states[i].run[0] = std::move(run); });
-  }
-  for (size_t i = 0; i < transitions.size(); ++i) {
-    if (transitions.size() > 1)
-      add([i](Program& copy) { copy.transitions.erase(copy.transitions.begin() + i); });
-    if (!transitions[i].actions.empty())
-      add([i](Program& copy) { copy.transitions[i].actions.pop_back(); });
-    for (const Condition& part : transitions[i].trigger.parts)
-      add([&](Program& copy) { copy.transitions[i].trigger = part; });
-  }
-  for (size_t i = 0; i < equations.size(); ++i) {
-    if (equations.size() > 1)
-      add([i](Program& copy) { copy.equations.erase(copy.equations.begin() + i); });
-    for (const Condition& part : equations[i].right.parts)
-      add([&](Program& copy) { copy.equations[i].right = part; });
-  }
+  add_smaller_machines(*this, found);
   return found;
 }
 

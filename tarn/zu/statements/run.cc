@@ -13,6 +13,8 @@
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/statement_copy.h"
 #include "tarn/zu/statements/run_files.h"
+#include "tarn/zu/zu_file.h"
+#include "tarn/zuc/zuc_reader.h"
 
 namespace kiva {
 
@@ -86,13 +88,12 @@ void Run::find_called(Module* module) {
   std::list<std::string> inputs;
   std::list<std::string> outputs;
   computeAwaitedNameList(inputs, outputs, module);
-  called_ = enter_compiled(Compilation::createModuleFromZucCode(module_name_, &inputs, &outputs));
+  called_ = enter_compiled(read_listed_zuc(module_name_, &inputs, &outputs));
   if (called_ != nullptr) return;
 
   const RunFiles files(module_name_, location, getSpan());
   if (!files.compiled().empty()) {
-    Module* declared =
-        Compilation::zuc_parse(files.compiled(), Compilation::EmptyString, &inputs, &outputs);
+    Module* declared = read_zuc(files.compiled(), "", "", &inputs, &outputs);
     if (declared != nullptr && declared->getName() != module_name_) {
       std::cerr << files.compiled() << " holds module " << declared->getName() << '\n';
     } else {
@@ -111,7 +112,7 @@ void Run::find_called(Module* module) {
 
 Module* Run::read_source(const RunFiles& files) const {
   if (files.source().empty()) return nullptr;
-  Compilation::zu_parse(files.source().c_str());
+  read_zu_file(files.source().c_str());
   return known(Compilation::ModTable(), module_name_);
 }
 
@@ -133,14 +134,14 @@ bool Run::ask_called() {
     called_ = source;
     return answer_of(source);
   }
-  const int flag = Compilation::getReincarnateFromZucFile(module_name_);
+  const int flag = listed_zuc_reincarnate(module_name_);
   if (flag != -1) return flag != 0;
 
   const Module* caller = getModule();
   const std::string* location = caller->getModuleLocation(module_name_);
   const RunFiles files(module_name_, location, getSpan());
   if (!files.compiled().empty()) {
-    const int declared = Compilation::getReincarnateFromZucFile(module_name_, files.compiled());
+    const int declared = zuc_reincarnate(module_name_, files.compiled());
     if (declared != -1) return declared != 0;
   }
   called_ = read_source(files);

@@ -185,7 +185,7 @@ void Run::connect_input(const std::string& formal, Signal* copy, Module* module,
 }
 
 void Run::connect_output(const std::string& formal, Signal* copy, Module* module,
-                         EquationTable* table) {
+                         EquationTable* table) {  // house: the cases of one tie
   // The signal of a sustained value is an output that only its binding is about.
   if (copy->isValue() && getRenamingSignal(formal) == nullptr) return;
   Signal* actual = getRenamingSignal(formal);

@@ -37,7 +37,7 @@ bool declares(const std::string& file, const std::string& module) {
 }  // namespace
 
 RunFiles::RunFiles(const std::string& module, const std::string* location, const SourceSpan& run)
-    : module_(module) {
+    : module_(module) {  // house: one search, place after place
   if (run.known()) looked_at_.push_back(*run.file);
   if (Module::CompilationFileList() != nullptr)
     for (const std::string& file : *Module::CompilationFileList()) {
