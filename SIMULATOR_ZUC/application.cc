@@ -1,3 +1,5 @@
+// The start of the window: arguments, style, the connection to a server, the event loop.
+
 #include "SIMULATOR_ZUC/application.h"
 
 #include <QApplication>

@@ -1,3 +1,5 @@
+// Modal boxes behind two functions, which tests replace by answers of their own.
+
 #include "SIMULATOR_ZUC/dialogs.h"
 
 #include <QApplication>

@@ -1,3 +1,5 @@
+// A row shows its state by colour, tip and accessible text, all from the one table of states.
+
 #include "SIMULATOR_ZUC/row_state.h"
 
 #include <QBrush>

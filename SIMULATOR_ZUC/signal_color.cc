@@ -1,3 +1,5 @@
+// The choices as colours: each is a view of a row of the simulation, which keeps it.
+
 #include "SIMULATOR_ZUC/signal_color.h"
 
 #include <QCheckBox>

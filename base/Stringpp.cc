@@ -1,3 +1,6 @@
+// Text as the system's names know it. Positions count from 0; a place outside the text is cut to
+// it, never an error.
+
 #include "base/Stringpp.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// An open hash (linear probing) of numbers into one block of text: entering a name moves no other,
+// and a copy is three plain copies.
+
 #include "base/name_numbers.h"
 
 #include <functional>

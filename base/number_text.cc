@@ -1,3 +1,6 @@
+// Numbers to text and back. What is no number is 0, as strtol has it; checks say whether the whole
+// text is one.
+
 #include "base/number_text.h"
 
 #include <algorithm>

@@ -6,6 +6,6 @@
 namespace kiva {
 
 /// All that is left in the stream.
-std::string read_all(std::istream& in);
+[[nodiscard]] std::string read_all(std::istream& in);
 
 }  // namespace kiva

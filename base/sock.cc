@@ -1,3 +1,6 @@
+// A connection as a handle that owns its descriptor. Every failure is a line on the error stream
+// and a null or negative result; a peer that has gone raises no signal.
+
 #include "base/sock.h"
 
 #include <arpa/inet.h>

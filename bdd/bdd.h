@@ -28,7 +28,7 @@ class bdd {
   /// False for a default-built handle.
   bool initialised() const { return internal_bdd_node != nullptr; }
 
-  /// array(global id), behind "not " for a complement.
+  /// Classic: array(global id), behind "not " for a complement (tarn/targets/languages/vhdl.cc).
   std::string vhdl_node_name(const std::string& array) const;
 
   /// Same manager, link and node; inside one manager this is equality of functions.

@@ -1,3 +1,5 @@
+// What can be asked of a single node: shape, order and references. None of it makes a node.
+
 #include "bdd/bdd_node.h"
 
 #include "base/graph_walk.h"

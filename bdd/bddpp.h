@@ -165,13 +165,14 @@ class bddpp_manager {
   bdd Bdd_reduce(const bdd& f, const bdd& c);
   /// A cofactor of f by any c that is not zero: agrees with f on c, and takes no value that f does
   /// not take there. By a product it is Bdd_cube_reduce. f itself for c zero.
-  bdd Bdd_constrain(const bdd& f, const bdd& c);
+  [[nodiscard]] bdd Bdd_constrain(const bdd& f, const bdd& c);
   /// Quantifies all variables of a product of positive literals out of the and of f and g.
-  bdd Bdd_and_exist(const bdd& f, const bdd& g, const bdd& variables);
+  [[nodiscard]] bdd Bdd_and_exist(const bdd& f, const bdd& g, const bdd& variables);
   /// Substitutes g for the variable v; zero when v is no variable.
   bdd Bdd_compose(const bdd& f, const bdd& v, const bdd& g);
   /// Substitutes at once for the variable of each given index; later entries win.
-  bdd Bdd_vector_compose(const bdd& f, const std::vector<std::pair<long, bdd>>& values);
+  [[nodiscard]] bdd Bdd_vector_compose(const bdd& f,
+                                       const std::vector<std::pair<long, bdd>>& values);
   /// `map` gives the new index of each old index.
   bdd Bdd_replace_vars(const bdd& f, const long* map);
   /// Each part of the diagram that tests index n or more becomes one.
@@ -317,8 +318,6 @@ class bddpp_manager {
   void Print_wren_sop(const std::string& or_text, const std::string& and_text,
                       const std::string& not_text, const std::string& not_end, std::ostream& out,
                       const bdd& f, const std::string& name, int mode);
-  std::string Print_sop_to_VHDL_String(const bdd& f, int mode);
-  std::string Print_sop_to_ESTEREL_String(const bdd& f, int mode);
   void Print_debug_bdd(std::ostream& out, const bdd& f);
 
   // Tables of products (print_table.cc): a header line with the variables of f and `var`, then one
@@ -336,15 +335,12 @@ class bddpp_manager {
                                          const std::string& last_row_end,
                                          const std::string& column_separator, int mode,
                                          const long* corr);
-  void BLIF_print(std::ostream& out, const bdd& var, const bdd& f, int mode);
   void ZUC_print(std::ostream& out, const long* corr, const bdd& var, const bdd& f, int mode);
 
   // Evaluation code (print_node_code.cc): one line for each unmarked node from `node` down,
   // children first, which marks them. Entries of the table have the nodes' global ids. A writer
   // clears the marks once for all its functions.
   void Print_node_code(const node_code_texts& texts, std::ostream& out, bdd_node* node);
-  /// Tables of BLIF, of which only `table`, `number` and `name` count.
-  void Print_node_code_BLIF(const node_code_texts& texts, std::ostream& out, bdd_node* node);
   void Print_node_for_eval(const std::string& or_text, const std::string& and_text,
                            const std::string& not_open, const std::string& not_close,
                            const std::string& var_prefix, const std::string& var_suffix,
@@ -367,13 +363,19 @@ class bddpp_manager {
                                      const std::string& var_suffix, const std::string& constant,
                                      const std::string& line_end, const std::string& table,
                                      std::ostream& out, bdd_node* node);
+
+  // Classic: texts of one target language each, whose bodies stand with the language
+  // (tarn/targets/languages).
+  std::string Print_sop_to_VHDL_String(const bdd& f, int mode);
+  std::string Print_sop_to_ESTEREL_String(const bdd& f, int mode);
+  void BLIF_print(std::ostream& out, const bdd& var, const bdd& f, int mode);
+  void Print_node_for_eval_BLIF(const std::string& table, std::ostream& out, bdd_node* node);
   void Print_node_for_eval_NUSMV(const std::string& table, std::ostream& out, bdd_node* node);
   void Print_node_for_eval_VHDL(const std::string& array, std::ostream& out, bdd_node* node);
   /// The array element of one variable: its input, and '0'. Only the first marks the node.
   void Print_node_for_eval_VHDL_input(const std::string& array, std::ostream& out, bdd_node* node);
   void Print_node_for_eval_VHDL_reset_input(const std::string& array, std::ostream& out,
                                             const bdd_node* node) const;
-  void Print_node_for_eval_BLIF(const std::string& table, std::ostream& out, bdd_node* node);
 
   // Reports (print_reports.cc).
   void Bdd_stats(std::ostream& out) const;

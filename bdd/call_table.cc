@@ -1,3 +1,5 @@
+// The growth of the table of one call: fourfold, what the call has computed moved along.
+
 #include "bdd/call_table.h"
 
 namespace kiva {

@@ -43,7 +43,7 @@ int expressions_checker::check(const std::string& text) const {
 }
 
 std::string expressions_checker::rec_check(const std::string& text, int* depth, int* error,
-                                           int* position) const {
+                                           int* position) const {  // house: one automaton
   std::string rest = text;
   std::vector<std::string> open;  // the pieces at which outer machines wait
   for (int state = 1;;) {

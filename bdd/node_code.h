@@ -20,21 +20,21 @@ namespace kiva {
 struct node_code_texts {
   std::string line_start = "  ";
   std::string constant_start = "   ";
-  std::string table;
+  std::string table = {};
   std::string entry_open = "[";
   std::string entry_close = "]";
   std::string assign = "= ";
-  std::string or_text;
-  std::string and_text;
-  std::string not_open;
-  std::string not_close;
+  std::string or_text = {};
+  std::string and_text = {};
+  std::string not_open = {};
+  std::string not_close = {};
   std::string first_open = {};
   std::string first_close = {};
   std::string second_open = {};
   std::string second_close = {};
   std::string var_prefix = {};
   std::string var_suffix = {};
-  std::string constant;  ///< true in the target
+  std::string constant = {};  ///< true in the target
   std::string line_end = ";";
   /// The number of a node's entry; its global id where this is empty.
   std::function<long(const bdd_node*)> number = {};
@@ -42,8 +42,8 @@ struct node_code_texts {
   std::function<std::string(long index)> name = {};
 };
 
-/// The texts of the targets that have a syntax of their own; `table` is the name of the table.
-node_code_texts nusmv_node_texts(const std::string& table);
-node_code_texts vhdl_node_texts(const std::string& array);
+/// Calls put(node) for each unmarked node from `root` (null for none) down, children before it,
+/// then side first, and marks it. A variable and the constant come without what is below them.
+void for_each_from_below(bdd_node* root, const std::function<void(const bdd_node&)>& put);
 
 }  // namespace kiva

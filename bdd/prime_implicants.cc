@@ -159,7 +159,7 @@ std::vector<bdd> Tdd::primes_by_collection() const {
   return found.products();
 }
 
-std::vector<bdd> Tdd::primes_by_parts() const {
+std::vector<bdd> Tdd::primes_by_parts() const {  // house: one pass whose steps share its lists
   // The literals of a prime stand from its last variable up, so that one more is appended.
   using primes = std::vector<literal_list>;
   std::vector<primes> found(parts_.size() + 1);

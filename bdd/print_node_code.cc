@@ -8,12 +8,7 @@
 
 namespace kiva {
 
-namespace {
-
-/// Calls put(node) for each unmarked node from `root` down, children before it, then side first,
-/// and marks it.
-template <class Put>
-void for_each_from_below(bdd_node* root, Put put) {
+void for_each_from_below(bdd_node* root, const std::function<void(const bdd_node&)>& put) {
   struct step {
     bdd_node* node;
     bool children_done;
@@ -36,6 +31,8 @@ void for_each_from_below(bdd_node* root, Put put) {
     open.push_back({now.node->then_node(), false});
   }
 }
+
+namespace {
 
 /// As the C-like forms have it: the constant is the negation of what is false there.
 node_code_texts infix_texts(const std::string& or_text, const std::string& and_text,
@@ -68,25 +65,6 @@ node_code_texts starting(const std::string& line_start, node_code_texts texts) {
 }
 
 }  // namespace
-
-node_code_texts nusmv_node_texts(const std::string& table) {
-  node_code_texts texts = arrayless(infix_texts(" | ", " & ", "!", "", "", "", "", ";", table));
-  texts.assign = ":= ";
-  texts.constant = "TRUE";
-  return texts;
-}
-
-node_code_texts vhdl_node_texts(const std::string& array) {
-  node_code_texts texts =
-      starting("      ", infix_texts(" or ", " and ", "not ", "", "", "", "", ";", array));
-  texts.entry_open = "(";
-  texts.entry_close = ")";
-  texts.assign = " <= ";
-  texts.second_open = "(";
-  texts.second_close = ")";
-  texts.constant = "'1'";
-  return texts;
-}
 
 void bddpp_manager::Print_node_code(const node_code_texts& t, std::ostream& out, bdd_node* root) {
   const auto put_entry = [&](const bdd_node* node) {
@@ -166,65 +144,6 @@ void bddpp_manager::Print_node_for_eval_arrayless(
       starting(line_start, arrayless(infix_texts(or_text, and_text, not_open, not_close, var_prefix,
                                                  var_suffix, constant, line_end, table))),
       out, node);
-}
-
-void bddpp_manager::Print_node_for_eval_NUSMV(const std::string& table, std::ostream& out,
-                                              bdd_node* node) {
-  Print_node_code(nusmv_node_texts(table), out, node);
-}
-
-void bddpp_manager::Print_node_for_eval_VHDL(const std::string& array, std::ostream& out,
-                                             bdd_node* node) {
-  Print_node_code(vhdl_node_texts(array), out, node);
-}
-
-void bddpp_manager::Print_node_for_eval_VHDL_input(const std::string& array, std::ostream& out,
-                                                   bdd_node* node) {
-  // A variable is one line of the same code.
-  if (node != nullptr && node->is_var(internal_bdd_node_one))
-    Print_node_code(vhdl_node_texts(array), out, node);
-}
-
-void bddpp_manager::Print_node_for_eval_VHDL_reset_input(const std::string& array,
-                                                         std::ostream& out,
-                                                         const bdd_node* node) const {
-  if (node == nullptr) return;
-  out << "      " << array << '(' << node->global_id() << ") <= '0';\n";
-}
-
-void bddpp_manager::Print_node_for_eval_BLIF(const std::string& table, std::ostream& out,
-                                             bdd_node* root) {
-  node_code_texts texts;
-  texts.table = table;
-  Print_node_code_BLIF(texts, out, root);
-}
-
-void bddpp_manager::Print_node_code_BLIF(const node_code_texts& t, std::ostream& out,
-                                         bdd_node* root) {
-  const auto entry = [&](const bdd_node* node) {
-    return t.table + "_" + std::to_string(t.number ? t.number(node) : node->global_id());
-  };
-  for_each_from_below(root, [&](const bdd_node& node) {
-    if (&node == internal_bdd_node_one) {
-      out << ".names " << entry(&node) << "\n1\n";
-      return;
-    }
-    out << ".names " << (t.name ? t.name(node.var_index()) : Name_var_by_index(node.var_index()))
-        << ' ';
-    if (node.is_var(internal_bdd_node_one)) {
-      out << entry(&node) << "\n1 1\n";
-      return;
-    }
-    // Inputs: the variable, the then side, the else side.
-    out << entry(node.then_node()) << ' ' << entry(node.else_node()) << ' ' << entry(&node)
-        << "\n11- 1\n0-" << (node.else_link_type() == -1 ? '0' : '1') << " 1\n";
-  });
-}
-
-std::string bdd::vhdl_node_name(const std::string& array) const {
-  if (internal_bdd_node == nullptr) return "";
-  return (internal_link_type == -1 ? "not " : "") + array + "(" +
-         std::to_string(internal_bdd_node->global_id()) + ")";
 }
 
 }  // namespace kiva

@@ -132,18 +132,6 @@ void bddpp_manager::Print_wren_sop(const std::string& or_text, const std::string
   out << sum_text(*this, or_text, {and_text, not_text, not_end}, f, mode, array_element(name));
 }
 
-std::string bddpp_manager::Print_sop_to_VHDL_String(const bdd& f, int mode) {
-  if (Bdd_is_tautology(f)) return Bdd_is_one_tautologic(f) ? "'1'" : "'0'";
-  const std::string or_text = ") or (";
-  const std::string sum = Print_sop_to_String(or_text, " and ", "not ", "", f, mode);
-  return sum.find(or_text) == std::string::npos ? sum : "(" + sum + ")";
-}
-
-std::string bddpp_manager::Print_sop_to_ESTEREL_String(const bdd& f, int mode) {
-  if (Bdd_is_tautology(f)) return Bdd_is_one_tautologic(f) ? "tick" : "not tick";
-  return Print_sop_to_String(" or ", " and ", "not ", "", f, mode);
-}
-
 void bddpp_manager::Print_debug_bdd(std::ostream& out, const bdd& f) {
   Print_sop(" + ", " . ", "!", "", out, f, 0);
 }

@@ -81,10 +81,6 @@ void bddpp_manager::PLA_print_pref_suff_with_renaming(
       mode, [&](long index) { return corr[index]; });
 }
 
-void bddpp_manager::BLIF_print(std::ostream& out, const bdd& var, const bdd& f, int mode) {
-  PLA_print_pref_suff(out, var, f, "", "", ".names  ", "\n", "\n", "\n", "", mode);
-}
-
 void bddpp_manager::ZUC_print(std::ostream& out, const long* corr, const bdd& var, const bdd& f,
                               int mode) {
   PLA_print_pref_suff_with_renaming(out, var, f, "", "", "", ":\n", ",\n", ";\n", " ", mode, corr);

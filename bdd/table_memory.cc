@@ -1,3 +1,6 @@
+// Memory for the tables that every operation walks over at random: aligned to cache lines, on large
+// pages where the system has them.
+
 #include "bdd/table_memory.h"
 
 #include <sys/mman.h>

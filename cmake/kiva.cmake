@@ -32,7 +32,7 @@ function(kiva_tests name)
   target_link_libraries(${name}_tests PRIVATE kiva_test_support ${TESTS_USES} kiva_warnings)
   gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX ${name}.
                        TEST_FILTER "-*Tools.*" PROPERTIES TIMEOUT 900)
-  if(name STREQUAL formats)
+  if(name STREQUAL targets)
     gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX ${name}.
                          TEST_FILTER "*Tools.*" TEST_LIST ${name}_tools
                          PROPERTIES TIMEOUT 900 LABELS backends)

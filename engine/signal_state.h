@@ -28,7 +28,7 @@ inline SignalState state_of(int status, int value) {
 }
 
 /// The pair of a state; (0, 0) for unknown, which a choice never is.
-struct StatePair {
+struct [[nodiscard]] StatePair {
   int status;
   int value;
 };

@@ -29,17 +29,17 @@ const std::string& own_name(const Signal* signal) {
 }
 }  // namespace
 
-/// What follows a segment: the data work of the equation at `status_id`.
+/// What follows a segment: the data work of the equation at `status_index`.
 struct Simulation::Action {
   enum Kind { abstract_equation, binding_fires } kind;
-  long status_id;
+  long status_index;
   DataBinding* binding;  ///< null for an abstract equation that has none
 };
 
 /// An output that takes its value from bindings.
 struct Simulation::ValuedOutput {
   Signal* signal;
-  SignalIds ids;
+  SignalRails rails;
   std::vector<DataBinding*> bindings;  ///< in the order of the module's table
 };
 
@@ -47,20 +47,20 @@ Simulation::Simulation(Module* module)
     : module_(module),
       input_rows_(signals_with_row(module->getInputSignalList())),
       output_rows_(signals_with_row(module->getOutputSignalList())),
-      choice_ids_(choice_ids(module)),
-      registers_(register_ids(module)) {
+      choice_rails_(choice_rails(module)),
+      registers_(register_rails(module)) {
   for (const Signal* signal : input_rows_) input_names_.push_back(signal->getOriginalName());
   for (const Signal* signal : output_rows_) {
     output_names_.push_back(signal->getOriginalName());
-    output_ids_.push_back(ids_of_name(output_names_.back()));
+    output_rails_.push_back(rails_of_name(output_names_.back()));
   }
   for (const Signal* signal : module->getLocalSignalList()) {
     local_names_.push_back(own_name(signal));
-    local_ids_.push_back(ids_of_name(local_names_.back()));
+    local_rails_.push_back(rails_of_name(local_names_.back()));
   }
   for (const regclass* reg : module->getRegisterList()) {
     register_names_.push_back(own_name(reg->actual_var()));
-    register_ids_.push_back(ids_of_name(register_names_.back()));
+    register_rails_.push_back(rails_of_name(register_names_.back()));
   }
   plan();
   plan_output_bindings();
@@ -69,10 +69,10 @@ Simulation::Simulation(Module* module)
 
 Simulation::~Simulation() = default;
 
-SignalIds Simulation::ids_of_name(const std::string& name) const {
-  SignalIds ids{};
-  get_id_signals(module_, name, ids.status_id, ids.value_id);
-  return ids;
+SignalRails Simulation::rails_of_name(const std::string& name) const {
+  SignalRails rails{};
+  get_id_signals(module_, name, rails.status_index, rails.value_index);
+  return rails;
 }
 
 long Simulation::equation_number() const {
@@ -156,7 +156,7 @@ void Simulation::plan_output_bindings() {
 
 void Simulation::step(Sock socket) {
   if (actions_.empty() && module_->getDataTable() == nullptr) {
-    write_choices(choice_ids_, state_.set, state_.reset, state_.inputs, state_.context.data());
+    write_choices(choice_rails_, state_.set, state_.reset, state_.inputs, state_.context.data());
     equations_->run(0, state_.context.data());
     show_outputs();
     show_locals();
@@ -177,7 +177,7 @@ void Simulation::step(Sock socket) {
 }
 
 void Simulation::step_with_data(Sock socket) {
-  write_choices(choice_ids_, state_.set, state_.reset, state_.inputs, state_.context.data());
+  write_choices(choice_rails_, state_.set, state_.reset, state_.inputs, state_.context.data());
   ValueTexts values = build_values();
   ConstantTexts constants;
   if (Compilation::GDataConstantTable() != nullptr)
@@ -201,10 +201,11 @@ ValueTexts Simulation::build_values() const {
   ValueTexts values;
   size_t row = 0;
   for (const Signal* input : module_->getInputSignalList()) {
-    const long status_id = input->getBddStatusId(module_, wood);
-    std::string& text = values[status_id] = no_value;
+    const long status_index = input->getBddStatusId(module_, wood);
+    std::string& text = values[status_index] = no_value;
     if (input->isValue()) continue;
-    if (is_present(status_id, input->getBddValueId(module_, wood))) text = state_.input_texts[row];
+    if (is_present(status_index, input->getBddValueId(module_, wood)))
+      text = state_.input_texts[row];
     ++row;
   }
   for (const signal_list* list : {&module_->getLocalSignalList(), &module_->getOutputSignalList()})
@@ -228,51 +229,51 @@ void Simulation::run_action(const Action& action, ValueTexts* values, ConstantTe
     return action.binding->getValue()->Simul_put(module_, constants, values, context, socket);
   };
   if (action.kind == Action::binding_fires) {
-    if (is_present(action.status_id, action.status_id + 1))
+    if (is_present(action.status_index, action.status_index + 1))
       (*values)[action.binding->getClock()->getBddStatusId(module_, wood)] = evaluated();
     return;
   }
   if (action.binding == nullptr) {
     end_with("***error:FenPrincipale::Simuler(): No binding for signal:" +
-             module_->getSignalNameById(action.status_id, wood));
+             module_->getSignalNameById(action.status_index, wood));
   }
   const std::string text = evaluated();
-  context[action.status_id] = text == "true" ? 1 : 0;
-  context[action.status_id + 1] = text == "false" ? 1 : 0;
+  context[action.status_index] = text == "true" ? 1 : 0;
+  context[action.status_index + 1] = text == "false" ? 1 : 0;
 }
 
 namespace {
 
-void show(std::span<const SignalIds> rows, const std::vector<int>& context,
+void show(std::span<const SignalRails> rows, const std::vector<int>& context,
           std::vector<SignalState>& shown) {
   shown.resize(rows.size());
   for (size_t row = 0; row < rows.size(); ++row)
-    shown[row] = state_of(context[static_cast<size_t>(rows[row].status_id)],
-                          context[static_cast<size_t>(rows[row].value_id)]);
+    shown[row] = state_of(context[static_cast<size_t>(rows[row].status_index)],
+                          context[static_cast<size_t>(rows[row].value_index)]);
 }
 
 }  // namespace
 
 void Simulation::show_outputs() {
-  show(output_ids_, state_.context, state_.shown_outputs);
+  show(output_rails_, state_.context, state_.shown_outputs);
 }
 void Simulation::show_locals() {
-  show(local_ids_, state_.context, state_.shown_locals);
+  show(local_rails_, state_.context, state_.shown_locals);
 }
 void Simulation::show_registers() {
-  show(register_ids_, state_.context, state_.shown_registers);
+  show(register_rails_, state_.context, state_.shown_registers);
 }
 
 void Simulation::serve_output_bindings(ValueTexts* values, ConstantTexts* constants, Sock socket) {
   Bddexpressionwood* wood = module_->getBddWood();
   for (const ValuedOutput& output : valued_outputs_) {
-    if (!is_present(output.ids.status_id, output.ids.value_id)) continue;
+    if (!is_present(output.rails.status_index, output.rails.value_index)) continue;
     std::string text = no_value;
     for (const DataBinding* binding : output.bindings) {
       const Signal* trigger = binding->getSignal();
-      const long status_id = trigger->getInitialBddStatusId(module_, wood);
-      if (!is_present(status_id, trigger->getInitialBddValueId(module_, wood)) ||
-          !wood->set_of_amont_dependances(status_id).empty())
+      const long status_index = trigger->getInitialBddStatusId(module_, wood);
+      if (!is_present(status_index, trigger->getInitialBddValueId(module_, wood)) ||
+          !wood->set_of_amont_dependances(status_index).empty())
         continue;
       text =
           binding->getValue()->Simul_put(module_, constants, values, state_.context.data(), socket);

@@ -97,11 +97,11 @@ class Simulation {
   void show_locals();
   void show_registers();
   void serve_output_bindings(ValueTexts* values, ConstantTexts* constants, Sock socket);
-  bool is_present(long status_id, long value_id) const {
-    return state_.context[status_id] == 1 && state_.context[value_id] == 0;
+  bool is_present(long status_index, long value_index) const {
+    return state_.context[status_index] == 1 && state_.context[value_index] == 0;
   }
 
-  SignalIds ids_of_name(const std::string& name) const;
+  SignalRails rails_of_name(const std::string& name) const;
 
   Module* module_;
   std::vector<Signal*> input_rows_;
@@ -110,11 +110,11 @@ class Simulation {
   std::vector<std::string> output_names_;
   std::vector<std::string> local_names_;
   std::vector<std::string> register_names_;
-  std::vector<SignalIds> output_ids_;
-  std::vector<SignalIds> local_ids_;
-  std::vector<SignalIds> register_ids_;
-  ChoiceIds choice_ids_;
-  std::vector<RegisterIds> registers_;
+  std::vector<SignalRails> output_rails_;
+  std::vector<SignalRails> local_rails_;
+  std::vector<SignalRails> register_rails_;
+  ChoiceRails choice_rails_;
+  std::vector<RegisterRails> registers_;
   std::vector<Action> actions_;
   std::vector<ValuedOutput> valued_outputs_;
   std::unique_ptr<FlatEquations> equations_;

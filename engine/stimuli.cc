@@ -1,3 +1,6 @@
+// Each line of stimuli stands alone: what it does not name is Zero, and no text stays from line to
+// line.
+
 #include "engine/stimuli.h"
 
 #include <istream>

@@ -37,7 +37,7 @@ class StimuliReader {
  public:
   StimuliReader(std::istream& in, const Simulation& simulation);
   /// The next instant, nothing at the end of the text; throws StimuliError.
-  std::optional<Stimulus> next();
+  [[nodiscard]] std::optional<Stimulus> next();
   /// Number of the line read last.
   long line() const { return line_; }
 

@@ -1,3 +1,5 @@
+// What an instant shows, as text. Names are escaped once, when a writer is made.
+
 #include "engine/trace.h"
 
 #include <iomanip>

@@ -1,3 +1,5 @@
+// The text goes to the error stream first, whoever presents it then.
+
 #include "forms/forms.h"
 
 #include <algorithm>

@@ -33,8 +33,7 @@ bool Bddexpressionwood::has_abstract_reader(long index) const {
   });
 }
 
-void Bddexpressionwood::constants_propagation(const std::list<int>& keep) {
-  if (man == nullptr) return;
+std::vector<long> Bddexpressionwood::spread_constants() {
   const auto is_constant = [&](long index) {
     const Bddexpression* e = exp_table[index];
     return e != nullptr && e->abstraction == 0 && man->Bdd_is_tautology(e->bdd_exp);
@@ -67,6 +66,12 @@ void Bddexpressionwood::constants_propagation(const std::list<int>& keep) {
       meet(reader);
     }
   }
+  return done;
+}
+
+void Bddexpressionwood::constants_propagation(const std::list<int>& keep) {
+  if (man == nullptr) return;
+  const std::vector<long> done = spread_constants();
   if (done.empty()) return;
   for (long index : done) {
     if (!item_in(keep, exp_table[index]->usertype) && !has_abstract_reader(index))

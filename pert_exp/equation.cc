@@ -1,3 +1,7 @@
+// An equation keeps its dependences those of its function, and its wood's readers in step with
+// them: all changes of the right member go through replace_function. An abstract equation keeps
+// what it was told.
+
 #include "pert_exp/equation.h"
 
 #include <iostream>

@@ -102,8 +102,16 @@ class Bddexpression {
   /// polarity, the numbers of what it reads. Nothing without manager or variable.
   void put_zuc(std::ostream& os, long* map);
 
+  // For people (document_code.cc). An equation without function says so.
+  /// The definition as a sum of products.
+  void put_basic_doc(std::ostream& out);
+  /// The diagram, indented.
+  void put_tree(std::ostream& out);
+
+  // Classic: texts of one target language each, whose bodies stand with the language
+  // (tarn/targets/languages). Nothing without manager, variable or function.
   /// The assignment in C, behind the lines of its nodes that bear no mark yet; names in `outputs`
-  /// are pointers. Nothing without manager, variable or function.
+  /// are pointers.
   void put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs,
              const std::string& prefix, const std::string& suffix);
   void put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs) {
@@ -111,33 +119,19 @@ class Bddexpression {
   }
   /// The same in VHDL; a name in `outputs` gets its nodes only, its process assigns it.
   void put_vhdl(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
-  /// A signal assignment of SystemC, a sum of products.
   void put_systemc(std::ostream& out);
-
-  /// The same as BLIF tables; a node is `prefix`, "_" and its number.
+  /// Tables; a node is `prefix`, "_" and its number.
   void put_blif(std::ostream& out, const std::string& prefix);
-
-  /// The assignment in Lustre (lustre_code.cc): the nodes as elements of an array, or as variables
-  /// with the array's name in front, or none, the function being a sum of products.
+  /// The nodes as elements of an array, or as variables with the array's name in front, or none,
+  /// the function being a sum of products.
   void put_lustre(std::ostream& out, const std::string& array);
   void put_lustre_arrayless(std::ostream& out, const std::string& array);
   void put_lustre_compatibilite(std::ostream& out);
-
-  /// The emission in Esterel (esterel_code.cc), under a sum of products.
   void put_esterel(std::ostream& out);
-
-  // For people (document_code.cc). An equation without function says so, but in LaTeX.
-  /// The definition behind the lines of its nodes that bear no mark yet; a node is `prefix`, "_"
-  /// and its number.
+  /// The definition behind the lines of its nodes; an equation without function says so.
   void put_doc(std::ostream& out, const std::string& prefix);
-  /// The same as a sum of products.
-  void put_basic_doc(std::ostream& out);
-  /// A formula of LaTeX; names stand as they are.
+  /// A formula; names stand as they are.
   void put_latex(std::ostream& out);
-  /// The diagram, indented.
-  void put_tree(std::ostream& out);
-
-  // For components (component_code.cc). Nothing without manager, variable or function.
   void put_csharp(std::ostream& out, const std::string& array);
   /// A sum of products over elements of `array`, by variable index.
   void put_wren(std::ostream& out, const std::string& array);

@@ -40,6 +40,25 @@ void Bddexpression::Shannon_expand(long x, long& then_index, long& else_index) {
   else_index = manager->Index_var_by_bdd(else_var);
 }
 
+long Bddexpressionwood::most_read(const std::list<long>& loops, const index_set& open) const {
+  std::vector<long> count(nb_var_bdd, 0);
+  for (long index : loops) {
+    const Bddexpression* e = slot(index);
+    if (e == nullptr) continue;
+    for (long dep : e->vars_dependance) {
+      if (in_tables(dep)) ++count[dep];
+    }
+  }
+  long chosen = -1;
+  for (long index : open) {
+    if (!in_tables(index) || count[index] == 0) continue;
+    const Bddexpression* e = exp_table[index];
+    if (e != nullptr && !e->vars_dependance.empty()) continue;
+    if (chosen < 0 || count[index] > count[chosen]) chosen = index;
+  }
+  return chosen;
+}
+
 index_set Bddexpressionwood::loop_breaking(const index_set& candidates, int& ok) {
   update_bdd_vars();
   // Dates only rise: those of a cycle that is gone would stand in the way of the next dating.
@@ -53,21 +72,7 @@ index_set Bddexpressionwood::loop_breaking(const index_set& candidates, int& ok)
   index_set open = candidates, added;
   ok = 1;
   for (std::list<long> loops = loops_now(); !loops.empty(); loops = loops_now()) {
-    std::vector<long> count(nb_var_bdd, 0);
-    for (long index : loops) {
-      const Bddexpression* e = slot(index);
-      if (e == nullptr) continue;
-      for (long dep : e->vars_dependance) {
-        if (in_tables(dep)) ++count[dep];
-      }
-    }
-    long chosen = -1;
-    for (long index : open) {
-      if (!in_tables(index) || count[index] == 0) continue;
-      const Bddexpression* e = exp_table[index];
-      if (e != nullptr && !e->vars_dependance.empty()) continue;
-      if (chosen < 0 || count[index] > count[chosen]) chosen = index;
-    }
+    const long chosen = most_read(loops, open);
     if (chosen < 0) {
       ok = 0;
       break;

@@ -127,7 +127,10 @@ class Bddexpressionwood {
   /// The node table and the equations of a compiled module. `map` gives the number of each variable
   /// by index, -1 for none: its equation is not written. `debug` adds comments.
   void Put_zuc(std::ostream& os, long* map, int debug);
-  // Texts of the equations in the order of earliest_sort (equation_code.cc, ...).
+  // Texts of the equations in the order of earliest_sort (document_code.cc).
+  void Put_basic_doc(std::ostream& out);
+  // Classic: texts of one target language each, whose bodies stand with the language
+  // (tarn/targets/languages).
   void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs);
   void Put_c(std::ostream& out, const std::string& array, const std::list<std::string>& outputs,
              const std::string& prefix, const std::string& suffix);
@@ -144,7 +147,6 @@ class Bddexpressionwood {
   void Put_lustre_arrayless(std::ostream& out, const std::string& array);
   void Put_esterel(std::ostream& out);
   void Put_doc(std::ostream& out, const std::string& prefix);
-  void Put_basic_doc(std::ostream& out);
   void Put_latex(std::ostream& out);
   void Put_csharp(std::ostream& out, const std::string& array);
   void Put_wren(std::ostream& out, const std::string& array);
@@ -278,6 +280,12 @@ class Bddexpressionwood {
   template <class Change>
   void change_functions(Change change);
   bool has_abstract_reader(long index) const;
+  /// Puts constants into their readers until nothing changes; gives the equations that are constant
+  /// and were read.
+  std::vector<long> spread_constants();
+  /// Among `open`, the variable without computed equation that the members of `loops` read most; -1
+  /// for none.
+  long most_read(const std::list<long>& loops, const index_set& open) const;
   /// Puts the function of `index` into its boolean readers, and forgets the readers without
   /// equation.
   void inline_into_readers(long index);

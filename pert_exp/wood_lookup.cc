@@ -1,3 +1,5 @@
+// Looking up: by index, variable or name. The first by index answers for a name that several bear.
+
 #include <iostream>
 #include <iterator>
 

@@ -1,3 +1,5 @@
+// Reports on a wood for people: its levels, and the tree of what an equation reads.
+
 #include <algorithm>
 #include <map>
 #include <ostream>

@@ -2,10 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 
 #include "base/sock.h"
+#include "base/whole_file.h"
 #include "engine/simulation.h"
 #include "engine/stimuli.h"
 #include "engine/trace.h"
@@ -47,9 +49,10 @@ int run(const Options& options, std::ostream& out) {
   if (read.module == nullptr) return refuse(read.where.file, read.where.line, read.reason);
   std::ifstream file;
   if (options.stimuli != "-") {
+    if (std::filesystem::is_directory(options.stimuli))
+      return refuse(options.stimuli, 0, "is a folder, not a file of stimuli");
     file.open(options.stimuli);
-    if (!file || file.peek() == std::ifstream::traits_type::eof()) file.clear();
-    if (!file.is_open()) return refuse(options.stimuli, 0, "cannot be read");
+    if (!file) return refuse(options.stimuli, 0, "cannot be read");
   }
   std::istream& in = options.stimuli == "-" ? std::cin : file;
   const std::string stimuli_name = options.stimuli == "-" ? "standard input" : options.stimuli;
@@ -61,11 +64,8 @@ int run(const Options& options, std::ostream& out) {
 
   Simulation simulation(read.module);
   std::unique_ptr<TraceWriter> trace;
-  if (options.format == "json") {
-    trace = std::make_unique<JsonTrace>(simulation);
-  } else {
-    trace = std::make_unique<TextTrace>(simulation, options.format == "outputs");
-  }
+  for (const TraceFormat& format : trace_formats())
+    if (options.format == format.name) trace = format.make(simulation);
   trace->begin(out);
   StimuliReader stimuli(in, simulation);
   try {
@@ -78,6 +78,7 @@ int run(const Options& options, std::ostream& out) {
   } catch (const StimuliError& error) {
     return refuse(stimuli_name, error.line, error.reason);
   }
+  if (in.bad()) return refuse(stimuli_name, 0, "cannot be read to its end");
   return 0;
 }
 
@@ -90,9 +91,13 @@ int main(int argc, char** argv) {
   app.add_option("MODULE", options.module, "module to run (.zuc)")->required();
   app.add_option("STIMULI", options.stimuli,
                  "one line an instant; standard input when missing or \"-\"");
-  app.add_option("--format", options.format,
-                 "text, outputs (text without registers and locals) or json")
-      ->check(CLI::IsMember({"text", "outputs", "json"}));
+  std::vector<std::string> formats;
+  std::string told_formats;
+  for (const kiva::TraceFormat& format : kiva::trace_formats()) {
+    formats.push_back(format.name);
+    told_formats += (told_formats.empty() ? "" : ", ") + formats.back() + " (" + format.tells + ")";
+  }
+  app.add_option("--format", options.format, told_formats)->check(CLI::IsMember(formats));
   app.add_option("-o", options.output, "file for the trace instead of the standard output");
   app.add_option("--server", options.server, "HOST PORT of the evaluation server")
       ->check(CLI::Range(1, 65535).application_index(1));
@@ -106,11 +111,16 @@ int main(int argc, char** argv) {
     const kiva::programs::ProgramSession session;
     // What the engine tells on the standard output must not meet the trace there.
     kiva::Session::current().set_told_text(std::cerr);
-    std::ofstream output_file;
-    if (!options.output.empty()) {
-      output_file.open(options.output);
-      if (!output_file) return refuse(options.output, 0, "cannot be written");
+    if (options.output.empty()) return run(options, std::cout);
+    for (const std::string& read : {options.module, options.stimuli}) {
+      std::error_code none;
+      if (std::filesystem::equivalent(options.output, read, none))
+        return refuse(options.output, 0, "is read here, and would be overwritten");
     }
-    return run(options, options.output.empty() ? std::cout : output_file);
+    kiva::WholeFile file(options.output);
+    if (!file.opened()) return refuse(options.output, 0, "cannot be written");
+    const int status = run(options, file.out());
+    if (status == 0 && !file.finish()) return refuse(options.output, 0, "cannot be written");
+    return status;
   });
 }

@@ -6,6 +6,7 @@
 
 #include "SIMULATOR_ZUC/row_state.h"
 #include "base/process_end.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -22,7 +23,7 @@ int* Signal_eval::Get_contexts(Module* module, set_reset* flags, List_Signal_col
     std::cerr << "***error:Signal_eval: No module loaded\n";
     end_process();
   }
-  write_choices(choice_ids(module), flags->get_Set(), flags->get_Reset(), colors->chosen_states(),
+  write_choices(choice_rails(module), flags->get_Set(), flags->get_Reset(), colors->chosen_states(),
                 context);
   return context;
 }
@@ -39,9 +40,9 @@ std::vector<SignalState> Signal_eval::states_of(Module* module, const int* conte
   mananger = module->getBddWood()->my_bdd_manager();
   std::vector<SignalState> states;
   for (int row = 0; row < n; ++row) {
-    long status_id, value_id;
-    get_id_signals(module, names[row], status_id, value_id);
-    states.push_back(state_of(context[status_id], context[value_id]));
+    long status_index, value_index;
+    get_id_signals(module, names[row], status_index, value_index);
+    states.push_back(state_of(context[status_index], context[value_index]));
   }
   return states;
 }

@@ -1,3 +1,5 @@
+// A state's colour must be seen on every row, so the selection is taken out before painting.
+
 #include "SIMULATOR_ZUC/panels/statedelegate.h"
 
 #include <QPainter>

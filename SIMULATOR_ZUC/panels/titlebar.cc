@@ -1,3 +1,6 @@
+// A bar that ignores a press leaves it to its dock, which is how a dock is dragged; only the close
+// button takes presses. Its states: up, held (bpress), held and left (but_press alone).
+
 #include "SIMULATOR_ZUC/panels/titlebar.h"
 
 #include <QDockWidget>

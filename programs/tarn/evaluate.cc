@@ -10,7 +10,7 @@
 #include "bdd/expression_parser.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/translate.h"
-#include "tarn/formats/sum_text.h"
+#include "tarn/targets/frame/sum_text.h"
 
 namespace kiva::tarn_program {
 
@@ -62,9 +62,7 @@ class Evaluation {
   /// What the function over names is in an instant of the module.
   bdd computed(const bdd& f) {
     bddpp_manager* manager = wood_.my_bdd_manager();
-    index_set needed;
     const bdd of_module = Bdd_isomorphe(manager, &names_, f, index_of_.data());
-    std::vector<bdd> open = {of_module};
     index_set registers;
     for (const regclass* reg : module_->getRegisterList())
       registers.insert(reg->actual_var()->getBddStatusId(module_, &wood_));
@@ -74,13 +72,10 @@ class Evaluation {
                             e->my_bdd_exp().initialised() && !registers.contains(index);
       return computes ? e : nullptr;
     };
-    while (!open.empty()) {
-      const bdd g = open.back();
-      open.pop_back();
-      for (long index : manager->set_of_index_depend_on(g))
-        if (needed.insert(index) && equation(index) != nullptr)
-          open.push_back(equation(index)->my_bdd_exp());
-    }
+    const index_set roots = manager->set_of_index_depend_on(of_module);
+    const std::unordered_set<long> needed =
+        dependence_cone(wood_, {roots.begin(), roots.end()},
+                        [&](long index) { return equation(index) == nullptr; });
     std::vector<bdd> functions(static_cast<size_t>(wood_.Nb_bdd_vars()));
     const auto expanded = [&](const bdd& g) {
       std::vector<std::pair<long, bdd>> values;

@@ -31,7 +31,8 @@ std::string target_list() {
 
 }  // namespace
 
-bool read_options(int argc, char** argv, Options& options, int& status) {
+bool read_options(int argc, char** argv, Options& options,
+                  int& status) {  // house: a line an option
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
                "tarn"};
   app.add_option(

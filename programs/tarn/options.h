@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tarn/formats/targets.h"
+#include "tarn/targets/targets.h"
 
 namespace kiva::tarn_program {
 

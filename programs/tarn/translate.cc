@@ -5,11 +5,11 @@
 
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/stages.h"
-#include "tarn/formats/target_rules.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
-#include "tarn/zu/parse_supl.h"
 #include "tarn/model/rules.h"
+#include "tarn/targets/frame/target_rules.h"
+#include "tarn/zu/parse_supl.h"
 
 namespace kiva::tarn_program {
 
@@ -98,7 +98,7 @@ bool Translation::write_target(Module* module, const Target& target) {
   if (target.finalised_only && module->getFinalised() == 0)
     return fail(what + "the module is not finalised; finalise it first");
   try {
-    if (!print([&] { target.print(module); })) return false;
+    if (!print([&] { print_target(target, module); })) return false;
   } catch (...) {
     return fail(what + programs::fault_under_way().sentence);
   }

@@ -145,8 +145,9 @@ class b_automaton {
   /// those needed.
   std::vector<int> useless_clean();
 
-  // Writers: the automaton `name` as source text (write_*.cc). `mode` selects the type in VHDL_put,
-  // and means nothing elsewhere.
+  // Classic: the automaton `name` as a text of one target language each, whose bodies stand with
+  // the language (tarn/targets/languages). `mode` selects the type in VHDL_put, and means nothing
+  // elsewhere.
   void BAC_put(std::ostream& out) const;
   void BLIF_put(std::ostream& out, int mode, const std::string& name) const;
   /// Only what is marked 1 (useless_clean) of inputs, state and equations.

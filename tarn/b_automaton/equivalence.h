@@ -8,7 +8,7 @@
 namespace kiva {
 
 /// What a walk has found.
-struct OutputWalk {
+struct [[nodiscard]] OutputWalk {
   bool holds = true;  ///< the output is 1 in every reachable instant, whatever the inputs
   long instants = 0;  ///< layers of states, each reached one instant later than the one before
   double states = 0;  ///< reached, of the registers that are left

@@ -1,7 +1,7 @@
 #include "tarn/b_automaton/module_automaton.h"
 
-#include "tarn/formats/target_text.h"
 #include "tarn/model/sexception.h"
+#include "tarn/targets/frame/target_text.h"
 
 namespace kiva {
 

@@ -27,4 +27,9 @@ void put_lines(std::ostream& out, const Names& names, const std::string& before,
   for (const std::string& name : names) out << before << name << after << '\n';
 }
 
+/// What a document says of an initial value.
+inline const char* initial_word(int value) {
+  return value == 1 ? "true" : value == 0 ? "false" : "???";
+}
+
 }  // namespace kiva

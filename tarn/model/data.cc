@@ -2,6 +2,7 @@
 
 #include <unordered_set>
 
+#include "base/graph_walk.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/depth_guard.h"
 #include "tarn/model/interface.h"
@@ -24,16 +25,13 @@ ConstantDecl* constant_by_id(int id) {
 
 std::unique_ptr<std::set<Signal*>> DataExpr::computeDependencySet() const {
   auto signals = std::make_unique<std::set<Signal*>>();
-  std::vector<const DataExpr*> open{this};
-  std::unordered_set<const DataExpr*> seen{this};
-  while (!open.empty()) {
-    const DataExpr* e = open.back();
-    open.pop_back();
+  std::unordered_set<const DataExpr*> seen;
+  const auto enters = [&](const DataExpr* e) { return seen.insert(e).second; };
+  walk_from(std::vector<const DataExpr*>{this}, enters, [&](const DataExpr* e, auto more) {
     if (e->isDataSignalValue())
       signals->insert(static_cast<const DataSignalValue*>(e)->getSignal());
-    for (const DataExpr* operand : e->operands())
-      if (seen.insert(operand).second) open.push_back(operand);
-  }
+    for (const DataExpr* operand : e->operands()) more(operand);
+  });
   if (signals->empty()) return nullptr;
   return signals;
 }

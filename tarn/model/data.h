@@ -103,14 +103,14 @@ class DataExpr {
   virtual void ZUC_put(std::ostream& os, long* map, Module* module, std::list<DataExpr*>& pending,
                        int& next, bool top) = 0;
 
-  /// The told text of the expression in C (tarn/formats/c.cc).
+  /// The told text of the expression in C (tarn/targets/languages/c.cc).
   void C_put(std::ostream& out, Module* module) const;
-  /// The told text of the expression in Lustre (tarn/formats/lustre.cc).
+  /// The told text of the expression in Lustre (tarn/targets/languages/lustre.cc).
   void LUSTRE_put(std::ostream& out, Module* module) const;
   /// Spelling of an operator in Lustre, with its blanks.
   static std::string LUSTRE_opname(int op);
 
-  /// The told text of the expression in C# (tarn/formats/csharp.cc).
+  /// The told text of the expression in C# (tarn/targets/languages/csharp.cc).
   void CSharp_put(std::ostream& out, Module* module) const;
   /// Spelling of an operator in C#, with its blanks.
   static std::string CSharp_opname(int op);

@@ -6,6 +6,7 @@
 #include <functional>
 #include <unordered_map>
 
+#include "base/graph_walk.h"
 #include "tarn/model/data.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
@@ -22,21 +23,16 @@ namespace {
 template <class Result, class Make>
 Result folded(const DataExpr* root, Make make) {
   std::unordered_map<const DataExpr*, Result> done;
-  std::vector<const DataExpr*> open{root};
-  while (!open.empty()) {
-    const DataExpr* e = open.back();
+  const auto is_done = [&](const DataExpr* e) { return done.contains(e); };
+  const auto needs = [](const DataExpr* e, auto ask) {
     const std::vector<DataExpr*> operands = e->operands();
-    const auto waits_for = std::find_if(operands.begin(), operands.end(),
-                                        [&](const DataExpr* o) { return !done.contains(o); });
-    if (waits_for != operands.end()) {
-      open.push_back(*waits_for);
-      continue;
-    }
-    open.pop_back();
+    for (auto operand = operands.rbegin(); operand != operands.rend(); ++operand) ask(*operand);
+  };
+  walk_from_below(root, is_done, needs, [&](const DataExpr* e) {
     std::vector<Result> results;
-    for (const DataExpr* operand : operands) results.push_back(done.at(operand));
+    for (const DataExpr* operand : e->operands()) results.push_back(done.at(operand));
     done.emplace(e, make(e, results));
-  }
+  });
   return done.at(root);
 }
 

@@ -223,7 +223,7 @@ class Module {
   /// A wire goes to the locals.
   void addWireSignal(Signal* signal) { local_signal_list.push_back(signal); }
 
-  // The evaluation server's source text (tarn/formats): a program that knows the user's data types,
+  // The evaluation server's source text (tarn/targets): a program that knows the user's data types,
   // starts the simulator and answers its requests. What it holds comes from the three process-wide
   // tables of data and the module's name.
   /// Writes SimulationZucDir, "/kiva_", the name, ".cc"; a message when the file cannot be written.
@@ -236,8 +236,10 @@ class Module {
   void SIMUL_ZUC_put_unary_op(std::ostream& out) const;
   void SIMUL_ZUC_put_const(std::ostream& out) const;
 
-  // Target languages (tarn/formats, one file each). A print operation names its file as OutputFile
-  // or the module, and writes what the `_put` operation gives, by Compilation::target_rules.
+  // Classic: a print operation and its text for each target language, whose bodies stand with the
+  // language (tarn/targets/languages); programs use the rows of tarn/targets/targets.h. A print
+  // operation names its file as OutputFile or the module, and writes what the `_put` operation
+  // gives, by Compilation::target_rules.
   /// Body and header.
   void printC();
   void C_put(std::ostream& body, std::ostream& header);
@@ -282,8 +284,8 @@ class Module {
   void printENCAPSULATEDGAL();
   void ENCAPSULATEDGAL_put(std::ostream& out);
 
-  // The explicit automaton (tarn/formats/wren.cc). States are cubes of the registers' statuses,
-  // inputs functions of everything else that nothing computes.
+  // The explicit automaton (tarn/targets/languages/wren.cc). States are cubes of the registers'
+  // statuses, inputs functions of everything else that nothing computes.
   /// The number is not read.
   void WRENCC_put(std::ostream& out, int);
   /// The distinct next states under `care`: writes condition and next state by turns, gives their
@@ -293,6 +295,7 @@ class Module {
   bdd next_state(const bdd& state, const bdd& input);
   /// The number of a state; a new one is entered. -1 for the 256th.
   int state_corres(const bdd& state);
+  void forget_states() { explicit_states.clear(); }
 
   /// The module's name, the prefix, "_" and the counter, which grows by one.
   std::string generateName(const char* prefix, int& counter) const;

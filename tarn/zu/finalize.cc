@@ -10,7 +10,6 @@
 
 #include <iostream>
 
-#include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/session/session.h"
@@ -59,9 +58,9 @@ void complete_pairs(Module* module, Bddexpressionwood* wood, const Signal* signa
              wood->Bdd_not(variable(wood, status_id)), signal->computeValueType());
     } else if (status == nullptr) {
       if (!may_define_status) continue;
-      fl_show_Smessages("***Warning: Finalize: no status expression and a value expression for:" +
-                        wood->Name_var_by_index(value_id) +
-                        "!!!\n => changing status equation ...");
+      report("***Warning: Finalize: no status expression and a value expression for:" +
+                 wood->Name_var_by_index(value_id) + "!!!\n => changing status equation ...",
+             Manner::message, Severity::warning);
       define(wood, signal->getInternalName(), variable(wood, status_id),
              wood->Bdd_not(variable(wood, value_id)), signal->computeValueType());
     } else if (status->getAbstraction() == 0 && value->getAbstraction() == 0 &&
@@ -223,8 +222,9 @@ void suppress_useless_registers(Module* module) {
     const long next_id = reg->next_var()->getBddStatusId(module, wood);
     const Bddexpression* e = wood->exp_by_index(next_id);
     if (e == nullptr) {
-      fl_show_Smessages("internal error 2 in Module::suppress_useless_registers() about index:" +
-                        std::to_string(next_id));
+      report("internal error 2 in Module::suppress_useless_registers() about index:" +
+                 std::to_string(next_id),
+             Manner::message, Severity::warning);
       continue;
     }
     const int initial = reg->is_initialy_true();

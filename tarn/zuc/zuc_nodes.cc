@@ -44,6 +44,13 @@ bool parsed_nodes_table::check(bddpp_manager* manager, long node_id, const parse
   return true;
 }
 
+bdd parsed_nodes_table::choice_of(bddpp_manager* manager, const parsed_nodes_class& node) {
+  const bdd then_bdd(manager, 1, find(node.then_id())->internal_bdd_node);
+  const bdd else_bdd(manager, static_cast<int>(node.else_link_type()),
+                     find(node.else_id())->internal_bdd_node);
+  return manager->Bdd_ite(manager->Bdd_var_by_index(node.var_id()), then_bdd, else_bdd);
+}
+
 bdd_node* parsed_nodes_table::build(bddpp_manager* manager, long node_id, std::string& problem,
                                     int& line) {
   using Progress = parsed_nodes_class::Progress;
@@ -91,11 +98,7 @@ bdd_node* parsed_nodes_table::build(bddpp_manager* manager, long node_id, std::s
     }
     if (waits) continue;
 
-    const bdd then_bdd(manager, 1, find(node.then_id())->internal_bdd_node);
-    const bdd else_bdd(manager, static_cast<int>(node.else_link_type()),
-                       find(node.else_id())->internal_bdd_node);
-    const bdd built =
-        manager->Bdd_ite(manager->Bdd_var_by_index(node.var_id()), then_bdd, else_bdd);
+    const bdd built = choice_of(manager, node);
     if (built.link_type() != 1) {
       end_with("internal error in parsed_nodes_class::build()");
     }

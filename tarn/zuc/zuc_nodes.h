@@ -57,6 +57,8 @@ class parsed_nodes_table {
  private:
   bool check(bddpp_manager* manager, long node_id, const parsed_nodes_class& node,
              std::string& problem);
+  /// What a node stands for, its children being built.
+  bdd choice_of(bddpp_manager* manager, const parsed_nodes_class& node);
 
   std::vector<parsed_nodes_class> nodes_;
   std::unordered_map<long, size_t> sparse_;  ///< numbers that are not their line's position

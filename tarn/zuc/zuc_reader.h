@@ -10,7 +10,7 @@ namespace kiva {
 class Module;
 
 /// What came of reading a file.
-struct ZucRead {
+struct [[nodiscard]] ZucRead {
   Module* module = nullptr;  ///< null when the read failed
   bool opened = false;       ///< the file could be opened
   Place where;               ///< file, and line if known, of what made it fail

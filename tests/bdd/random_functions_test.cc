@@ -146,7 +146,7 @@ TEST(RandomFunctions, AgreeWithTruthTables) {
   }
 }
 
-TEST(RandomFunctions, MakeTheNodesOfThePlainRecursion) {
+TEST(RandomFunctions, MakeTheNodesOfThePlainRecursion) {  // house: a case an operator
   const PrintedSeed seed;
   SCOPED_TRACE(seed.text());
   std::mt19937 random(seed.value);

@@ -52,7 +52,7 @@ TEST_P(InEachOrder, HandlesAreCanonical) {
   }
 }
 
-TEST_P(InEachOrder, BinaryOperatorsOnAllPairs) {
+TEST_P(InEachOrder, BinaryOperatorsOnAllPairs) {  // house: a line an operator
   long wrong = 0;
   for (int a = 0; a < functions; ++a) {
     for (int b = 0; b < functions; ++b) {

@@ -61,7 +61,8 @@ std::map<std::string, int> evaluated(Bddexpressionwood& wood, const std::vector<
 /// Inputs, equations in a random order of dependence and of user types, some of them constant, some
 /// of one variable, some abstract (these stand among the free variables).
 struct Random_wood {
-  explicit Random_wood(unsigned seed, bool abstract = true) : random(seed) {
+  explicit Random_wood(unsigned seed, bool abstract = true)
+      : random(seed) {  // house: one draw after the other
     const long inputs = 2 + pick(3);
     const long equations = 3 + pick(9);
     std::vector<std::string> names;

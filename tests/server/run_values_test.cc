@@ -3,13 +3,12 @@
 
 #include <gmock/gmock.h>
 
-#include <iostream>
 #include <utility>
 
 #include "engine/simulation.h"
 #include "tarn/model/compilation.h"
-#include "tarn/model/sexception.h"
 #include "tarn/model/rules.h"
+#include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/server/fake_server.h"
@@ -52,19 +51,10 @@ const char* const in_one_piece =
 
 class RunsWithValues : public testing::Test {
  protected:
-  RunsWithValues() : rules_(std::exchange(Compilation::rules(), Rules::sound())) {}
-  ~RunsWithValues() override {
-    Compilation::rules() = rules_;
-    Module::OutputDir() = ".";
-  }
-
   /// Compiles a text and writes the module of that name.
   void compile(const std::string& name, const std::string& text) {
-    Compilation::ModTable() = make_kept<ModuleTable>(&std::cout);
-    Compilation::ZucModTable() = make_kept<ModuleTable>(&std::cout);
-    Compilation::GDataTypeTable() = nullptr;
-    Compilation::GDataMethodTable() = nullptr;
-    Compilation::GDataConstantTable() = nullptr;
+    const Session::Use use(session_.emplace());
+    Compilation::rules() = Rules::sound();
     Module::OutputDir() = dir.path().string();
     const Outcome outcome = run_captured([&] {
       try {
@@ -83,6 +73,7 @@ class RunsWithValues : public testing::Test {
   /// The outputs of the module main over five instants.
   std::string values() {
     FakeServer server(reckon);
+    const Session::Use use(*session_);
     const ZucRead read = read_zuc_file(dir.file("main.zuc"), "", "");
     Simulation simulation(read.module);
     std::string all;
@@ -103,7 +94,7 @@ class RunsWithValues : public testing::Test {
   TempDir dir;
 
  private:
-  Rules rules_;
+  std::optional<Session> session_;
 };
 
 TEST_F(RunsWithValues, ShowWhatOnePieceShows) {

@@ -20,7 +20,7 @@ Names names(const char* prefix, int count) {
 
 }  // namespace
 
-std::string random_module(std::mt19937& random, bool wrong_dates) {
+std::string random_module(std::mt19937& random, bool wrong_dates) {  // house: one text
   const auto below = [&random](int n) {
     return static_cast<int>(random() % static_cast<unsigned>(n));
   };

@@ -110,15 +110,14 @@ TEST_F(ConsoleInput, ComesFromAFileOrTheStandardInput) {
 TEST_F(ConsoleInput, IsRefusedWithFileLineAndReason) {
   ProgramRun run = run_program("kiva-console", "--format json " + module, "T\nX\nT\n");
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "kiva-console: standard input:2: the module has no input \"X\"\n");
+  EXPECT_EQ(run.err, "standard input:2: error: the module has no input \"X\"\n");
   EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1) << "nothing runs after it";
 
   const std::string broken = dir.write("broken.zuc", "module: m 0 0\nconnexion: S R;\n");
   run = run_program("kiva-console", broken);
   EXPECT_EQ(run.status, 1);
-  EXPECT_NE(run.err.find("kiva-console: " + broken +
-                         ":2: syntax error, unexpected TOKEN_SEP, "
-                         "expecting TOKEN_IDENT\n"),
+  EXPECT_NE(run.err.find(broken + ":2: error: syntax error, unexpected TOKEN_SEP, "
+                                  "expecting TOKEN_IDENT\n"),
             std::string::npos);
   for (const std::string& unusable :
        {dir.file("none.zuc"), dir.path().string(), module + " " + dir.file("none.stimuli"),

@@ -116,7 +116,7 @@ TEST_F(Equiv, BadUseIsToldInALine) {
   EXPECT_THAT(told(toggle, source), HasSubstr(toggle + " has the output \"Q\", " + source));
   EXPECT_THAT(told(thermostat, thermostat), HasSubstr("carries values"));
   EXPECT_THAT(told(open, open), HasSubstr("is not finalised"));
-  EXPECT_THAT(told(toggle, dir.file("none.zuc")), HasSubstr("none.zuc: No such file"));
+  EXPECT_THAT(told(toggle, dir.file("none.zuc")), HasSubstr("none.zuc: error: No such file"));
   EXPECT_EQ(run_program("tarn", "--equiv " + toggle).status, 2);
 }
 
@@ -181,7 +181,7 @@ TEST(Eval, PrintsSumsOverInputsAndRegisters) {
     const ProgramRun run = eval(text);
     EXPECT_EQ(run.status, 1) << text;
     EXPECT_EQ(run.out, "");
-    EXPECT_TRUE(run.err.starts_with("tarn: --eval: " + reason)) << run.err;
+    EXPECT_TRUE(run.err.starts_with("tarn: error: --eval: " + reason)) << run.err;
   }
   EXPECT_EQ(run_program("tarn", "--eval Q x.zu").status, 2);
 }

@@ -75,11 +75,11 @@ TEST_F(ValuedExample, HandsOnInputStatusAndComplaints) {
 
   run = run_with_server("--format text", "measured=17\nunknown\n");
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, HasSubstr("standard input:2: the module has no input \"unknown\"\n"));
+  EXPECT_THAT(run.err, HasSubstr("standard input:2: error: the module has no input \"unknown\"\n"));
   // A console that never asks for a connection does not leave its server behind.
   run = run_with_server("it\\'s\\ not\\ here");
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "kiva-console: it's not here: cannot be read\n");
+  EXPECT_EQ(run.err, "it's not here: error: cannot be read\n");
 
   dir.write("data/kiva_data_user_celsius.h", "broken\n");
   run = run_with_server("--format text");

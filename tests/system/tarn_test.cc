@@ -120,10 +120,10 @@ TEST_F(TarnOnSource, CompilesEveryModuleOfTheFileOrThoseNamed) {
 
   run = tarn("--module echo --module nobody " + source);
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, HasSubstr("tarn: no file holds a module \"nobody\"\n"));
+  EXPECT_THAT(run.err, HasSubstr("tarn: error: no file holds a module \"nobody\"\n"));
   run = tarn("-o one " + source);
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "tarn: " + source + ": holds several modules; -o names one file\n");
+  EXPECT_EQ(run.err, source + ": error: holds several modules; -o names one file\n");
 }
 
 TEST_F(TarnOnSource, OptionsChangeWhatIsWritten) {
@@ -184,16 +184,16 @@ TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   ProgramRun run = tarn(broken + " " + source);
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(broken + ":2:"));
-  EXPECT_THAT(run.err, testing::EndsWith("\ntarn: " + broken +
-                                         ":2:6: SYNTAX ERROR at line 2: last "
-                                         "token read: \">>\"\n"));
+  EXPECT_THAT(run.err, testing::EndsWith("\n" + broken +
+                                         ":2:6: error: syntax error at \">>\": not expected "
+                                         "here\n"));
   EXPECT_THAT(run.out, HasSubstr("lamp.zuc\n")) << "the other files are still written";
   const std::string ring =
       dir.write("ring.zu", "module r: Input: i; Output: o;\npresent o emit o\nend\n");
   run = tarn(ring);
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, testing::EndsWith("\ntarn: " + ring +
-                                         ":2: ERROR in Module `r': detecting "
+  EXPECT_THAT(run.err, testing::EndsWith("\n" + ring +
+                                         ":2:11: error: ERROR in Module `r': detecting "
                                          "variables in a dependance cycle\n"));
   run = tarn(dir.file("missing.zu"));
   EXPECT_EQ(run.status, 1);
@@ -215,18 +215,17 @@ TEST(Tarn, RefusesWithOneLineAndAStatus) {
 
   ProgramRun run = run_program("tarn", into + dir.file("missing.zuc") + " " + good);
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, testing::StartsWith("tarn: " + dir.file("missing.zuc") + ": "));
+  EXPECT_THAT(run.err, testing::StartsWith(dir.file("missing.zuc") + ": error: "));
   EXPECT_THAT(run.out, HasSubstr("kiva_good.cc")) << "the other files are still written";
   run = run_program("tarn", into + broken);
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, HasSubstr("tarn: " + broken + ":2: syntax error"));
+  EXPECT_THAT(run.err, HasSubstr(broken + ":2: error: syntax error"));
   run = run_program("tarn", into + nameless);
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(
-      run.err,
-      "tarn: " + nameless +
-          ": module nameless: IllegalOperationException: Module::save_kiva_code: no name for the "
-          "user's C++ code: a.b\n");
+  EXPECT_EQ(run.err, nameless +
+                         ": error: module nameless: IllegalOperationException: "
+                         "Module::save_kiva_code: no name for the "
+                         "user's C++ code: a.b\n");
   std::filesystem::remove(dir.file("kiva_good.cc"));
   std::filesystem::create_directory(dir.file("kiva_good.cc"));
   run = run_program("tarn", into + good);
@@ -281,20 +280,22 @@ TEST_F(TarnOnSeveralFiles, TellsWhereAModuleHasBeenLookedFor) {
   ProgramRun run = tarn(main + " " + source);
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr("no module edge in " + main + ", " + source + "\n"));
-  EXPECT_THAT(run.err, HasSubstr("tarn: " + main +
-                                 ":2:1: module main: IllegalOperationException: Run: called "
+  EXPECT_THAT(run.err, HasSubstr("\n" + main +
+                                 ":2:1: error: module main: IllegalOperationException: Run: called "
                                  "module  not defined in file edge\n"));
   run = tarn(dir.write("far.zu", "module far: Run: \"lib/x\" : x;\nrun x end"));
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(dir.file("lib/x.zuc") + ", " + dir.file("lib/x.zu")));
-  EXPECT_THAT(run.err,
-              HasSubstr("far.zu:2:1: module far: IllegalOperationException: Run: compiled called "
-                        "module declared but not provided:  x\n"));
+  EXPECT_THAT(
+      run.err,
+      HasSubstr("far.zu:2:1: error: module far: IllegalOperationException: Run: compiled called "
+                "module declared but not provided:  x\n"));
   run = tarn(dir.write("ring.zu", "module a: run b end\nmodule b:\npause >> run a end"));
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err,
-              HasSubstr("ring.zu:3:10: module a: IllegalOperationException: Run: module runs "
-                        "itself:  a > b > a\n"));
+  EXPECT_THAT(
+      run.err,
+      HasSubstr("ring.zu:3:10: error: module a: IllegalOperationException: Run: module runs "
+                "itself:  a > b > a\n"));
 }
 
 TEST_F(TarnOnSeveralFiles, SharesADataPartThatStandsInEach) {

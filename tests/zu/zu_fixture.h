@@ -16,24 +16,13 @@
 
 namespace kiva::test {
 
-/// Reads source texts, each test with empty tables and counters at 0.
+/// Reads source texts, each test in a session of its own.
 class ZuReading : public testing::Test {
- protected:
-  ZuReading() {
-    Compilation::GDataTypeTable() = nullptr;
-    Compilation::GDataMethodTable() = nullptr;
-    Compilation::GDataConstantTable() = nullptr;
-    DataExpr::Indexation() = 0;
-    for (int* counter :
-         {&Module::PauseNumber(), &Module::NothingNumber(), &Module::HaltNumber(),
-          &Module::ParallelNumber(), &Module::SequenceNumber(), &Module::PresentNumber(),
-          &Module::LoopNumber(), &Module::LocalNumber(), &Module::WaitNumber(),
-          &Module::AbortNumber(), &Module::EmitNumber(), &Module::NoEmitNumber(),
-          &Module::SustainUntilNumber(), &Module::RunNumber(), &Module::SustainNumber(),
-          &Module::AutomatonNumber(), &Module::MealyMachineNumber(), &Module::TransitionNumber()})
-      *counter = 0;
-  }
+ private:
+  Session session_;
+  Session::Use use_{session_};
 
+ protected:
   /// Reads a text into an empty table of modules; streams and end of the process in `outcome`, an
   /// exception in `thrown`.
   void read(const std::string& text) {

@@ -16,12 +16,7 @@
 namespace kiva::test {
 
 void restart_reader() {
-  for (int* counter :
-       {&Module::PauseNumber(), &Module::NothingNumber(), &Module::HaltNumber(),
-        &Module::ParallelNumber(), &Module::SequenceNumber(), &Module::PresentNumber(),
-        &Module::LoopNumber(), &Module::WaitNumber(), &Module::AbortNumber(), &Module::EmitNumber(),
-        &Module::NoEmitNumber(), &Module::SustainUntilNumber(), &Module::RunNumber()})
-    *counter = 0;
+  Session::current().counters = Counters();
   Compilation::ModTable() = make_kept<ModuleTable>(&std::cout);
   Compilation::ZucModTable() = make_kept<ModuleTable>(&std::cout);
   Compilation::GDataTypeTable() = nullptr;

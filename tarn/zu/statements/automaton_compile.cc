@@ -18,7 +18,6 @@
 
 #include <iostream>
 
-#include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/rules.h"
 #include "tarn/session/session.h"
@@ -155,9 +154,12 @@ void AutomatonCircuit::add_behaviour(bdd& behaviours, const Arc& arc) {
   const bdd trigger = arc.transition->triggerable_bdd(module_);
   const bdd both = And(behaviours, trigger);
   if (!is_zero(both)) {
-    end_at(arc.transition->span, "Error: Multiple behaviors about state:\"" +
-                                     arc.from->state->name + "\" when " +
-                                     wood_->my_bdd_manager()->Print_sop_to_ESTEREL_String(both, 1));
+    bddpp_manager& man = *wood_->my_bdd_manager();
+    const std::string when = man.Bdd_is_one_tautologic(both) != 0
+                                 ? "tick"
+                                 : man.Print_sop_to_String(" or ", " and ", "not ", "", both, 1);
+    end_at(arc.transition->span,
+           "Error: Multiple behaviors about state:\"" + arc.from->state->name + "\" when " + when);
   }
   behaviours = Or(behaviours, trigger);
 }
@@ -198,8 +200,9 @@ void AutomatonCircuit::compile_runs() {
 bdd AutomatonCircuit::ends_normally(const Arc& arc) {
   const State& state = *arc.from->state;
   if (state.run == nullptr) {
-    fl_show_Smessages("Warning: No found Run module about state " + state.name +
-                      ": Normal Terminaison has no effect ...");
+    report("Warning: No found Run module about state " + state.name +
+               ": Normal Terminaison has no effect ...",
+           Manner::message, Severity::warning);
     return wood_->Bdd_zero();
   }
   const bdd ended = And(arc.from->here, truth(Circuit::rtl(*state.run)));
@@ -216,8 +219,9 @@ bdd AutomatonCircuit::fires(const Arc& arc) {
     case Transition::normal_termination:
       return ends_normally(arc);
     default:
-      fl_show_Smessages("Warning: Skipping TRANSITION " + std::to_string(arc.from->state->number) +
-                        " " + std::to_string(arc.to_code) + ": unknown type ...");
+      report("Warning: Skipping TRANSITION " + std::to_string(arc.from->state->number) + " " +
+                 std::to_string(arc.to_code) + ": unknown type ...",
+             Manner::message, Severity::warning);
       return wood_->Bdd_zero();
   }
 }
@@ -324,13 +328,13 @@ void Automaton::ident_states_transitions(std::list<Transition*>::const_iterator 
   from_code = 0;
   if (!t.initial) {
     if (t.from == nullptr) {
-      fl_show_Smessages("PROBLEM DETECTED ABOUT FIRST STATE!!!");
+      report("PROBLEM DETECTED ABOUT FIRST STATE!!!", Manner::message);
     } else {
       from_code = t.from->number;
     }
   }
   if (t.to == nullptr) {
-    fl_show_Smessages("PROBLEM DETECTED ABOUT FINAL STATE!!!");
+    report("PROBLEM DETECTED ABOUT FINAL STATE!!!", Manner::message);
     to_code = (1 << nbits) - 1;
   } else {
     to_code = t.to->number;

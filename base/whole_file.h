@@ -1,0 +1,32 @@
+#pragma once
+
+#include <fstream>
+#include <string>
+
+namespace kiva {
+
+/// A file that is written whole or not at all: its text goes to a temporary file beside it, which
+/// takes the name when everything has been written and synced. Until then, and for good where
+/// anything fails, what bore the name stands as it was. A name that is a link stands for what it
+/// leads to; what is no plain file (a terminal, a pipe) is written to as it is.
+class WholeFile {
+ public:
+  explicit WholeFile(const std::string& path);
+  /// Without `finish` nothing has been written.
+  ~WholeFile();
+  WholeFile(const WholeFile&) = delete;
+  WholeFile& operator=(const WholeFile&) = delete;
+
+  /// False where it cannot be written at all.
+  bool opened() const { return out_.is_open(); }
+  std::ostream& out() { return out_; }
+  /// Gives the text its name; false, and the older file stands, where something failed.
+  [[nodiscard]] bool finish();
+
+ private:
+  std::string path_;
+  std::string temporary_;  ///< empty where the file is written to as it is
+  std::ofstream out_;
+};
+
+}  // namespace kiva

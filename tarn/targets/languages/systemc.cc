@@ -1,0 +1,198 @@
+// SystemC: a module as a pair of files for a model to wrap, the functions of C with the registers
+// where the model sees them.
+
+#include <ostream>
+
+#include "tarn/b_automaton/b_automaton.h"
+#include "tarn/b_automaton/writing.h"
+#include "tarn/targets/frame/target.h"
+#include "tarn/targets/languages/c_family.h"
+
+namespace kiva {
+
+namespace {
+
+const TargetText::Language language{
+    .shape = {.target = "SystemC",
+              .keywords = {"alignas", "alignof", "and", "and_eq", "asm", "auto", "bitand", "bitor",
+                           "bool", "break", "case", "catch", "char", "char8_t", "char16_t",
+                           "char32_t", "class", "compl", "concept", "const", "consteval",
+                           "constexpr", "constinit", "const_cast", "continue", "co_await",
+                           "co_return", "co_yield", "decltype", "default", "delete", "do", "double",
+                           "dynamic_cast", "else", "enum", "explicit", "export", "extern", "false",
+                           "float", "for", "friend", "goto", "if", "inline", "int", "long",
+                           "mutable", "namespace", "new", "noexcept", "not", "not_eq", "nullptr",
+                           "operator", "or", "or_eq", "private", "protected", "public", "register",
+                           "reinterpret_cast", "requires", "return", "short", "signed", "sizeof",
+                           "static", "static_assert", "static_cast", "struct", "switch", "template",
+                           "this", "thread_local", "throw", "true", "try", "typedef", "typeid",
+                           "typename", "typeof", "union", "unsigned", "using", "virtual", "void",
+                           "volatile", "wchar_t", "while", "xor", "xor_eq",
+                           // Macros of the library and its headers.
+                           "linux", "unix", "errno", "assert", "NULL", "EOF"}},
+    .has_data = true,
+    .names_module = false,
+    .module_in_state = true,
+    .own_names = [](const std::string& module) {
+      return std::vector<std::string>{module + "_node", module + "_automaton",
+                                      module + "_reset_automaton", module + "_H"};
+    }};
+
+struct OwnRules {
+  /// Registers bear the module's name, are extern in the header and defined once in the body; else
+  /// each file that includes the header defines them.
+  bool extern_state;
+  /// A value is the status name with "_val" wherever it stands; else an output's is assigned under
+  /// the name of its value rail.
+  bool status_values;
+  /// Only tests stand in the data section, those that inputs alone decide; other data stands where
+  /// it is known. Else all bindings stand there, those with a clock as if they were tests.
+  bool data_order;
+};
+
+constexpr OwnRules own_rules(bool working) {
+  return {working, working, working};
+}
+
+constexpr ValuedOutputTexts output_texts{.open_if = "if (",
+                                         .open = ")  {\n",
+                                         .first = "",
+                                         .other = "   else",
+                                         .otherwise = "   else { ",
+                                         .close = "}\n"};
+
+void put_header_start(std::ostream& header, const std::string& m, const std::string& module) {
+  header << "#ifndef " << m << "_H\n#define " << m << "_H\n"
+         << "/* Following types should be defined in file \"" << module << "_typedecl.h\":\n";
+  const char* separator = "";
+  for (const std::string& type : data_types()) {
+    header << separator << type;
+    separator = ", ";
+  }
+  header << ";\n*/\n#include \"" << module << "_typedecl.h\"\n\n";
+}
+
+void put_data_section(std::ostream& body, const TargetText& text, const CFamilyText& c) {
+  const DataTable* bindings = text.module()->getDataTable();
+  const bool tests_only = own_rules(text.rules().own).data_order;
+  if (bindings == nullptr || (tests_only && c.early_tests().empty())) return;
+  body << "//Data Handling\n//-------------\n";
+  if (tests_only) {
+    for (const TargetEquation* test : c.early_tests()) c.put_test(body, *test);
+  } else {
+    for (const auto& [bound, binding] : *bindings)
+      body << text.name(binding->getSignal()) << " = " << c.expression(*binding) << ";\n";
+  }
+}
+
+void put_equations(std::ostream& body, const TargetText& text, const CFamilyText& c) {
+  if (own_rules(text.rules().own).data_order) {
+    c.put_equations(body);
+    return;
+  }
+  std::list<std::string> outputs;
+  for (long index : text.output_rails()) outputs.push_back(text.name(index));
+  text.wood()->Put_c(body, c.array(), outputs);
+}
+
+void put_module(const TargetJob& job) {
+  std::ostream &body = job.out, &header = job.beside;
+  const OwnRules rules = own_rules(job.rules.own);
+  const TargetText text(job.module, language, job.rules);
+  const std::string m = text.module_name();
+  CFamilyText c(text, m + "_node");
+  if (rules.data_order) c.take_early_tests();
+
+  put_header_start(header, m, job.module->getName());
+  body << "#include \"" << job.beside_name << "\"\n";
+  c.put_truth(body);
+  body << '\n';
+  c.put_data_declarations(body, header);
+
+  if (!text.state().empty()) {
+    header << "/* global state variables */\n" << (rules.extern_state ? "extern " : "") << "int ";
+    c.put_state_names(header);
+    header << ";\n";
+    if (rules.extern_state) {
+      body << "int ";
+      c.put_state_names(body);
+      body << ";\n";
+    }
+  }
+  c.put_reset_function(body, header);
+  c.put_reaction_head(body, header);
+  c.put_locals(body);
+  const long nodes = text.count_nodes([&](std::ostream& out) { put_equations(out, text, c); });
+  if (nodes > 0) body << "  int " << c.array() << '[' << nodes << "];\n";
+  put_data_section(body, text, c);
+  body << "  /* outputs computing */\n";
+  put_equations(body, text, c);
+  c.put_valued_outputs(body, output_texts, !rules.status_values);
+  body << "  /* refresh registers */\n";
+  c.put_state_moves(body);
+  body << "}\n";
+  header << "#endif\n";
+}
+
+}  // namespace
+
+extern const Target systemc_target{.option = "systemc",
+                                   .help = "SystemC, _sc.cpp and _sc.h",
+                                   .file = {.extension = "_sc.cpp"},
+                                   .put = put_module,
+                                   .beside = "_sc.h"};
+
+// A boolean automaton.
+
+void b_automaton::SYSTEMC_put(std::ostream& body, std::ostream& header, int,
+                              const std::string& name) const {
+  header << "#ifndef " << name << "_H\n#define " << name << "_H\n#include <systemc.h>\n"
+         << "SC_MODULE(" << name << ")\n{\n    // Port Declaration\n";
+  put_lines(header, names_.inputs, "    sc_in<bool> ", ";");
+  header << "    sc_in<bool> reset;\n    sc_in<bool> clk;\n";
+  put_lines(header, names_.outputs, "    sc_out<bool> ", ";");
+  header << "   // Data Members\n";
+  for (const auto* names : {&names_.state, &names_.next_state, &names_.locals})
+    put_lines(header, *names, "    sc_signal<bool> ", ";");
+  header << "    // Constructor\n    SC_CTOR(" << name << ")\n    {\n      SC_METHOD(" << name
+         << "_thread);\n";
+  put_lines(header, names_.inputs, "      sensitive(", ");");
+  header << "      sensitive(reset);\n      sensitive << clk.pos();\n    }\n    // Processes\n"
+         << "    void " << name << "_thread();\n};\n#endif\n";
+
+  body << "#include <systemc.h>\n#include \"" << name << ".h\"\n// Processes\nvoid " << name
+       << "::" << name << "_thread()\n{\n  // state and output computation\n"
+       << "  if (reset == !false){\n";
+  put_lines(body, names_.outputs, "    ", " = false;");
+  for (int k = 0; k < nb_state_vars(); ++k)
+    body << "    " << nom_state_var(k) << " = "
+         << (valeur_initiale_state_var(k) == 1 ? "!false" : "false") << ";\n";
+  body << "  }\n  elsif ( clk.event()){ \n";
+  if (nb_equ_def() > 0) {
+    body << " //internal definitions\n";
+    wood_->Put_systemc(body);
+  }
+  for (int k = 0; k < nb_state_vars(); ++k)
+    body << "    " << nom_state_var(k) << " = " << nom_next_state_var(k) << ";\n";
+  body << "  }\n};\n";
+}
+
+// The told operations of other classes.
+
+void Module::SYSTEMC_put(std::ostream& body, std::ostream& header) {
+  put_target(systemc_target, this, body, header);
+}
+
+void Bddexpression::put_systemc(std::ostream& out) {
+  bddpp_manager* manager = my_bdd_manager();
+  if (manager == nullptr || !bdd_var.initialised() || !bdd_exp.initialised()) return;
+  out << "    " << manager->Name_var_by_index(my_index_var()) << " <= ";
+  manager->Print_sop(" || ", " && ", "! ", "", out, bdd_exp, 1);
+  out << ";\n";
+}
+
+void Bddexpressionwood::Put_systemc(std::ostream& out) {
+  for (long index : earliest_sort()) exp_table[index]->put_systemc(out);
+}
+
+}  // namespace kiva

@@ -1,0 +1,129 @@
+// Texts of boolean automata: BLIF and VHDL run in their own tools as the automaton steps, a
+// module of the source language compiles to the same machine, and all texts are told to the letter.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tarn/b_automaton/equivalence.h"
+#include "tarn/b_automaton/module_automaton.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+#include "tarn/targets/frame/target_rules.h"
+#include "tarn/zuc/zuc_reader.h"
+#include "tests/b_automaton/automata.h"
+#include "tests/support/process_end.h"
+#include "tests/targets/runner.h"
+
+namespace kiva::test {
+namespace {
+
+/// Stimuli of an automaton, and its outputs.
+struct Steps {
+  explicit Steps(const b_automaton& automaton) {
+    std::mt19937 random(7);
+    std::vector<int> state = initial_state(automaton);
+    for (int instant = 0; instant < 40; ++instant) {
+      stimuli.push_back(bits(random(), automaton.nb_inputs()));
+      const std::vector<int> values = step(automaton, state, stimuli.back());
+      outputs.push_back(outputs_of(automaton, values));
+      state = next_state_of(automaton, values);
+    }
+  }
+  std::vector<std::vector<int>> stimuli, outputs;
+};
+
+std::string digits(const std::vector<int>& row) {
+  std::string text;
+  for (int bit : row) text += std::to_string(bit);
+  return text;
+}
+
+TEST(AutomatonTools, TextsRunAsTheAutomatonSteps) {
+  std::mt19937 random(8);
+  for (int round = 0; round < 4; ++round) {
+    const TempDir dir;
+    const auto automaton = random_automaton(random, 4, 3, 3, 4);
+    const Steps run(*automaton);
+    Bits bits{{}, static_cast<size_t>(automaton->nb_outputs())};
+    for (const std::vector<int>& row : run.stimuli) bits.inputs.push_back(digits(row));
+    std::ostringstream blif, vhdl;
+    automaton->BLIF_put(blif, 0, "m");
+    dir.write("m.blif", blif.str());
+    EXPECT_EQ(run_blif(dir.path(), "m", true, bits).rows, run.outputs);
+    automaton->VHDL_put(vhdl, 0, "m");
+    dir.write("m.vhdl", vhdl.str());
+    std::vector<std::vector<int>> seen = run_vhdl(dir.path(), "m.vhdl", "m", false, bits).rows;
+    seen.resize(run.outputs.size());  // the second round is behind a reset
+    EXPECT_EQ(seen, run.outputs);
+  }
+}
+
+TEST(Automaton, ItsSourceTextCompilesToTheSameMachine) {
+  std::mt19937 random(9);
+  for (int round = 0; round < 6; ++round) {
+    const TempDir dir;
+    const auto automaton = random_automaton(random, 3, 2, 2, 2);
+    std::ostringstream text;
+    Compilation::target_rules() = TargetRules::working();
+    automaton->ZU_put(text, 0, "m");
+    Compilation::target_rules() = TargetRules::told();
+    dir.write("m.zu", text.str());
+    run_tool(KIVA_PROGRAMS "/tarn -q m.zu", dir.path(), false);
+    const ZucRead read = read_zuc_file(dir.file("m.zuc"), "", "");
+    ASSERT_NE(read.module, nullptr) << read.problem << '\n' << text.str();
+    const auto compiled = automaton_of(read.module);
+    for (int k = 0; k < 2; ++k) {
+      compiled->change_nom_input(k, compiled->nom_input(k).substr(2));
+      compiled->change_nom_output(k, compiled->nom_output(k).substr(2));
+    }
+    const auto both = observateur_equivalence(automaton.get(), compiled.get());
+    ASSERT_TRUE(both->sort().empty());
+    EXPECT_TRUE(walk_output(*both, 0, [](const OutputWalk&) {}).holds) << text.str();
+  }
+}
+
+/// A register, an output that another equation reads, a constant, a negation.
+std::unique_ptr<b_automaton> told_automaton() {
+  return make_automaton(
+      {.state = {"s", "r"},
+       .next_state = {"snext", "rnext"},
+       .inputs = {"a", "b"},
+       .outputs = {"o", "p"},
+       .locals = {"l"},
+       .equations =
+           {{"l", "a xor s"}, {"o", "not l"}, {"p", "o and r"}, {"snext", "l"}, {"rnext", "1"}},
+       .init = {0, 1}});
+}
+
+TEST(Automaton, TextsToTheLetter) {
+  const auto automaton = told_automaton();
+  std::ostringstream text;
+  const auto put = [&](const std::string& title, auto writer) {
+    std::ostringstream body, header;
+    writer(body, header);
+    text << "==== " << title << '\n' << body.str();
+    if (!header.str().empty()) text << "---- header\n" << header.str();
+  };
+  using S = std::ostream&;
+  const Outcome told = run_captured([&] {
+    put("listing", [&](S body, S) { body << *automaton; });
+    put("BAC", [&](S body, S) { automaton->BAC_put(body), body << '\n'; });
+    put("BLIF", [&](S body, S) { automaton->BLIF_put(body, 0, "m"); });
+    put("C", [&](S body, S header) { automaton->C_put(body, header, 0, "m"); });
+    put("board", [&](S body, S) { automaton->INO_put_grafcet(body, 0, "m", {"p"}); });
+    put("Esterel", [&](S body, S) { automaton->ESTEREL_put(body, 0, "m"); });
+    put("LaTeX", [&](S body, S) { automaton->LATEX_put(body, 0, "m"); });
+    put("document", [&](S body, S) { automaton->DOC_put(body, 0, "m"); });
+    put("source", [&](S body, S) { automaton->ZU_put(body, 0, "m"); });
+    put("Lustre", [&](S body, S) { automaton->LUSTRE_put(body, 0, "m"); });
+    put("SystemC", [&](S body, S header) { automaton->SYSTEMC_put(body, header, 0, "m"); });
+    put("VHDL", [&](S body, S) { automaton->VHDL_put(body, 1, "m"); });
+    put("C#", [&](S body, S) { automaton->CSHARP_put(body, 0, "m"); });
+  });
+  EXPECT_EQ(told.err, "nb_var locale detecte: 1\n");
+  expect_told("automaton.txt", text.str());
+}
+
+}  // namespace
+}  // namespace kiva::test

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "tests/targets/target_case.h"
+
+namespace kiva::test {
+
+/// What a text showed over the instants of its case, once or several times.
+struct Seen {
+  std::vector<std::vector<int>> rows;  ///< the outputs' bits
+  std::vector<double> values;          ///< of the last output, by row; empty where none is shown
+};
+
+using Cases = std::vector<const TargetCase*>;
+
+/// How the texts of one target are run. A new language adds one to the table, as a global
+/// `const Registered`.
+struct Runner {
+  std::string option;  ///< of tarn
+  bool tools = true;   ///< needs programs of others; else an evaluator of ours reads the text
+  bool open = true;    ///< takes modules that are not finalised
+  int random_programs = 6;
+  /// The rails of a signal stand together, and those of rtl come first; else all statuses stand
+  /// before all values.
+  bool by_signal = true;
+  /// Writes the texts of the cases and runs them.
+  std::function<std::vector<Seen>(const Cases&)> run;
+  /// Whether the target may refuse the module; null for never.
+  std::function<bool(const TargetCase&)> refuses = {};
+};
+
+inline std::ostream& operator<<(std::ostream& out, const Runner& runner) {
+  return out << runner.option;
+}
+
+/// All of them, by static registration.
+std::vector<Runner>& runners();
+
+struct Registered {
+  explicit Registered(Runner runner) { runners().push_back(std::move(runner)); }
+};
+
+/// A runner that takes the cases one by one.
+std::function<std::vector<Seen>(const Cases&)> one_by_one(
+    std::function<Seen(const TargetCase&)> run);
+
+/// Rows of a printed trace: bits, then the value where one is shown.
+Seen read_seen(const std::string& lines);
+
+// What netlists and hardware have in common: bits in, bits out.
+
+struct Bits {
+  std::vector<std::string> inputs;  ///< one row an instant
+  size_t outputs;
+};
+/// Those of a case, its rails by signal, the tests on data behind them.
+Bits bits_of(const TargetCase& test);
+/// Simulates `entity` of a file, over the stimuli twice with a reset before each.
+Seen run_vhdl(const std::filesystem::path& folder, const std::string& file,
+              const std::string& entity, bool altera, const Bits& bits);
+/// Turns a netlist into a program of another language and simulates that.
+Seen run_blif(const std::filesystem::path& folder, const std::string& module, bool has_state,
+              const Bits& bits);
+
+}  // namespace kiva::test
