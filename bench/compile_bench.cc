@@ -16,7 +16,7 @@
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
-#include "tarn/zu/rules.h"
+#include "tarn/model/rules.h"
 
 namespace {
 

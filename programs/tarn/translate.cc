@@ -7,9 +7,9 @@
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/targets/frame/target_rules.h"
 #include "tarn/zu/parse_supl.h"
-#include "tarn/zu/rules.h"
 
 namespace kiva::tarn_program {
 

@@ -2,6 +2,7 @@
 
 #include "tarn/model/data.h"
 #include "tarn/model/module.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 

@@ -99,8 +99,8 @@ class Compilation {
   static Module* zuc_parse(const std::string& file, const std::string& instance,
                            const std::list<std::string>* inputs,
                            const std::list<std::string>* outputs);
-  /// The first file of Module::CompilationFileList whose first line (256 characters at most) holds
-  /// the module's name; "" when there is none.
+  /// The first file of Module::CompilationFileList() whose first line (256 characters at most)
+  /// holds the module's name; "" when there is none.
   static std::string getZucFileName(const std::string& module);
   /// The `reincarnate` flag of that file; -1 when there is none.
   static int getReincarnateFromZucFile(const std::string& module);

@@ -38,27 +38,25 @@ class EquationTable {
   /// Destroys a wood, and all woods of tables that share its manager if it is the manager's own.
   static void destroy_wood(Bddexpressionwood* wood);
 
-  Bddexpressionwood* getBddexpressionWood() const {
-    put_in_place();
-    return bdd_expression_wood;
-  }
-  /// The same wood, but equations may lack what `pre` and `unify_later` have to add to them.
-  Bddexpressionwood* working_wood() const { return bdd_expression_wood; }
+  /// Null once another table has taken this one in. Equations may lack what `pre_later` and
+  /// `unify_later` have to add to them, until `settle`.
+  Bddexpressionwood* getBddexpressionWood() const { return bdd_expression_wood; }
+  /// Gives every equation what it still lacks.
+  void settle();
   const std::string& getModuleName() const { return module_name; }
   void setModuleName(const std::string& name) { module_name = name; }
-  /// The wood's equation of that name, or of the variable of that id.
-  Bddexpression* getBddExpression(const std::string& name) const {
-    return getBddexpressionWood()->exp_by_name(name);
+  /// The wood's equation of that name, or of the variable of that id, complete; null for none.
+  Bddexpression* getBddExpression(const std::string& name) {
+    settle();
+    return bdd_expression_wood->exp_by_name(name);
   }
-  Bddexpression* getBddExpression(long id) const {
-    put_in_place(id);
+  Bddexpression* getBddExpression(long id) {
+    settle(id);
     return bdd_expression_wood->exp_by_index(id);
   }
   long getPertLevel() const { return bdd_expression_wood->Nb_level(); }
-  /// Forgets the signal's equations.
-  void removeSignal(Signal* signal);
 
-  // Equations of statements (tarn/zu). A signal's equation is a pair, of its status and its value.
+  // Equations of statements. A signal's equation is a pair, of its status and its value.
   /// Gives the signal's current occurrence the rails of `e`, over occurrence 0 of all signals when
   /// `initial`, else over their latest occurrences. A wire is True or False whatever `e`'s value.
   void createEquation(Signal* signal, Expression* e, Module* module, bool initial = false);
@@ -77,8 +75,6 @@ class EquationTable {
   void createBottomEquation(Signal* signal, Module* module, int occurrence);
   /// Makes `signal` follow `other`.
   void replaceEquation(Signal* signal, Signal* other, Module* module);
-  /// Makes the signal known to this table's wood.
-  void learnSignal(Signal* signal, Module* module);
   /// Copies an equation of another wood into this one; the signal that its variable stands for
   /// becomes known here. IllegalOperationException for a variable that stands for none.
   void add(Bddexpression* expression, Module* module);
@@ -87,13 +83,13 @@ class EquationTable {
   /// Merges `other` into this table, and destroys its wood. Two equations of one variable become
   /// their or; by the rule `values`, their and for the value of a signal with occurrences.
   void unify(EquationTable* other, Module* module);
-  /// The same; what equations get is put in place when they are asked for.
-  void unify_later(EquationTable* other, Module* module);
-  /// Guards the equations of outputs and plain locals by the value of `condition`.
-  void cond(Signal* condition, Module* module);
   /// Starts a new occurrence of each output and plain local that this table knows. What a run has
   /// brought in keeps the one that it has: nothing else writes it.
   void pre(Module* module);
+  // The same, but what equations get is gathered: it is put in place when the table is asked for
+  // them, dated or copied.
+  void unify_later(EquationTable* other, Module* module);
+  void pre_later(Module* module);
   /// A table over a copy of the wood, with the same manager and occurrences.
   EquationTable* duplicate(Module* module);
   /// The same for one branch of a statement, which writes and reads no wires but its own: without
@@ -113,11 +109,19 @@ class EquationTable {
   /// The text of the cycle that begins at the first id, and of what else is in the list; takes what
   /// the cycle met out of the list.
   std::string computeDependence(std::list<long>& ids);
-  /// Carries the dates of one equation to another.
-  void updatePertDate(Bddexpression* from, Bddexpression* to);
   /// The statement that makes the signal stands there: the report of a cycle names its line. Known
   /// to all tables duplicated from this one.
   void note_source(const Signal* signal, const SourceSpan& span);
+
+  // Told, and called by no program (tarn/classic).
+  /// Forgets the signal's equations.
+  void removeSignal(Signal* signal);
+  /// Makes the signal known to this table's wood.
+  void learnSignal(Signal* signal, Module* module);
+  /// Guards the equations of outputs and plain locals by the value of `condition`.
+  void cond(Signal* condition, Module* module);
+  /// Carries the dates of one equation to another.
+  void updatePertDate(Bddexpression* from, Bddexpression* to);
 
  private:
   /// Equations by name of the signal that a statement made.
@@ -130,15 +134,14 @@ class EquationTable {
     std::vector<bdd> terms;
   };
   void lose_wood();
-  void put_in_place() const;
-  void put_in_place(long id) const;
+  void settle(long id);
   /// Has f or-ed, or and-ed, onto the equation of the variable, which has one.
   void join_later(long id, bool conjunction, const bdd& f);
 
   /// The equation of a variable; null when it has none.
-  Bddexpression* equation_at(long id) const;
+  Bddexpression* equation_at(long id);
   /// The same; IllegalOperationException when there is no such variable.
-  Bddexpression* equation_or_throw(long id) const;
+  Bddexpression* equation_or_throw(long id);
   /// Gives a variable its equation; one that stood there is deleted.
   void define(const std::string& name, long id, const bdd& f, int usertype);
   EquationTable* over(Bddexpressionwood* copy);
@@ -161,7 +164,7 @@ class EquationTable {
   /// Of a branch: the signals taken over, and the lengths of the module's lists when it began.
   std::vector<Signal*> carried_;
   std::array<size_t, 4> lists_at_begin_{};
-  mutable std::unordered_map<long, PendingTerms> pending_;  ///< by variable id
+  std::unordered_map<long, PendingTerms> pending_;  ///< by variable id
 };
 
 }  // namespace kiva

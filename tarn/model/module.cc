@@ -148,15 +148,6 @@ const std::string& Module::getSignalNameById(long id, Bddexpressionwood* wood) c
   return ref->getCurrentName();
 }
 
-long Module::getOtherBddId(long id, Bddexpressionwood* wood) const {
-  const SignalRef* ref = signal_manager->getSignalRefById(id, wood);
-  if (ref == nullptr)
-    throw IllegalOperationException("Module::getOtherBddId: no signal in table for this bdd id:",
-                                    std::to_string(id));
-  const long value_id = ref->getBddValueId(wood);
-  return id == value_id ? ref->getBddStatusId(wood) : value_id;
-}
-
 void Module::addRegisterSignal(Signal* actual, Signal* next, int initial) {
   register_list.push_back(make_kept<regclass>(actual, next, initial));
 }

@@ -109,8 +109,6 @@ class Module {
   Signal* getSignalById(long id, Bddexpressionwood* wood) const;
   /// IllegalOperationException without a reference.
   const std::string& getSignalNameById(long id, Bddexpressionwood* wood) const;
-  /// The other id of the same reference: status for value, value for status.
-  long getOtherBddId(long id, Bddexpressionwood* wood) const;
 
   const std::string& getName() const { return name; }
   void setName(const std::string& text) { name = text; }
@@ -136,9 +134,6 @@ class Module {
   void setRegisterList(RegisterList list) { register_list = std::move(list); }
   /// Null until the first declaration.
   const std::map<std::string, std::string>* getRunDeclTable() const { return run_decl_table.get(); }
-  void setRunDeclTable(std::unique_ptr<std::map<std::string, std::string>> table) {
-    run_decl_table = std::move(table);
-  }
   int getCurrentInstance() const { return current_instance; }
   void setCurrentInstance(int instance) { current_instance = instance; }
   void incrCurrentInstance() { ++current_instance; }
@@ -162,8 +157,6 @@ class Module {
   void addOutputSignal(Signal* signal) { output_signal_list.push_back(signal); }
   void addLocalSignal(Signal* signal) { local_signal_list.push_back(signal); }
   void addDataSignal(Signal* signal) { data_signal_list.push_back(signal); }
-  /// A wire goes to the locals.
-  void addWireSignal(Signal* signal) { local_signal_list.push_back(signal); }
   void addRegisterSignal(Signal* actual, Signal* next, int initial = 0);
   void addRegisterSignal(regclass* reg) { register_list.push_back(reg); }
   /// Makes both signals, local and marked as register and wire, actual first.
@@ -179,7 +172,6 @@ class Module {
   void addBinding(DataBinding* binding) { addBinding(binding, getBddWood()); }
   /// Null when there is none.
   DataBinding* getBinding(const std::string& signal_name) const;
-  void removeBinding(const std::string& signal_name);
   /// Binds without clock and makes the two abstract equations of `signal`.
   Signal* addSignalBinding(DataExpr* e, Signal* signal);
   /// Binds with a clock (may be null); makes no equations.
@@ -198,31 +190,38 @@ class Module {
   void replace_at_in_name_variables();
   void loose_first_underscore_in_name_variables();
 
-  // Finalisation (tarn/zu/finalize.cc).
-  /// Completes the pairs of all signals, makes inputs True or False, drops what nothing needs, and
-  /// adds the register pair that raises the set wire in the first instant; `keep_rtl` not 0 keeps
-  /// the rtl wire's equation. Once for a module: the caller looks at `getFinalised`.
+  // What the floors above do with a module: each is one call of theirs (tarn/classic), where it is
+  // told.
+  // tarn/zu/finalize.h
   void finalize(int keep_rtl);
-  /// Removes wires (unless Compilation::KeepWiresFlag), registers that never change, unread locals.
   void clean();
   void clean_locals();
   void suppress_useless_registers();
-  /// Spreads constants; the equations of interface, registers and clocks stay.
   void constants_propagation();
-  /// Adds the output "OverKnowledgeError": some output is Error in this instant.
   void check_over_knowledge();
+  // tarn/zu/compilation.h, tarn/zu/module_inclusion.h
+  bool compile();
+  void createCompileEnv();
+  void sortCode();
+  void includeCompiledModule(Module* called, Interface* interface, const std::string& suffix,
+                             Bddexpressionwood* wood);
+  // tarn/zuc/zuc_writer.h; the first two numbers are not read
+  void ZUC_put(std::ostream& os, int, int, int forget_locals);
+  void printBinding(std::ostream& os, long* map);
+  void save();
+
+  // Told, and called by no program (tarn/classic).
   /// Simplifies all equations under the assertion that the module's wires are present.
   void learnStatusWireAssertion();
-
-  // The text of the compiled module (tarn/zuc).
-  /// Writes it; the two numbers are not read. `forget_locals` not 0 writes "V" and a number for the
-  /// name of a local. A signal without reference ends the process; IllegalOperationException for a
-  /// constant whose value is no literal. An expression keeps the line it got: once in a process.
-  void ZUC_put(std::ostream& os, int, int, int forget_locals);
-  /// The bindings and their evaluation table; `map` gives the file's number of each variable.
-  void printBinding(std::ostream& os, long* map);
-  /// Writes OutputDir, "/", the file: OutputFile or the module's name, with ".zuc".
-  void save();
+  /// The other id of the same reference: status for value, value for status.
+  /// IllegalOperationException without a reference.
+  long getOtherBddId(long id, Bddexpressionwood* wood) const;
+  void removeBinding(const std::string& signal_name);
+  void setRunDeclTable(std::unique_ptr<std::map<std::string, std::string>> table) {
+    run_decl_table = std::move(table);
+  }
+  /// A wire goes to the locals.
+  void addWireSignal(Signal* signal) { local_signal_list.push_back(signal); }
 
   // The evaluation server's source text (tarn/targets): a program that knows the user's data types,
   // starts the simulator and answers its requests. What it holds comes from the three process-wide
@@ -298,26 +297,12 @@ class Module {
   int state_corres(const bdd& state);
   void forget_states() { explicit_states.clear(); }
 
-  // Compilation of the body (tarn/zu).
-  /// Makes the environment, compiles the statement, dates the equations; gives `reincarnate`.
-  bool compile();
-  /// Makes the three wires, and the first occurrence of each output and local.
-  void createCompileEnv();
-  /// Dates the equations of locals and outputs; a dependence cycle ends the process.
-  void sortCode();
-  /// Takes the signals, registers, equations and bindings of a compiled module in, as locals whose
-  /// internal names end in `suffix`, and enters them in the interface: inputs and outputs by the
-  /// called module's names, locals and data signals by its internal names.
-  void includeCompiledModule(Module* called, Interface* interface, const std::string& suffix,
-                             Bddexpressionwood* wood);
-
   /// The module's name, the prefix, "_" and the counter, which grows by one.
   std::string generateName(const char* prefix, int& counter) const;
 
  private:
   static Counters& counters() { return Session::current().counters; }
   DataTable& bindings();
-  void put_data_tables(std::ostream& os);
   void make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& ids);
   index_set dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any);
   Signal* bind_intermediate(DataExpr* e, const std::string& signal_name, Signal* clock,

@@ -26,10 +26,6 @@ DataBinding* Module::getBinding(const std::string& signal_name) const {
   return at == data_table->end() ? nullptr : at->second;
 }
 
-void Module::removeBinding(const std::string& signal_name) {
-  if (data_table != nullptr) data_table->erase(signal_name);
-}
-
 index_set Module::dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any) {
   std::vector<long> ids;
   const auto signals = e->computeDependencySet();

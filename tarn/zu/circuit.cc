@@ -1,36 +1,14 @@
 #include "tarn/zu/circuit.h"
 
 #include "tarn/model/compilation.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/progress.h"
-#include "tarn/zu/rules.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
 std::string signal_name(const std::string& name, Module* module) {
   return Compilation::rules().copies ? module->getSignalManager()->freeName(name) : name;
-}
-
-void Statement::createWires(Module* module, EquationTable* table) {
-  if (const auto& begun = statement_begun()) begun();
-  const auto make = [&](const char* prefix) {
-    auto* wire =
-        make_kept<Signal>(signal_name(prefix + name_, module), module, table->working_wood());
-    wire->setWire();
-    module->addLocalSignal(wire);
-    table->note_source(wire, span_);
-    return wire;
-  };
-  set_wire = make("SET");
-  reset_wire = make("RESET");
-  rtl_wire = make("RTL");
-}
-
-void Statement::connectExternalWires(Module* module) {
-  EquationTable* table = module->getCompilation();
-  table->createEquation(Circuit::set(*this), module->getSet(), module);
-  table->createEquation(Circuit::reset(*this), module->getReset(), module);
-  table->createEquation(module->getRtl(), Circuit::rtl(*this), module);
 }
 
 Circuit::Circuit(Statement& statement, Module* module, EquationTable* table)
@@ -54,7 +32,8 @@ Signal* Circuit::rtl(const Statement& statement) {
 }
 
 Signal* Circuit::make_wire(const std::string& name) {
-  auto* wire = make_kept<Signal>(signal_name(name, module_), module_, table_->working_wood());
+  auto* wire =
+      make_kept<Signal>(signal_name(name, module_), module_, table_->getBddexpressionWood());
   wire->setWire();
   module_->addLocalSignal(wire);
   table_->note_source(wire, statement_.getSpan());
@@ -63,7 +42,7 @@ Signal* Circuit::make_wire(const std::string& name) {
 
 Signal* Circuit::make_register_variable(const std::string& name) {
   auto* variable =
-      make_kept<Signal>(signal_name(name, module_), module_, table_->working_wood(), true);
+      make_kept<Signal>(signal_name(name, module_), module_, table_->getBddexpressionWood(), true);
   module_->addLocalSignal(variable);
   table_->note_source(variable, statement_.getSpan());
   return variable;
@@ -84,15 +63,45 @@ void Circuit::start_and_reset(const Statement& child) {
   assign(reset(child), reset());
 }
 
+namespace {
+
+/// The table of one branch. Unless it ends in `unify`, its wood goes with it.
+class BranchTable {
+ public:
+  BranchTable(EquationTable* table, Module* module)
+      : module_(module), table_(table->branch(module)) {}
+  BranchTable(BranchTable&& other) = default;
+  ~BranchTable() {
+    if (table_ != nullptr && table_->getBddexpressionWood() != nullptr) table_->discard(module_);
+  }
+  EquationTable* begin() {
+    table_->begin_branch(module_);
+    return table_.get();
+  }
+
+ private:
+  Module* module_;
+  std::unique_ptr<EquationTable> table_;
+};
+
+/// Records the levels of its table.
 void compile_branch(Statement* branch, Module* module, EquationTable* table) {
   branch->compile(module, table);
   if (branch->getPertLevel() == 0) branch->setPertLevel(table->callPert());
 }
 
-void BranchTable::compile_into(EquationTable* into, Statement* branch) {
-  table_->begin_branch(module_);
-  compile_branch(branch, module_, table_.get());
-  into->unify_later(table_.get(), module_);
+}  // namespace
+
+void compile_branches(const std::vector<Statement*>& branches, Module* module,
+                      EquationTable* table) {
+  std::vector<BranchTable> others;
+  for (size_t i = 1; i < branches.size(); ++i) others.emplace_back(table, module);
+  compile_branch(branches[0], module, table);
+  for (size_t i = 1; i < branches.size(); ++i) {
+    EquationTable* own = others[i - 1].begin();
+    compile_branch(branches[i], module, own);
+    table->unify_later(own, module);
+  }
 }
 
 }  // namespace kiva

@@ -7,6 +7,7 @@
 //   join            x takes e in, over the whole signals
 
 #include <string>
+#include <vector>
 
 #include "tarn/model/equationtable.h"
 #include "tarn/model/expression.h"
@@ -84,24 +85,10 @@ class Circuit {
   EquationTable* table_;
 };
 
-/// The table of one branch. Unless it ends in `unify`, its wood goes with it.
-class BranchTable {
- public:
-  BranchTable(EquationTable* table, Module* module)
-      : module_(module), table_(table->branch(module)) {}
-  BranchTable(BranchTable&& other) = default;
-  ~BranchTable() {
-    if (table_ != nullptr && table_->working_wood() != nullptr) table_->discard(module_);
-  }
-  /// Compiles a branch here, and merges the table into `into`.
-  void compile_into(EquationTable* into, Statement* branch);
-
- private:
-  Module* module_;
-  std::unique_ptr<EquationTable> table_;
-};
-
-/// Compiles a branch and records the levels of its table.
-void compile_branch(Statement* branch, Module* module, EquationTable* table);
+/// Compiles statements that run in one instant, so that none sees what another writes: the first in
+/// the table, each further one in a branch of it, which is then merged. Each records the levels of
+/// its table.
+void compile_branches(const std::vector<Statement*>& branches, Module* module,
+                      EquationTable* table);
 
 }  // namespace kiva

@@ -1,12 +1,12 @@
-// A module from its statement tree to dated equations.
+#include "tarn/zu/compilation.h"
 
 #include <memory>
 
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
-#include "tarn/zu/loop.h"
 #include "tarn/zu/nested_modules.h"
+#include "tarn/zu/statements/loop.h"
 
 namespace kiva {
 
@@ -42,40 +42,44 @@ void start_bound_signals(const Signal* clock, Module* module) {
 
 }  // namespace
 
-bool Module::compile() {
-  const CompilingModule nested(this);
-  createCompileEnv();
-  const Loop::Allowance copies(*statement);
-  statement->compile(this, compilation);
-  statement->connectExternalWires(this);
-  sortCode();
-  for (Signal* wire : {set_wire, reset_wire, rtl_wire}) wire->setWire();
-  reincarnate = statement->reincarnate();
-  return reincarnate;
+bool compile_module(Module* module) {
+  const CompilingModule nested(module);
+  create_compile_env(module);
+  Statement* const body = module->getStatement();
+  const Loop::Allowance copies(*body);
+  body->compile(module, module->getCompilation());
+  body->connectExternalWires(module);
+  sort_code(module);
+  for (Signal* wire : {module->getSet(), module->getReset(), module->getRtl()}) wire->setWire();
+  module->setReincarnate(body->reincarnate());
+  return module->getReincarnate();
 }
 
-void Module::createCompileEnv() {
-  Bddexpressionwood* wood = getBddWood();
-  set_wire = make_kept<Signal>("SET" + name, this, wood);
-  reset_wire = make_kept<Signal>("RESET" + name, this, wood);
-  rtl_wire = make_kept<Signal>("RTL" + name, this, wood);
-  for (Signal* output : output_signal_list) {
-    start_signal(output, this, "Module::createCompileEnv: undefined output signal");
-    start_bound_signals(output, this);
+void create_compile_env(Module* module) {
+  Bddexpressionwood* wood = module->getBddWood();
+  const auto make_wire = [&](const char* prefix) {
+    return make_kept<Signal>(prefix + module->getName(), module, wood);
+  };
+  module->setSet(make_wire("SET"));
+  module->setReset(make_wire("RESET"));
+  module->setRtl(make_wire("RTL"));
+  for (Signal* output : module->getOutputSignalList()) {
+    start_signal(output, module, "Module::createCompileEnv: undefined output signal");
+    start_bound_signals(output, module);
   }
-  for (Signal* local : local_signal_list) {
-    if (local->isRegister() && local->getSignalRef(this, wood) != nullptr) continue;
-    start_signal(local, this, "Module::createCompileEnv: undefined local signal");
-    start_bound_signals(local, this);
+  for (Signal* local : module->getLocalSignalList()) {
+    if (local->isRegister() && local->getSignalRef(module, wood) != nullptr) continue;
+    start_signal(local, module, "Module::createCompileEnv: undefined local signal");
+    start_bound_signals(local, module);
   }
 }
 
-void Module::sortCode() {
+void sort_code(Module* module) {
   std::list<long> ids;
-  for (const signal_list* list : {&local_signal_list, &output_signal_list})
+  for (const signal_list* list : {&module->getLocalSignalList(), &module->getOutputSignalList()})
     for (const Signal* signal : *list)
-      ids.splice(ids.end(), signal->getAllBddId(this, getBddWood()));
-  compilation->callPert(ids);
+      ids.splice(ids.end(), signal->getAllBddId(module, module->getBddWood()));
+  module->getCompilation()->callPert(ids);
 }
 
 }  // namespace kiva

@@ -6,6 +6,8 @@
 // that turns constant must not lose its equation where it is part of the interface; and the keep
 // lists are made after the clean, when registers that hold a constant have gone.
 
+#include "tarn/zu/finalize.h"
+
 #include <iostream>
 
 #include "tarn/model/compilation.h"
@@ -69,109 +71,108 @@ void complete_pairs(Module* module, Bddexpressionwood* wood, const Signal* signa
   }
 }
 
-}  // namespace
-
-void Module::finalize(int keep_rtl) {
-  Bddexpressionwood* wood = getBddWood();
-  if (wood == nullptr) return;
-  finalised = 1;
-  set_wire->setWire();
-  reset_wire->setWire();
-  rtl_wire->setWire();
-
-  for (const regclass* reg : register_list) {
+/// What the steps below take for granted of registers' next values and of values with a clock.
+void require_types(Module* module, Bddexpressionwood* wood) {
+  for (const regclass* reg : module->getRegisterList()) {
     const Signal* next = reg->next_var();
-    const long status_id = next->getBddStatusId(this, wood);
-    const long value_id = next->getBddValueId(this, wood);
+    const long status_id = next->getBddStatusId(module, wood);
+    const long value_id = next->getBddValueId(module, wood);
     require_type(wood->exp_by_index(status_id), Compilation::SREG,
                  " Warning: reaffectation " + wood->Name_var_by_index(status_id) + " with SREG");
     require_type(wood->exp_by_index(value_id), Compilation::VREG,
                  " Warning reaffectation " + wood->Name_var_by_index(value_id) + " with VREG");
   }
-  if (data_table != nullptr)
-    for (const auto& [bound_name, binding] : *data_table) {
-      if (binding->getClock() == nullptr) continue;
-      const Signal* signal = binding->getSignal();
-      const auto make_output = [&](long id, int type) {
-        Bddexpression* e = wood->exp_by_index(id);
-        if (e == nullptr) return;
-        require_type(e, type,
-                     "Warning: reaffectation " + wood->Name_var_by_index(id) + " with " +
-                         std::to_string(type) + " (founding :" + std::to_string(e->getUserType()) +
-                         ")");
-      };
-      make_output(signal->getInitialBddStatusId(this, wood), Compilation::SOUTPUT);
-      make_output(signal->getInitialBddValueId(this, wood), Compilation::VOUTPUT);
-    }
+  if (module->getDataTable() == nullptr) return;
+  for (const auto& [bound_name, binding] : *module->getDataTable()) {
+    if (binding->getClock() == nullptr) continue;
+    const Signal* signal = binding->getSignal();
+    const auto make_output = [&](long id, int type) {
+      Bddexpression* e = wood->exp_by_index(id);
+      if (e == nullptr) return;
+      require_type(e, type,
+                   "Warning: reaffectation " + wood->Name_var_by_index(id) + " with " +
+                       std::to_string(type) + " (founding :" + std::to_string(e->getUserType()) +
+                       ")");
+    };
+    make_output(signal->getInitialBddStatusId(module, wood), Compilation::SOUTPUT);
+    make_output(signal->getInitialBddValueId(module, wood), Compilation::VOUTPUT);
+  }
+}
 
-  for (const signal_list* list : {&input_signal_list, &data_signal_list})
+/// Every signal gets both rails; inputs are True or False, and the interface has its own names.
+void complete_signals(Module* module, Bddexpressionwood* wood) {
+  for (const signal_list* list : {&module->getInputSignalList(), &module->getDataSignalList()})
     for (const Signal* input : *list) {
-      const long status_id = input->getBddStatusId(this, wood);
-      define(wood, input->getInternalName(), variable(wood, input->getBddValueId(this, wood)),
+      const long status_id = input->getBddStatusId(module, wood);
+      define(wood, input->getInternalName(), variable(wood, input->getBddValueId(module, wood)),
              wood->Bdd_not(variable(wood, status_id)), Compilation::VINPUT);
       // Instances of one module have data signals of one original name.
       const bool instance = input->isInstance();
       wood->Rename_var(instance ? input->getInternalName() : input->getOriginalName(),
                        wood->Name_var_by_index(status_id));
     }
-  for (const Signal* output : output_signal_list) {
-    complete_pairs(this, wood, output, true);
+  for (const Signal* output : module->getOutputSignalList()) {
+    complete_pairs(module, wood, output, true);
     wood->Rename_var(output->getOriginalName(),
-                     wood->Name_var_by_index(output->getInitialBddStatusId(this, wood)));
+                     wood->Name_var_by_index(output->getInitialBddStatusId(module, wood)));
   }
-  for (const Signal* local : local_signal_list)
-    complete_pairs(this, wood, local, !local->isRegister());
+  for (const Signal* local : module->getLocalSignalList())
+    complete_pairs(module, wood, local, !local->isRegister());
+}
 
-  wood->constants_propagation(protected_types());
-  clean();
-
-  Signal* boot = make_kept<Signal>(std::string("boot"), this, wood, true);
-  Signal* bootplus = make_kept<Signal>(std::string("bootplus"), this, wood, true);
+/// The register that raises the set wire in the first instant; nothing resets the module.
+void add_start(Module* module, Bddexpressionwood* wood) {
+  Signal* boot = make_kept<Signal>(std::string("boot"), module, wood, true);
+  Signal* bootplus = make_kept<Signal>(std::string("bootplus"), module, wood, true);
   for (Signal* signal : {boot, bootplus}) {
     signal->setLocal();
     signal->setRegister();
-    addLocalSignal(signal);
+    module->addLocalSignal(signal);
   }
-  addRegisterSignal(boot, bootplus, 1);
-  std::vector<long> kept;
-  // A constant that nobody reads would go; the wire has its equations whatever the module holds.
-  kept.push_back(reset_wire->getBddStatusId(this, wood));
-  kept.push_back(reset_wire->getBddValueId(this, wood));
-
+  module->addRegisterSignal(boot, bootplus, 1);
   const auto define_pair = [&](const Signal* signal, const bdd& status, const bdd& value) {
-    define(wood, signal->getInternalName(), variable(wood, signal->getBddStatusId(this, wood)),
+    define(wood, signal->getInternalName(), variable(wood, signal->getBddStatusId(module, wood)),
            status, signal->computeStatusType());
-    define(wood, signal->getInternalName(), variable(wood, signal->getBddValueId(this, wood)),
+    define(wood, signal->getInternalName(), variable(wood, signal->getBddValueId(module, wood)),
            value, signal->computeValueType());
   };
-  define_pair(set_wire, variable(wood, boot->getBddStatusId(this, wood)),
-              wood->Bdd_not(variable(wood, set_wire->getBddStatusId(this, wood))));
-  define_pair(reset_wire, wood->Bdd_zero(), wood->Bdd_one());
+  define_pair(module->getSet(), variable(wood, boot->getBddStatusId(module, wood)),
+              wood->Bdd_not(variable(wood, module->getSet()->getBddStatusId(module, wood))));
+  define_pair(module->getReset(), wood->Bdd_zero(), wood->Bdd_one());
   define_pair(bootplus, wood->Bdd_zero(), wood->Bdd_one());
+}
 
-  for (const Signal* input : input_signal_list) kept.push_back(input->getBddStatusId(this, wood));
-  for (const Signal* output : output_signal_list) {
-    kept.push_back(output->getInitialBddStatusId(this, wood));
-    kept.push_back(output->getInitialBddValueId(this, wood));
-  }
-  if (data_table != nullptr)
-    for (const auto& [bound_name, binding] : *data_table)
+/// The equations that stay, whether or not anything reads them.
+index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rtl) {
+  std::vector<long> kept;
+  const auto keep = [&](long status_id, long value_id) {
+    kept.push_back(status_id);
+    kept.push_back(value_id);
+  };
+  // A constant that nobody reads would go; the wire has its equations whatever the module holds.
+  keep(module->getReset()->getBddStatusId(module, wood),
+       module->getReset()->getBddValueId(module, wood));
+  for (const Signal* input : module->getInputSignalList())
+    kept.push_back(input->getBddStatusId(module, wood));
+  for (const Signal* output : module->getOutputSignalList())
+    keep(output->getInitialBddStatusId(module, wood), output->getInitialBddValueId(module, wood));
+  if (module->getDataTable() != nullptr)
+    for (const auto& [bound_name, binding] : *module->getDataTable())
       if (binding->getClock() != nullptr)
-        for (const Signal* signal : {binding->getClock(), binding->getSignal()}) {
-          kept.push_back(signal->getInitialBddStatusId(this, wood));
-          kept.push_back(signal->getInitialBddValueId(this, wood));  // else its state is unknown
-        }
-  for (const Signal* local : local_signal_list)
-    if (local->isRegister()) {
-      kept.push_back(local->getBddStatusId(this, wood));
-      kept.push_back(local->getBddValueId(this, wood));
-    }
-  if (keep_rtl != 0) kept.push_back(rtl_wire->getBddStatusId(this, wood));
-  wood->clean(index_set::from_unsorted(std::move(kept)));
+        for (const Signal* signal : {binding->getClock(), binding->getSignal()})
+          keep(signal->getInitialBddStatusId(module, wood),
+               signal->getInitialBddValueId(module, wood));  // else its state is unknown
+  for (const Signal* local : module->getLocalSignalList())
+    if (local->isRegister())
+      keep(local->getBddStatusId(module, wood), local->getBddValueId(module, wood));
+  if (keep_rtl) kept.push_back(module->getRtl()->getBddStatusId(module, wood));
+  return index_set::from_unsorted(std::move(kept));
+}
 
+void date(Module* module, Bddexpressionwood* wood) {
   std::list<long> dated;
-  for (const signal_list* list : {&local_signal_list, &output_signal_list})
-    for (const Signal* signal : *list) dated.splice(dated.end(), signal->getAllBddId(this, wood));
+  for (const signal_list* list : {&module->getLocalSignalList(), &module->getOutputSignalList()})
+    for (const Signal* signal : *list) dated.splice(dated.end(), signal->getAllBddId(module, wood));
   wood->compute_dates(dated);
   // Inputs and wires are in no list: what reads them may have their date, and come before them.
   std::list<long> overtaken;
@@ -185,24 +186,40 @@ void Module::finalize(int keep_rtl) {
     }
   }
   if (!overtaken.empty()) wood->compute_dates(overtaken);
-  replace_at_in_name_variables();
-  loose_first_underscore_in_name_variables();
 }
 
-void Module::clean() {
-  Bddexpressionwood* wood = getBddWood();
+}  // namespace
+
+void finalize_module(Module* module, int keep_rtl) {
+  Bddexpressionwood* wood = module->getBddWood();
+  if (wood == nullptr) return;
+  module->setFinalised(1);
+  for (Signal* wire : {module->getSet(), module->getReset(), module->getRtl()}) wire->setWire();
+  require_types(module, wood);
+  complete_signals(module, wood);
+  wood->constants_propagation(protected_types());
+  clean_module(module);
+  add_start(module, wood);
+  wood->clean(needed_equations(module, wood, keep_rtl != 0));
+  date(module, wood);
+  module->replace_at_in_name_variables();
+  module->loose_first_underscore_in_name_variables();
+}
+
+void clean_module(Module* module) {
+  Bddexpressionwood* wood = module->getBddWood();
   if (wood == nullptr) return;
   if (!Compilation::KeepWiresFlag()) wood->suppress_wires(protected_types());
-  suppress_useless_registers();
-  clean_locals();
+  suppress_useless_registers(module);
+  clean_locals(module);
 }
 
-void Module::suppress_useless_registers() {
-  Bddexpressionwood* wood = getBddWood();
+void suppress_useless_registers(Module* module) {
+  Bddexpressionwood* wood = module->getBddWood();
   if (wood == nullptr) return;
   RegisterList kept;
-  for (regclass* reg : register_list) {
-    const long next_id = reg->next_var()->getBddStatusId(this, wood);
+  for (regclass* reg : module->getRegisterList()) {
+    const long next_id = reg->next_var()->getBddStatusId(module, wood);
     const Bddexpression* e = wood->exp_by_index(next_id);
     if (e == nullptr) {
       report("internal error 2 in Module::suppress_useless_registers() about index:" +
@@ -217,39 +234,40 @@ void Module::suppress_useless_registers() {
       kept.push_back(reg);
       continue;
     }
-    std::cerr << "detecting useless register " << reg->actual_var()->getName(this, wood) << '\n';
-    bdd held = variable(wood, reg->actual_var()->getBddStatusId(this, wood));
+    std::cerr << "detecting useless register " << reg->actual_var()->getName(module, wood) << '\n';
+    bdd held = variable(wood, reg->actual_var()->getBddStatusId(module, wood));
     if (initial == 0) held = wood->Bdd_not(held);
     wood->reduce_expressions(held, protected_types());
   }
-  register_list = std::move(kept);
+  module->setRegisterList(std::move(kept));
 }
 
-void Module::clean_locals() {
-  Bddexpressionwood* wood = getBddWood();
+void clean_locals(Module* module) {
+  Bddexpressionwood* wood = module->getBddWood();
   signal_list kept;
-  for (Signal* local : local_signal_list) {
+  for (Signal* local : module->getLocalSignalList()) {
     const auto is_read = [&] {
-      for (long id : local->getAllBddId(this, wood))
+      for (long id : local->getAllBddId(module, wood))
         if (!wood->set_of_amont_dependances(id).empty()) return true;
       return false;
     };
-    if (local->isRegister() || local->isValued(this, wood) || local->isClock() || is_read())
+    if (local->isRegister() || local->isValued(module, wood) || local->isClock() || is_read())
       kept.push_back(local);
   }
-  local_signal_list = std::move(kept);
+  module->setLocalSignalList(std::move(kept));
 }
 
-void Module::constants_propagation() {
-  if (getBddWood() != nullptr) getBddWood()->constants_propagation(protected_types());
+void propagate_constants(Module* module) {
+  if (module->getBddWood() != nullptr)
+    module->getBddWood()->constants_propagation(protected_types());
 }
 
-void Module::check_over_knowledge() {
-  if (output_signal_list.empty()) return;
-  Bddexpressionwood* wood = getBddWood();
+void add_over_knowledge_check(Module* module) {
+  if (module->getOutputSignalList().empty()) return;
+  Bddexpressionwood* wood = module->getBddWood();
   bdd error = wood->Bdd_zero();
-  for (const Signal* output : output_signal_list) {
-    const std::list<long> ids = output->getAllBddId(this, wood);
+  for (const Signal* output : module->getOutputSignalList()) {
+    const std::list<long> ids = output->getAllBddId(module, wood);
     for (auto at = ids.begin(); at != ids.end();) {
       const Bddexpression* status = wood->exp_by_index(*at++);
       const Bddexpression* value = wood->exp_by_index(*at++);
@@ -259,25 +277,13 @@ void Module::check_over_knowledge() {
       error = wood->Bdd_or(error, wood->Bdd_and(status->my_bdd_exp(), value->my_bdd_exp()));
     }
   }
-  Signal* signal = make_kept<Signal>("OverKnowledgeError", this, wood);
+  Signal* signal = make_kept<Signal>("OverKnowledgeError", module, wood);
   signal->setOutput();
-  addOutputSignal(signal);
-  define(wood, signal->getInternalName(), signal->getBddStatus(this, wood), error,
+  module->addOutputSignal(signal);
+  define(wood, signal->getInternalName(), signal->getBddStatus(module, wood), error,
          Compilation::SOUTPUT);
-  define(wood, signal->getInternalName(), signal->getBddValue(this, wood), wood->Bdd_not(error),
+  define(wood, signal->getInternalName(), signal->getBddValue(module, wood), wood->Bdd_not(error),
          Compilation::VOUTPUT);
-}
-
-void Module::learnStatusWireAssertion() {
-  Bddexpressionwood* wood = getBddWood();
-  bdd present = wood->Bdd_one();
-  for (const Signal* local : local_signal_list)
-    if (local->isWire())
-      present = wood->Bdd_and(present, variable(wood, local->getBddStatusId(this, wood)));
-  for (long index : wood->Set_of_exp().to_set()) {
-    Bddexpression* e = wood->exp_by_index(index);
-    if (e->getAbstraction() == 0) e->setBddExp(wood->Bdd_reduce(e->my_bdd_exp(), present));
-  }
 }
 
 }  // namespace kiva

@@ -5,6 +5,8 @@
 // two. A module read from ZUC text has its further occurrences as signals of their own, under the
 // same names, so an instance does not tell where its module came from.
 
+#include "tarn/zu/module_inclusion.h"
+
 #include "tarn/model/compilation.h"
 #include "tarn/model/interface.h"
 #include "tarn/model/module.h"
@@ -49,6 +51,22 @@ class Instance {
     made->setInstance();
     module_->addLocalSignal(made);
     copies_.push_back(made);
+  }
+
+  regclass* add_register(const regclass& reg) {
+    const auto variable = [&](const Signal* signal) {
+      Signal* copy = module_->getLocalSignal(signal->getInternalName() + suffix_);
+      if (copy == nullptr)
+        throw IllegalOperationException("Run: register not declared local: ",
+                                        signal->getInternalName());
+      copy->setWire();
+      copy->setRegister();
+      return copy;
+    };
+    Signal* actual = variable(reg.actual_var());
+    auto* copy = make_kept<regclass>(actual, variable(reg.next_var()), reg.is_initialy_true());
+    module_->addRegisterSignal(copy);
+    return copy;
   }
 
   /// The equations now belong to locals, whatever their signals were in the called module.
@@ -106,69 +124,69 @@ bool is_start_up(const regclass& reg, const Module* called) {
          reg.next_var()->getInternalName() == "bootplus";
 }
 
+void take_bindings(Module* module, const Module* called, Interface* interface,
+                   Bddexpressionwood* wood) {
+  if (called->getDataTable() == nullptr) return;
+  for (const auto& [name, binding] : *called->getDataTable()) {
+    DataBinding* copy = binding->instanciate(interface);
+    // A data signal and whatever a binding fires is left to its binding alone.
+    copy->getSignal()->setValue();
+    module->addBinding(copy, wood);
+  }
+}
+
 }  // namespace
 
-void Module::includeCompiledModule(Module* called, Interface* interface, const std::string& suffix,
-                                   Bddexpressionwood* wood) {
-  const size_t locals = local_signal_list.size() + called->local_signal_list.size();
+void include_compiled_module(Module* module, Module* called, Interface* interface,
+                             const std::string& suffix,
+                             Bddexpressionwood* wood) {  // house: one list after the other
+  const size_t locals = module->getLocalSignalList().size() + called->getLocalSignalList().size();
   if (locals > most_locals)
     throw IllegalOperationException(
         "Run: more than " + std::to_string(most_locals) + " signals with those of module ",
-        called->name);
+        called->getName());
 
   const regclass* start_up = nullptr;
-  for (const regclass* reg : called->register_list)
+  for (const regclass* reg : called->getRegisterList())
     if (is_start_up(*reg, called)) start_up = reg;
 
-  Instance instance(this, called, suffix, wood);
-  for (const Signal* input : called->input_signal_list) {
+  Instance instance(module, called, suffix, wood);
+  for (const Signal* input : called->getInputSignalList()) {
     Signal* copy = instance.copy(input);
-    addLocalSignal(copy);
+    module->addLocalSignal(copy);
     interface->addInput(input->getOriginalName(), copy);
   }
-  for (const Signal* data : called->data_signal_list) {
+  for (const Signal* data : called->getDataSignalList()) {
     Signal* copy = instance.copy(data);
     copy->setLocal(false);
     copy->setInput();
-    addDataSignal(copy);
+    module->addDataSignal(copy);
     interface->addData(data->getInternalName(), copy);
   }
-  for (const Signal* output : called->output_signal_list) {
+  for (const Signal* output : called->getOutputSignalList()) {
     Signal* copy = instance.copy_with_occurrences(output);
-    addLocalSignal(copy);
+    module->addLocalSignal(copy);
     interface->addOutput(output->getOriginalName(), copy);
   }
-  for (const Signal* local : called->local_signal_list) {
+  for (const Signal* local : called->getLocalSignalList()) {
     if (start_up != nullptr && (local == start_up->actual_var() || local == start_up->next_var()))
       continue;
     Signal* copy = instance.copy_with_occurrences(local);
-    addLocalSignal(copy);
+    module->addLocalSignal(copy);
     interface->addLocal(local->getInternalName(), copy);
   }
-  for (Signal* wire : {called->set_wire, called->reset_wire, called->rtl_wire})
+  for (Signal* wire : {called->getSet(), called->getReset(), called->getRtl()})
     instance.add_wire(wire);
 
-  for (const regclass* reg : called->register_list) {
+  for (const regclass* reg : called->getRegisterList()) {
     if (reg == start_up) continue;
-    const auto variable = [&](const Signal* signal) {
-      Signal* copy = getLocalSignal(signal->getInternalName() + suffix);
-      if (copy == nullptr)
-        throw IllegalOperationException("Run: register not declared local: ",
-                                        signal->getInternalName());
-      copy->setWire();
-      copy->setRegister();
-      return copy;
-    };
-    Signal* actual = variable(reg->actual_var());
-    Signal* next = variable(reg->next_var());
-    auto* copy = make_kept<regclass>(actual, next, reg->is_initialy_true());
-    addRegisterSignal(copy);
+    regclass* copy = instance.add_register(*reg);
     interface->addRegister(copy);
   }
 
   wood->Include_wood_instance(*called->getBddWood(), suffix);
   instance.retype_equations();
-  if (called->finalised != 0) instance.complete_equations();
+  if (called->getFinalised() != 0) instance.complete_equations();
   if (start_up != nullptr)
     for (const char* rail : {"_s_", "_v_"}) {
       const long id =
@@ -176,14 +194,8 @@ void Module::includeCompiledModule(Module* called, Interface* interface, const s
       if (id >= 0) wood->forget_expression_by_bddid(id);
     }
 
-  reincarnate = reincarnate || called->reincarnate;
-  if (called->data_table == nullptr) return;
-  for (const auto& [name, binding] : *called->data_table) {
-    DataBinding* copy = binding->instanciate(interface);
-    // A data signal and whatever a binding fires is left to its binding alone.
-    copy->getSignal()->setValue();
-    addBinding(copy, wood);
-  }
+  module->setReincarnate(module->getReincarnate() || called->getReincarnate());
+  take_bindings(module, called, interface, wood);
 }
 
 }  // namespace kiva

@@ -16,6 +16,8 @@
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
+#include "tarn/session/session.h"
+#include "tarn/zu/zu_file.h"
 #include "tarn/zu/zu_scanner.h"
 
 namespace kiva {
@@ -215,9 +217,32 @@ void class_zu_parser::enter_extent(const Statement* statement, const Extent& ext
   extents_[statement] = extent;
 }
 
+// Statements.
+
+std::string class_zu_parser::next_name(const std::string& prefix, int& counter) const {
+  return TheModule()->generateName(prefix.c_str(), counter);
+}
+
+std::vector<Statement*> class_zu_parser::copies(Statement* body, int count) {
+  count_copies(count, extent_of(body).statements);
+  std::vector<Statement*> made;
+  made.reserve(static_cast<size_t>(count));
+  for (int i = 0; i < count; ++i) {
+    made.push_back(body->duplicate(i));
+    extents_[made.back()] = extent_of(body);
+  }
+  return made;
+}
+
+void class_zu_parser::count_copies(long count, long statements) {
+  if (count > copies_left_ / statements)
+    throw IllegalOperationException("too many copies of one statement:", std::to_string(count));
+  copies_left_ -= count * statements;
+}
+
 // The way in.
 
-void read_source(const char* file) {
+void read_zu_file(const char* file) {
   std::error_code error;
   std::ifstream in;
   if (!std::filesystem::is_directory(file, error)) in.open(file, std::ios::binary);
@@ -231,7 +256,7 @@ void read_source(const char* file) {
   struct AtEnd {
     class_zu_parser& reader;
     ~AtEnd() { reader.plexer = nullptr; }
-  } at_end{Compilation::pzu_parser()};
+  } at_end{Session::current().part<class_zu_parser>()};
   at_end.reader.plexer = &scanner;
   at_end.reader.parse();
 }

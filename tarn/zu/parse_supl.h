@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <initializer_list>
 #include <list>
@@ -12,21 +13,18 @@
 #include <vector>
 
 #include "tarn/model/data.h"
+#include "tarn/model/module.h"
 #include "tarn/model/source_span.h"
 #include "tarn/session/session.h"
-#include "tarn/zu/automaton.h"
-#include "tarn/zu/mealy.h"
 #include "tarn/zu/statement.h"
+#include "tarn/zu/statements/automaton.h"
+#include "tarn/zu/statements/mealy.h"
 
 union ZUSTYPE;
 
 namespace kiva {
 
 class zu_scanner;
-
-/// Reads the modules of a source file into the current session's ModTable: see
-/// Compilation::zu_parse.
-void read_source(const char* file);
 
 /// What stands in the brackets of a transition.
 struct trigger_class {
@@ -115,26 +113,43 @@ class class_zu_parser {
   /// An output or local; StatementSignalException for any other name.
   Signal* statement_signal(const std::string& name) const;
 
-  // Statements.
-  Statement* nothing();
-  Statement* halt();
-  Statement* pause();
-  Statement* parallel(Statement* left, Statement* right);
-  Statement* sequence(Statement* left, Statement* right);
-  Statement* present(Expression* expression, Statement* then_branch, Statement* else_branch);
-  Statement* present_if(DataExpr* condition, Statement* then_branch, Statement* else_branch);
-  Statement* loop(Statement* body);
-  Statement* repeat(int count, Statement* body);
-  Statement* wait(Expression* expression);
-  Statement* wait(int count, Expression* expression);
-  Statement* abort(Statement* body, Expression* expression);
-  Statement* strong_abort(Statement* body, Expression* expression);
-  // `data` is null without a value.
-  Statement* emit(const std::string& signal, DataExpr* data);
-  Statement* noemit(const std::string& signal);
-  Statement* sustain(const std::string& signal, DataExpr* data, Expression* until);
-  /// `renamings` may be null.
-  Statement* run(const std::string& module, const RenamingList* renamings);
+  // Statements: what their own `read` operations, in tarn/zu/statements, are made of.
+  /// The name of the next statement: the module's, the prefix, "_" and the counter, which grows. A
+  /// kind without a counter of its own is counted by its prefix.
+  std::string next_name(const std::string& prefix, int& counter) const;
+  std::string next_name(const std::string& prefix) { return next_name(prefix, counters_[prefix]); }
+  /// A statement of the module that stands where the production does.
+  template <class T, class... Args>
+  T* build(const std::string& name, Args&&... args) {
+    T* statement = make_kept<T>(name, std::forward<Args>(args)...);
+    statement->setModule(TheModule());
+    statement->setSpan(span_);
+    measure(statement);
+    return statement;
+  }
+  /// The list with one member more, which stands where the production does.
+  template <class T>
+  Statement* appended(T* list, Statement* right) {
+    Extent extent = extent_of(list);
+    const Extent added = extent_of(right);
+    extent = {std::max(extent.depth, 1 + added.depth), extent.statements + added.statements};
+    list->addMember(right);
+    list->setSpan(span_);
+    enter_extent(list, extent);
+    return list;
+  }
+  /// Copies of a statement, numbered from 0.
+  std::vector<Statement*> copies(Statement* body, int count);
+  /// Counts copies of so many statements against most_copies.
+  void count_copies(long count, long statements);
+  /// Binds a value to a signal of its own, which stands for it where `clock` is there. A
+  /// type error in the data is shown first.
+  Signal* bind(DataExpr* data, const std::string& prefix, Signal* clock);
+  /// Binds a condition to a data signal of the module.
+  Signal* bind_condition(DataExpr* data, const std::string& name);
+  /// Makes a bound signal a local, or an output if its clock is one.
+  void place_local(Signal* bound);
+  void place_like(Signal* bound, const Signal* clock);
   RenamingEntry* renaming(const std::string& actual, const std::string& formal);
 
   // Signal expressions.
@@ -146,7 +161,8 @@ class class_zu_parser {
 
   // Automata.
   void begin_automaton();
-  Statement* automaton(const GeometryPair* geometry, const TransitionList& transitions);
+  /// The states since then.
+  const Automaton::StateTable& states() const { return *TheCurrentStateTable(); }
   void state(const std::string& name, bool final_state, Statement* run,
              const SignalActions* actions, const GeometryTriple* geometry);
   Transition* transition(const std::string& from, const trigger_class& trigger,
@@ -158,7 +174,6 @@ class class_zu_parser {
   void add_action(SignalActions& actions, const std::string& name, DataExpr* data);
 
   // Mealy machines.
-  Statement* mealy_machine(const EquationList& equations);
   void declare_register(const std::string& name, int initial, const std::string& next);
   Expression* equation_signal(const std::string& name);
   Expression* equation_constant(int number);
@@ -197,10 +212,6 @@ class class_zu_parser {
   /// Says where a data expression stands whose operands' types differ, before that ends the
   /// process.
   void locate_type_error(DataExpr* data) const;
-  Signal* bind(DataExpr* data, const std::string& prefix, Signal* clock);
-  Signal* bind_condition(DataExpr* data, const std::string& name);
-  void place_local(Signal* bound);
-  void place_like(Signal* bound, const Signal* clock);
   /// Enters the state if it does not exist yet.
   State* known_state(const std::string& name);
   State* new_state(const std::string& name);
@@ -212,19 +223,12 @@ class class_zu_parser {
   Extent extent_of(const Statement* statement) const;
   void measure(const Statement* statement);
   void enter_extent(const Statement* statement, const Extent& extent);
-  /// Counts copies of a statement against most_copies.
-  void count_copies(long count, long statements);
-  /// Makes a statement of the module that stands where the production does.
-  template <class T, class... Args>
-  T* build(const std::string& name, Args&&... args);
-  template <class T>
-  Statement* appended(T* list, Statement* right);
-
   SourceSpan span_;  ///< of the production under way
   std::vector<std::shared_ptr<void>> passing_;
   std::unordered_map<const void*, int> depths_;
   std::unordered_set<const void*> declared_;  ///< methods and constants of this file
   std::unordered_map<const Statement*, Extent> extents_;
+  std::unordered_map<std::string, int> counters_;
   long copies_left_ = 0;
 };
 

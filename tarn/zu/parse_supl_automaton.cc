@@ -1,26 +1,16 @@
-// Automata and Mealy machines.
+// The parts of automata and Mealy machines.
 
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/parse_supl.h"
-#include "tarn/zu/run.h"
+#include "tarn/zu/statements/run.h"
 
 namespace kiva {
 
 void class_zu_parser::begin_automaton() {
   TheCurrentStateTable() = make_kept<Automaton::StateTable>();
-}
-
-Statement* class_zu_parser::automaton(const GeometryPair* geometry,
-                                      const TransitionList& transitions) {
-  Automaton* statement = make_kept<Automaton>(
-      TheModule()->generateName("AUT", Module::AutomatonNumber()),
-      geometry == nullptr ? nullptr : std::make_unique<GeometryPair>(*geometry),
-      *TheCurrentStateTable(), transitions);
-  statement->setModule(TheModule());
-  statement->setSpan(span_);
-  return statement;
 }
 
 State* class_zu_parser::known_state(const std::string& name) {
@@ -79,15 +69,6 @@ void class_zu_parser::add_action(SignalActions& actions, const std::string& name
   Signal* bound = bind(data, name + "_Val", signal);
   place_local(bound);
   actions.push_back(bound);
-}
-
-Statement* class_zu_parser::mealy_machine(const EquationList& equations) {
-  MealyMachine* machine =
-      make_kept<MealyMachine>(TheModule()->generateName("MM", Module::MealyMachineNumber()));
-  machine->setModule(TheModule());
-  machine->setSpan(span_);
-  machine->setMachineTable(equations, TheModule());
-  return machine;
 }
 
 void class_zu_parser::declare_register(const std::string& name, int initial,

@@ -5,6 +5,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session.h"
 #include "tarn/zu/parse_supl.h"
 
 namespace kiva {
@@ -65,6 +66,18 @@ Signal* class_zu_parser::any_signal(const std::string& name) const {
 
 Signal* class_zu_parser::emitted(const std::string& name) const {
   return TheModule()->getOutputLocalSignal(name);
+}
+
+Signal* class_zu_parser::statement_signal(const std::string& name) const {
+  Signal* signal = emitted(name);
+  if (signal == nullptr) throw StatementSignalException(name);
+  return signal;
+}
+
+RenamingEntry* class_zu_parser::renaming(const std::string& actual, const std::string& formal) {
+  Signal* signal = TheModule()->getSignal(actual);
+  if (signal == nullptr) throw RunUnknownSignalException("undeclared", actual);
+  return made<RenamingEntry>(formal, signal);
 }
 
 Expression* class_zu_parser::signal(const std::string& name) {

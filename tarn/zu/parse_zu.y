@@ -4,10 +4,23 @@
 
 %{
 // The grammar of source text. The order of the productions is fixed: others know them by number.
-// An action hands what it has read to the reader object, which builds.
+// An action hands what it has read to the reader object, or to the statement that it makes.
 
 #include "tarn/model/expression.h"
 #include "tarn/zu/parse_supl.h"
+#include "tarn/zu/statements/abort.h"
+#include "tarn/zu/statements/emit.h"
+#include "tarn/zu/statements/halt.h"
+#include "tarn/zu/statements/loop.h"
+#include "tarn/zu/statements/nothing.h"
+#include "tarn/zu/statements/parallel.h"
+#include "tarn/zu/statements/pause.h"
+#include "tarn/zu/statements/present.h"
+#include "tarn/zu/statements/repeat.h"
+#include "tarn/zu/statements/run.h"
+#include "tarn/zu/statements/sequence.h"
+#include "tarn/zu/statements/sustain.h"
+#include "tarn/zu/statements/wait.h"
 
 using kiva::AndExpression;
 using kiva::BottomExpression;
@@ -275,7 +288,7 @@ module_body:
     instruction
   | automaton
   | mealy_machine
-  | %empty { $$ = reader.nothing(); }
+  | %empty { $$ = kiva::Nothing::read(reader); }
   ;
 
 instruction:
@@ -302,56 +315,56 @@ operator:
   | repeat
   ;
 
-parallel: instruction PARALLEL instruction { $$ = reader.parallel($1, $3); } ;
+parallel: instruction PARALLEL instruction { $$ = kiva::Pn::read(reader, $1, $3); } ;
 
-sequence: instruction SEQUENCE instruction { $$ = reader.sequence($1, $3); } ;
+sequence: instruction SEQUENCE instruction { $$ = kiva::Sn::read(reader, $1, $3); } ;
 
-pause: PAUSE { $$ = reader.pause(); } ;
+pause: PAUSE { $$ = kiva::Pause::read(reader); } ;
 
-nothing: NOTHING { $$ = reader.nothing(); } ;
+nothing: NOTHING { $$ = kiva::Nothing::read(reader); } ;
 
-halt: HALT { $$ = reader.halt(); } ;
+halt: HALT { $$ = kiva::Halt::read(reader); } ;
 
 present:
-    PRESENT quadrival_exp instruction ELSE instruction { $$ = reader.present($2, $3, $5); }
-  | PRESENT quadrival_exp instruction { $$ = reader.present($2, $3, nullptr); }
+    PRESENT quadrival_exp instruction ELSE instruction { $$ = kiva::Present::read(reader, $2, $3, $5); }
+  | PRESENT quadrival_exp instruction { $$ = kiva::Present::read(reader, $2, $3, nullptr); }
   ;
 
 if_inst:
-    IF data_exp instruction ELSE instruction { $$ = reader.present_if($2, $3, $5); }
-  | IF data_exp instruction { $$ = reader.present_if($2, $3, nullptr); }
+    IF data_exp instruction ELSE instruction { $$ = kiva::Present::read(reader, $2, $3, $5); }
+  | IF data_exp instruction { $$ = kiva::Present::read(reader, $2, $3, nullptr); }
   ;
 
-loop: LOOP '{' instruction '}' { $$ = reader.loop($3); } ;
+loop: LOOP '{' instruction '}' { $$ = kiva::Loop::read(reader, $3); } ;
 
-repeat: REPEAT INT '{' instruction '}' { $$ = reader.repeat($2, $4); } ;
+repeat: REPEAT INT '{' instruction '}' { $$ = kiva::read_repeat(reader, $2, $4); } ;
 
 wait:
-    WAIT quadrival_exp { $$ = reader.wait($2); }
-  | WAIT INT quadrival_exp { $$ = reader.wait($2, $3); }
+    WAIT quadrival_exp { $$ = kiva::Wait::read(reader, $2); }
+  | WAIT INT quadrival_exp { $$ = kiva::Wait::read(reader, $2, $3); }
   ;
 
 abort:
-    WEAK ABORT '{' instruction '}' WHEN quadrival_exp { $$ = reader.abort($4, $7); }
+    WEAK ABORT '{' instruction '}' WHEN quadrival_exp { $$ = kiva::Abort::read(reader, $4, $7); }
   ;
 
 strongabort:
-    STRONG ABORT '{' instruction '}' WHEN quadrival_exp { $$ = reader.strong_abort($4, $7); }
+    STRONG ABORT '{' instruction '}' WHEN quadrival_exp { $$ = kiva::StrongAbort::read(reader, $4, $7); }
   ;
 
-emit: EMIT signal_name { $$ = reader.emit(*$2, nullptr); } ;
+emit: EMIT signal_name { $$ = kiva::Emit::read(reader, *$2, nullptr); } ;
 
-noemit: NOEMIT signal_name { $$ = reader.noemit(*$2); } ;
+noemit: NOEMIT signal_name { $$ = kiva::NoEmit::read(reader, *$2); } ;
 
-emit: EMIT signal_name '(' data_exp ')' { $$ = reader.emit(*$2, $4); } ;
+emit: EMIT signal_name '(' data_exp ')' { $$ = kiva::Emit::read(reader, *$2, $4); } ;
 
 sustain_until:
-    SUSTAIN signal_name UNTIL quadrival_exp { $$ = reader.sustain(*$2, nullptr, $4); }
+    SUSTAIN signal_name UNTIL quadrival_exp { $$ = kiva::SustainUntil::read(reader, *$2, nullptr, $4); }
   | SUSTAIN signal_name '(' data_exp ')' UNTIL quadrival_exp
-      { $$ = reader.sustain(*$2, $4, $7); }
+      { $$ = kiva::SustainUntil::read(reader, *$2, $4, $7); }
   ;
 
-run: RUN ID opt_renaming { $$ = reader.run(*$2, $3); } ;
+run: RUN ID opt_renaming { $$ = kiva::Run::read(reader, *$2, $3); } ;
 
 opt_renaming:
     %empty { $$ = nullptr; }
@@ -367,7 +380,7 @@ renaming: signal_name BACKSLASH signal_name { $$ = reader.renaming(*$1, *$3); } 
 
 automaton:
     AUTOMATON { reader.begin_automaton(); } aut_geometry state_list transition_def
-      { $$ = reader.automaton($3, *$5); }
+      { $$ = kiva::Automaton::read(reader, $3, *$5); }
   ;
 
 aut_geometry: pair_geometry ;
@@ -491,7 +504,7 @@ valued_signal_list:
 signal_name: ident ;
 
 mealy_machine:
-    MEALY_MACHINE register_decl_list equation_decl_list { $$ = reader.mealy_machine(*$3); }
+    MEALY_MACHINE register_decl_list equation_decl_list { $$ = kiva::MealyMachine::read(reader, *$3); }
   ;
 
 register_decl_list:

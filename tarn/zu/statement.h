@@ -10,6 +10,7 @@
 
 namespace kiva {
 
+class Copying;
 class EquationTable;
 class Expression;
 class Module;
@@ -20,7 +21,9 @@ class Transition;
 /// A node of a module's body. It compiles to a small circuit with three wires: `set` (started in
 /// this instant), `reset` (killed in this instant) and `rtl` (ends in this instant).
 ///
-/// Statements, like all of the model, live as long as the process: they are made by make_kept.
+/// Each kind stands in a file of its own in tarn/zu/statements, with all that it is: how it is made
+/// of what a production has read, its circuit, its copy, its parts. Statements, like all of the
+/// model, are made by make_kept.
 class Statement {
  public:
   explicit Statement(const std::string& name) : name_(name) {}
@@ -28,12 +31,18 @@ class Statement {
   Statement& operator=(const Statement&) = delete;
   virtual ~Statement() = default;
 
-  // Compilation.
+  // What a kind of statement gives.
   /// Makes the wires and registers and writes the statement's own equations; the children have been
   /// compiled. StatementWireException for a child without wires.
   virtual void createEquations(Module* module, EquationTable* table) = 0;
-  /// Compiles the children, then this statement. Runs once.
-  virtual void compile(Module* module, EquationTable* table) = 0;
+  /// Compiles the children in order, each in the table, then this statement. Runs once.
+  virtual void compile(Module* module, EquationTable* table);
+  /// The statement could end and start again in one instant.
+  virtual bool reincarnate() { return true; }
+  /// The copy that `duplicate` asks for; statement_copy.h helps.
+  virtual Statement* copy(const Copying& copying) const = 0;
+  /// The statements right below, in the order of the source.
+  virtual std::vector<Statement*> children() const { return {}; }
 
   virtual bool isAutomaton() const { return false; }
   virtual bool isParallel() const { return false; }
@@ -41,12 +50,11 @@ class Statement {
   /// An automaton's transitions in file order and its states by name; else null.
   virtual const std::list<Transition*>* getTransitionList() const { return nullptr; }
   virtual const std::map<std::string, State*>* getStateTable() const { return nullptr; }
-  /// The statement could end and start again in one instant.
-  virtual bool reincarnate() { return true; }
+
   /// A deep copy, every name with "_bis" behind it. Expressions and signals are shared.
-  virtual Statement* duplicate(Module* module, EquationTable* table) = 0;
+  Statement* duplicate(Module* module, EquationTable* table);
   /// A deep copy, every name with the number behind it.
-  virtual Statement* duplicate(int number) = 0;
+  Statement* duplicate(int number);
 
   /// Makes the three wires as locals of the module: first in every createEquations.
   void createWires(Module* module, EquationTable* table);
@@ -67,8 +75,6 @@ class Statement {
   /// Where the statement stands in its source; a copy stands where its original does.
   const SourceSpan& getSpan() const { return span_; }
   void setSpan(const SourceSpan& span) { span_ = span; }
-  /// The statements right below, in the order of the source.
-  virtual std::vector<Statement*> children() const { return {}; }
 
  protected:
   Signal* set_wire = nullptr;

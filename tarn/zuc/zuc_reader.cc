@@ -48,9 +48,9 @@ ZucRead read_zuc_file(const std::string& file, const std::string& instance,
   return read;
 }
 
-Module* read_told_zuc_file(const std::string& file, const std::string& instance,
-                           const std::string& run_instance, const std::list<std::string>* inputs,
-                           const std::list<std::string>* outputs) {
+Module* read_zuc(const std::string& file, const std::string& instance,
+                 const std::string& run_instance, const std::list<std::string>* inputs,
+                 const std::list<std::string>* outputs) {
   const ZucRead read = read_zuc_file(file, instance, run_instance, inputs, outputs);
   if (!read.opened) {
     std::cerr << "File: " << file << " does not exist\n";
@@ -110,15 +110,22 @@ std::string listed_zuc_file(const std::string& module) {
   return find_module(module).file;
 }
 
-int reincarnate_of_listed(const std::string& module) {
+int listed_zuc_reincarnate(const std::string& module) {
   const Found found = find_module(module);
   return found.file.empty() ? -1 : flag_behind(found.line, found.after);
 }
 
-int reincarnate_in(const std::string& module, const std::string& file) {
+int zuc_reincarnate(const std::string& module, const std::string& file) {
   const std::string line = first_line(file);
   const size_t after = behind_name(line, module);
   return after == std::string::npos ? -1 : flag_behind(line, after);
+}
+
+Module* read_listed_zuc(const std::string& module, const std::list<std::string>* inputs,
+                        const std::list<std::string>* outputs) {
+  const std::string file = listed_zuc_file(module);
+  if (!std::ifstream(file)) return nullptr;
+  return read_zuc(file, "", "", inputs, outputs);
 }
 
 }  // namespace kiva

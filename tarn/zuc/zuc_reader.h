@@ -27,16 +27,20 @@ ZucRead read_zuc_file(const std::string& file, const std::string& instance,
                       const std::string& run_instance,
                       const std::list<std::string>* awaited_inputs = nullptr,
                       const std::list<std::string>* awaited_outputs = nullptr);
-/// The same; a failure is told on the error stream, and gives null.
-Module* read_told_zuc_file(const std::string& file, const std::string& instance,
-                           const std::string& run_instance, const std::list<std::string>* inputs,
-                           const std::list<std::string>* outputs);
+/// The same; null, with a message on the error stream, when that fails.
+Module* read_zuc(const std::string& file, const std::string& instance,
+                 const std::string& run_instance, const std::list<std::string>* awaited_inputs,
+                 const std::list<std::string>* awaited_outputs);
 
-// Modules that are sought by name: the first line of a compiled file holds it.
-/// The first such file of the session's CompilationFileList; "" when there is none.
+// Of the files of Module::CompilationFileList.
+/// The first whose first line (256 characters at most) holds the module's name; "" for none.
 std::string listed_zuc_file(const std::string& module);
-/// The `reincarnate` flag of that file, or of the given one; -1 when the name is not there.
-int reincarnate_of_listed(const std::string& module);
-int reincarnate_in(const std::string& module, const std::string& file);
+/// The `reincarnate` flag of that file; -1 for none.
+int listed_zuc_reincarnate(const std::string& module);
+/// The same of a file that stands in no list.
+int zuc_reincarnate(const std::string& module, const std::string& file);
+/// The module in that file; null for none.
+Module* read_listed_zuc(const std::string& module, const std::list<std::string>* awaited_inputs,
+                        const std::list<std::string>* awaited_outputs);
 
 }  // namespace kiva

@@ -4,6 +4,8 @@
 // it: the reader makes its variables in that order, so a number of the file is an index there. A
 // variable that no name brings has no number, and its equations are not written.
 
+#include "tarn/zuc/zuc_writer.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -45,85 +47,6 @@ void put_type(std::ostream& os, const SignalRef& ref) {
   if (ref.isValued()) os << " : " << ref.getType();
 }
 
-}  // namespace
-
-void Module::ZUC_put(std::ostream& os, int, int, int forget_locals) {
-  Bddexpressionwood* wood = getBddWood();
-  if (wood == nullptr) return;
-  wood->update_bdd_vars();
-  FileNumbers numbers(wood->Nb_bdd_vars());
-
-  os << "module: " << name << "  " << (reincarnate ? 1 : 0) << ' ' << (finalised != 0 ? 1 : 0)
-     << '\n';
-  const auto put_interface = [&](const char* keyword, const signal_list& list, bool typed) {
-    if (list.empty()) return;
-    os << keyword;
-    for (const Signal* signal : list) {
-      const SignalRef& ref = reference_of(this, signal);
-      os << ' ' << (typed ? signal->getOriginalName() : signal->getInternalName());
-      if (typed) put_type(os, ref);
-      numbers.enter(ref.getBddStatusId(wood), ref.getBddValueId(wood));
-    }
-    os << " ;\n";
-  };
-  put_interface("input:", input_signal_list, true);
-  put_interface("output:", output_signal_list, true);
-  put_interface("data_signal:", data_signal_list, false);
-
-  // Locals with all their occurrences, then the further occurrences of outputs.
-  bool any_local = false;
-  const auto put_occurrences = [&](const Signal* signal, bool skip_first) {
-    const std::list<long> ids = signal->getAllBddId(this, wood);
-    for (auto at = ids.begin(); at != ids.end();) {
-      const long status_id = *at++;
-      const long value_id = *at++;
-      if (std::exchange(skip_first, false)) continue;
-      if (!std::exchange(any_local, true)) os << "local:";
-      numbers.enter(status_id, value_id);
-      const SignalRef* ref = signal_manager->getSignalRefById(status_id, wood);
-      if (ref == nullptr)
-        end_with(signal->getInternalName() + " no signal reference ", Manner::message);
-      if (forget_locals != 0) {
-        os << "  V" << numbers[status_id];
-      } else {
-        os << ' ' << ref->getCurrentName();
-        put_type(os, *ref);
-      }
-    }
-  };
-  for (const Signal* local : local_signal_list) put_occurrences(local, false);
-  for (const Signal* output : output_signal_list) put_occurrences(output, true);
-  if (any_local) os << ";\n";
-
-  if (!register_list.empty()) {
-    os << "register:\n";
-    for (const regclass* reg : register_list) {
-      if (forget_locals != 0) {
-        os << " V" << numbers[reg->next_var()->getBddStatusId(this, wood)] << " V"
-           << numbers[reg->actual_var()->getBddStatusId(this, wood)] << ' '
-           << reg->is_initialy_true();
-      } else {
-        os << *reg;
-      }
-      os << ";\n";
-    }
-    os << '\n';
-  }
-
-  os << "connexion: " << set_wire->getName(this, wood) << ' ' << reset_wire->getName(this, wood)
-     << ' ' << rtl_wire->getName(this, wood) << ";\n\n";
-  for (const Signal* wire : {set_wire, reset_wire, rtl_wire})
-    numbers.enter(wire->getBddStatusId(this, wood), wire->getBddValueId(this, wood));
-
-  os << "equation_def:\n";
-  wood->Put_zuc(os, numbers.data(), Compilation::DebugFlag() ? 1 : 0);
-  os << "end:\n\n";
-  printBinding(os, numbers.data());
-  put_data_tables(os);
-}
-
-namespace {
-
 void put_constants(std::ostream& os, const DataConstantTable& table) {
   os << "constant:\n";
   for (const ConstantDecl* constant : table.getConstantList()) {
@@ -139,9 +62,7 @@ void put_constants(std::ostream& os, const DataConstantTable& table) {
   }
 }
 
-}  // namespace
-
-void Module::put_data_tables(std::ostream& os) {
+void put_data_tables(std::ostream& os) {
   const DataTypeTable* types = Compilation::GDataTypeTable();
   const DataMethodTable* methods = Compilation::GDataMethodTable();
   const DataConstantTable* constants = Compilation::GDataConstantTable();
@@ -161,10 +82,97 @@ void Module::put_data_tables(std::ostream& os) {
   os << "end:\n\n";
 }
 
-void Module::printBinding(std::ostream& os, long* map) {
-  if (data_table == nullptr) return;
-  Bddexpressionwood* wood = getBddWood();
-  // The constants are the process's, their lines this text's.
+/// Locals with all their occurrences, then the further occurrences of outputs.
+void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool forget_locals) {
+  Bddexpressionwood* wood = module->getBddWood();
+  bool any_local = false;
+  const auto put_occurrences = [&](const Signal* signal, bool skip_first) {
+    const std::list<long> ids = signal->getAllBddId(module, wood);
+    for (auto at = ids.begin(); at != ids.end();) {
+      const long status_id = *at++;
+      const long value_id = *at++;
+      if (std::exchange(skip_first, false)) continue;
+      if (!std::exchange(any_local, true)) os << "local:";
+      numbers.enter(status_id, value_id);
+      const SignalRef* ref = module->getSignalManager()->getSignalRefById(status_id, wood);
+      if (ref == nullptr)
+        end_with(signal->getInternalName() + " no signal reference ", Manner::message);
+      if (forget_locals) {
+        os << "  V" << numbers[status_id];
+      } else {
+        os << ' ' << ref->getCurrentName();
+        put_type(os, *ref);
+      }
+    }
+  };
+  for (const Signal* local : module->getLocalSignalList()) put_occurrences(local, false);
+  for (const Signal* output : module->getOutputSignalList()) put_occurrences(output, true);
+  if (any_local) os << ";\n";
+}
+
+void put_registers(Module* module, std::ostream& os, const FileNumbers& numbers,
+                   bool forget_locals) {
+  Bddexpressionwood* wood = module->getBddWood();
+  os << "register:\n";
+  for (const regclass* reg : module->getRegisterList()) {
+    if (forget_locals) {
+      os << " V" << numbers[reg->next_var()->getBddStatusId(module, wood)] << " V"
+         << numbers[reg->actual_var()->getBddStatusId(module, wood)] << ' '
+         << reg->is_initialy_true();
+    } else {
+      os << *reg;
+    }
+    os << ";\n";
+  }
+  os << '\n';
+}
+
+}  // namespace
+
+void write_zuc(Module* module, std::ostream& os, bool forget_locals) {
+  Bddexpressionwood* wood = module->getBddWood();
+  if (wood == nullptr) return;
+  wood->update_bdd_vars();
+  FileNumbers numbers(wood->Nb_bdd_vars());
+
+  os << "module: " << module->getName() << "  " << (module->getReincarnate() ? 1 : 0) << ' '
+     << (module->getFinalised() != 0 ? 1 : 0) << '\n';
+  const auto put_interface = [&](const char* keyword, const signal_list& list, bool typed) {
+    if (list.empty()) return;
+    os << keyword;
+    for (const Signal* signal : list) {
+      const SignalRef& ref = reference_of(module, signal);
+      os << ' ' << (typed ? signal->getOriginalName() : signal->getInternalName());
+      if (typed) put_type(os, ref);
+      numbers.enter(ref.getBddStatusId(wood), ref.getBddValueId(wood));
+    }
+    os << " ;\n";
+  };
+  put_interface("input:", module->getInputSignalList(), true);
+  put_interface("output:", module->getOutputSignalList(), true);
+  put_interface("data_signal:", module->getDataSignalList(), false);
+
+  put_locals(module, os, numbers, forget_locals);
+  if (!module->getRegisterList().empty()) put_registers(module, os, numbers, forget_locals);
+
+  os << "connexion: " << module->getSet()->getName(module, wood) << ' '
+     << module->getReset()->getName(module, wood) << ' ' << module->getRtl()->getName(module, wood)
+     << ";\n\n";
+  for (const Signal* wire : {module->getSet(), module->getReset(), module->getRtl()})
+    numbers.enter(wire->getBddStatusId(module, wood), wire->getBddValueId(module, wood));
+
+  os << "equation_def:\n";
+  wood->Put_zuc(os, numbers.data(), Compilation::DebugFlag() ? 1 : 0);
+  os << "end:\n\n";
+  write_zuc_bindings(module, os, numbers.data());
+  put_data_tables(os);
+}
+
+void write_zuc_bindings(Module* module, std::ostream& os,
+                        long* map) {  // house: one text, line after line
+  if (module->getDataTable() == nullptr) return;
+  Bddexpressionwood* wood = module->getBddWood();
+  // The constants are the process's, their lines module text's.
   if (Compilation::GDataConstantTable() != nullptr)
     for (ConstantDecl* constant : Compilation::GDataConstantTable()->getConstantList())
       constant->setEvalIndex(-1);
@@ -180,45 +188,46 @@ void Module::printBinding(std::ostream& os, long* map) {
       os << " clock: (" << map[clock_status_id] << ", " << map[clock_value_id] << ")";
     os << ";\n";
   };
-  for (const auto& [bound_name, binding] : *data_table) {
+  for (const auto& [bound_name, binding] : *module->getDataTable()) {
     const Signal* signal = binding->getSignal();
     const Signal* clock = binding->getClock();
     if (signal->isLocal() || signal->isWire() || signal->isOutput()) {
-      const std::list<long> ids = signal->getAllBddId(this, wood);
+      const std::list<long> ids = signal->getAllBddId(module, wood);
       for (auto at = ids.begin(); at != ids.end();) {
         const long status_id = *at++;
         const long value_id = *at++;
         put_line(status_id, value_id, binding->getValue()->duplicate(),
-                 clock == nullptr ? -1 : clock->getInitialBddStatusId(this, wood),
-                 clock == nullptr ? -1 : clock->getInitialBddValueId(this, wood));
+                 clock == nullptr ? -1 : clock->getInitialBddStatusId(module, wood),
+                 clock == nullptr ? -1 : clock->getInitialBddValueId(module, wood));
       }
     } else {
       // The lines of a file that has been read may be shared: each binding has its own.
       DataExpr* value = binding->getValue();
       if (value->hasIndex()) value = value->duplicate();
-      put_line(signal->getBddStatusId(this, wood), signal->getBddValueId(this, wood), value,
-               clock == nullptr ? -1 : clock->getBddStatusId(this, wood),
-               clock == nullptr ? -1 : clock->getBddValueId(this, wood));
+      put_line(signal->getBddStatusId(module, wood), signal->getBddValueId(module, wood), value,
+               clock == nullptr ? -1 : clock->getBddStatusId(module, wood),
+               clock == nullptr ? -1 : clock->getBddValueId(module, wood));
     }
   }
   os << "end:\n\nevaltable:\n";
   for (DataExpr* e : pending) {
     os << "   " << e->getIndex() << ": ";
-    e->ZUC_put(os, map, this, pending, next, true);
+    e->ZUC_put(os, map, module, pending, next, true);
     os << ";\n";
   }
   os << "end:\n\n";
 }
 
-void Module::save() {
-  if (compilation == nullptr) throw IllegalOperationException("Save code requires compilation");
-  std::string file = OutputFile();
+void save_zuc(Module* module) {
+  if (module->getCompilation() == nullptr)
+    throw IllegalOperationException("Save code requires compilation");
+  std::string file = Module::OutputFile();
   if (file.empty()) {
-    file = name + ".zuc";
+    file = module->getName() + ".zuc";
   } else if (file.find(".zuc") == std::string::npos) {
     file += ".zuc";
   }
-  const std::string path = OutputDir() + "/" + file;
+  const std::string path = Module::OutputDir() + "/" + file;
   if (std::filesystem::exists(path))
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
   std::ofstream out(path);
@@ -226,8 +235,7 @@ void Module::save() {
     report("Cannot open output file: " + path, Manner::message);
     return;
   }
-  ZUC_put(out, 2, Compilation::KeepWiresFlag() ? 0 : 1,
-          Compilation::ForgetLocalsNameFlag() ? 1 : 0);
+  write_zuc(module, out, Compilation::ForgetLocalsNameFlag());
   if (!out.flush()) report("Cannot write output file: " + path, Manner::message);
 }
 

@@ -7,9 +7,9 @@
 
 #include "engine/simulation.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
-#include "tarn/zu/rules.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/server/fake_server.h"
 #include "tests/support/process_end.h"

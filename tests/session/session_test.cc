@@ -13,8 +13,8 @@
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
-#include "tarn/zu/rules.h"
 #include "tests/support/process_end.h"
 #include "tests/support/setting.h"
 #include "tests/support/temp_dir.h"

@@ -4,12 +4,12 @@
 #include <sstream>
 
 #include "tarn/model/expression.h"
-#include "tarn/zu/emit.h"
-#include "tarn/zu/present.h"
-#include "tarn/zu/rules.h"
-#include "tarn/zu/run.h"
-#include "tarn/zu/sustain.h"
-#include "tarn/zu/wait.h"
+#include "tarn/model/rules.h"
+#include "tarn/zu/statements/emit.h"
+#include "tarn/zu/statements/present.h"
+#include "tarn/zu/statements/run.h"
+#include "tarn/zu/statements/sustain.h"
+#include "tarn/zu/statements/wait.h"
 #include "tests/zu/zu_fixture.h"
 
 namespace kiva::test {

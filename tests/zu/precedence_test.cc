@@ -1,6 +1,6 @@
 // Which tree a text makes.
 
-#include "tarn/zu/present.h"
+#include "tarn/zu/statements/present.h"
 #include "tests/zu/zu_fixture.h"
 
 namespace kiva::test {

@@ -5,7 +5,7 @@
 
 #include "tarn/model/expression.h"
 #include "tarn/zu/parse_supl.h"
-#include "tarn/zu/wait.h"
+#include "tarn/zu/statements/wait.h"
 #include "tests/zu/zu_fixture.h"
 
 namespace kiva::test {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "tarn/zu/rules.h"
+#include "tarn/model/rules.h"
 #include "tests/support/temp_dir.h"
 
 namespace kiva::test {

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <utility>
 
+#include "bdd/expression_parser.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
@@ -75,29 +76,11 @@ bdd Compiled::equation(const std::string& variable) const {
 }
 
 void expect_equation(const Compiled& compiled, const std::string& variable,
-                     const std::vector<std::string>& names,
-                     const std::function<bool(const std::vector<bool>&)>& expected) {
+                     const std::string& formula) {
   ASSERT_TRUE(compiled.ok()) << compiled.report();
-  bddpp_manager* manager = compiled.wood()->my_bdd_manager();
-  const bdd f = compiled.equation(variable);
-  std::vector<long> ids;
-  for (const std::string& name : names) {
-    ids.push_back(manager->Index_var_by_name(name));
-    ASSERT_GE(ids.back(), 0) << name;
-  }
-  // Everything else is unknown, so a result that depends on it is, too.
-  std::vector<int> literals(manager->Nb_bdd_vars(), 2);
-  std::vector<bool> values(names.size());
-  for (unsigned row = 0; row < 1u << names.size(); ++row) {
-    std::string shown;
-    for (size_t i = 0; i < names.size(); ++i) {
-      values[i] = (row >> i & 1) != 0;
-      literals[ids[i]] = values[i] ? 1 : 0;
-      shown += (values[i] ? " " : " ~") + names[i];
-    }
-    EXPECT_EQ(manager->Bdd_eval_for_literal(f, literals.data()), expected(values) ? 1 : 0)
-        << variable << " where" << shown;
-  }
+  class_exp_bdd_parser parser(compiled.wood()->my_bdd_manager());
+  ASSERT_EQ(parser.parse(formula), 0) << formula;
+  EXPECT_EQ(compiled.equation(variable), parser.bddexpression()) << variable << " = " << formula;
 }
 
 Instants::Instants(const Compiled& compiled) : module_(compiled.module()) {

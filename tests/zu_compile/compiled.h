@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "tarn/model/module.h"
-#include "tarn/zu/rules.h"
+#include "tarn/model/rules.h"
 
 namespace kiva::test {
 
@@ -43,11 +43,9 @@ class Compiled {
   std::string report_;
 };
 
-/// Checks an equation, for all values of the named variables, against a function of them; it must
-/// read no other variable. `expected` gets the values in the order of the names.
+/// Checks an equation against a formula over variables (bdd/expression_parser.h).
 void expect_equation(const Compiled& compiled, const std::string& variable,
-                     const std::vector<std::string>& names,
-                     const std::function<bool(const std::vector<bool>&)>& expected);
+                     const std::string& formula);
 
 /// One instant's inputs: those present, and the two wires.
 struct Stimulus {

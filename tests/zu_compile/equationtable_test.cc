@@ -7,9 +7,9 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
-#include "tarn/zu/rules.h"
 #include "tests/support/process_end.h"
 #include "tests/zu_compile/compiled.h"
 
@@ -176,7 +176,7 @@ TEST_F(Table, BranchesMeet) {
     EXPECT_EQ(function(table, "_s_o"), wood()->Bdd_or(variable("_s_x"), variable("_s_y")));
     EXPECT_EQ(function(table, "_v_o"), wood()->Bdd_or(variable("_v_x"), variable("_v_y")));
     EXPECT_EQ(rails(table, made_there->getInternalName()), "1?");
-    EXPECT_EQ(other->working_wood(), nullptr);
+    EXPECT_EQ(other->getBddexpressionWood(), nullptr);
   }
 }
 

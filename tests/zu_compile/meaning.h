@@ -1,19 +1,11 @@
 #pragma once
 
-#include <optional>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "tests/zu_compile/program.h"
 
 namespace kiva::test {
-
-/// Where a running statement stands. Which fields count depends on the statement.
-struct Running {
-  int at = 0;                                 ///< member, branch, state; times left of a wait
-  std::vector<std::optional<Running>> parts;  ///< empty: that part has ended
-};
 
 /// Runs a program by what its statements mean: each is started, runs from instant to instant, ends
 /// or is killed, and makes signals present. It knows no equations.
@@ -30,24 +22,17 @@ class Meaning {
   bool ended() const { return ended_; }
   bool runs() const { return state_.has_value(); }
 
- private:
-  using State = std::optional<Running>;  // empty: ended
-
-  State start(const Program& p);
-  State resume(const Program& p, const Running& state);
-  State go_on(const Program& p, int count, int from);
-  State start_automaton(const Program& p);
-  State resume_automaton(const Program& p, const Running& state);
-  /// The first in rank of a kind out of a state that is triggered; null if none is.
-  const Transition* triggered(const Program& p, int from, Transition::Kind kind) const;
-  State take(const Program& p, const Transition& transition);
-  State run_machine(const Program& p);
-  const Program& member(const Program& p, int number) const {
-    return p.kind == Program::Kind::repeat ? p.parts[0] : p.parts[number];
-  }
+  // For the kinds of statements.
+  State start(const Program& p) { return p.kind->start(*this, p); }
+  State resume(const Program& p, const Running& state) { return p.kind->resume(*this, p, state); }
   bool holds(const Program& p) const { return p.condition.holds(present_); }
-  void emit(const Program& p) { emitted_.insert(p.signal); }
+  void emit(const std::string& signal) { emitted_.insert(signal); }
+  /// A loop goes round for ever.
+  void never_ends() { endless_ = true; }
+  /// No initial transition took the start.
+  void refuse() { refused_ = true; }
 
+ private:
   const Program& program_;
   State state_;
   std::set<std::string> present_;  ///< what conditions see
@@ -55,7 +40,7 @@ class Meaning {
   std::set<std::string> registers_;  ///< of a Mealy machine: those that are one
   bool endless_ = false;
   bool ended_ = false;
-  bool refused_ = false;  ///< no initial transition took the start
+  bool refused_ = false;
 };
 
 }  // namespace kiva::test

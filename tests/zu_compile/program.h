@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <optional>
 #include <random>
 #include <set>
 #include <string>
@@ -21,6 +21,34 @@ struct Condition {
 
 struct AutomatonState;
 struct Transition;
+struct Program;
+class Meaning;
+
+/// Where a running statement stands. Which fields count depends on the statement.
+struct Running {
+  int at = 0;                                 ///< member, branch, state; times left of a wait
+  std::vector<std::optional<Running>> parts;  ///< empty: that part has ended
+};
+using State = std::optional<Running>;  // empty: ended
+
+/// What the tests know of one statement, apart from its equations.
+struct Kind {
+  const char* name;     ///< of its row in the statement table
+  int alone = 0;        ///< how often random programs draw it where no other fits inside,
+  int around = 0;       ///< and as what stands around others
+  size_t least = 1;     ///< parts that it cannot do without
+  bool writes = false;  ///< it has a signal
+  /// Chooses conditions and counts; gives the number of parts. None chooses nothing.
+  int (*draw)(Program& p, std::mt19937& random, int size) = nullptr;
+  std::string (*text)(const Program& p);
+  // Its instant of start, and a further one: what it leaves for the next.
+  State (*start)(Meaning& m, const Program& p);
+  State (*resume)(Meaning& m, const Program& p, const Running& state) = nullptr;
+};
+/// One for each statement that random programs hold (kinds.cc).
+const std::vector<const Kind*>& kinds();
+const Kind* kind(const std::string& name);
+extern const Kind automaton_kind, mealy_kind;  // machines.cc
 
 /// An equation of a Mealy machine.
 struct MealyEquation {
@@ -31,33 +59,16 @@ struct MealyEquation {
 /// A program as a tree of values, in the language's own constructs. An automaton or a Mealy machine
 /// stands alone.
 struct Program {
-  enum class Kind {
-    nothing,
-    halt,
-    pause,
-    emit,
-    sustain,
-    wait,
-    loop,
-    sequence,
-    parallel,
-    present,
-    weak_abort,
-    strong_abort,
-    repeat,
-    automaton,
-    mealy
-  };
-  Kind kind = Kind::nothing;
-  std::string signal;          ///< emit, sustain
-  Condition condition;         ///< sustain, wait, present, aborts
+  const Kind* kind = test::kind("nothing");
+  std::string signal;  ///< empty where its kind writes none
+  Condition condition;
   int count = 1;               ///< wait, repeat
   std::vector<Program> parts;  ///< `present` has one or two
   std::vector<AutomatonState> states;
   std::vector<Transition> transitions;
   std::vector<MealyEquation> equations;
 
-  std::string text() const;
+  std::string text() const { return kind->text(*this); }
   int size() const;
   /// All programs that are one step smaller.
   std::vector<Program> smaller() const;
@@ -91,6 +102,15 @@ struct MealyRegister {
   std::string next;
 };
 inline const std::vector<MealyRegister> mealy_registers{{"r", false, "nr"}, {"s", true, "ns"}};
+
+// Choices.
+int pick(std::mt19937& random, int below);
+template <class Member>
+const Member& pick(std::mt19937& random, const std::vector<Member>& names) {
+  return names[pick(random, static_cast<int>(names.size()))];
+}
+const std::string& written_signal(std::mt19937& random);
+Condition random_condition(std::mt19937& random, int depth);
 
 /// The text of module "main" with that body, and of the modules that its states run.
 std::string module_text(const Program& body);

@@ -24,8 +24,7 @@ void add_signals(const Condition& condition, Names& read) {
 }
 
 void add_signals(const Program& p, Names& read, Names& written) {
-  using Kind = Program::Kind;
-  if (p.kind == Kind::emit || p.kind == Kind::sustain) written.insert(p.signal);
+  if (!p.signal.empty()) written.insert(p.signal);
   add_signals(p.condition, read);
   for (const Program& part : p.parts) add_signals(part, read, written);
 }
@@ -85,7 +84,7 @@ class Cutter {
     };
     if (!root && random_() % 3 == 0 && clear(written) && clear(outer_outputs)) {
       Program mark;
-      mark.kind = Program::Kind::emit;
+      mark.kind = kind("emit");
       mark.signal = placeholder(runs.size());
       runs.emplace_back();
       const size_t place = runs.size() - 1;
@@ -94,7 +93,7 @@ class Cutter {
     }
     Program left = p;
     for (Program& part : left.parts)
-      part = cut(part, outer_outputs, repeated || p.kind == Program::Kind::repeat, false, runs);
+      part = cut(part, outer_outputs, repeated || p.kind == kind("repeat"), false, runs);
     return left;
   }
 

@@ -7,7 +7,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/signal.h"
 #include "tarn/session/session.h"
-#include "tarn/zu/run.h"
+#include "tarn/zu/statements/run.h"
 #include "tests/support/process_end.h"
 #include "tests/support/temp_dir.h"
 #include "tests/zu_compile/apart.h"
@@ -28,21 +28,23 @@ const char* const edge =
     "loop { wait i >> emit e >> wait not i }\nend\n";
 
 TEST(RunConnects, ByNameOrByRenaming) {
-  const std::string main = "module main: Input: x, i; Output: o, e; Local: L;\n";
-  // A rise of i, seen as e.
-  EXPECT_EQ(trace(edge + main + "run edge end", "e", ". i i . i"), "_1__1");
-  EXPECT_EQ(trace(edge + main + "run edge [x \\ i] end", "e", "x x i x"), "_1_1");
-  EXPECT_EQ(trace(edge + main + "run edge [x \\ i, o \\ e] end", "o", ". x x . x"), "_1__1");
-  // A local on either side.
-  EXPECT_EQ(
-      trace(edge + main + "run edge [L \\ e] || run edge [L \\ i, o \\ e] end", "o", ". i . . i"),
-      "_1__1");
-  // A formal name that is a local of the caller.
-  EXPECT_EQ(trace("module m: Input: L; Output: M; loop { present L emit M >> pause } end\n"
-                  "module main: Input: x; Output: o; Local: L, M;\n"
-                  "loop { present x emit L >> present M emit o >> pause } || run m end",
-                  "o", "x . x"),
-            "1_1");
+  const std::string main =
+      edge + std::string("module main: Input: x, i; Output: o, e; Local: L;\n");
+  const struct {
+    std::string text;
+    const char *signal, *stimuli, *states;
+  } cases[] = {
+      {main + "run edge end", "e", ". i i . i", "_1__1"},
+      {main + "run edge [x \\ i] end", "e", "x x i x", "_1_1"},
+      {main + "run edge [x \\ i, o \\ e] end", "o", ". x x . x", "_1__1"},
+      // A local on either side.
+      {main + "run edge [L \\ e] || run edge [L \\ i, o \\ e] end", "o", ". i . . i", "_1__1"},
+      // A formal name that is a local of the caller.
+      {"module m: Input: L; Output: M; loop { present L emit M >> pause } end\n"
+       "module main: Input: x; Output: o; Local: L, M;\n"
+       "loop { present x emit L >> present M emit o >> pause } || run m end",
+       "o", "x . x", "1_1"}};
+  for (const auto& c : cases) EXPECT_EQ(trace(c.text, c.signal, c.stimuli), c.states) << c.text;
 }
 
 TEST(RunConnects, EachInstanceUnderItsOwnSuffix) {
@@ -88,6 +90,7 @@ TEST(RunConnects, AwaitsTheNamesOfTheCallerAndTheFormalOnes) {
 
 TEST(RunRefuses, WhatDoesNotConnect) {
   const std::string main = "module main: Input: x, i; Output: o, e; Local: L;\n";
+  const std::string ring = "module a: run b end module b: pause >> run c end module c: run a end\n";
   const struct {
     std::string text;
     const char* report;
@@ -118,18 +121,15 @@ TEST(RunRefuses, WhatDoesNotConnect) {
       {"data: Type: int; end data module m: Output: f : int; emit f end\n"
        "module main: Output: f : int; run m end",
        "***error:run:no signal binding for:f  in called module"},
+      {"module main: run main end", "runs itself:  main > main"},
+      {"module main: loop { run main } end", "runs itself:  main > main"},
+      {ring + "module main: run a end", "runs itself:  a > b > c > a"},
+      {ring + "module main: loop { run b || pause } end", "runs itself:  b > c > a > b"},
   };
   for (const auto& c : cases) EXPECT_THAT(report(c.text), HasSubstr(c.report)) << c.text;
 }
 
-TEST(RunRefuses, ModulesThatRunThemselves) {
-  EXPECT_THAT(report("module main: run main end"), HasSubstr("runs itself:  main > main"));
-  EXPECT_THAT(report("module main: loop { run main } end"), HasSubstr("runs itself:  main > main"));
-  const char* ring = "module a: run b end module b: pause >> run c end module c: run a end\n";
-  EXPECT_THAT(report(ring + std::string("module main: run a end")),
-              HasSubstr("runs itself:  a > b > c > a"));
-  EXPECT_THAT(report(ring + std::string("module main: loop { run b || pause } end")),
-              HasSubstr("runs itself:  b > c > a > b"));
+TEST(RunRefuses, ModulesNestedTooDeeply) {
   // As deep as a file can make it: a result, or a message.
   std::string chain = "module m0: Output: o; emit o end\n";
   for (int i = 1; i <= 8'000; ++i)
@@ -158,50 +158,22 @@ TEST(RunRefuses, AFinalisedModule) {
   EXPECT_FALSE(outcome.ended);
 }
 
-struct Case {
-  const char* body;
-  const char* signal;
-  const char* stimuli;
-  const char* states;
-};
-
-TEST(RunTraces, TakeTheirPlaceAmongStatements) {
-  const std::string modules =
-      "module two: Output: o; emit o >> pause >> emit o end\n"
-      "module never: Output: o; pause end\n"
-      "module mute: Output: o; halt end\n"
-      "module hold: Input: x; Output: o; sustain o until x end\n"
-      "module gone: Input: x; Output: o; present x emit o end\n"
-      "module outer: Input: x; Output: o, p; { run two || run hold [p \\ o] } >> run two end\n";
-  const Case cases[] = {
-      {"run two >> emit p", "o", ". . .", "11_"},
-      {"run two >> emit p", "p", ". . .", "_1_"},
-      {"run two >> run two", "o", ". . . .", "111_"},
-      {"pause >> run two", "o", ". . . .", "_11_"},
-      // An output that its module never emits leaves the caller's alone.
-      {"run never >> emit o", "o", ". . .", "_1_"},
-      {"emit o || run mute", "o", ". .", "1_"},
-      {"run mute", "o", ". .", "00"},
-      {"run hold >> emit p", "o", ". . x .", "11__"},
-      {"run hold >> emit p", "p", ". . x .", "__1_"},
-      {"run two || run hold", "o", ". . . x .", "111__"},
-      // Preempted from outside.
-      {"weak abort { run two >> run two } when y >> emit p", "o", ". y . .", "11__"},
-      {"strong abort { run two >> run two } when y >> emit p", "o", ". y . .", "1___"},
-      {"strong abort { run two >> run two } when y >> emit p", "p", ". y . .", "_1__"},
-      {"sustain o until FF || strong abort { run two } when y", "o", ". y .", "111"},
-      {"present x run two else run hold [p \\ o]", "o", "x .", "11"},
-      {"run two", "o", "!reset . .", "1__"},
-      // Runs in runs.
-      {"run outer", "o", ". . x . .", "1111_"},
-      {"run outer", "p", ". . x . .", "11___"},
-      {"run outer || run outer", "p", ". . x . .", "11___"},
-  };
-  for (const Case& c : cases)
-    EXPECT_EQ(trace(modules + "module main: Input: x, y; Output: o, p; " + c.body + " end",
-                    c.signal, c.stimuli),
-              c.states)
-        << c.signal << " of " << c.body;
+/// Random programs cut into modules show the rest.
+TEST(RunTraces, WhatACalledModuleNeverEmitsIsLeftAlone) {
+  const std::string text =
+      "module never: Output: o; pause end module mute: Output: o; halt end\n"
+      "module m: Output: o; emit o end module main: Output: o; ";
+  const Rules sound = Rules::sound(), classic = Rules::classic();
+  const struct {
+    const char *body, *states;
+    Rules rules;
+  } cases[] = {{"run never >> emit o", "_1_", sound},
+               {"emit o || run mute", "1__", sound},
+               {"run mute", "000", sound},
+               {"emit o || run m", "1__", classic},
+               {"emit o >> run never", "000", classic}};
+  for (const auto& c : cases)
+    EXPECT_EQ(trace(text + c.body + " end", "o", ". . .", c.rules), c.states) << c.body;
 }
 
 TEST(RunTraces, InLoopsAreCopiedWhereTheyCanEndAtOnce) {
@@ -225,11 +197,6 @@ TEST(RunTraces, InLoopsAreCopiedWhereTheyCanEndAtOnce) {
   const auto traced = [&](const char* body, const char* stimuli) {
     return trace(modules + "module main: Input: x, y; Output: o; " + body + " end", "o", stimuli);
   };
-  EXPECT_EQ(traced("loop { run step }", ". . ."), "111");
-  EXPECT_EQ(traced("loop { run skip >> pause }", "x . x"), "1_1");
-  EXPECT_EQ(traced("loop { weak abort { pause >> run step >> halt } when y >> run skip }",
-                   ". . y . . x+y . . y"),
-            "_1_1_11__");
   // The copies of a loop's body keep the renaming, those of `repeat` do not.
   EXPECT_EQ(traced("loop { weak abort { run step [y \\ x] >> halt } when x >> run skip [y \\ x] }",
                    ". x x+y ."),
@@ -238,14 +205,6 @@ TEST(RunTraces, InLoopsAreCopiedWhereTheyCanEndAtOnce) {
                   "module main: Input: x, y; Output: o; repeat 2 { run m [y \\ x] } end",
                   "o", "y x"),
             "_1");
-}
-
-TEST(RunTraces, ClassicRunsReplace) {
-  const std::string text =
-      "module m: Output: o; emit o end module n: Output: o; pause end\n"
-      "module main: Output: o; ";
-  EXPECT_EQ(trace(text + "emit o || run m end", "o", ". .", Rules::classic()), "1_");
-  EXPECT_EQ(trace(text + "emit o >> run n end", "o", ". .", Rules::classic()), "00");
 }
 
 TEST(RunOfFiles, GoesByTheListThenTheDeclarationThenTheSource) {

@@ -1,0 +1,311 @@
+// Whole tables: a table is copied for each branch of a statement, and the copies are merged again.
+//
+// The copies share the manager, so a variable has one index in all of them and equal functions are
+// equal handles; merging still goes by names, and serves tables with managers of their own.
+//
+// Invariants:
+//  2. An equation that moves from one table to another keeps its variable: the two woods have one
+//     manager.
+//  3. After a merge every variable with an equation there has one here.
+//  4. After a merge a signal's current occurrence here is the latest of the two tables.
+//  5. A branch knows no signals but those that it took over and those that came since it began, so
+//     that with these a wood is forgotten by all.
+//  6. Nothing waits to be put in place in a table whose wood is copied or goes, but in a
+//     branch that an exception has left.
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "base/check.h"
+#include "tarn/model/compilation.h"
+#include "tarn/model/equationtable.h"
+#include "tarn/model/function_change.h"
+#include "tarn/model/module.h"
+#include "tarn/model/rules.h"
+#include "tarn/model/sexception.h"
+#include "tarn/session/diagnostic.h"
+
+namespace kiva {
+
+namespace {
+
+/// f in the manager of `to`, by name.
+bdd carried(Bddexpressionwood* to, Bddexpressionwood* from, const bdd& f) {
+  if (to->my_bdd_manager() == from->my_bdd_manager()) return f;
+  const bdd copy = Bdd_isomorphe_by_name(to->my_bdd_manager(), from->my_bdd_manager(), f);
+  to->update_bdd_vars();
+  return copy;
+}
+
+index_set carried(Bddexpressionwood* to, Bddexpressionwood* from, const index_set& ids) {
+  if (to->my_bdd_manager() == from->my_bdd_manager()) return ids;
+  std::vector<long> found;
+  for (long id : ids) found.push_back(to->Index_new_var_last(from->Name_var_by_index(id)));
+  return index_set::from_unsorted(std::move(found));
+}
+
+std::array<const signal_list*, 4> lists_of(const Module* module) {
+  return {&module->getInputSignalList(), &module->getOutputSignalList(),
+          &module->getLocalSignalList(), &module->getDataSignalList()};
+}
+
+template <class See>
+void for_each_signal(Module* module, See see) {
+  for (const signal_list* list : lists_of(module))
+    for (Signal* signal : *list) see(signal);
+}
+
+/// Has a signal of the module an occurrence in the wood?
+[[maybe_unused]] bool is_known(const Module* module, Bddexpressionwood* wood) {
+  for (const signal_list* list : lists_of(module))
+    for (const Signal* signal : *list)
+      if (signal->hasOccurrence(wood)) return true;
+  return false;
+}
+
+/// The current occurrence in the wood; -1 when the wood does not know the signal.
+int occurrence_in(const Signal* signal, Bddexpressionwood* wood) {
+  return signal->hasOccurrence(wood) ? signal->getCurrentOccurrence(wood) : -1;
+}
+
+}  // namespace
+
+void EquationTable::begin_branch(const Module* module) {
+  const auto lists = lists_of(module);
+  for (size_t i = 0; i < lists.size(); ++i) lists_at_begin_[i] = lists[i]->size();
+}
+
+/// Calls `see` for all signals that can have an occurrence in this table's wood.
+template <class See>
+void EquationTable::for_each_known_signal(Module* module, See see) {
+  for (Signal* signal : carried_) see(signal);
+  const auto lists = lists_of(module);
+  for (size_t i = 0; i < lists.size(); ++i)
+    for (size_t at = lists_at_begin_[i]; at < lists[i]->size(); ++at) see((*lists[i])[at]);
+}
+
+/// The signal's current occurrence here becomes the given one, unless it has a later one.
+void EquationTable::learn_occurrence(Signal* signal, int occurrence) {
+  if (occurrence > occurrence_in(signal, bdd_expression_wood))
+    signal->extendCurrentOccurrenceTable(bdd_expression_wood, occurrence);
+}
+
+void EquationTable::add(Bddexpression* e, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  Bddexpressionwood* from = e->my_wood();
+  const bdd variable = carried(wood, from, e->my_bdd_var());
+  wood->update_bdd_vars();
+  const long id = wood->Index_var_by_bdd(variable);
+  const std::unique_ptr<Bddexpression> replaced(equation_at(id));
+  Bddexpression* copy;
+  if (e->getAbstraction() != 0) {
+    copy = new Bddexpression(id, wood, carried(wood, from, e->set_of_var_dependances()),
+                             e->getExpDef(), e->getEarlyDate(), e->getLateDate());
+    copy->setName(e->my_name());
+    copy->setUserType(e->getUserType());
+  } else {
+    copy = new Bddexpression(e->my_name(), wood, variable, carried(wood, from, e->my_bdd_exp()),
+                             e->getEarlyDate(), e->getLateDate(), e->getUserType());
+  }
+
+  const std::string name = Compilation::bddNameToSignalName(copy->my_bddname());
+  SignalRef* ref = module->getSignalManager()->getSignalRefByName(name);
+  if (ref == nullptr) throw IllegalOperationException("EquationTable::add: no Signal ref", name);
+  if (!ref->isDefinedWood(wood)) {
+    const long status_id = SignalRef::computeId("_s_" + name, wood);
+    const long value_id = SignalRef::computeId("_v_" + name, wood);
+    module->getSignalManager()->extendSignalRef(status_id, value_id, ref, wood);
+  }
+  if (Signal* signal = module->getSignalFromInternalName(ref->getInternalName()))
+    learn_occurrence(signal, ref->getCurrentOccurrence());
+}
+
+void EquationTable::unify(EquationTable* other, Module* module) {
+  unify_later(other, module);
+  settle();
+}
+
+void EquationTable::unify_later(EquationTable* other, Module* module) {
+  other->settle();
+  KIVA_CHECK(6, other->pending_.empty());
+  Bddexpressionwood* wood = bdd_expression_wood;
+  Bddexpressionwood* from = other->bdd_expression_wood;
+  wood->update_bdd_vars();
+  from->update_bdd_vars();
+  SignalManager* manager = module->getSignalManager();
+  const index_set equations = from->Set_of_exp();
+  for (long id : equations) {
+    unify_equation(from->exp_by_index(id), id, from, module);
+    KIVA_CHECK(3, wood->exp_by_name(from->Name_var_by_index(id)) != nullptr);
+  }
+  // Signals without an equation there are known all the same.
+  for (SignalRef* ref : manager->definedIn(from)) {
+    if (ref->isDefinedWood(wood)) continue;
+    if (module->getSignalFromInternalName(ref->getInternalName()) == nullptr) continue;
+    const long status_id = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
+    const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
+    manager->extendSignalRef(status_id, value_id, ref, wood);
+  }
+  // The table had each signal at its latest occurrence.
+  other->for_each_known_signal(module, [&](Signal* signal) {
+    if (signal->hasOccurrence(from)) learn_occurrence(signal, signal->getCurrentOccurrence(from));
+    KIVA_CHECK(4, occurrence_in(signal, wood) >= occurrence_in(signal, from));
+  });
+  other->discard(module);
+}
+
+/// What `add` does, for a wood over the same manager that is about to go.
+void EquationTable::move_equation(long id, Bddexpressionwood* from, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  SignalRef* ref = module->getSignalManager()->getSignalRefById(id, from);
+  if (ref == nullptr)
+    throw IllegalOperationException("EquationTable::add: no Signal ref",
+                                    Compilation::bddNameToSignalName(from->Name_var_by_index(id)));
+  KIVA_CHECK(2, wood->my_bdd_manager() == from->my_bdd_manager());
+  Bddexpression* moved = std::exchange(from->Exp_table()[id], nullptr);
+  moved->setBddexpressionwood(wood);
+  moved->setLateDate(from->getLateDate(id));
+  if (moved->getAbstraction() != 0) {
+    wood->learn_abstract_expression(moved, nullptr);
+  } else {
+    wood->learn_expression(moved);
+  }
+  if (!ref->isDefinedWood(wood))
+    module->getSignalManager()->extendSignalRef(ref->getBddStatusId(from), ref->getBddValueId(from),
+                                                ref, wood);
+}
+
+void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
+                                   Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  const bool shared = wood->my_bdd_manager() == from->my_bdd_manager();
+  const long id = shared ? their_id : wood->Index_var_by_name(from->Name_var_by_index(their_id));
+  Bddexpression* ours = id < 0 ? nullptr : wood->exp_by_index(id);
+  if (ours == nullptr && shared) {
+    move_equation(their_id, from, module);
+    return;
+  }
+  if (theirs->getAbstraction() != 0 || ours == nullptr) {
+    add(theirs, module);
+    return;
+  }
+  const bdd function = carried(wood, from, theirs->my_bdd_exp());
+  if (function == ours->my_bdd_exp()) return;
+  const SignalRef* ref = module->getSignalManager()->getSignalRefById(id, wood);
+  const Signal* signal =
+      ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
+  const bool whole_value = Compilation::rules().values && signal != nullptr &&
+                           ref->getCurrentOccurrence() == 0 && id == ref->getBddValueId(wood) &&
+                           std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
+  join_later(id, whole_value, function);
+}
+
+void EquationTable::pre(Module* module) {
+  pre_later(module);
+  settle();
+}
+
+void EquationTable::pre_later(Module* module) {
+  for (Signal* output : module->getOutputSignalList())
+    if (output->hasOccurrence(bdd_expression_wood)) start_occurrence(output, module);
+  for (Signal* local : module->getLocalSignalList())
+    if (!local->isWire() && !local->isValue() && !local->isInstance() &&
+        local->hasOccurrence(bdd_expression_wood))
+      start_occurrence(local, module);
+}
+
+/// The whole signal takes the new occurrence in: its status is the or of all statuses, its value
+/// the and of all values.
+void EquationTable::start_occurrence(Signal* signal, Module* module) {
+  Bddexpressionwood* wood = bdd_expression_wood;
+  signal->newOccurrence(wood, module);
+  createBottomEquation(signal, module);
+  const long status_id = signal->getInitialBddStatusId(module, wood);
+  const long value_id = signal->getInitialBddValueId(module, wood);
+  const bool no_status = wood->exp_by_index(status_id) == nullptr;
+  if (no_status || wood->exp_by_index(value_id) == nullptr) {
+    end_with(std::string("undefined equation for ") + (no_status ? "status" : "value") +
+             " of :" + signal->getInternalName());
+  }
+  join_later(status_id, false, wood->Bdd_var_by_index(signal->getBddStatusId(module, wood)));
+  join_later(value_id, true, wood->Bdd_var_by_index(signal->getBddValueId(module, wood)));
+}
+
+EquationTable* EquationTable::over(Bddexpressionwood* copy) {
+  auto* table = new EquationTable(module_name, copy);
+  table->own_wood();
+  if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
+  table->sources_ = sources_;
+  return table;
+}
+
+EquationTable* EquationTable::duplicate(Module* module) {
+  settle();
+  Bddexpressionwood* wood = bdd_expression_wood;
+  for_each_signal(module, [](Signal* signal) {
+    if (signal->getOccurrenceTable() == nullptr)
+      throw IllegalOperationException("EquationTable::duplicate: no occurrence table for signal",
+                                      signal->getInternalName());
+  });
+  // The copy of a wood shares the manager of one that shares its own.
+  const int common = wood->get_common_bdd_manager();
+  wood->set_common_bdd_manager(1);
+  auto* copy = new Bddexpressionwood(wood);
+  wood->set_common_bdd_manager(common);
+  EquationTable* table = over(copy);
+  module->getSignalManager()->duplicate(wood, copy);
+  for_each_signal(module, [&](Signal* signal) {
+    if (signal->hasOccurrence(wood))
+      signal->extendCurrentOccurrenceTable(copy, signal->getCurrentOccurrence(wood));
+  });
+  return table;
+}
+
+EquationTable* EquationTable::branch(Module* module) {
+  settle();
+  Bddexpressionwood* wood = bdd_expression_wood;
+  auto* copy = new Bddexpressionwood(wood->my_bdd_manager());
+  copy->update_nb_level(wood->Nb_level());
+  EquationTable* table = over(copy);
+  SignalManager* manager = module->getSignalManager();
+  const auto carry = [&](Signal* signal, bool with_equations) {
+    if (!signal->hasOccurrence(wood)) return;
+    const int current = signal->getCurrentOccurrence(wood);
+    signal->extendCurrentOccurrenceTable(copy, current);
+    table->carried_.push_back(signal);
+    for (int occurrence = 0; occurrence <= current; ++occurrence) {
+      SignalRef* ref = manager->getSignalRefByOccurrence(signal, occurrence);
+      if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
+      const long status_id = ref->getBddStatusId(wood);
+      const long value_id = ref->getBddValueId(wood);
+      manager->extendSignalRef(status_id, value_id, ref, copy);
+      if (!with_equations) continue;
+      for (long id : {status_id, value_id})
+        if (const Bddexpression* equation = wood->exp_by_index(id)) {
+          auto* copied = new Bddexpression(copy, *equation);
+          if (equation->getAbstraction() != 0) {
+            copy->learn_abstract_expression(copied, nullptr);
+          } else {
+            copy->learn_expression(copied);
+          }
+        }
+    }
+  };
+  for (Signal* input : module->getInputSignalList()) carry(input, false);
+  for (Signal* data : module->getDataSignalList()) carry(data, false);
+  for (Signal* output : module->getOutputSignalList()) carry(output, true);
+  for (Signal* local : module->getLocalSignalList())
+    if (!local->isWire() && !local->isInstance()) carry(local, true);
+  return table;
+}
+
+void EquationTable::discard(Module* module) {
+  for_each_known_signal(module,
+                        [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
+  KIVA_CHECK(5, !is_known(module, bdd_expression_wood));
+  module->getSignalManager()->deleteWood(bdd_expression_wood);
+  lose_wood();
+}
+
+}  // namespace kiva

@@ -1,0 +1,60 @@
+#include "tarn/zu/statements/mealy.h"
+
+#include "tarn/model/compilation.h"
+#include "tarn/model/function_change.h"
+#include "tarn/model/rules.h"
+#include "tarn/model/sexception.h"
+#include "tarn/zu/circuit.h"
+#include "tarn/zu/parse_supl.h"
+
+namespace kiva {
+
+Statement* MealyMachine::read(class_zu_parser& reader, const std::list<Equation*>& equations) {
+  auto* machine = reader.build<MealyMachine>(reader.next_name("MM", Module::MealyMachineNumber()));
+  machine->setMachineTable(equations, machine->getModule());
+  return machine;
+}
+
+void MealyMachine::setMachineTable(const std::list<Equation*>& equations, Module*) {
+  for (Equation* equation : equations) table_[equation->signal->getInternalName()] = equation;
+}
+
+void MealyMachine::createEquations(Module* module, EquationTable* table) {
+  Circuit c(*this, module, table);
+  register_ = c.make_register("", "ACTIF", false);
+  c.assign(register_.ACTIFPLUS, And(Or(c.set(), register_.ACTIF), Not(c.reset())));
+  for (const auto& [name, equation] : table_)
+    createTarnEquation(equation, register_.ACTIF, c.set(), module, table);
+  table->createBottomEquation(c.rtl(), module);
+}
+
+void MealyMachine::createTarnEquation(Equation* equation, Signal* actif, Signal* set,
+                                      Module* module, EquationTable* table) {
+  Expression* runs = Or(actif, set);
+  Expression* e = Compilation::rules().mealy ? Then(runs, equation->expression)
+                                             : And(equation->expression, runs);
+  Bddexpressionwood* wood = table->getBddexpressionWood();
+  table->settle();
+  wood->update_bdd_vars();
+  const auto equation_of = [&](long id) {
+    if (id < 0 || id >= wood->Nb_bdd_vars())
+      throw IllegalOperationException("EquationTable::id out of bounds");
+    return wood->exp_by_index(id);
+  };
+  Bddexpression* status = equation_of(equation->signal->getBddStatusId(module, wood));
+  Bddexpression* value = equation_of(equation->signal->getBddValueId(module, wood));
+  if (status == nullptr || value == nullptr) {
+    table->createEquation(equation->signal, e, module);
+    return;
+  }
+  int loop = -1;
+  bddpp_manager* manager = wood->my_bdd_manager();
+  set_function(*status, manager->Bdd_follow_assoc(e->getBddStatus(module, wood), &loop));
+  set_function(*value, manager->Bdd_follow_assoc(e->getBddValue(module, wood), &loop));
+}
+
+Statement* MealyMachine::copy(const Copying&) const {
+  throw IllegalOperationException("MealyMachine::duplicate", getName());
+}
+
+}  // namespace kiva

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "tarn/zu/statement.h"
+
+namespace kiva {
+
+class class_zu_parser;
+
+/// One equation of a Mealy machine.
+struct Equation {
+  Signal* signal = nullptr;
+  Expression* expression = nullptr;
+  SourceSpan span;
+};
+
+/// Equations that hold in every instant from the start until a reset, as the whole body of a
+/// module.
+class MealyMachine : public Statement {
+ public:
+  using Statement::Statement;
+  static Statement* read(class_zu_parser& reader, const std::list<Equation*>& equations);
+
+  /// Enters each equation under its signal's name; a later one replaces an earlier one.
+  void setMachineTable(const std::list<Equation*>& equations, Module* module);
+  const std::map<std::string, Equation*>& getMachineTable() const { return table_; }
+  const RegisterPair& getRegister() const { return register_; }
+
+  void createEquations(Module* module, EquationTable* table) override;
+  void createTarnEquation(Equation* equation, Signal* actif, Signal* set, Module* module,
+                          EquationTable* table);
+  bool reincarnate() override { return false; }
+  /// A machine stands only as a whole body, which nothing copies: IllegalOperationException.
+  Statement* copy(const Copying& copying) const override;
+
+ private:
+  std::map<std::string, Equation*> table_;
+  RegisterPair register_;
+};
+
+}  // namespace kiva
