@@ -140,12 +140,12 @@ TEST_F(ZucReading, EndsOrStopsAtBindingsThatCannotBe) {
   const auto with = [&](const std::string& bindings, const std::string& evaluations) {
     return with_equations(one_and_i, "1 0 4:1,1,(0 )\n", data_of(bindings, evaluations));
   };
-  read(with("(70,71): value: 0;\n", "0: %%14(0,1);\n"));
+  (void)read(with("(70,71): value: 0;\n", "0: %%14(0,1);\n"));
   EXPECT_EQ(outcome.exit_status, 1);
   EXPECT_EQ(outcome.err, "unknown data signal:70\n");
-  read(with("(10,11): value: 0;\n", "0: %%14(0,1);\n"));  // a wire is in no list
+  (void)read(with("(10,11): value: 0;\n", "0: %%14(0,1);\n"));  // a wire is in no list
   EXPECT_EQ(outcome.err, "unknown data signal:S\n");
-  read(with("(4,5): value: 0;\n", "0: %%14(70,71);\n"));
+  (void)read(with("(4,5): value: 0;\n", "0: %%14(70,71);\n"));
   EXPECT_TRUE(outcome.ended);
   EXPECT_EQ(outcome.err, "binding_declaration_parse::dataexpr: signal not found\n");
 
