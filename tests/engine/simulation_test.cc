@@ -82,7 +82,7 @@ TEST_F(Engine, InitialiseRunsTheEquationsOverUnknownInputs) {
   simulation.choose_input(0, one);
   simulation.step(nullptr);
   const Outcome outcome = run_captured([&] { simulation.initialise(); });
-  EXPECT_EQ(outcome.out, "i'm in bdds_evaluate()\n");
+  EXPECT_EQ(outcome.out, "");
   const SimulationState& state = simulation.state();
   EXPECT_EQ(state.shown_outputs, (std::vector{unknown, unknown, unknown}));
   EXPECT_EQ(state.shown_registers, (std::vector{one}));

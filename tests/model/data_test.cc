@@ -46,11 +46,11 @@ std::string printed(const auto& table, bool numbered) {
 /// A module with an input i of type int, a local w of type real, a pure output p; constants limit
 /// (int, external, index 0) and sum (int, an expression, no index); a method real scale(int).
 class Data : public testing::Test {
+  Session session_;
+  Session::Use use_{session_};
+
  protected:
   Data() {
-    Compilation::GDataTypeTable() = nullptr;
-    Compilation::GDataMethodTable() = nullptr;
-    Compilation::GDataConstantTable() = nullptr;
     limit = make_kept<ConstantDecl>("int", "limit", nullptr);
     Compilation::constantTable().addConstant(limit);
     sum = make_kept<ConstantDecl>("int", "sum", plus(constant(), constant()));

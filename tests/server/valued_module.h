@@ -7,6 +7,7 @@
 
 #include "engine/simulation.h"
 #include "tarn/model/compilation.h"
+#include "tarn/session/session.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/server/fake_server.h"
 #include "tests/support/process_end.h"
@@ -20,14 +21,10 @@ namespace kiva::test {
 /// to 2 are the values of a, b and l, lines 3 and 4 the constants limit (external) and half (a
 /// literal). Methods: 0 now(), 1 neg(int), 2 add(int, int).
 class ValuedModule : public testing::Test {
- protected:
-  ValuedModule() {
-    // Other tests' vocabulary of data is none of ours.
-    Compilation::GDataTypeTable() = nullptr;
-    Compilation::GDataMethodTable() = nullptr;
-    Compilation::GDataConstantTable() = nullptr;
-  }
+  Session session_;
+  Session::Use use_{session_};
 
+ protected:
   // Lines of "binding:".
   static std::string x_by_t1(int line) { return bound(8, line, 4); }
   static std::string x_by_t2(int line) { return bound(10, line, 4); }

@@ -71,9 +71,8 @@ TEST_F(ZuMessages, ExceptionsOfTheDataPart) {
       {"Type: int; Constant: int c := #s;", "ModuleUnknownSignalException: s"},
   };
   for (const auto& [text, exception] : cases) {
-    Compilation::GDataTypeTable() = nullptr;
-    Compilation::GDataMethodTable() = nullptr;
-    Compilation::GDataConstantTable() = nullptr;
+    Session session;
+    const Session::Use use(session);
     read(std::string("data: ") + text + " end data module m: end");
     EXPECT_EQ(thrown, exception) << text;
     EXPECT_TRUE(thrown_at.starts_with(file + ":1:")) << text;

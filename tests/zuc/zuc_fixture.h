@@ -5,14 +5,18 @@
 #include <string>
 
 #include "tarn/model/module.h"
+#include "tarn/session/session.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/process_end.h"
 #include "tests/support/temp_dir.h"
 
 namespace kiva::test {
 
-/// Reads texts as compiled modules.
+/// Reads texts as compiled modules, each test in a session of its own.
 class ZucReading : public testing::Test {
+  Session session_;
+  Session::Use use_{session_};
+
  protected:
   /// What reading the text leaves; streams and end of the process in `outcome`.
   ZucRead read(const std::string& text, const std::string& instance = "") {

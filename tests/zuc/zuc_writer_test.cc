@@ -17,16 +17,8 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-/// Each test has a vocabulary of data and settings of its own.
 class ZucWriting : public ZucReading {
  protected:
-  ZucWriting() { forget(); }
-  ~ZucWriting() override {
-    forget();
-    Compilation::DebugFlag() = false;
-    Module::OutputDir() = ".";
-    Module::OutputFile().clear();
-  }
   static void forget() {
     Compilation::GDataTypeTable() = nullptr;
     Compilation::GDataMethodTable() = nullptr;
