@@ -139,30 +139,9 @@ inline integer length(word w) { return static_cast<integer>(w.s.size()); }
 inline word nothing() { return word(); }
 )";
 
-TEST(GeneratedServer, AnswersEveryRequest) {
-  Session session;
-  const Session::Use use(session);
-  const TempDir dir;
-  dir.write("kiva_data_user_integer.h", integer_header);
-  dir.write("kiva_data_user_bool.h", bool_header);
-  dir.write("kiva_data_user_word.h", word_header);
-  for (const char* type : {"word", "integer", "bool"}) Compilation::typeTable().addType(type);
-  declare_method("integer", "add", {"integer", "integer"});
-  declare_method("integer", "plus", {"integer", "integer"});
-  declare_method("integer", "now", {});
-  declare_method("bool", "even", {"integer"});
-  declare_method("integer", "length", {"word"});
-  declare_method("word", "nothing", {});
-  declare_constant("integer", "limit");
-  declare_constant("integer", "data");
-  declare_constant("word", "left");
-  declare_constant("integer", "three", "3");
-  ASSERT_EQ(compiled(dir, "m"), "");
-  RunningServer server(dir, "m");
-
-  // Request, then reply. Behind the good ones: different types, unfit values, unknown types and
-  // operators; at last what no simulator sends, which must not leave the asker waiting.
-  std::istringstream cases(R"(BOP,7,integer, + ,2,integer => 9
+/// Request, then reply. Behind the good ones: different types, unfit values, unknown types and
+/// operators; at last what no simulator sends, which must not leave the asker waiting.
+const char* const requests = R"(BOP,7,integer, + ,2,integer => 9
 BOP,7,integer, - ,2,integer => 5
 BOP,7,integer, * ,2,integer => 14
 BOP,7,integer, / ,2,integer => 3
@@ -208,7 +187,30 @@ MC,unknown,1 => --
 MC,nothing, => --
 BOP => --
 ,,, => --
-hello => --)");
+hello => --)";
+
+TEST(GeneratedServer, AnswersEveryRequest) {
+  Session session;
+  const Session::Use use(session);
+  const TempDir dir;
+  dir.write("kiva_data_user_integer.h", integer_header);
+  dir.write("kiva_data_user_bool.h", bool_header);
+  dir.write("kiva_data_user_word.h", word_header);
+  for (const char* type : {"word", "integer", "bool"}) Compilation::typeTable().addType(type);
+  declare_method("integer", "add", {"integer", "integer"});
+  declare_method("integer", "plus", {"integer", "integer"});
+  declare_method("integer", "now", {});
+  declare_method("bool", "even", {"integer"});
+  declare_method("integer", "length", {"word"});
+  declare_method("word", "nothing", {});
+  declare_constant("integer", "limit");
+  declare_constant("integer", "data");
+  declare_constant("word", "left");
+  declare_constant("integer", "three", "3");
+  ASSERT_EQ(compiled(dir, "m"), "");
+  RunningServer server(dir, "m");
+
+  std::istringstream cases(requests);
   run_captured([&] {
     for (std::string line; std::getline(cases, line);) {
       const size_t arrow = line.find(" => ");

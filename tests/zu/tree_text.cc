@@ -47,7 +47,7 @@ std::string tree_text(const Expression* expression) {
   return text;
 }
 
-std::string tree_text(const Statement* statement) {
+std::string tree_text(const Statement* statement) {  // house: a line for each kind
   if (statement == nullptr) return "null";
   if (dynamic_cast<const Nothing*>(statement)) return "nothing";
   if (dynamic_cast<const Halt*>(statement)) return "halt";
