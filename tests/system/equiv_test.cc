@@ -103,7 +103,7 @@ TEST_F(Equiv, BadUseIsToldInALine) {
   const std::string examples = source_folder("examples").string();
   const std::string toggle = examples + "/toggle/toggle.zuc";
   const std::string thermostat = examples + "/thermostat/thermostat.zuc";
-  const std::string open = (source_folder("tests") / "formats/cases/open.zuc").string();
+  const std::string open = (source_folder("tests") / "targets/cases/open.zuc").string();
   const std::string source = compile(
       file("m.zu", "module m: Input: T; Output: P; loop { emit P >> pause } end"), "m", "m");
   const auto told = [&](const std::string& a, const std::string& b) {
