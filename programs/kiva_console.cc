@@ -12,6 +12,8 @@
 #include "engine/stimuli.h"
 #include "engine/trace.h"
 #include "programs/report.h"
+#include "programs/reporter.h"
+#include "programs/told_text.h"
 #include "tarn/model/compilation.h"
 #include "tarn/session/session.h"
 #include "tarn/zuc/zuc_reader.h"
@@ -34,6 +36,7 @@ struct Options {
   std::string format = "text";
   std::string output;
   std::pair<std::string, std::string> server;  ///< host and port; empty for none
+  bool verbose = false;                        ///< show what the library tells its own callers
 };
 
 /// A connection to the evaluation server, closed with the run.
@@ -101,6 +104,7 @@ int main(int argc, char** argv) {
   app.add_option("-o", options.output, "file for the trace instead of the standard output");
   app.add_option("--server", options.server, "HOST PORT of the evaluation server")
       ->check(CLI::Range(1, 65535).application_index(1));
+  app.add_flag("--verbose", options.verbose, "show all that the library has to tell");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -108,9 +112,9 @@ int main(int argc, char** argv) {
   }
 
   return kiva::programs::run_reported(program, [&] {
-    const kiva::programs::ProgramSession session;
-    // What the engine tells on the standard output must not meet the trace there.
-    kiva::Session::current().set_told_text(std::cerr);
+    const kiva::programs::ToldText told(options.verbose);
+    kiva::programs::Reporter reporter(program);
+    const kiva::programs::ProgramSession session(&reporter);
     if (options.output.empty()) return run(options, std::cout);
     for (const std::string& read : {options.module, options.stimuli}) {
       std::error_code none;

@@ -10,6 +10,7 @@
 #include "programs/tarn/messages.h"
 #include "programs/tarn/options.h"
 #include "programs/tarn/translate.h"
+#include "programs/told_text.h"
 
 namespace kiva::tarn_program {
 namespace {
@@ -50,6 +51,8 @@ int main(int argc, char** argv) {
   int status = 0;
   if (!read_options(argc, argv, options, status)) return status;
   fltk_presenter windows;
+  const programs::ToldText told(options.verbose);
   Messages messages(options.windows ? &windows : nullptr);
+  for (const std::string& word : options.warnings) messages.choose(word);
   return programs::run_reported("tarn", [&] { return work(options, messages); });
 }

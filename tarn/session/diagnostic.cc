@@ -43,6 +43,11 @@ const char* word(Severity severity) {
   }
 }
 
+std::string line_of(const Place& where, Severity severity, const std::string& sentence,
+                    const std::string& anywhere) {
+  return (where.known() ? where.text() : anywhere) + ": " + word(severity) + sentence + '\n';
+}
+
 }  // namespace
 
 std::string Place::text() const {
@@ -64,12 +69,17 @@ Diagnostic Diagnostic::of_told(std::string told, Manner manner, Place where) {
   return fault;
 }
 
+std::string Diagnostic::line(const std::string& anywhere) const {
+  return line_of(where, severity, sentence, anywhere);
+}
+
+std::string Diagnostic::line(const Note& note, const std::string& anywhere) {
+  return line_of(note.where, Severity::note, note.sentence, anywhere);
+}
+
 std::string Diagnostic::text(const std::string& anywhere) const {
-  const auto line = [&](const Place& place, Severity kind, const std::string& reason) {
-    return (place.known() ? place.text() : anywhere) + ": " + word(kind) + reason + '\n';
-  };
-  std::string text = line(where, severity, sentence);
-  for (const Note& note : notes) text += line(note.where, Severity::note, note.sentence);
+  std::string text = line(anywhere);
+  for (const Note& note : notes) text += line(note, anywhere);
   return text;
 }
 

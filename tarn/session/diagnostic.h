@@ -25,7 +25,8 @@ struct Place {
 /// How the library tells its own callers: on the error stream as it stands, or through forms.
 enum class Manner { stream, alert, message, big_message, untold };
 
-/// What there is to say about a text, for programs to show and for people to read.
+/// What there is to say about a text, for programs to show and for people to read. One without
+/// sentence ends work of which the sink has heard all there is to say.
 struct Diagnostic {
   struct Note {
     Place where;
@@ -42,7 +43,10 @@ struct Diagnostic {
 
   /// A fault that is known by its told text alone: the sentence is its first line.
   static Diagnostic of_told(std::string told, Manner manner = Manner::stream, Place where = {});
-  /// "PLACE: error: SENTENCE", then a line for each note; `anywhere` stands for an unknown place.
+  /// "PLACE: error: SENTENCE" and a newline; `anywhere` stands for an unknown place.
+  std::string line(const std::string& anywhere) const;
+  static std::string line(const Note& note, const std::string& anywhere);
+  /// That line, then one for each note.
   std::string text(const std::string& anywhere) const;
 };
 
