@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cctype>
 #include <fstream>
+#include <tuple>
 #include <unordered_map>
 
 #include "tarn/model/compilation.h"
@@ -32,6 +33,11 @@ std::string without_occurrence(const std::string& name, const Module* module) {
     return name;
   const std::string base = name.substr(0, bar);
   return module->getSignal(base) != nullptr ? base : name;
+}
+
+/// The order of places in a source; what is unknown stands last.
+std::tuple<bool, std::string, int, int> starts(const SourceSpan& span) {
+  return {!span.known(), span.known() ? *span.file : "", span.first_line, span.first_column};
 }
 
 }  // namespace
@@ -129,9 +135,9 @@ void CycleStory::gather_steps(const std::vector<long>& cycle) {
     const Member& here = members[at];
     if (here.span.known()) last = here.span;
     if (!of_signals_) {
-      const bool same = !steps_.empty() && steps_.back().span.first_line == last.first_line &&
-                        steps_.back().span.first_column == last.first_column;
-      if (last.known() && !same) steps_.push_back({text_of(last), last});
+      const auto there = [&](const Step& step) { return starts(step.span) == starts(last); };
+      if (last.known() && std::none_of(steps_.begin(), steps_.end(), there))
+        steps_.push_back({text_of(last), last});
       continue;
     }
     if (here.label.empty()) continue;
@@ -144,6 +150,11 @@ void CycleStory::gather_steps(const std::vector<long>& cycle) {
   if (of_signals_ && steps_.size() > 1 && !steps_.back().span.known() &&
       steps_[steps_.size() - 2].label == steps_.back().label)
     steps_.pop_back();
+  // In the order of the source, as far as a cycle has one.
+  const auto earliest = std::min_element(
+      steps_.begin(), steps_.end(),
+      [](const Step& a, const Step& b) { return starts(a.span) < starts(b.span); });
+  std::rotate(steps_.begin(), earliest, steps_.end());
 }
 
 /// The first line of the statement, not too long.
@@ -168,13 +179,13 @@ void CycleStory::tell(Diagnostic& fault) const {
     fault.sentence = "equations depend on each other in one instant";
     return;
   }
-  std::string chain = of_signals_ ? steps_.back().label : "";
+  std::string chain = steps_.back().label;
   for (size_t i = 0; i < steps_.size(); ++i) {
     if (i >= most_told && i + 1 < steps_.size()) {
       if (i == most_told) chain += " -> ...";
       continue;
     }
-    chain += (chain.empty() ? "" : " -> ") + steps_[i].label;
+    chain += " -> " + steps_[i].label;
   }
   fault.sentence = of_signals_ ? '"' + steps_.back().label + "\" depends on itself in one instant: "
                                : "statements start each other in one instant: ";
@@ -189,6 +200,8 @@ void CycleStory::tell(Diagnostic& fault) const {
           {where, '"' + label + "\" follows from \"" + before + "\" here: " + text_of(span)});
     before = label;
   }
+  const Module* module = module_of(table_.module_name);
+  if (!fault.where.known() && module != nullptr) fault.where = place_of(module->getSpan());
   const char* advice = "put a pause between cause and effect";
   if (strong_abort_)
     advice = "a strong abort cannot wait for what its own body does in that instant: use weak abort";
