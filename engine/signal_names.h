@@ -23,13 +23,13 @@ class SignalNames {
   /// The same among those that a trace shows: all but inputs.
   [[nodiscard]] bool find_traced(const std::string& name, SignalPlace& place) const;
   const std::string& name(SignalPlace place) const;
+  const std::vector<std::string>& names(SignalPlace::List list) const;
   /// "; did you mean "y"?" with the name nearest to this, empty where none is near.
   std::string hint(const std::string& name) const;
 
  private:
   bool find_in(std::span<const SignalPlace::List> lists, const std::string& name,
                SignalPlace& place) const;
-  const std::vector<std::string>& names(SignalPlace::List list) const;
   const Simulation* simulation_;
 };
 /// The state shown for it, an input's as it was chosen for the instant.
