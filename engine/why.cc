@@ -18,11 +18,18 @@ namespace {
 
 constexpr long most_steps = 20000;
 
+/// The two variables of a signal; `value` is -1 for a variable that stands alone.
+struct Rails {
+  long status;
+  long value;
+  bool opposite;  ///< never equal: of a wire that is raised or not
+};
+
 /// The search over one function and one instant.
 class Implicant {
  public:
   Implicant(bddpp_manager& manager, const std::vector<int>& context,
-            const std::function<std::pair<long, long>(long)>& rails)
+            const std::function<Rails(long)>& rails)
       : manager_(manager), context_(context), rails_(rails) {}
 
   /// The status index of each signal kept, for a function that holds in the instant.
@@ -43,24 +50,28 @@ class Implicant {
     const bdd variable = manager_.Bdd_var_by_index(index);
     return context_[static_cast<size_t>(index)] == 1 ? variable : manager_.Bdd_not(variable);
   }
-  bdd fixed(const bdd& f, std::pair<long, long> rails) {
-    bdd cube = literal(rails.first);
-    if (rails.second >= 0) cube = manager_.Bdd_and(cube, literal(rails.second));
+  bdd fixed(const bdd& f, Rails rails) {
+    bdd cube = literal(rails.status);
+    if (rails.value >= 0) cube = manager_.Bdd_and(cube, literal(rails.value));
     return manager_.Bdd_cube_reduce(f, cube);
   }
-  bdd whatever(const bdd& f, std::pair<long, long> rails) {
-    const bdd rest = manager_.Bdd_forall(f, manager_.Bdd_var_by_index(rails.first));
-    return rails.second < 0 ? rest
-                            : manager_.Bdd_forall(rest, manager_.Bdd_var_by_index(rails.second));
+  bdd whatever(const bdd& f, Rails rails) {
+    const bdd status = manager_.Bdd_var_by_index(rails.status);
+    if (rails.value < 0) return manager_.Bdd_forall(f, status);
+    const bdd value = manager_.Bdd_var_by_index(rails.value);
+    if (!rails.opposite) return manager_.Bdd_forall(manager_.Bdd_forall(f, status), value);
+    const bdd raised = manager_.Bdd_and(status, manager_.Bdd_not(value));
+    const bdd low = manager_.Bdd_and(value, manager_.Bdd_not(status));
+    return manager_.Bdd_and(manager_.Bdd_cube_reduce(f, raised), manager_.Bdd_cube_reduce(f, low));
   }
 
   Best search(const bdd& f) {
     if (manager_.Bdd_is_tautology(f, 1) != 0 || ++steps_ > most_steps) return {};
     const Key key{f.node(), f.link_type()};
     if (const auto known = known_.find(key); known != known_.end()) return known->second.best;
-    const std::pair<long, long> rails = rails_(manager_.Bdd_if_index(f));
+    const Rails rails = rails_(manager_.Bdd_if_index(f));
     Best best = search(fixed(f, rails));
-    best.kept.push_back(rails.first);
+    best.kept.push_back(rails.status);
     const bdd rest = whatever(f, rails);
     if (holds(rest)) {
       Best without = search(rest);
@@ -73,10 +84,10 @@ class Implicant {
   std::vector<long> without_looking_back(bdd f) {
     std::vector<long> kept;
     while (manager_.Bdd_is_tautology(f, 1) == 0) {
-      const std::pair<long, long> rails = rails_(manager_.Bdd_if_index(f));
+      const Rails rails = rails_(manager_.Bdd_if_index(f));
       const bdd rest = whatever(f, rails);
       const bool spared = holds(rest);
-      if (!spared) kept.push_back(rails.first);
+      if (!spared) kept.push_back(rails.status);
       f = spared ? rest : fixed(f, rails);
     }
     return kept;
@@ -89,7 +100,7 @@ class Implicant {
 
   bddpp_manager& manager_;
   const std::vector<int>& context_;
-  const std::function<std::pair<long, long>(long)>& rails_;
+  const std::function<Rails(long)>& rails_;
   std::map<Key, Known> known_;
   long steps_ = 0;
 };
@@ -171,12 +182,11 @@ bdd Reasons::as_it_is(SignalRails rails, const std::vector<int>& context, bool u
 std::vector<Cause> Reasons::implicant(const bdd& f, const std::vector<int>& context) const {
   Module* module = simulation_->module();
   bddpp_manager* manager = module->getBddWood()->my_bdd_manager();
-  const std::function<std::pair<long, long>(long)> rails =
-      [&](long index) -> std::pair<long, long> {
+  const std::function<Rails(long)> rails = [&](long index) -> Rails {
     const long group = group_of_[static_cast<size_t>(index)];
-    if (group < 0) return {index, -1};
-    const SignalRails both = groups_[static_cast<size_t>(group)].rails;
-    return {both.status_index, both.value_index};
+    if (group < 0) return {index, -1, false};
+    const Group& of = groups_[static_cast<size_t>(group)];
+    return {of.rails.status_index, of.rails.value_index, of.kind == Cause::wire};
   };
   // What is unknown in the instant makes nothing known.
   if (manager->Bdd_eval_for_literal(f, context.data()) != 1) return {};
