@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
 
 #include "base/sock.h"
 #include "base/whole_file.h"
@@ -14,6 +15,7 @@
 #include "programs/report.h"
 #include "tarn/model/compilation.h"
 #include "tarn/session/session.h"
+#include "tarn/session/session_files.h"
 #include "tarn/zuc/zuc_reader.h"
 
 namespace {
@@ -33,6 +35,7 @@ struct Options {
   std::string stimuli = "-";
   std::string format = "text";
   std::string output;
+  std::string log;                             ///< file of the reader's trace; empty for none
   std::pair<std::string, std::string> server;  ///< host and port; empty for none
 };
 
@@ -42,18 +45,35 @@ struct CloseConnection {
 };
 using Connection = std::unique_ptr<kiva::socket_type, CloseConnection>;
 
-int run(const Options& options, std::ostream& out) {
+/// Where the trace goes: the standard output, or a file that takes its name at the end.
+class TraceOutput {
+ public:
+  explicit TraceOutput(const std::string& path) {
+    if (!path.empty()) file_.emplace(path);
+  }
+  bool opened() const { return !file_ || file_->opened(); }
+  std::ostream& out() { return file_ ? file_->out() : std::cout; }
+  bool finish() { return !file_ || file_->finish(); }
+
+ private:
+  std::optional<kiva::WholeFile> file_;
+};
+
+bool open_stimuli(const std::string& name, std::ifstream& file) {
+  if (name == "-") return true;
+  if (std::filesystem::is_directory(name))
+    return complain(program, {name, 0, 0, 0, 0}, "is a folder, not a file of stimuli");
+  file.open(name);
+  return file.is_open() || complain(program, {name, 0, 0, 0, 0}, "cannot be read");
+}
+
+int run(const Options& options) {
   using namespace kiva;
   const ZucRead read =
       read_zuc_file(options.module, Compilation::EmptyString, Compilation::EmptyString);
   if (read.module == nullptr) return refuse(read.where.file, read.where.line, read.reason);
   std::ifstream file;
-  if (options.stimuli != "-") {
-    if (std::filesystem::is_directory(options.stimuli))
-      return refuse(options.stimuli, 0, "is a folder, not a file of stimuli");
-    file.open(options.stimuli);
-    if (!file) return refuse(options.stimuli, 0, "cannot be read");
-  }
+  if (!open_stimuli(options.stimuli, file)) return unusable;
   std::istream& in = options.stimuli == "-" ? std::cin : file;
   const std::string stimuli_name = options.stimuli == "-" ? "standard input" : options.stimuli;
 
@@ -66,19 +86,23 @@ int run(const Options& options, std::ostream& out) {
   std::unique_ptr<TraceWriter> trace;
   for (const TraceFormat& format : trace_formats())
     if (options.format == format.name) trace = format.make(simulation);
-  trace->begin(out);
+  TraceOutput output(options.output);
+  if (!output.opened()) return refuse(options.output, 0, "cannot be written");
+  trace->begin(output.out());
   StimuliReader stimuli(in, simulation);
   try {
     while (const auto stimulus = stimuli.next()) {
       apply(*stimulus, simulation);
       simulation.step(server.get());
-      trace->write(out, simulation.state());
-      if (!out) return refuse(options.output, 0, "the trace cannot be written");
+      trace->write(output.out(), simulation.state());
+      if (!output.out()) break;
     }
   } catch (const StimuliError& error) {
     return refuse(stimuli_name, error.line, error.reason);
   }
   if (in.bad()) return refuse(stimuli_name, 0, "cannot be read to its end");
+  trace->end(output.out());
+  if (!output.finish()) return refuse(options.output, 0, "cannot be written");
   return 0;
 }
 
@@ -99,28 +123,25 @@ int main(int argc, char** argv) {
   }
   app.add_option("--format", options.format, told_formats)->check(CLI::IsMember(formats));
   app.add_option("-o", options.output, "file for the trace instead of the standard output");
+  app.add_option("--log", options.log, "file for what the reader did with the module");
   app.add_option("--server", options.server, "HOST PORT of the evaluation server")
       ->check(CLI::Range(1, 65535).application_index(1));
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kiva::programs::wrong_usage;
-  }
-
   return kiva::programs::run_reported(program, [&] {
+    try {
+      app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+      return app.exit(error) == 0 ? 0 : kiva::programs::wrong_usage;
+    }
+    const std::vector<std::string> read{options.module, options.stimuli};
+    if (!options.output.empty() && kiva::programs::overwrites(program, options.output, read))
+      return unusable;
+    kiva::programs::TraceFile log(program, options.log, read);
+    if (!log.good()) return unusable;
     const kiva::programs::ProgramSession session;
     // What the engine tells on the standard output must not meet the trace there.
     kiva::Session::current().set_told_text(std::cerr);
-    if (options.output.empty()) return run(options, std::cout);
-    for (const std::string& read : {options.module, options.stimuli}) {
-      std::error_code none;
-      if (std::filesystem::equivalent(options.output, read, none))
-        return refuse(options.output, 0, "is read here, and would be overwritten");
-    }
-    kiva::WholeFile file(options.output);
-    if (!file.opened()) return refuse(options.output, 0, "cannot be written");
-    const int status = run(options, file.out());
-    if (status == 0 && !file.finish()) return refuse(options.output, 0, "cannot be written");
-    return status;
+    kiva::SessionFiles::current().trace = log.stream();
+    const int status = run(options);
+    return log.finish() ? status : std::max(status, unusable);
   });
 }
