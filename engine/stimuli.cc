@@ -70,7 +70,7 @@ std::string written_text(const std::string& text) {
 
 }  // namespace
 
-StimuliReader::Token StimuliReader::next_token(const std::string& text, size_t& at) const {
+StimuliReader::Token StimuliReader::next_token(const std::string& text, size_t& at) {
   const size_t begin = at;
   Token token;
   while (at < text.size() && !is_blank(text[at]) && text[at] != '=') ++at;
@@ -120,6 +120,19 @@ Stimulus StimuliReader::parse(const std::string& text) const {
     }
   }
   return stimulus;
+}
+
+size_t end_of_choices(const std::string& line) {
+  size_t end = 0;
+  for (size_t at = 0; at < line.size();) {
+    if (is_blank(line[at])) {
+      ++at;
+      continue;
+    }
+    if (StimuliReader::next_token(line, at).written == "->") break;
+    end = at;
+  }
+  return end;
 }
 
 SignalState StimuliReader::state_of_word(const Token& token, bool awaited) const {

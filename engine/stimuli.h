@@ -57,9 +57,10 @@ class StimuliReader {
   long line() const { return line_; }
 
  private:
+  friend size_t end_of_choices(const std::string& line);
   struct Token;
   Stimulus parse(const std::string& text) const;
-  Token next_token(const std::string& text, size_t& at) const;
+  static Token next_token(const std::string& text, size_t& at);
   SignalState state_of_word(const Token& token, bool awaited) const;
   Stimulus::Choice parse_choice(const Token& token) const;
   Expectation parse_expectation(Token token) const;
@@ -72,6 +73,9 @@ class StimuliReader {
 
 /// Sets every input and raises the wires; a wire raised already (set, after a load) stays so.
 void apply(const Stimulus& stimulus, Simulation& simulation);
+
+/// Where the choices of a line end: before the blanks and "->" that what is awaited follows.
+size_t end_of_choices(const std::string& line);
 
 /// The line that asks for these choices, without its end.
 std::string stimulus_line(const Choices& choices, const Simulation& simulation);

@@ -46,6 +46,11 @@ class Implicant {
 
   bool holds(const bdd& f) { return manager_.Bdd_eval_for_literal(f, context_.data()) == 1; }
 
+  bool is_known(Rails rails) const {
+    return context_[static_cast<size_t>(rails.status)] != 2 &&
+           (rails.value < 0 || context_[static_cast<size_t>(rails.value)] != 2);
+  }
+
   bdd literal(long index) {
     const bdd variable = manager_.Bdd_var_by_index(index);
     return context_[static_cast<size_t>(index)] == 1 ? variable : manager_.Bdd_not(variable);
@@ -70,12 +75,17 @@ class Implicant {
     const Key key{f.node(), f.link_type()};
     if (const auto known = known_.find(key); known != known_.end()) return known->second.best;
     const Rails rails = rails_(manager_.Bdd_if_index(f));
-    Best best = search(fixed(f, rails));
-    best.kept.push_back(rails.status);
     const bdd rest = whatever(f, rails);
-    if (holds(rest)) {
+    const bool spared = holds(rest);
+    Best best;
+    // What is unknown in the instant is no cause.
+    if (!spared || is_known(rails)) {
+      best = search(fixed(f, rails));
+      best.kept.push_back(rails.status);
+    }
+    if (spared) {
       Best without = search(rest);
-      if (without.kept.size() < best.kept.size()) best = std::move(without);
+      if (!is_known(rails) || without.kept.size() < best.kept.size()) best = std::move(without);
     }
     known_.emplace(key, Known{f, best});
     return best;

@@ -116,6 +116,47 @@ TEST_F(ConsoleInput, IsRefusedWithFileLineAndReason) {
   }
 }
 
+TEST_F(ConsoleInput, HoldsARunAgainstWhatIsAwaited) {
+  const std::string stimuli = dir.write("s", "# a toggle\nT\n\nT\n");
+  const std::string both = module + " " + stimuli;
+  const ProgramRun plain = run_program("kiva-console", "--format json " + both);
+  EXPECT_EQ(run_program("kiva-console", "--update " + both).status, 0);
+  EXPECT_EQ(read_text(stimuli), "# a toggle\nT -> Q\n-> Q\nT -> !Q\n");
+  EXPECT_EQ(run_program("kiva-console", both).status, 0);
+  const std::string trace = dir.write("trace", plain.out);
+  EXPECT_EQ(run_program("kiva-console", "--expect " + trace + " " + both).status, 0);
+
+  dir.write("s", "T -> !Q\n");
+  const ProgramRun differs =
+      run_program("kiva-console", "--expect " + trace + " -o " + dir.file("out") + " " + both);
+  EXPECT_EQ(differs.status, 1);
+  EXPECT_EQ(differs.err, stimuli + ":1: instant 1: expected not Q, is present; present: Q\n" +
+                             trace + ":2: the run ends before this instant of the trace\n");
+  EXPECT_NE(read_text(dir.file("out")), "") << "the trace is whole all the same";
+}
+
+TEST_F(ConsoleInput, RunsUntilAndAtRandomAndTellsWhy) {
+  EXPECT_EQ(run_program("kiva-console", "--until 'not Q' " + module, "T\n\nT\nT\n").status, 0);
+  const ProgramRun never = run_program("kiva-console", "--until 'instant > 9' " + module, "T\n");
+  EXPECT_EQ(never.status, 1);
+  EXPECT_EQ(never.err, "kiva-console: error: --until: in none of 1 instants holds instant > 9\n");
+
+  const std::string saved = dir.file("saved"), covered = dir.file("covered");
+  const std::string random = "--random 40 --seed 9 --bias T=0.3 " + module;
+  const ProgramRun drawn = run_program(
+      "kiva-console", "--coverage-file " + covered + " --save-stimuli " + saved + " " + random);
+  EXPECT_EQ(run_program("kiva-console", module + " " + saved).out, drawn.out);
+  const ProgramRun again =
+      run_program("kiva-console", "--coverage --coverage-file " + covered + " " + random);
+  EXPECT_EQ(again.out, drawn.out);
+  EXPECT_NE(again.err.find("coverage of toggle in 80 instants\n"), std::string::npos) << again.err;
+  EXPECT_EQ(run_program("kiva-console", "--bias X=1 " + random).status, 1);
+
+  const ProgramRun why = run_program("kiva-console", "--why Q@3 " + module, "T\n\nT\n");
+  EXPECT_EQ(why.out, "T = One\nR = One\n");
+  EXPECT_EQ(run_program("kiva-console", "--why Q@4 " + module, "T\n").status, 1);
+}
+
 TEST_F(ConsoleInput, WrongUsageEndsWithTwo) {
   for (const char* arguments :
        {"", "a b c", "--format xml m.zuc", "--server localhost m.zuc", "--server h 0 m.zuc",
