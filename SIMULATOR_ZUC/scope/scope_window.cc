@@ -97,18 +97,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   setCentralWidget(page);
   make_keys();
 
-  connect(time_, &TimeControl::moved, this, &ScopeWindow::refresh);
-  connect(time_, &TimeControl::busy_changed, this, &ScopeWindow::refresh);
-  connect(time_, &TimeControl::run_ended, this, &ScopeWindow::tell);
-  connect(waves_, &WaveView::chosen_changed, this,
-          [this] { why_->ask(waves_->rows()[static_cast<size_t>(waves_->chosen())].place); });
-  auto* progress = new QTimer(this);
-  connect(progress, &QTimer::timeout, this, [this] {
-    if (!time_->busy()) return;
-    status_->setText(status());
-    waves_->viewport()->update();
-  });
-  progress->start(progress_every);
+  connect_all();
   const QSettings settings;
   restoreGeometry(settings.value("scope/geometry").toByteArray());
   dark_ = settings.value("scope/dark").toBool();
@@ -122,6 +111,21 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
       break;
     }
   waves_->setFocus();
+}
+
+void ScopeWindow::connect_all() {
+  connect(time_, &TimeControl::moved, this, &ScopeWindow::refresh);
+  connect(time_, &TimeControl::busy_changed, this, &ScopeWindow::refresh);
+  connect(time_, &TimeControl::run_ended, this, &ScopeWindow::tell);
+  connect(waves_, &WaveView::chosen_changed, this,
+          [this] { why_->ask(waves_->rows()[static_cast<size_t>(waves_->chosen())].place); });
+  auto* progress = new QTimer(this);
+  connect(progress, &QTimer::timeout, this, [this] {
+    if (!time_->busy()) return;
+    status_->setText(status());
+    waves_->viewport()->update();
+  });
+  progress->start(progress_every);
 }
 
 QWidget* ScopeWindow::framed(const QString& title, QWidget* pane) {

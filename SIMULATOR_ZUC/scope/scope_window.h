@@ -52,6 +52,7 @@ class ScopeWindow : public QMainWindow {
   QWidget* make_bar();
   QWidget* framed(const QString& title, QWidget* pane);
   void make_keys();
+  void connect_all();
   void refresh();
   void dress();
   void tell(const QString& text);
