@@ -80,6 +80,8 @@ class ScopeWindow : public QMainWindow {
   void toggle_safe();
   void init();
   void export_dump();
+  void save();
+  void open();
   void show_keys();
 
   void ask(Asked what);
