@@ -155,7 +155,7 @@ void Simulation::plan_output_bindings() {
 }
 
 void Simulation::step(Sock socket) {
-  if (actions_.empty() && module_->getDataTable() == nullptr) {
+  if (!asks_for_data()) {
     write_choices(choice_rails_, state_.set, state_.reset, state_.inputs, state_.context.data());
     equations_->run(0, state_.context.data());
     show_outputs();

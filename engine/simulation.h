@@ -57,6 +57,8 @@ class Simulation {
   const std::vector<std::string>& local_names() const { return local_names_; }
   const std::vector<std::string>& register_names() const { return register_names_; }
   long equation_number() const;
+  /// Whether an instant may ask a server: the module has bindings or abstract equations.
+  bool asks_for_data() const { return !actions_.empty() || module_->getDataTable() != nullptr; }
 
   const SimulationState& state() const { return state_; }
   /// The state must come from a simulation of the same module.

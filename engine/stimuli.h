@@ -6,9 +6,20 @@
 #include <unordered_map>
 #include <vector>
 
+#include "engine/recording.h"
+#include "engine/signal_names.h"
 #include "engine/simulation.h"
 
 namespace kiva {
+
+/// What a signal of the trace is to be in an instant.
+struct Expectation {
+  SignalPlace place;
+  bool absent = false;  ///< not One, whatever else; `state` is One then
+  SignalState state = SignalState::one;
+  std::optional<std::string> value;
+  std::string written;  ///< as the file has it
+};
 
 /// What one line of stimuli asks of an instant: inputs by row, all others Zero.
 struct Stimulus {
@@ -20,6 +31,7 @@ struct Stimulus {
   std::vector<Choice> choices;
   bool set = false;
   bool reset = false;
+  std::vector<Expectation> expectations;
 };
 
 /// A line that cannot be used.
@@ -32,7 +44,10 @@ struct StimuliError {
 ///   NAME              input One            NAME=text       One with that value text
 ///   NAME:one|zero|top|bottom               NAME:one=text
 ///   !set, !reset      raises the wire for this instant
-/// An empty line is an instant with nothing present; a line that begins with "#" is skipped.
+///   -> o !p q=5 r:bottom   what is awaited of outputs, locals and registers: present, not One,
+///                     present with that value, in that state (unknown among them)
+/// A text with blanks stands in double quotes, \" and \\ in it for the two characters. An empty
+/// line is an instant with nothing present; a line that begins with "#" is skipped.
 class StimuliReader {
  public:
   StimuliReader(std::istream& in, const Simulation& simulation);
@@ -42,15 +57,29 @@ class StimuliReader {
   long line() const { return line_; }
 
  private:
+  friend size_t end_of_choices(const std::string& line);
+  struct Token;
   Stimulus parse(const std::string& text) const;
-  Stimulus::Choice parse_choice(const std::string& token) const;
+  static Token next_token(const std::string& text, size_t& at);
+  SignalState state_of_word(const Token& token, bool awaited) const;
+  Stimulus::Choice parse_choice(const Token& token) const;
+  Expectation parse_expectation(Token token) const;
 
   std::istream& in_;
   std::unordered_map<std::string, size_t> rows_;
+  SignalNames names_;
   long line_ = 0;
 };
 
 /// Sets every input and raises the wires; a wire raised already (set, after a load) stays so.
 void apply(const Stimulus& stimulus, Simulation& simulation);
+
+/// Where the choices of a line end: before the blanks and "->" that what is awaited follows.
+size_t end_of_choices(const std::string& line);
+
+/// The line that asks for these choices, without its end.
+std::string stimulus_line(const Choices& choices, const Simulation& simulation);
+/// NAME, NAME=text or NAME:state, as stimuli write it; `text` is "--" for none.
+std::string stimulus_text(const std::string& name, SignalState state, const std::string& text);
 
 }  // namespace kiva

@@ -6,6 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "engine/vcd_trace.h"
+
 namespace kiva {
 
 namespace {
@@ -121,6 +123,10 @@ std::span<const TraceFormat> trace_formats() {
        [](const Simulation& s) -> Writer { return std::make_unique<TextTrace>(s, true); }},
       {"json", "an object a line",
        [](const Simulation& s) -> Writer { return std::make_unique<JsonTrace>(s); }},
+      {"vcd", "a value change dump, for wave viewers",
+       [](const Simulation& s) -> Writer { return std::make_unique<VcdTrace>(s); }},
+      {"fst", "the same, compressed by vcd2fst",
+       [](const Simulation& s) -> Writer { return std::make_unique<FstTrace>(s); }},
   };
   return formats;
 }

@@ -10,13 +10,15 @@
 
 namespace kiva {
 
-/// Writes what each instant shows, one line an instant.
+/// Writes what each instant shows.
 class TraceWriter {
  public:
   virtual ~TraceWriter() = default;
   /// What stands above the first instant.
   virtual void begin(std::ostream&) {}
   virtual void write(std::ostream& out, const SimulationState& state) = 0;
+  /// What stands behind the last one.
+  virtual void end(std::ostream&) {}
 };
 
 /// One JSON object a line: instant, outputs with state word and value, locals, registers; names in

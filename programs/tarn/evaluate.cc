@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "bdd/expression_parser.h"
+#include "pert_exp/unfold.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/translate.h"
 #include "tarn/targets/frame/sum_text.h"
@@ -66,28 +67,7 @@ class Evaluation {
     index_set registers;
     for (const regclass* reg : module_->getRegisterList())
       registers.insert(reg->actual_var()->getBddStatusId(module_, &wood_));
-    const auto equation = [&](long index) -> const Bddexpression* {
-      const Bddexpression* e = wood_.exp_by_index(index);
-      const bool computes = e != nullptr && e->getAbstraction() == 0 &&
-                            e->my_bdd_exp().initialised() && !registers.contains(index);
-      return computes ? e : nullptr;
-    };
-    const index_set roots = manager->set_of_index_depend_on(of_module);
-    const std::unordered_set<long> needed =
-        dependence_cone(wood_, {roots.begin(), roots.end()},
-                        [&](long index) { return equation(index) == nullptr; });
-    std::vector<bdd> functions(static_cast<size_t>(wood_.Nb_bdd_vars()));
-    const auto expanded = [&](const bdd& g) {
-      std::vector<std::pair<long, bdd>> values;
-      for (long index : manager->set_of_index_depend_on(g))
-        if (functions[static_cast<size_t>(index)].initialised())
-          values.emplace_back(index, functions[static_cast<size_t>(index)]);
-      return manager->Bdd_vector_compose(g, values);
-    };
-    for (long index : wood_.earliest_sort())
-      if (needed.contains(index) && equation(index) != nullptr)
-        functions[static_cast<size_t>(index)] = expanded(equation(index)->my_bdd_exp());
-    return expanded(of_module);
+    return unfolded(wood_, of_module, [&](long index) { return registers.contains(index); });
   }
 
   /// One line with the place, from 1, of what stands in the way.

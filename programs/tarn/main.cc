@@ -47,12 +47,18 @@ int work(Options& options, Messages& messages) {
 int main(int argc, char** argv) {
   using namespace kiva;
   using namespace kiva::tarn_program;
-  Options options;
-  int status = 0;
-  if (!read_options(argc, argv, options, status)) return status;
-  fltk_presenter windows;
-  const programs::ToldText told(options.verbose);
-  Messages messages(options.windows ? &windows : nullptr);
-  for (const std::string& word : options.warnings) messages.choose(word);
-  return programs::run_reported("tarn", [&] { return work(options, messages); });
+  return programs::run_reported("tarn", [&] {
+    Options options;
+    int status = 0;
+    if (!read_options(argc, argv, options, status)) return status;
+    programs::TraceFile log("tarn", options.log, {options.files.begin(), options.files.end()});
+    if (!log.good()) return unusable;
+    options.trace = log.stream();
+    fltk_presenter windows;
+    const programs::ToldText told(options.verbose);
+    Messages messages(options.windows ? &windows : nullptr);
+    for (const std::string& word : options.warnings) messages.choose(word);
+    status = work(options, messages);
+    return log.finish() ? status : std::max(status, unusable);
+  });
 }

@@ -137,7 +137,8 @@ void EquationTable::unify_later(EquationTable* other, Module* module) {
   const index_set equations = from->Set_of_exp();
   for (long id : equations) {
     unify_equation(from->exp_by_index(id), id, from, module);
-    KIVA_CHECK(3, equation_at(wood->Index_var_by_name(from->Name_var_by_index(id))) != nullptr);
+    KIVA_CHECK(3,
+               wood->exp_by_index(wood->Index_var_by_name(from->Name_var_by_index(id))) != nullptr);
   }
   // Signals without an equation there are known all the same.
   for (SignalRef* ref : manager->definedIn(from)) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "base/spelling.h"
+#include "base/nearest_name.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -63,7 +63,7 @@ void class_zu_parser::require_type(const std::string& name) {
   std::vector<std::string> known;
   if (types != nullptr)
     for (const auto& [type, number] : types->entries()) known.push_back(type);
-  const std::string meant = nearest(name, known);
+  const std::string meant = nearest_name(name, known);
   refuse(UndefinedTypeException(name),
          "type \"" + name + "\" is not declared" +
              (meant.empty() ? "" : "; did you mean \"" + meant + "\"?"));

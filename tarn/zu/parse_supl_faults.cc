@@ -9,7 +9,7 @@
 #include <cctype>
 #include <tuple>
 
-#include "base/spelling.h"
+#include "base/nearest_name.h"
 #include "parse_zu.hh"
 #include "tarn/session/diagnostic.h"
 #include "tarn/zu/parse_supl.h"
@@ -76,7 +76,7 @@ std::string class_zu_parser::undeclared(const std::string& name, bool to_emit) c
   take(TheModule()->getOutputSignalList());
   take(TheModule()->getLocalSignalList());
   if (!to_emit) take(TheModule()->getInputSignalList());
-  const std::string meant = nearest(name, known);
+  const std::string meant = nearest_name(name, known);
   return meant.empty() ? sentence : sentence + "; did you mean " + quoted(meant) + "?";
 }
 

@@ -5,7 +5,7 @@
 #include <cctype>
 #include <set>
 
-#include "base/spelling.h"
+#include "base/nearest_name.h"
 
 namespace kiva {
 
@@ -157,7 +157,7 @@ std::string word_meant(std::string_view word, const std::vector<std::string>& sy
     if (!text.empty() && std::isalpha(static_cast<unsigned char>(text.front())) != 0)
       words.push_back(std::move(text));
   }
-  return nearest(word, words);
+  return nearest_name(std::string(word), words);
 }
 
 }  // namespace kiva

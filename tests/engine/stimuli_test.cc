@@ -4,6 +4,8 @@
 
 #include <sstream>
 
+#include "engine/condition.h"
+#include "engine/expectations.h"
 #include "engine/trace.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/temp_dir.h"
@@ -71,6 +73,85 @@ TEST_F(Stimuli, AreRefusedWithTheirLine) {
   EXPECT_EQ(refused("A B A:top"), "1: an input stands twice on the line: \"A:top\"");
   EXPECT_EQ(refused("!go"), "1: the module has no input \"!go\"");
   EXPECT_EQ(refused("=5"), "1: the module has no input \"\"");
+}
+
+TEST_F(Stimuli, HoldWhatIsAwaited) {
+  // What is seen, read again, is met; what is not seen is told. O is what A is, P is unknown.
+  const struct {
+    const char* line;
+    const char* told;  ///< lines of differences
+    const char* seen;
+  } cases[] = {
+      {"A -> O !P P:unknown", "a signal is awaited twice on the line: \"P:unknown\"", ""},
+      {"A -> O P:unknown", "", "O P:unknown"},
+      {"A:top ->", "", "O:top P:unknown"},
+      {"A:bottom -> O", "expected O, is absent; no output is present", "!O"},
+      {"A -> !O", "expected not O, is present; present: O", "O"},
+      {"A -> O=\"5 6\"", "expected O=\"5 6\", is present without value; present: O", "O"},
+      {" -> O:zero", "", "!O"},
+      {"A -> o", "the module shows no signal \"o\"", ""},
+      {"A -> A", "the module shows no signal \"A\"", ""},
+      {"A -> !O=5", "a signal that is not awaited has no state and no value: \"!O=5\"", ""},
+  };
+  for (const auto& [line, told, shown] : cases) {
+    simulation->load();
+    std::istringstream in(line);
+    StimuliReader reader(in, *simulation);
+    try {
+      const Stimulus stimulus = *reader.next();
+      apply(stimulus, *simulation);
+      simulation->step(nullptr);
+      std::string differences;
+      for (const std::string& d : unmet(stimulus.expectations, simulation->state(), *simulation))
+        differences += d;
+      EXPECT_EQ(differences, told) << line;
+      EXPECT_EQ(seen(stimulus.expectations, simulation->state(), *simulation), shown) << line;
+    } catch (const StimuliError& error) {
+      EXPECT_EQ(error.reason, told) << line;
+    }
+  }
+}
+
+TEST_F(Stimuli, WrittenFromChoicesAskForTheSame) {
+  const Choices all[] = {{{SignalState::one, SignalState::one}, {"--", "a \"b\" \\"}, true, false},
+                         {{SignalState::top, SignalState::bottom}, {"--", "--"}, false, true},
+                         {{SignalState::zero, SignalState::one}, {"--", ""}, false, false},
+                         {{SignalState::zero, SignalState::zero}, {"--", "--"}, false, false}};
+  for (const Choices& choices : all) {
+    std::istringstream in(stimulus_line(choices, *simulation) + "\n");
+    simulation->raise_set(false);
+    simulation->raise_reset(false);
+    apply(*StimuliReader(in, *simulation).next(), *simulation);
+    EXPECT_EQ(choices_of(simulation->state()), choices) << in.str();
+  }
+}
+
+TEST_F(Stimuli, ConditionsAskWhatAnInstantShows) {
+  std::istringstream in("A B=5");
+  apply(*StimuliReader(in, *simulation).next(), *simulation);
+  simulation->step(nullptr);
+  const std::pair<const char*, const char*> cases[] = {
+      {"A and O", "yes"},
+      {"not P and instant=1", "yes"},
+      {"B = 5", "yes"},
+      {"(B=\"5\") xor instant > 0", "no"},
+      {"B=55 or instant != 1", "no"},
+      {"Q", "1: \"Q\" is no signal of the module"},
+      {"A and", "6: the expression ends too early"},
+      {"A ) B", "3: \")\" cannot stand here"},
+      {"instant", "8: \"instant\" is compared with a number: instant >= 7"},
+      {"B=\"5", "3: a \" without its end"},
+      {"B < 5", "3: a signal's value is compared by \"=\" alone"},
+  };
+  for (const auto& [text, expected] : cases) {
+    std::string result;
+    try {
+      result = Condition(text, *simulation).holds(simulation->state()) ? "yes" : "no";
+    } catch (const ConditionError& error) {
+      result = std::to_string(error.character) + ": " + error.reason;
+    }
+    EXPECT_EQ(result, expected) << text;
+  }
 }
 
 TEST_F(Stimuli, RunsAreTracedAsJsonAndAsText) {

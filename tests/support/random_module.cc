@@ -20,7 +20,8 @@ Names names(const char* prefix, int count) {
 
 }  // namespace
 
-std::string random_module(std::mt19937& random, bool wrong_dates) {  // house: one text
+std::string random_module(std::mt19937& random, bool wrong_dates,
+                          bool defined) {  // house: one text
   const auto below = [&random](int n) {
     return static_cast<int>(random() % static_cast<unsigned>(n));
   };
@@ -54,7 +55,7 @@ std::string random_module(std::mt19937& random, bool wrong_dates) {  // house: o
   const auto variable_of = [&](int signal) { return 2 * signal + below(2); };
   for (int signal : written) {
     for (int rail = 0; rail < 2; ++rail, ++date) {
-      if (below(8) == 0) continue;  // a rail that nothing defines
+      if (below(8) == 0 && !defined) continue;  // a rail that nothing defines
       int root = 0;
       for (int steps = below(10); steps >= 0; --steps) {
         const int variable =

@@ -17,13 +17,6 @@ std::string console_arguments(const std::filesystem::path& module,
   return "--format json '" + module.string() + "' '" + stimuli.string() + "'";
 }
 
-/// A copy of the module in a folder of the test's own: its trace file is written beside it.
-std::filesystem::path copied(const std::filesystem::path& module, const TempDir& dir) {
-  const auto copy = dir.path() / module.filename();
-  std::filesystem::copy_file(module, copy, std::filesystem::copy_options::overwrite_existing);
-  return copy;
-}
-
 TEST(Console, ReplaysEveryExample) {
   int replayed = 0;
   for (const auto& entry :
@@ -35,9 +28,7 @@ TEST(Console, ReplaysEveryExample) {
     auto stimuli = module;
     stimuli.replace_extension(".stimuli");
     if (std::filesystem::exists(module.parent_path() / "data")) continue;  // needs its server
-    const TempDir dir;
-    const ProgramRun run =
-        run_program("kiva-console", console_arguments(copied(module, dir), stimuli));
+    const ProgramRun run = run_program("kiva-console", console_arguments(module, stimuli));
     EXPECT_EQ(run.status, 0) << module << run.err;
     EXPECT_EQ(run.out, read_text(entry.path().string())) << module;
     ++replayed;
@@ -47,10 +38,8 @@ TEST(Console, ReplaysEveryExample) {
 
 /// Compares the outputs of a whole run with those that another simulator gave.
 void replay_circuit(const std::filesystem::path& folder, const std::string& name) {
-  const TempDir dir;
   const ProgramRun run = run_program(
-      "kiva-console",
-      console_arguments(copied(folder / (name + ".zuc"), dir), folder / (name + ".stimuli")));
+      "kiva-console", console_arguments(folder / (name + ".zuc"), folder / (name + ".stimuli")));
   ASSERT_EQ(run.status, 0) << run.err;
   std::istringstream ours(run.out);
   std::ifstream theirs(folder / (name + ".expected"));
@@ -79,8 +68,7 @@ TEST(Console, AgreesWithALogicSimulatorOnLargeCircuits) {
 }
 
 TEST(Console, ShowsTheOutputsAlone) {
-  const TempDir dir;
-  const auto counter = copied(source_folder("examples/counter/counter.zuc"), dir);
+  const auto counter = source_folder("examples/counter/counter.zuc");
   EXPECT_EQ(
       run_program("kiva-console", "--format outputs '" + counter.string() + "'", "inc\n\n").out,
       "# instant  outputs present, with their values | other outputs by state\n"
@@ -90,9 +78,8 @@ TEST(Console, ShowsTheOutputsAlone) {
 
 class ConsoleInput : public testing::Test {
  protected:
-  ConsoleInput() { module = copied(source_folder("examples/toggle/toggle.zuc"), dir).string(); }
-  TempDir dir;
-  std::string module;
+  const TempDir dir;
+  const std::string module = source_folder("examples/toggle/toggle.zuc").string();
 };
 
 TEST_F(ConsoleInput, ComesFromAFileOrTheStandardInput) {
@@ -127,6 +114,47 @@ TEST_F(ConsoleInput, IsRefusedWithFileLineAndReason) {
     EXPECT_NE(run.err, "") << unusable;
     EXPECT_EQ(run.out, "") << unusable;
   }
+}
+
+TEST_F(ConsoleInput, HoldsARunAgainstWhatIsAwaited) {
+  const std::string stimuli = dir.write("s", "# a toggle\nT\n\nT\n");
+  const std::string both = module + " " + stimuli;
+  const ProgramRun plain = run_program("kiva-console", "--format json " + both);
+  EXPECT_EQ(run_program("kiva-console", "--update " + both).status, 0);
+  EXPECT_EQ(read_text(stimuli), "# a toggle\nT -> Q\n-> Q\nT -> !Q\n");
+  EXPECT_EQ(run_program("kiva-console", both).status, 0);
+  const std::string trace = dir.write("trace", plain.out);
+  EXPECT_EQ(run_program("kiva-console", "--expect " + trace + " " + both).status, 0);
+
+  dir.write("s", "T -> !Q\n");
+  const ProgramRun differs =
+      run_program("kiva-console", "--expect " + trace + " -o " + dir.file("out") + " " + both);
+  EXPECT_EQ(differs.status, 1);
+  EXPECT_EQ(differs.err, stimuli + ":1: instant 1: expected not Q, is present; present: Q\n" +
+                             trace + ":2: the run ends before this instant of the trace\n");
+  EXPECT_NE(read_text(dir.file("out")), "") << "the trace is whole all the same";
+}
+
+TEST_F(ConsoleInput, RunsUntilAndAtRandomAndTellsWhy) {
+  EXPECT_EQ(run_program("kiva-console", "--until 'not Q' " + module, "T\n\nT\nT\n").status, 0);
+  const ProgramRun never = run_program("kiva-console", "--until 'instant > 9' " + module, "T\n");
+  EXPECT_EQ(never.status, 1);
+  EXPECT_EQ(never.err, "kiva-console: error: --until: in none of 1 instants holds instant > 9\n");
+
+  const std::string saved = dir.file("saved"), covered = dir.file("covered");
+  const std::string random = "--random 40 --seed 9 --bias T=0.3 " + module;
+  const ProgramRun drawn = run_program(
+      "kiva-console", "--coverage-file " + covered + " --save-stimuli " + saved + " " + random);
+  EXPECT_EQ(run_program("kiva-console", module + " " + saved).out, drawn.out);
+  const ProgramRun again =
+      run_program("kiva-console", "--coverage --coverage-file " + covered + " " + random);
+  EXPECT_EQ(again.out, drawn.out);
+  EXPECT_NE(again.err.find("coverage of toggle in 80 instants\n"), std::string::npos) << again.err;
+  EXPECT_EQ(run_program("kiva-console", "--bias X=1 " + random).status, 1);
+
+  const ProgramRun why = run_program("kiva-console", "--why Q@3 " + module, "T\n\nT\n");
+  EXPECT_EQ(why.out, "T = One\nR = One\n");
+  EXPECT_EQ(run_program("kiva-console", "--why Q@4 " + module, "T\n").status, 1);
 }
 
 TEST_F(ConsoleInput, WrongUsageEndsWithTwo) {

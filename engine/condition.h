@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/signal_names.h"
+#include "engine/simulation.h"
+
+namespace kiva {
+
+/// A text that cannot be read as a condition.
+struct ConditionError {
+  size_t character;  ///< from 1
+  std::string reason;
+};
+
+/// What must hold in an instant: the expression text over the signals' presence (One counts, all
+/// else does not), `instant` compared with a number (== = != < <= > >=), and NAME=text or
+/// NAME="text" for a value.
+class Condition {
+ public:
+  /// Throws ConditionError.
+  Condition(const std::string& text, const Simulation& simulation);
+  ~Condition();
+  Condition(Condition&&) noexcept;
+  Condition& operator=(Condition&&) noexcept;
+
+  bool holds(const SimulationState& state) const;
+  const std::string& text() const { return text_; }
+  /// The signals that it names, in the order of the text.
+  std::vector<SignalPlace> signals() const;
+
+ private:
+  struct Form;
+  std::string text_;
+  std::unique_ptr<Form> form_;
+};
+
+}  // namespace kiva

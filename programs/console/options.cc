@@ -1,0 +1,83 @@
+#include "programs/console/options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "engine/trace.h"
+#include "programs/report.h"
+
+namespace kiva::console {
+
+namespace {
+
+void add_runs(CLI::App& app, Options& options) {
+  const auto group = "Runs";
+  CLI::Option* random =
+      app.add_option("--random", options.random, "N instants of random inputs in place of stimuli");
+  random->check(CLI::PositiveNumber)->group(group);
+  app.add_option("--seed", options.seed, "of the random inputs (1)")->needs(random)->group(group);
+  app.add_option("--bias", options.biases, "NAME=P: the input is One with probability P")
+      ->needs(random)
+      ->group(group);
+  app.add_option("--values", options.values, "NAME=A,B,...: the texts that a valued input carries")
+      ->needs(random)
+      ->group(group);
+  app.add_option("--save-stimuli", options.save_stimuli, "file for the inputs of the run")
+      ->group(group);
+  app.add_option("--until", options.until,
+                 "ends with the instant in which the condition holds, with status 1 if none does")
+      ->group(group);
+}
+
+void add_looks(CLI::App& app, Options& options) {
+  const auto group = "What is looked at";
+  app.add_flag("--update", options.update,
+               "writes what is seen into the stimuli file, as expectations")
+      ->group(group);
+  app.add_option("--expect", options.expect, "a trace in JSON that the run must have")
+      ->group(group);
+  app.add_flag("--coverage", options.coverage,
+               "tells on the error stream what signals and states the run has shown")
+      ->group(group);
+  app.add_option("--coverage-file", options.coverage_file,
+                 "adds the run's coverage to that of earlier runs in this file")
+      ->group(group);
+  app.add_option("--why", options.why,
+                 "NAME@INSTANT: in place of the trace, the inputs and registers that make the "
+                 "signal what it is there")
+      ->group(group);
+  app.add_flag("--verbose", options.verbose, "shows what the library has to tell, and with --why the way down")->group(group);
+}
+
+}  // namespace
+
+int read_options(int argc, char** argv, Options& options) {
+  CLI::App app{"Runs a compiled module over stimuli and writes the trace.", "kiva-console"};
+  app.add_option("MODULE", options.module, "module to run (.zuc)")->required();
+  app.add_option("STIMULI", options.stimuli,
+                 "one line an instant; standard input when missing or \"-\"");
+  std::vector<std::string> formats;
+  std::string told_formats;
+  for (const TraceFormat& format : trace_formats()) {
+    formats.push_back(format.name);
+    told_formats += (told_formats.empty() ? "" : ", ") + formats.back() + " (" + format.tells + ")";
+  }
+  app.add_option("--format", options.format, told_formats)->check(CLI::IsMember(formats));
+  app.add_option("-o", options.output, "file for the trace instead of the standard output");
+  app.add_option("--log", options.log, "file for what the reader did with the module");
+  app.add_option("--server", options.server, "HOST PORT of the evaluation server")
+      ->check(CLI::Range(1, 65535).application_index(1));
+  add_runs(app, options);
+  add_looks(app, options);
+  try {
+    app.parse(argc, argv);
+    if (options.random > 0 && options.stimuli != "-")
+      throw CLI::ValidationError("--random", "takes the place of stimuli");
+    if (options.update && options.stimuli == "-")
+      throw CLI::ValidationError("--update", "needs a file of stimuli");
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : programs::wrong_usage;
+  }
+  return -1;
+}
+
+}  // namespace kiva::console

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kiva::console {
+
+struct Options {
+  std::string module;
+  std::string stimuli = "-";
+  std::string format = "text";
+  std::string output;
+  std::string log;                             ///< file of the reader's trace; empty for none
+  std::pair<std::string, std::string> server;  ///< host and port; empty for none
+
+  // In place of stimuli.
+  long random = 0;  ///< instants to draw; 0 for none
+  std::uint64_t seed = 1;
+  std::vector<std::string> biases;  ///< NAME=PROBABILITY
+  std::vector<std::string> values;  ///< NAME=TEXT,TEXT,...
+  std::string save_stimuli;
+
+  // What is looked at.
+  std::string until;
+  std::string why;  ///< NAME@INSTANT
+  bool verbose = false;
+  bool update = false;
+  std::string expect;
+  bool coverage = false;
+  std::string coverage_file;
+};
+
+/// Reads the command line; -1 to go on, else the status with which the program ends.
+int read_options(int argc, char** argv, Options& options);
+
+}  // namespace kiva::console
