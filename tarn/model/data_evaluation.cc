@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/printable_text.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/data.h"
 #include "tarn/model/depth_guard.h"
+#include "tarn/model/evaluation_service.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
@@ -44,6 +46,11 @@ class ReadGuard {
   std::vector<const Signal*>& open_ = Session::current().part<Signals>().open;
 };
 
+std::string reply_to(const std::string& request, Sock socket) {
+  const auto& ask = Session::current().part<EvaluationService>().ask;
+  return ask ? ask(request) : Compilation::Socket_call(request, socket);
+}
+
 }  // namespace
 
 std::string DataValue::Simul_put(Module*, ConstantTexts*, ValueTexts*, int*, Sock) {
@@ -65,7 +72,7 @@ std::string DataConstant::Simul_put(Module* module, ConstantTexts* constants, Va
   auto& [expression, text] = at->second;
   if (!text.empty()) return text;
   text = expression != nullptr ? expression->Simul_put(module, constants, values, context, socket)
-                               : Compilation::Socket_call("CONST," + name, socket);
+                               : reply_to("CONST," + name, socket);
   return text;
 }
 
@@ -96,7 +103,7 @@ std::string DataSignalValue::Simul_put(Module* module, ConstantTexts* constants,
         break;
       }
     }
-    std::cerr << "Value:" << result << '\n';
+    std::cerr << "Value:" << printable(result) << '\n';
   }
   if (result == no_value)
     std::cerr << "***error:DataSignalValue:Simul_put: signal: " << signal->getInternalName()
@@ -110,8 +117,8 @@ namespace {
 /// protocol has no escape, so the user is told.
 std::string ask(const std::string& request, bool comma_in_value, Sock socket) {
   if (comma_in_value)
-    std::cerr << "Warning: a value text holds a comma in request: " << request << '\n';
-  return Compilation::Socket_call(request, socket);
+    std::cerr << "Warning: a value text holds a comma in request: " << printable(request) << '\n';
+  return reply_to(request, socket);
 }
 
 bool has_comma(const std::string& text) {
