@@ -57,7 +57,7 @@ bool complain(const std::string& program, const Diagnostic& diagnostic) {
   std::string text = isatty(STDERR_FILENO) == 0 ? "" : "\r\033[K";
   text += diagnostic.line(program) + excerpt(diagnostic.where);
   for (const Diagnostic::Note& note : diagnostic.notes)
-    text += Diagnostic::line(note, program) + excerpt(note.where);
+    text += Diagnostic::line(note, program);
   errors() << text << std::flush;
   return false;
 }

@@ -15,7 +15,7 @@ void Reporter::choose(const std::string& word) {
 void Reporter::take(const Diagnostic& diagnostic) {
   Diagnostic shown = diagnostic;
   if (shown.severity != Severity::error) {
-    if (silent_.contains(shown.name) || (shown.name.empty() && !shown.where.known())) return;
+    if (shown.for_callers || silent_.contains(shown.name)) return;
     if (!shown.name.empty()) shown.sentence += " [-W" + shown.name + "]";
     if (strict_ && shown.severity == Severity::warning) shown.severity = Severity::error;
   }

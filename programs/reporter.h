@@ -7,8 +7,8 @@
 
 namespace kiva::programs {
 
-/// Prints what a session's work has to say, a line each: errors, and warnings that have a name or
-/// a place. Told texts that are neither stay with the library.
+/// Prints what a session's work has to say, a line each, but for what is said to the library's own
+/// callers.
 class Reporter : public DiagnosticSink {
  public:
   explicit Reporter(std::string program) : program_(std::move(program)) {}

@@ -84,7 +84,7 @@ class ConsoleRun {
         server_->open();
       } catch (const ConnectionFault& fault) {
         if (simulation_.asks_for_data()) throw;
-        std::cerr << program << ": warning: " << fault.what() << '\n';
+        programs::errors() << program << ": warning: " << fault.what() << '\n';
       }
     }
     steps_.emplace(server_ ? &*server_ : nullptr);

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <utility>
 
+#include "base/printable_text.h"
 #include "base/process_end.h"
 #include "forms/forms.h"
 #include "tarn/session/session.h"
@@ -45,7 +46,8 @@ const char* word(Severity severity) {
 
 std::string line_of(const Place& where, Severity severity, const std::string& sentence,
                     const std::string& anywhere) {
-  return (where.known() ? where.text() : anywhere) + ": " + word(severity) + sentence + '\n';
+  return printable((where.known() ? where.text() : anywhere) + ": " + word(severity) + sentence) +
+         '\n';
 }
 
 }  // namespace
@@ -91,6 +93,20 @@ void report(const Diagnostic& diagnostic) {
 void report(const std::string& told, Manner manner, Severity severity) {
   Diagnostic diagnostic = Diagnostic::of_told(told, manner);
   diagnostic.severity = severity;
+  diagnostic.for_callers = severity != Severity::error;
+  report(diagnostic);
+}
+
+void report_file(const std::string& path, const std::string& sentence, const std::string& told) {
+  Diagnostic diagnostic = Diagnostic::of_told(told, Manner::message, {path, 0, 0, 0, 0});
+  diagnostic.sentence = sentence;
+  report(diagnostic);
+}
+
+void remark(Severity severity, const std::string& sentence, const std::string& told) {
+  Diagnostic diagnostic = Diagnostic::of_told(told);
+  diagnostic.severity = severity;
+  diagnostic.sentence = sentence;
   report(diagnostic);
 }
 

@@ -40,6 +40,7 @@ struct Diagnostic {
   std::vector<Note> notes;
   std::string told;  ///< the library's own text, which may have many lines
   Manner manner = Manner::stream;
+  bool for_callers = false;  ///< only the library's own callers are told: programs do not show it
 
   /// A fault that is known by its told text alone: the sentence is its first line.
   static Diagnostic of_told(std::string told, Manner manner = Manner::stream, Place where = {});
@@ -70,7 +71,12 @@ class FatalDiagnostic : public std::exception {
 
 /// Tells the text in its manner, and hands the diagnostic to the current session's sink.
 void report(const Diagnostic& diagnostic);
+/// A told text alone; one that is no error is for the library's own callers.
 void report(const std::string& told, Manner manner, Severity severity = Severity::error);
+/// The same of a file, with a sentence for programs.
+void report_file(const std::string& path, const std::string& sentence, const std::string& told);
+/// A told text, and what it says to whoever uses a program.
+void remark(Severity severity, const std::string& sentence, const std::string& told);
 /// Tells the text, and ends the work: by a FatalDiagnostic where the current session has a sink,
 /// else by the end of the process. A fault without place gets the place told last.
 [[noreturn]] void end_with(Diagnostic fault);

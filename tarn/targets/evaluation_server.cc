@@ -274,11 +274,11 @@ void Module::save_kiva_code() const {
   const std::string file = SimulationZucDir() + "/kiva_" + name + ".cc";
   SessionOutput whole(file);
   if (!whole.opened()) {
-    report("Cannot open kiva file:" + file, Manner::message);
+    report_file(file, "cannot be written", "Cannot open kiva file:" + file);
     return;
   }
   SIMUL_ZUC_put(whole.out());
-  if (!whole.finish()) report("Cannot write kiva file:" + file, Manner::message);
+  if (!whole.finish()) report_file(file, "cannot be written", "Cannot write kiva file:" + file);
 }
 
 void Module::SIMUL_ZUC_put(std::ostream& out) const {
