@@ -109,7 +109,7 @@ TEST(Finalisation, ProbesOfTheRulesShowTheirWholeTraces) {
       }
     ++probes;
   }
-  EXPECT_EQ(probes, 13);
+  EXPECT_EQ(probes, 18);
 }
 
 /// What holds of every finalised module.
