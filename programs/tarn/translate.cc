@@ -171,6 +171,7 @@ void choose(Options& options) {
   Compilation::target_rules().files = true;  // -d and -o hold for every text
   Compilation::KeepWiresFlag() = options.keep_wires;
   Compilation::ForgetLocalsNameFlag() = options.forget_locals;
+  Compilation::StripFlag() = options.strip;
   Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;
   Compilation::DebugFlag() = options.comments;
   Module::OutputDir() = options.folder;

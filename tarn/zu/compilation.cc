@@ -7,6 +7,7 @@
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/circuit.h"
 #include "tarn/zu/last_value.h"
 #include "tarn/zu/nested_modules.h"
 #include "tarn/zu/statements/loop.h"
@@ -62,7 +63,7 @@ bool compile_module(Module* module) {
 void create_compile_env(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
   const auto make_wire = [&](const char* prefix) {
-    return make_kept<Signal>(prefix + module->getName(), module, wood);
+    return make_kept<Signal>(signal_name(prefix + module->getName(), module), module, wood);
   };
   module->setSet(make_wire("SET"));
   module->setReset(make_wire("RESET"));

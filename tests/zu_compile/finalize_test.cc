@@ -25,18 +25,23 @@ using testing::HasSubstr;
 struct Finalised : Compiled {
   explicit Finalised(const std::string& text, const Rules& rules = Rules::sound(),
                      bool keep_wires = false, int keep_rtl = 0)
-      : Compiled(text, rules) {
+      : Compiled(text, rules), before_(std::exchange(Compilation::rules(), rules)) {
     if (!ok()) return;
     Compilation::KeepWiresFlag() = keep_wires;
     told = run_captured([&] { module()->finalize(keep_rtl); }).err;
     Compilation::KeepWiresFlag() = false;
   }
+  /// The rules hold as long as it lives.
+  ~Finalised() { Compilation::rules() = before_; }
   const Bddexpression* at(long id) const { return wood()->exp_by_index(id); }
   bool defines(const Signal* signal) const {
     return at(signal->getInitialBddStatusId(module(), wood())) != nullptr;
   }
   std::string name(long id) const { return wood()->Name_var_by_index(id); }
   std::string told;
+
+ private:
+  Rules before_;
 };
 
 std::string probe(const std::string& name) {

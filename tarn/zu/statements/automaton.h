@@ -106,6 +106,8 @@ class Automaton : public Statement {
   std::vector<Statement*> children() const override;
 
  private:
+  State* make_twin(const State& state);
+
   std::unique_ptr<GeometryPair> geometry_;
   StateTable state_table_;
   std::list<Transition*> transition_list_;
