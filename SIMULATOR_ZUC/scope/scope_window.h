@@ -33,6 +33,8 @@ class ScopeWindow : public QMainWindow {
   QLineEdit* prompt() const { return prompt_; }
   QString status() const;
   void go();
+  /// Asks how many instants are to be run.
+  void ask_run() { ask(Asked::instants); }
 
   /// A control: its key, what it does, and where it is pressed.
   struct Control {
@@ -65,7 +67,6 @@ class ScopeWindow : public QMainWindow {
   void change_after();
   void ask_instant() { ask(Asked::instant); }
   void ask_until() { ask(Asked::condition); }
-  void ask_run() { ask(Asked::instants); }
   void ask_signal() { ask(Asked::signal); }
   void ask_mark() { ask(Asked::mark); }
   void next_branch();
