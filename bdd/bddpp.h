@@ -35,8 +35,8 @@ constexpr int Max_number_of_terms() {
 /// Conventions: an `id` is a variable's number of creation, an `index` its place in the order, both
 /// from 0; `link` is a polarity, +1 or -1; a literal array has one int for each variable, by index:
 /// 0 false, 1 true, 2 unknown or absent. Wrong calls write one line on the error stream and give
-/// the neutral result named at the operation. One thread at a time. What bears the mark `classic` no
-/// program calls: it is kept for callers who know it by name.
+/// the neutral result named at the operation. One thread at a time. What bears the mark `classic`
+/// no program calls: it is kept for callers who know it by name.
 class bddpp_manager {
  public:
   bddpp_manager();

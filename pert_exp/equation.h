@@ -13,8 +13,8 @@ namespace kiva {
 class Bddexpressionwood;
 
 /// One equation: a variable of the wood's manager (left member) defined by a function (right
-/// member). An abstract equation has no function: its truth comes from a data expression. What bears
-/// the mark `classic` no program calls.
+/// member). An abstract equation has no function: its truth comes from a data expression. What
+/// bears the mark `classic` no program calls.
 class Bddexpression {
  public:
   /// Empty: abstract, in no wood.

@@ -17,8 +17,8 @@ namespace kiva {
 
 /// The equations of one module over one manager. All indices are variable indices of that manager;
 /// all iteration is by ascending index. The wood owns the equations that it has learnt; one that is
-/// replaced by another of its variable is not deleted, and is its maker's again. What bears the mark
-/// `classic` no program calls.
+/// replaced by another of its variable is not deleted, and is its maker's again. What bears the
+/// mark `classic` no program calls.
 class Bddexpressionwood {
  public:
   /// Over a manager of its own.
