@@ -46,6 +46,25 @@ void FenPrincipale::Check_nothing() {
   }
 }
 
+/// A radio that tells another state than the chosen row's comes after it.
+void FenPrincipale::show_chosen_state() {
+  const int row = couleur_signal->selected_row();
+  if (row < 0 || row >= nb_inputs) return;
+  const SignalState state = simulation_->state().inputs[static_cast<size_t>(row)];
+  const std::pair<QRadioButton*, SignalState> radios[] = {
+      {debugger_panel->one, SignalState::one},
+      {debugger_panel->zero, SignalState::zero},
+      {debugger_panel->top, SignalState::top},
+      {debugger_panel->bottom, SignalState::bottom}};
+  bool differs = false;
+  for (const auto& [radio, shown] : radios) differs |= radio->isChecked() && shown != state;
+  if (!differs) return;
+  for (const auto& [radio, shown] : radios) {
+    const QSignalBlocker quiet(radio);
+    radio->setChecked(shown == state);
+  }
+}
+
 void FenPrincipale::Set_ListColor(QModelIndex index) {
   if (pautom == nullptr || !index.isValid() || index.row() >= nb_inputs) return;
   couleur_signal->last_selected(Tab.data(), index);
@@ -79,6 +98,21 @@ void FenPrincipale::choose_row(int row) {
   if (row < 0 || row >= nb_inputs) return;
   table->setCurrentCell(row, 0, QItemSelectionModel::Select);
   Set_ListColor(table->model()->index(row, 0));
+}
+
+void FenPrincipale::step_row(int row) {
+  if (row < 0 || row >= nb_inputs) return;
+  choose_row(row);
+  std::vector<std::pair<SignalState, QRadioButton*>> offered{
+      {SignalState::one, debugger_panel->one}, {SignalState::zero, debugger_panel->zero}};
+  if (pautom->getFinalised() == 0)
+    offered.insert(offered.end(), {{SignalState::top, debugger_panel->top},
+                                   {SignalState::bottom, debugger_panel->bottom}});
+  const SignalState now = simulation_->state().inputs[static_cast<size_t>(row)];
+  size_t next = 0;
+  for (size_t i = 0; i < offered.size(); ++i)
+    if (offered[i].first == now) next = (i + 1) % offered.size();
+  offered[next].second->setChecked(true);
 }
 
 void FenPrincipale::choose_colour(bool b, void (FenPrincipale::*check)(bool), const char* word,

@@ -26,6 +26,20 @@ void set_text_colour(QWidget* widget, const QColor& color) {
   widget->setPalette(palette);
 }
 
+/// A wave that goes high, low, and high.
+QIcon wave_icon() {
+  QPixmap picture(80, 80);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(QColor(0x8f, 0xbc, 0xff), 6, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin));
+  painter.drawPolyline(
+      QPolygon({{6, 56}, {22, 56}, {22, 22}, {44, 22}, {44, 56}, {60, 56}, {60, 22}, {74, 22}}));
+  painter.setPen(QPen(QColor(0xf0, 0x9a, 0x45), 4));
+  painter.drawLine(52, 10, 52, 70);
+  return QIcon(picture);
+}
+
 }  // namespace
 
 void FenPrincipale::create_gui() {
@@ -35,6 +49,7 @@ void FenPrincipale::create_gui() {
       ->hide();  // it has no menus, and would leave a bright strip over the banner
   create_docks();
   create_tool_buttons();
+  setWindowIcon(wave_icon());
   set_text_colour(debugger_panel->one, Qt::blue);
   set_text_colour(debugger_panel->zero, Qt::yellow);
   set_text_colour(debugger_panel->bottom, Qt::black);
@@ -98,6 +113,9 @@ void FenPrincipale::create_tool_buttons() {
   config = create_tool_button(":/img/preferences.png", tr("Configure Personal finances"),
                               QPoint(300, 10));
   help = create_tool_button(":/img/help.png", tr("Show about dialog"), QPoint(400, 10));
+  scope_button =
+      create_tool_button("", tr("The run over time: waves, branches, why (F9)"), QPoint(870, 10));
+  scope_button->setIcon(wave_icon());
 }
 
 void FenPrincipale::load_data_ui() {
@@ -106,6 +124,7 @@ void FenPrincipale::load_data_ui() {
   reset->setText(tr("Init"));
   config->setText(tr("Preferences"));
   help->setText(tr("Help"));
+  scope_button->setText(tr("Scope"));
   if (pautom != nullptr) {
     title0->hide();
     file_panel->hide();
@@ -129,12 +148,16 @@ void FenPrincipale::connect_all() {
   QTableWidget* inputs = inputs_panel->tableWidget;
   connect(inputs, SIGNAL(clicked(const QModelIndex&)), this, SLOT(Set_ListColor(QModelIndex)));
   connect(inputs, SIGNAL(activated(const QModelIndex&)), this, SLOT(Set_ListColor(QModelIndex)));
+  connect(inputs, &QTableWidget::cellDoubleClicked, this, [this](int row, int column) {
+    if (column == 0) step_row(row);
+  });
   connect(inputs->verticalHeader(), &QHeaderView::sectionClicked, this, &FenPrincipale::choose_row);
   connect(go, SIGNAL(clicked()), this, SLOT(Simuler()));
   connect(reset, SIGNAL(clicked()), this, SLOT(Initialise()));
   connect(set, SIGNAL(clicked()), this, SLOT(raise_set()));
   connect(config, SIGNAL(clicked()), this, SLOT(show_panels_menu()));
   connect(help, SIGNAL(clicked()), this, SLOT(show_help()));
+  connect(scope_button, SIGNAL(clicked()), this, SLOT(show_scope()));
 }
 
 void FenPrincipale::create_panels_menu() {
@@ -142,6 +165,12 @@ void FenPrincipale::create_panels_menu() {
   panels_menu->setAccessibleName(tr("Panels"));
   // The title of a dock becomes the text of its entry.
   for (QDockWidget* dock : docks()) panels_menu->addAction(dock->toggleViewAction());
+  panels_menu->addSeparator();
+  QAction* open = panels_menu->addAction(tr("Open..."), this, &FenPrincipale::ask_open);
+  open->setShortcut(QKeySequence("Ctrl+O"));
+  addAction(open);  // its key works while the menu is closed
+  recent_menu = panels_menu->addMenu(tr("Recent files"));
+  setAcceptDrops(true);
   // A module from the command line has hidden these two inside their dock. They come back before
   // it, for it takes its height from them.
   connect(dock0->toggleViewAction(), &QAction::toggled, this, [this](bool shown) {
@@ -155,11 +184,12 @@ void FenPrincipale::create_panels_menu() {
 }
 
 void FenPrincipale::show_panels_menu() {
+  fill_recent_menu();
   panels_menu->popup(config->mapToGlobal(QPoint(0, config->height())));
 }
 
 void FenPrincipale::fit_tool_buttons() {
-  for (QToolButton* button : {go, set, reset, config, help}) button->adjustSize();
+  for (QToolButton* button : {go, set, reset, config, help, scope_button}) button->adjustSize();
 }
 
 // Left alone, the layout takes from the Load dock what all rows together lack, and cuts its second

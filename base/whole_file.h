@@ -24,9 +24,17 @@ class WholeFile {
   [[nodiscard]] bool finish();
 
  private:
+  WholeFile() = default;
+  void forget_temporary();
+
   std::string path_;
   std::string temporary_;  ///< empty where the file is written to as it is
+  int slot_ = -1;          ///< in the list that an interrupt works off
   std::ofstream out_;
 };
+
+/// Lets an interrupt of the process (SIGINT, SIGTERM, SIGHUP) take the temporary files with it.
+/// What the process ignores stays ignored.
+void remove_unfinished_files_on_interrupt();
 
 }  // namespace kiva

@@ -3,7 +3,9 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "base/whole_file.h"
 #include "tarn/session/diagnostic.h"
 
 namespace kiva::programs {
@@ -36,7 +38,30 @@ class ProgramSession {
   std::unique_ptr<Held> held_;
 };
 
-/// Runs the body of a `main`: what leaves it is complained about, and gives `unusable`.
+/// Whether writing to `path` would replace one of the files, which has then been complained about.
+bool overwrites(const std::string& program, const std::string& path,
+                const std::vector<std::string>& files);
+
+/// The file of the readers' traces, which a program writes where its user names one, and else not
+/// at all.
+class TraceFile {
+ public:
+  /// `path` is "" for none. A failure is told, and `good` false.
+  TraceFile(std::string program, std::string path, const std::vector<std::string>& read);
+  bool good() const { return good_; }
+  /// Null for none.
+  std::ostream* stream() { return file_ == nullptr ? nullptr : &file_->out(); }
+  /// False, which has been told, where not all could be written.
+  bool finish();
+
+ private:
+  std::string program_, path_;
+  std::unique_ptr<WholeFile> file_;
+  bool good_ = true;
+};
+
+/// Runs the body of a `main`: what leaves it is complained about, and gives `unusable`, and so does
+/// text for the standard output that cannot be written. An interrupt leaves no half-written file.
 int run_reported(const std::string& program, const std::function<int()>& body);
 
 }  // namespace kiva::programs

@@ -63,6 +63,7 @@ int read_options(int argc, char** argv, Options& options) {
   }
   app.add_option("--format", options.format, told_formats)->check(CLI::IsMember(formats));
   app.add_option("-o", options.output, "file for the trace instead of the standard output");
+  app.add_option("--log", options.log, "file for what the reader did with the module");
   app.add_option("--server", options.server, "HOST PORT of the evaluation server")
       ->check(CLI::Range(1, 65535).application_index(1));
   add_runs(app, options);

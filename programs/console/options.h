@@ -12,6 +12,7 @@ struct Options {
   std::string stimuli = "-";
   std::string format = "text";
   std::string output;
+  std::string log;                             ///< file of the reader's trace; empty for none
   std::pair<std::string, std::string> server;  ///< host and port; empty for none
 
   // In place of stimuli.

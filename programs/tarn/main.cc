@@ -46,10 +46,16 @@ int work(Options& options, Messages& messages) {
 int main(int argc, char** argv) {
   using namespace kiva;
   using namespace kiva::tarn_program;
-  Options options;
-  int status = 0;
-  if (!read_options(argc, argv, options, status)) return status;
-  fltk_presenter windows;
-  Messages messages(options.windows ? &windows : nullptr);
-  return programs::run_reported("tarn", [&] { return work(options, messages); });
+  return programs::run_reported("tarn", [&] {
+    Options options;
+    int status = 0;
+    if (!read_options(argc, argv, options, status)) return status;
+    programs::TraceFile log("tarn", options.log, {options.files.begin(), options.files.end()});
+    if (!log.good()) return unusable;
+    options.trace = log.stream();
+    fltk_presenter windows;
+    Messages messages(options.windows ? &windows : nullptr);
+    status = work(options, messages);
+    return log.finish() ? status : std::max(status, unusable);
+  });
 }

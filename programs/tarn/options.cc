@@ -59,6 +59,8 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_option("-d", options.folder, "folder for what is written (default: this one)")
       ->check(CLI::ExistingDirectory);
   app.add_option("-o", options.output, "name of the file that is written");
+  app.add_flag("--in-place", options.in_place, "write onto a file that is read here, if need be");
+  app.add_option("--log", options.log, "file for what the reader did with compiled modules");
   app.add_flag("--classic", options.classic,
                "compile by the classic rules, write classic target texts");
   app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");

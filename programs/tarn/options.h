@@ -17,6 +17,9 @@ struct Options {
   std::vector<std::string> modules;
   std::string folder = ".";
   std::string output;
+  std::string log;                ///< file of the readers' traces; empty for none
+  std::ostream* trace = nullptr;  ///< that file, once it is open
+  bool in_place = false;          ///< what is read may be overwritten
   bool zuc = false;
   bool kiva = false;
   std::vector<const Target*> targets;

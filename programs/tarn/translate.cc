@@ -8,6 +8,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/rules.h"
+#include "tarn/session/session_files.h"
 #include "tarn/targets/frame/target_rules.h"
 #include "tarn/zu/parse_supl.h"
 
@@ -178,6 +179,9 @@ void choose(Options& options) {
   Module::SimulationZucDir() = options.folder;
   Module::OutputFile() = options.output;
   Module::CompilationFileList() = &options.files;
+  SessionFiles::current().keep_read = !options.in_place;
+  SessionFiles::current().trace = options.trace;
+  for (const std::string& file : options.files) SessionFiles::current().note_read(file);
 }
 
 bool translate(const std::string& file, Options& options, Messages& messages,

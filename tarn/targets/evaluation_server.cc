@@ -10,11 +10,11 @@
 #include <fstream>
 #include <iostream>
 
-#include "base/whole_file.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
+#include "tarn/session/session_files.h"
 
 namespace kiva {
 
@@ -272,7 +272,7 @@ int main ()
 void Module::save_kiva_code() const {
   require_cpp_names();
   const std::string file = SimulationZucDir() + "/kiva_" + name + ".cc";
-  WholeFile whole(file);
+  SessionOutput whole(file);
   if (!whole.opened()) {
     report("Cannot open kiva file:" + file, Manner::message);
     return;

@@ -6,20 +6,20 @@
 #include <fstream>
 #include <iostream>
 
-#include "base/whole_file.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
+#include "tarn/session/session_files.h"
 
 namespace kiva {
 
 void Module::simulate() {
   if (compilation == nullptr) throw IllegalOperationException("Simulation requires compilation");
   const std::string path = SimulationDir() + name + ".blif";
+  SessionOutput whole(path);
   if (std::ifstream(path)) std::cerr << "File: " << path << " already exists. File rewrited.\n";
   if (getFinalised() == 0) finalize(0);
-  WholeFile whole(path);
   if (!whole.opened()) {
     report("Cannot open output file: " + path, Manner::message);
     return;

@@ -17,6 +17,7 @@
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
 #include "tarn/session/session.h"
+#include "tarn/session/session_files.h"
 #include "tarn/zu/zu_file.h"
 #include "tarn/zu/zu_scanner.h"
 
@@ -252,6 +253,7 @@ void read_zu_file(const char* file) {
     fl_show_alert("Can not open input file:", file, "", 0);
     end_with(std::move(fault));
   }
+  SessionFiles::current().note_read(file);
   zu_scanner scanner(&in, make_kept<std::string>(file));
   struct AtEnd {
     class_zu_parser& reader;

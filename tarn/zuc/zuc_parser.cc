@@ -44,11 +44,11 @@ void class_zuc_parser::add_awaited_io(const Names* awaited_inputs, const Names* 
   awaited_output_list = awaited_outputs;
 }
 
-int class_zuc_parser::parse(std::fstream& log, int explain, const std::string& instance_text) {
+int class_zuc_parser::parse(std::ostream& log, int explain, const std::string& instance_text) {
   return parse(log, explain, instance_text, Compilation::EmptyString);
 }
 
-int class_zuc_parser::parse(std::fstream& log, int explain, const std::string& instance_text,
+int class_zuc_parser::parse(std::ostream& log, int explain, const std::string& instance_text,
                             const std::string& run_instance_text) {
   parse_os = &log;
   explain_param = explain;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <fstream>
+#include <iosfwd>
 #include <list>
 #include <memory>
 #include <string>
@@ -32,8 +32,8 @@ class class_zuc_parser {
   /// Reads from `plexer`, which the caller has set. 0 for success, and then `pmodule_parse` is the
   /// module; otherwise that is half built and must not be used, and `problem()` tells why.
   /// `explain` 1 writes a line for each reduction to `log`. `instance` is appended to signal names.
-  int parse(std::fstream& log, int explain, const std::string& instance);
-  int parse(std::fstream& log, int explain, const std::string& instance,
+  int parse(std::ostream& log, int explain, const std::string& instance);
+  int parse(std::ostream& log, int explain, const std::string& instance,
             const std::string& run_instance);
   /// Restricts the names of inputs and outputs; null or empty lists accept all.
   void add_awaited_io(const Names* inputs, const Names* outputs);
@@ -72,7 +72,7 @@ class class_zuc_parser {
   // What a read holds while it goes.
   long premier_bdd_id = 0;
   int explain_param = 0;
-  std::fstream* parse_os = nullptr;
+  std::ostream* parse_os = nullptr;
   zucFlexLexer* plexer = nullptr;
   std::string module_name;
   Module* pmodule_parse = nullptr;

@@ -4,15 +4,46 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <system_error>
 
 #include "base/Stringpp.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
+#include "tarn/session/session_files.h"
 #include "tarn/zuc/zuc_parser.h"
 #include "tarn/zuc/zuc_scanner.h"
 
 namespace kiva {
+
+namespace {
+
+/// The parser's trace. Beside the file it is whole when the read ends, however it does, replaces a
+/// plain file alone, and that it cannot be written does not matter.
+class ReaderTrace {
+ public:
+  explicit ReaderTrace(const std::string& beside)
+      : chosen_(SessionFiles::current().trace), nowhere_(nullptr) {
+    std::error_code none;
+    const std::filesystem::file_status there = std::filesystem::symlink_status(beside, none);
+    if (!chosen_ && (!exists(there) || is_regular_file(there))) file_.emplace(beside);
+  }
+  ~ReaderTrace() {
+    if (file_) static_cast<void>(file_->finish());
+  }
+  ReaderTrace(const ReaderTrace&) = delete;
+  ReaderTrace& operator=(const ReaderTrace&) = delete;
+
+  bool wanted() const { return chosen_ ? *chosen_ != nullptr : file_ && file_->opened(); }
+  std::ostream& out() { return !wanted() ? nowhere_ : chosen_ ? **chosen_ : file_->out(); }
+
+ private:
+  std::optional<std::ostream*> chosen_;
+  std::optional<SessionOutput> file_;
+  std::ostream nowhere_;
+};
+
+}  // namespace
 
 ZucRead read_zuc_file(const std::string& file, const std::string& instance,
                       const std::string& run_instance, const std::list<std::string>* awaited_inputs,
@@ -29,13 +60,14 @@ ZucRead read_zuc_file(const std::string& file, const std::string& instance,
   std::ifstream in(file, std::ios::binary);
   if (!in) return failed(0, std::generic_category().message(errno));
   read.opened = true;
-  std::fstream log(file + ".log", std::ios::out | std::ios::trunc);
+  SessionFiles::current().note_read(file);
+  ReaderTrace trace(file + ".log");
   class_zuc_parser parser;
-  zuc_scanner scanner(&in, &log);
+  zuc_scanner scanner(&in, &trace.out());
   parser.plexer = &scanner;
   parser.add_awaited_io(awaited_inputs, awaited_outputs);
   try {
-    if (parser.parse(log, 1, instance, run_instance) != 0)
+    if (parser.parse(trace.out(), trace.wanted() ? 1 : 0, instance, run_instance) != 0)
       return failed(parser.problem().line, parser.problem().reason);
     read.module = parser.pmodule_parse;
   } catch (const LibraryException& exception) {

@@ -19,7 +19,8 @@ struct [[nodiscard]] ZucRead {
 };
 
 /// Reads a compiled module. Only once the file could be opened, the parser's trace goes to a file
-/// of its name with ".log" behind it; a trace file that cannot be written does not matter.
+/// of its name with ".log" behind it, or where `SessionFiles::trace` says; a trace file that cannot
+/// be written does not matter.
 /// `instance` is appended to signal names; the awaited lists, where not null or empty, restrict the
 /// names of inputs and outputs. Exceptions of the library come back as a problem; a fault that ends
 /// the work leaves with its place in the file.

@@ -7,7 +7,6 @@
 #include "tarn/zuc/zuc_writer.h"
 
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <set>
 
@@ -16,6 +15,7 @@
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
+#include "tarn/session/session_files.h"
 
 namespace kiva {
 
@@ -254,15 +254,15 @@ void save_zuc(Module* module) {
     file += ".zuc";
   }
   const std::string path = Module::OutputDir() + "/" + file;
+  SessionOutput out(path);
   if (std::filesystem::exists(path))
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
-  std::ofstream out(path);
-  if (!out) {
+  if (!out.opened()) {
     report("Cannot open output file: " + path, Manner::message);
     return;
   }
-  write_zuc(module, out, Compilation::ForgetLocalsNameFlag());
-  if (!out.flush()) report("Cannot write output file: " + path, Manner::message);
+  write_zuc(module, out.out(), Compilation::ForgetLocalsNameFlag());
+  if (!out.finish()) report("Cannot write output file: " + path, Manner::message);
 }
 
 }  // namespace kiva

@@ -17,13 +17,6 @@ std::string console_arguments(const std::filesystem::path& module,
   return "--format json '" + module.string() + "' '" + stimuli.string() + "'";
 }
 
-/// A copy of the module in a folder of the test's own: its trace file is written beside it.
-std::filesystem::path copied(const std::filesystem::path& module, const TempDir& dir) {
-  const auto copy = dir.path() / module.filename();
-  std::filesystem::copy_file(module, copy, std::filesystem::copy_options::overwrite_existing);
-  return copy;
-}
-
 TEST(Console, ReplaysEveryExample) {
   int replayed = 0;
   for (const auto& entry :
@@ -35,9 +28,7 @@ TEST(Console, ReplaysEveryExample) {
     auto stimuli = module;
     stimuli.replace_extension(".stimuli");
     if (std::filesystem::exists(module.parent_path() / "data")) continue;  // needs its server
-    const TempDir dir;
-    const ProgramRun run =
-        run_program("kiva-console", console_arguments(copied(module, dir), stimuli));
+    const ProgramRun run = run_program("kiva-console", console_arguments(module, stimuli));
     EXPECT_EQ(run.status, 0) << module << run.err;
     EXPECT_EQ(run.out, read_text(entry.path().string())) << module;
     ++replayed;
@@ -47,10 +38,8 @@ TEST(Console, ReplaysEveryExample) {
 
 /// Compares the outputs of a whole run with those that another simulator gave.
 void replay_circuit(const std::filesystem::path& folder, const std::string& name) {
-  const TempDir dir;
   const ProgramRun run = run_program(
-      "kiva-console",
-      console_arguments(copied(folder / (name + ".zuc"), dir), folder / (name + ".stimuli")));
+      "kiva-console", console_arguments(folder / (name + ".zuc"), folder / (name + ".stimuli")));
   ASSERT_EQ(run.status, 0) << run.err;
   std::istringstream ours(run.out);
   std::ifstream theirs(folder / (name + ".expected"));
@@ -79,8 +68,7 @@ TEST(Console, AgreesWithALogicSimulatorOnLargeCircuits) {
 }
 
 TEST(Console, ShowsTheOutputsAlone) {
-  const TempDir dir;
-  const auto counter = copied(source_folder("examples/counter/counter.zuc"), dir);
+  const auto counter = source_folder("examples/counter/counter.zuc");
   EXPECT_EQ(
       run_program("kiva-console", "--format outputs '" + counter.string() + "'", "inc\n\n").out,
       "# instant  outputs present, with their values | other outputs by state\n"
@@ -90,9 +78,8 @@ TEST(Console, ShowsTheOutputsAlone) {
 
 class ConsoleInput : public testing::Test {
  protected:
-  ConsoleInput() { module = copied(source_folder("examples/toggle/toggle.zuc"), dir).string(); }
-  TempDir dir;
-  std::string module;
+  const TempDir dir;
+  const std::string module = source_folder("examples/toggle/toggle.zuc").string();
 };
 
 TEST_F(ConsoleInput, ComesFromAFileOrTheStandardInput) {

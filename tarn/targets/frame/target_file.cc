@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <iostream>
 
-#include "base/whole_file.h"
 #include "tarn/model/module.h"
 #include "tarn/session/diagnostic.h"
+#include "tarn/session/session_files.h"
 
 namespace kiva {
 
@@ -21,9 +21,9 @@ std::string print_path(const Module& module, const PrintFile& file, const Target
 
 void write_print_file(const std::string& path, const std::string& text, const PrintFile& file,
                       const TargetRules& rules) {
+  SessionOutput whole(path);
   if ((rules.files || file.tells_existing) && std::filesystem::exists(path))
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
-  WholeFile whole(path);
   if (!whole.opened()) {
     if (rules.files || file.tells_failure)
       report("Cannot open output file: " + path, Manner::message);
