@@ -11,6 +11,7 @@
 #include "tarn/session/session_files.h"
 #include "tarn/targets/frame/target_rules.h"
 #include "tarn/zu/parse_supl.h"
+#include "tarn/zuc/zuc_reader.h"
 
 namespace kiva::tarn_program {
 
@@ -27,6 +28,7 @@ class Translation {
  private:
   bool read_compiled();
   void compile_source();
+  bool reads_back(const std::string& path);
   bool write(Module* module);
   bool write_target(Module* module, const Target& target);
   template <class Print>
@@ -109,15 +111,23 @@ bool Translation::write_target(Module* module, const Target& target) {
   return true;
 }
 
+/// Is what has been written a compiled module for others, too?
+bool Translation::reads_back(const std::string& path) {
+  const programs::ProgramSession session(&messages_);
+  SessionFiles::current().trace = nullptr;
+  const ZucRead read = read_zuc_file(path, "", "");
+  return read.module != nullptr || fail(read.where, read.reason);
+}
+
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
   if (options_.zuc || (!options_.kiva && options_.targets.empty())) {
     if (!print([&] { module->save(); })) return false;
-    if (!options_.quiet) {
-      std::string name = options_.output.empty() ? module->getName() : options_.output;
-      if (name.find(".zuc") == std::string::npos) name += ".zuc";
-      std::cout << options_.folder << '/' << name << '\n';
-    }
+    std::string name = options_.output.empty() ? module->getName() : options_.output;
+    if (name.find(".zuc") == std::string::npos) name += ".zuc";
+    const std::string path = options_.folder + '/' + name;
+    if (!reads_back(path)) return false;
+    if (!options_.quiet) std::cout << path << '\n';
   }
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
