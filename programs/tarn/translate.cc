@@ -28,7 +28,7 @@ class Translation {
  private:
   bool read_compiled();
   void compile_source();
-  bool reads_back(const std::string& path);
+  bool write_compiled(Module* module);
   bool write(Module* module);
   bool write_target(Module* module, const Target& target);
   template <class Print>
@@ -111,8 +111,13 @@ bool Translation::write_target(Module* module, const Target& target) {
   return true;
 }
 
-/// Is what has been written a compiled module for others, too?
-bool Translation::reads_back(const std::string& path) {
+/// Writes a compiled module, and reads it as others will.
+bool Translation::write_compiled(Module* module) {
+  if (!print([&] { module->save(); })) return false;
+  std::string name = options_.output.empty() ? module->getName() : options_.output;
+  if (name.find(".zuc") == std::string::npos) name += ".zuc";
+  const std::string path = options_.folder + '/' + name;
+  if (!options_.quiet) std::cout << path << '\n';
   const programs::ProgramSession session(&messages_);
   SessionFiles::current().trace = nullptr;
   const ZucRead read = read_zuc_file(path, "", "");
@@ -121,14 +126,8 @@ bool Translation::reads_back(const std::string& path) {
 
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
-  if (options_.zuc || (!options_.kiva && options_.targets.empty())) {
-    if (!print([&] { module->save(); })) return false;
-    std::string name = options_.output.empty() ? module->getName() : options_.output;
-    if (name.find(".zuc") == std::string::npos) name += ".zuc";
-    const std::string path = options_.folder + '/' + name;
-    if (!reads_back(path)) return false;
-    if (!options_.quiet) std::cout << path << '\n';
-  }
+  if (options_.zuc || (!options_.kiva && options_.targets.empty()))
+    if (!write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
     if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
