@@ -102,6 +102,12 @@ class Bddexpression {
   /// One line of a compiled module: dates, the variable's number by `map`, the root's local id and
   /// polarity, the numbers of what it reads. Nothing without manager or variable.
   void put_zuc(std::ostream& os, long* map);
+  // Classic, and taken by no reader: the line without what the equation reads, and the dates with
+  // the equation as a text of products behind them.
+  void put_zuc_2_0_4(std::ostream& os, long* map);
+  void put_zuc_0_3_0(std::ostream& os, long* map);
+  void Put_zuc_2_0_4(std::ostream& os, long* map) { put_zuc_2_0_4(os, map); }
+  void Put_zuc_0_3_0(std::ostream& os, long* map) { put_zuc_0_3_0(os, map); }
 
   // For people (document_code.cc). An equation without function says so.
   /// The definition as a sum of products.
