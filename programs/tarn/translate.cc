@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/whole_file.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
@@ -11,6 +12,7 @@
 #include "tarn/session/session_files.h"
 #include "tarn/targets/frame/target_rules.h"
 #include "tarn/zu/parse_supl.h"
+#include "tarn/zu/source_map.h"
 
 namespace kiva::tarn_program {
 
@@ -28,6 +30,8 @@ class Translation {
   bool read_compiled();
   void compile_source();
   bool write(Module* module);
+  bool write_compiled(Module* module);
+  bool write_map(Module* module);
   bool write_target(Module* module, const Target& target);
   template <class Print>
   bool print(Print print);
@@ -109,16 +113,21 @@ bool Translation::write_target(Module* module, const Target& target) {
   return true;
 }
 
+/// The compiled module, and its map where that is asked for.
+bool Translation::write_compiled(Module* module) {
+  if (!print([&] { module->save(); })) return false;
+  if (options_.map && is_source(file_) && !write_map(module)) return false;
+  if (options_.quiet) return true;
+  std::string name = options_.output.empty() ? module->getName() : options_.output;
+  if (name.find(".zuc") == std::string::npos) name += ".zuc";
+  std::cout << options_.folder << '/' << name << '\n';
+  return true;
+}
+
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
-  if (options_.zuc || (!options_.kiva && options_.targets.empty())) {
-    if (!print([&] { module->save(); })) return false;
-    if (!options_.quiet) {
-      std::string name = options_.output.empty() ? module->getName() : options_.output;
-      if (name.find(".zuc") == std::string::npos) name += ".zuc";
-      std::cout << options_.folder << '/' << name << '\n';
-    }
-  }
+  const bool zuc = options_.zuc || (!options_.kiva && options_.targets.empty());
+  if (zuc && !write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
     if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
@@ -129,6 +138,17 @@ bool Translation::write(Module* module) {
     for (const Target* target : options_.targets)
       if (target->finalises == finalises) good = write_target(module, *target) && good;
   return good;
+}
+
+/// Beside the compiled module.
+bool Translation::write_map(Module* module) {
+  std::string name = options_.output.empty() ? module->getName() : options_.output;
+  if (!name.ends_with(".zuc")) name += ".zuc";
+  const std::string path = options_.folder + '/' + name + ".map";
+  WholeFile file(path);
+  if (file.opened()) file.out() << source_map_text(source_map(module), module->getName());
+  if (!file.opened() || !file.finish()) return fail({path, 0, 0, 0, 0}, "cannot be written");
+  return true;
 }
 
 std::string Translation::in_module() const {
@@ -170,7 +190,7 @@ void choose(Options& options) {
   Compilation::rules() = options.classic ? Rules::classic() : Rules::sound();
   Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
   Compilation::target_rules().files = true;  // -d and -o hold for every text
-  Compilation::KeepWiresFlag() = options.keep_wires;
+  Compilation::KeepWiresFlag() = options.keep_wires || options.map;
   Compilation::ForgetLocalsNameFlag() = options.forget_locals;
   Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;
   Compilation::DebugFlag() = options.comments;

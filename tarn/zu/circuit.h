@@ -80,7 +80,7 @@ class Circuit {
  private:
   Signal* make_register_variable(const std::string& name);
 
-  const Statement& statement_;
+  Statement& statement_;
   Module* module_;
   EquationTable* table_;
 };
