@@ -26,6 +26,7 @@ FenPrincipale::FenPrincipale() {
 FenPrincipale::FenPrincipale(std::string file) {
   setupUi(this);
   std::cerr << "Call from tarn with argument:" << file << std::endl;
+  module_file_ = QFile::decodeName(file.c_str());
   std::string instance;
   if (!guarded("FenPrincipale", [&] { pautom = parse(file, instance); })) pautom = nullptr;
   create_gui();
@@ -121,6 +122,7 @@ void FenPrincipale::afficherAll() {
       return;
     }
     file_panel->lineEdit_4->setText(name);
+    module_file_ = name;
   }
   const bool shown = guarded("afficherAll", [&] {
     if (simulation_ == nullptr) simulation_ = std::make_unique<Simulation>(pautom);

@@ -213,6 +213,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   std::unique_ptr<Simulation> simulation_;
   std::unique_ptr<TimeControl> time_;
   std::unique_ptr<ScopeWindow> scope_;
+  QString module_file_;       ///< of the running module
   std::string load_problem_;  ///< of the last file: name, line and reason
   class QDialog* help_dialog_ = nullptr;
 };

@@ -58,6 +58,7 @@ bool FenPrincipale::open_file(const QString& name) {
   time_.reset();
   simulation_ = std::move(simulation);
   pautom = module;
+  module_file_ = name;
   file_panel->lineEdit_4->setText(name);
   remember(name);
   afficherAll();

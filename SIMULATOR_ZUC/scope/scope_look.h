@@ -17,6 +17,9 @@ struct ScopeLook {
   QColor one_fill;  ///< below its line
   QColor top;       ///< a contradiction
   QColor unknown;   ///< hatched
+  QColor started;   ///< behind source text, as the next two
+  QColor ended;
+  QColor killed;
 
   static constexpr int row_height = 26;
   static const ScopeLook& light();

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "SIMULATOR_ZUC/scope/inputs_pane.h"
+#include "SIMULATOR_ZUC/scope/source_pane.h"
 #include "SIMULATOR_ZUC/scope/time_line.h"
 #include "SIMULATOR_ZUC/scope/wave_view.h"
 #include "SIMULATOR_ZUC/scope/why_pane.h"
@@ -29,6 +30,7 @@ class ScopeWindow : public QMainWindow {
   InputsPane* inputs() const { return inputs_; }
   WhyPane* why() const { return why_; }
   TimeLine* line() const { return line_; }
+  SourcePane* source() const { return source_; }
   /// What is asked for in one line: an instant, a condition, a name.
   QLineEdit* prompt() const { return prompt_; }
   QString status() const;
@@ -101,6 +103,7 @@ class ScopeWindow : public QMainWindow {
   InputsPane* inputs_;
   WhyPane* why_;
   TimeLine* line_;
+  SourcePane* source_;
 };
 
 }  // namespace kiva

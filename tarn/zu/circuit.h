@@ -80,7 +80,7 @@ class Circuit {
   void start_and_reset(const Statement& child);
 
  private:
-  const Statement& statement_;
+  Statement& statement_;
   Module* module_;
   EquationTable* table_;
 };
