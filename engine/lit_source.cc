@@ -21,19 +21,25 @@ SourcePlace place_of(const nlohmann::json& span) {
 
 }  // namespace
 
-LitSource::LitSource(const std::string& map_text, const Simulation& simulation) {
-  std::unordered_map<std::string, size_t> rows;
-  for (size_t row = 0; row < simulation.local_names().size(); ++row)
-    rows.emplace(simulation.local_names()[row], row);
-  const auto row_of = [&](const std::string& name) {
-    const auto at = rows.find(name);
-    return at == rows.end() ? none : at->second;
-  };
-  const auto rows_of = [&](const nlohmann::json& names) {
+/// Rows of locals by name.
+struct LitSource::Rows {
+  std::unordered_map<std::string, size_t> by_name;
+
+  size_t of(const std::string& name) const {
+    const auto at = by_name.find(name);
+    return at == by_name.end() ? none : at->second;
+  }
+  std::vector<size_t> of_all(const nlohmann::json& names) const {
     std::vector<size_t> all;
-    for (const nlohmann::json& name : names) all.push_back(row_of(name.get<std::string>()));
+    for (const nlohmann::json& name : names) all.push_back(of(name.get<std::string>()));
     return all;
-  };
+  }
+};
+
+LitSource::LitSource(const std::string& map_text, const Simulation& simulation) {
+  Rows rows;
+  for (size_t row = 0; row < simulation.local_names().size(); ++row)
+    rows.by_name.emplace(simulation.local_names()[row], row);
   try {
     const nlohmann::json json = nlohmann::json::parse(map_text);
     if (json.at("module") != simulation.module()->getName()) {
@@ -41,37 +47,38 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
       return;
     }
     for (const auto& [file, hash] : json.at("sources").items()) hashes_.emplace_back(file, hash);
-    if (json.contains("locals"))
-      for (size_t row : rows_of(json["locals"]))
-        if (row != none) declared_.push_back(row);
-    for (const nlohmann::json& of : json.at("instances")) {
-      Instance instance{of.at("module"), of.at("path"), ""};
-      std::vector<Part> parts;
-      for (const nlohmann::json& part : of.at("statements")) {
-        if (part.at("span").is_null()) continue;
-        if (instance.file.empty()) instance.file = part["span"].at(0);
-        if (!part.at("leaf").get<bool>()) continue;
-        parts.push_back({place_of(part["span"]), row_of(part.at("set")), row_of(part.at("reset")),
-                         row_of(part.at("end")), rows_of(part.at("active")),
-                         rows_of(part.at("next"))});
-      }
-      std::vector<State> states;
-      if (of.contains("states"))
-        for (const nlohmann::json& state : of["states"]) {
-          State lit{place_of(state.at("span")), {}};
-          const std::vector<size_t> bits = rows_of(of.at("code"));
-          for (size_t bit = 0; bit < bits.size(); ++bit)
-            lit.code.emplace_back(bits[bit], (state.at("code").get<unsigned>() >> bit & 1u) != 0);
-          states.push_back(std::move(lit));
-        }
-      instances_.push_back(std::move(instance));
-      parts_.push_back(std::move(parts));
-      states_.push_back(std::move(states));
-    }
+    for (size_t row : rows.of_all(json.at("locals")))
+      if (row != none) declared_.push_back(row);
+    for (const nlohmann::json& of : json.at("instances")) read_instance(&of, rows);
   } catch (const nlohmann::json::exception&) {
     problem_ = "is no map of a source text";
     instances_.clear();
   }
+}
+
+void LitSource::read_instance(const void* text, const Rows& rows) {
+  const nlohmann::json& of = *static_cast<const nlohmann::json*>(text);
+  Instance instance{of.at("module"), of.at("path"), ""};
+  std::vector<Part> parts;
+  for (const nlohmann::json& part : of.at("statements")) {
+    if (part.at("span").is_null()) continue;
+    if (instance.file.empty()) instance.file = part["span"].at(0);
+    if (!part.at("leaf").get<bool>()) continue;
+    parts.push_back({place_of(part["span"]), rows.of(part.at("set")), rows.of(part.at("reset")),
+                     rows.of(part.at("end")), rows.of_all(part.at("active")),
+                     rows.of_all(part.at("next"))});
+  }
+  std::vector<State> states;
+  for (const nlohmann::json& state : of.value("states", nlohmann::json::array())) {
+    State lit{place_of(state.at("span")), {}};
+    const std::vector<size_t> bits = rows.of_all(of.at("code"));
+    for (size_t bit = 0; bit < bits.size(); ++bit)
+      lit.code.emplace_back(bits[bit], (state.at("code").get<unsigned>() >> bit & 1u) != 0);
+    states.push_back(std::move(lit));
+  }
+  instances_.push_back(std::move(instance));
+  parts_.push_back(std::move(parts));
+  states_.push_back(std::move(states));
 }
 
 std::string LitSource::stale(size_t instance) const {

@@ -67,6 +67,10 @@ class LitSource {
     std::vector<std::pair<size_t, bool>> code;  ///< register rows and what they must be
   };
 
+  struct Rows;
+  /// `text` is a JSON value.
+  void read_instance(const void* text, const Rows& rows);
+
   std::string problem_;
   std::vector<Instance> instances_;
   std::vector<size_t> declared_;

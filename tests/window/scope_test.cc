@@ -186,7 +186,7 @@ TEST_F(Scope, LightsTheSource) {
            R"(","reset":"none","end":"none","active":["R)" + n + R"("],"next":["N)" + n + "\"]}";
   };
   const std::string map = R"({"module":"w","sources":{")" + source + "\":\"" + file_hash(source) +
-                          R"("},"instances":[{"module":"w","path":"w","statements":[)" +
+                          R"("},"locals":[],"instances":[{"module":"w","path":"w","statements":[)" +
                           wait(1, "0") + "," + wait(11, "1") + "]}]}";
   write("w.zuc.map", map);
   open_scope(module);
