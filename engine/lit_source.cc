@@ -49,15 +49,14 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
     for (const auto& [file, hash] : json.at("sources").items()) hashes_.emplace_back(file, hash);
     for (size_t row : rows.of_all(json.at("locals")))
       if (row != none) declared_.push_back(row);
-    for (const nlohmann::json& of : json.at("instances")) read_instance(&of, rows);
+    for (const nlohmann::json& of : json.at("instances")) read_instance(of, rows);
   } catch (const nlohmann::json::exception&) {
     problem_ = "is no map of a source text";
     instances_.clear();
   }
 }
 
-void LitSource::read_instance(const void* text, const Rows& rows) {
-  const nlohmann::json& of = *static_cast<const nlohmann::json*>(text);
+void LitSource::read_instance(const nlohmann::json& of, const Rows& rows) {
   Instance instance{of.at("module"), of.at("path"), ""};
   std::vector<Part> parts;
   for (const nlohmann::json& part : of.at("statements")) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
@@ -68,8 +69,7 @@ class LitSource {
   };
 
   struct Rows;
-  /// `text` is a JSON value.
-  void read_instance(const void* text, const Rows& rows);
+  void read_instance(const nlohmann::json& of, const Rows& rows);
 
   std::string problem_;
   std::vector<Instance> instances_;
