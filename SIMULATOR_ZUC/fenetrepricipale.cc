@@ -26,6 +26,7 @@ FenPrincipale::FenPrincipale() {
 FenPrincipale::FenPrincipale(std::string file) {
   setupUi(this);
   std::cerr << "Call from tarn with argument:" << file << std::endl;
+  module_file_ = QFile::decodeName(file.c_str());
   std::string instance;
   if (!guarded("FenPrincipale", [&] { pautom = parse(file, instance); })) pautom = nullptr;
   create_gui();
@@ -121,10 +122,12 @@ void FenPrincipale::afficherAll() {
       return;
     }
     file_panel->lineEdit_4->setText(name);
+    module_file_ = name;
   }
   const bool shown = guarded("afficherAll", [&] {
     if (simulation_ == nullptr) simulation_ = std::make_unique<Simulation>(pautom);
     start_time();
+    setWindowTitle(QString::fromStdString(pautom->getName()) + " - KIVA");
     debugger_panel->bottom->setVisible(pautom->getFinalised() == 0);
     debugger_panel->top->setVisible(pautom->getFinalised() == 0);
     fill_inputs();

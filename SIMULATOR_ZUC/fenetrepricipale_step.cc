@@ -40,8 +40,7 @@ void FenPrincipale::show_scope() {
     tell("Load a module first: the scope shows it over time.");
     return;
   }
-  if (scope_ == nullptr)
-    scope_ = std::make_unique<ScopeWindow>(time_.get(), file_panel->lineEdit_4->text());
+  if (scope_ == nullptr) scope_ = std::make_unique<ScopeWindow>(time_.get(), module_file_);
   scope_->show();
   scope_->raise();
   scope_->activateWindow();

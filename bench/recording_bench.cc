@@ -30,9 +30,8 @@ struct LongRun {
         [&] {
           const unsigned bits = random();
           for (size_t row = 0; row < simulation->input_rows().size(); ++row)
-            simulation->choose_input(row, (bits >> (row % 32) & 1) != 0
-                                              ? kiva::SignalState::one
-                                              : kiva::SignalState::zero);
+            simulation->choose_input(row, (bits >> (row % 32) & 1) != 0 ? kiva::SignalState::one
+                                                                        : kiva::SignalState::zero);
         },
         nullptr, nullptr);
   }
@@ -47,15 +46,14 @@ LongRun& long_run() {
 
 void tell_memory(benchmark::State& state) {
   state.counters["MiB"] = static_cast<double>(long_run().recording->memory()) / (1 << 20);
-  state.counters["signals"] = static_cast<double>(
-      long_run().simulation->input_names().size() + long_run().simulation->output_names().size() +
-      long_run().simulation->local_names().size());
+  state.counters["signals"] = static_cast<double>(long_run().simulation->input_names().size() +
+                                                  long_run().simulation->output_names().size() +
+                                                  long_run().simulation->local_names().size());
 }
 
 void any_instant(benchmark::State& state) {
   std::mt19937 random(2);
-  for (auto _ : state)
-    long_run().recording->to({0, static_cast<long>(random() % instants)});
+  for (auto _ : state) long_run().recording->to({0, static_cast<long>(random() % instants)});
   tell_memory(state);
 }
 

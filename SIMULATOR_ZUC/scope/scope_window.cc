@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSettings>
@@ -68,7 +69,8 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
       waves_(new WaveView(time)),
       inputs_(new InputsPane(time)),
       why_(new WhyPane(time)),
-      line_(new TimeLine(time)) {
+      line_(new TimeLine(time)),
+      source_(new SourcePane(time, file)) {
   const QString module = QString::fromStdString(time->recording().simulation().module()->getName());
   setWindowTitle(tr("%1 - scope").arg(module));
   setObjectName("scope");
@@ -89,7 +91,11 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
   layout->addWidget(make_bar());
-  layout->addWidget(panes, 1);
+  auto* sides = new QSplitter(Qt::Horizontal);
+  sides->addWidget(panes);
+  sides->addWidget(framed(tr("Source"), source_));
+  sides->setSizes({740, 440});
+  layout->addWidget(sides, 1);
   prompt_ = new QLineEdit;
   prompt_->hide();
   layout->addWidget(prompt_);
@@ -108,6 +114,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   safe_ = settings.value("scope/safe").toBool();
   dress();
   refresh();
+  if (source_->has_source()) waves_->set_declared(source_->source()->declared());
   // What a person asks first: why the first output is what it is.
   for (size_t row = 0; row < waves_->rows().size(); ++row)
     if (!waves_->rows()[row].title && waves_->rows()[row].place.list == SignalPlace::output) {
@@ -255,10 +262,12 @@ void ScopeWindow::dress() {
   const QString module =
       QString::fromStdString(time_->recording().simulation().module()->getName());
   name_->setText(QString("<b>%1</b> <span style='color:%2'>%3</span>")
-                     .arg(module.toHtmlEscaped(), look.faint.name(), file_.toHtmlEscaped()));
+                     .arg(module.toHtmlEscaped(), look.faint.name(),
+                          QFileInfo(file_).fileName().toHtmlEscaped()));
   waves_->look_changed();
   why_->ask_again();
   line_->update();
+  source_->refresh();
 }
 
 void ScopeWindow::closeEvent(QCloseEvent* event) {

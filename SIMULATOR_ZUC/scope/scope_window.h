@@ -4,6 +4,7 @@
 #include <span>
 
 #include "SIMULATOR_ZUC/scope/inputs_pane.h"
+#include "SIMULATOR_ZUC/scope/source_pane.h"
 #include "SIMULATOR_ZUC/scope/time_line.h"
 #include "SIMULATOR_ZUC/scope/wave_view.h"
 #include "SIMULATOR_ZUC/scope/why_pane.h"
@@ -29,10 +30,13 @@ class ScopeWindow : public QMainWindow {
   InputsPane* inputs() const { return inputs_; }
   WhyPane* why() const { return why_; }
   TimeLine* line() const { return line_; }
+  SourcePane* source() const { return source_; }
   /// What is asked for in one line: an instant, a condition, a name.
   QLineEdit* prompt() const { return prompt_; }
   QString status() const;
   void go();
+  /// Asks how many instants are to be run.
+  void ask_run() { ask(Asked::instants); }
 
   /// A control: its key, what it does, and where it is pressed.
   struct Control {
@@ -65,7 +69,6 @@ class ScopeWindow : public QMainWindow {
   void change_after();
   void ask_instant() { ask(Asked::instant); }
   void ask_until() { ask(Asked::condition); }
-  void ask_run() { ask(Asked::instants); }
   void ask_signal() { ask(Asked::signal); }
   void ask_mark() { ask(Asked::mark); }
   void next_branch();
@@ -100,6 +103,7 @@ class ScopeWindow : public QMainWindow {
   InputsPane* inputs_;
   WhyPane* why_;
   TimeLine* line_;
+  SourcePane* source_;
 };
 
 }  // namespace kiva

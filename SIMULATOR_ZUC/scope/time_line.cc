@@ -10,7 +10,7 @@
 namespace kiva {
 
 namespace {
-constexpr int bar_height = 18;
+constexpr int bar_height = 24;
 constexpr size_t most_bars = 4;
 constexpr int margin = 10;
 }  // namespace

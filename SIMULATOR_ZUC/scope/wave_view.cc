@@ -75,6 +75,13 @@ void WaveView::make_rows() {
   show_made(false);
 }
 
+void WaveView::set_declared(const std::vector<size_t>& rows) {
+  for (Row& row : all_)
+    if (!row.title && row.place.list == SignalPlace::local)
+      row.made = std::ranges::find(rows, row.place.row) == rows.end();
+  show_made(shows_made_);
+}
+
 void WaveView::show_made(bool shown) {
   shows_made_ = shown;
   const Row chosen = chosen_ < 0 ? Row{} : rows_[static_cast<size_t>(chosen_)];

@@ -32,6 +32,8 @@ class WaveView : public QAbstractScrollArea {
   /// The next row whose name holds the text, behind the chosen one; false where there is none.
   bool find(const QString& text);
   void show_made(bool shown);
+  /// Rows of locals: all others are the compiler's.
+  void set_declared(const std::vector<size_t>& rows);
   bool shows_made() const { return shows_made_; }
   /// Moves a row among those of its group, by so many places.
   void move_chosen(int places);

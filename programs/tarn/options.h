@@ -28,8 +28,10 @@ struct Options {
   bool classic = false;
   bool no_finalize = false;
   bool keep_wires = false;
+  bool map = false;  ///< and what keeps the wires that it names
   bool keep_rtl = false;
   bool forget_locals = false;
+  bool strip = false;
   bool check_over_knowledge = false;
   bool comments = false;
   bool windows = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/whole_file.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
@@ -11,6 +12,8 @@
 #include "tarn/session/session_files.h"
 #include "tarn/targets/frame/target_rules.h"
 #include "tarn/zu/parse_supl.h"
+#include "tarn/zu/source_map.h"
+#include "tarn/zuc/zuc_reader.h"
 
 namespace kiva::tarn_program {
 
@@ -27,7 +30,9 @@ class Translation {
  private:
   bool read_compiled();
   void compile_source();
+  bool write_compiled(Module* module);
   bool write(Module* module);
+  bool write_map(Module* module, const std::string& path);
   bool write_target(Module* module, const Target& target);
   template <class Print>
   bool print(Print print);
@@ -109,16 +114,24 @@ bool Translation::write_target(Module* module, const Target& target) {
   return true;
 }
 
+/// Writes a compiled module, and reads it as others will; its map where that is asked for.
+bool Translation::write_compiled(Module* module) {
+  if (!print([&] { module->save(); })) return false;
+  std::string name = options_.output.empty() ? module->getName() : options_.output;
+  if (name.find(".zuc") == std::string::npos) name += ".zuc";
+  const std::string path = options_.folder + '/' + name;
+  if (options_.map && is_source(file_) && !write_map(module, path + ".map")) return false;
+  if (!options_.quiet) std::cout << path << '\n';
+  const programs::ProgramSession session(&messages_);
+  SessionFiles::current().trace = nullptr;
+  const ZucRead read = read_zuc_file(path, "", "");
+  return read.module != nullptr || fail(read.where, read.reason);
+}
+
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
-  if (options_.zuc || (!options_.kiva && options_.targets.empty())) {
-    if (!print([&] { module->save(); })) return false;
-    if (!options_.quiet) {
-      std::string name = options_.output.empty() ? module->getName() : options_.output;
-      if (name.find(".zuc") == std::string::npos) name += ".zuc";
-      std::cout << options_.folder << '/' << name << '\n';
-    }
-  }
+  const bool zuc = options_.zuc || (!options_.kiva && options_.targets.empty());
+  if (zuc && !write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
     if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
@@ -129,6 +142,13 @@ bool Translation::write(Module* module) {
     for (const Target* target : options_.targets)
       if (target->finalises == finalises) good = write_target(module, *target) && good;
   return good;
+}
+
+bool Translation::write_map(Module* module, const std::string& path) {
+  WholeFile file(path);
+  if (file.opened()) file.out() << source_map_text(source_map(module), module->getName());
+  if (!file.opened() || !file.finish()) return fail({path, 0, 0, 0, 0}, "cannot be written");
+  return true;
 }
 
 Diagnostic Translation::fault() const {
@@ -178,8 +198,9 @@ void choose(Options& options) {
   Compilation::rules() = options.classic ? Rules::classic() : Rules::sound();
   Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
   Compilation::target_rules().files = true;  // -d and -o hold for every text
-  Compilation::KeepWiresFlag() = options.keep_wires;
+  Compilation::KeepWiresFlag() = options.keep_wires || options.map;
   Compilation::ForgetLocalsNameFlag() = options.forget_locals;
+  Compilation::StripFlag() = options.strip;
   Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;
   Compilation::DebugFlag() = options.comments;
   Session::current().options.FaultsGathered = true;

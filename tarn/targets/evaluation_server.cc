@@ -59,8 +59,9 @@ size_t field_number() {
 // A name of ZUC text may hold "@" and "." and begin with a digit; one of the user's C++ may not.
 void require_cpp_name(const std::string& name) {
   if (name.find_first_of("@.") != std::string::npos || (name[0] >= '0' && name[0] <= '9'))
-    throw IllegalOperationException("Module::save_kiva_code: no name for the user's C++ code:",
-                                    name);
+    throw explained(
+        IllegalOperationException("Module::save_kiva_code: no name for the user's C++ code:", name),
+        "the name \"" + name + "\" cannot stand in C++");
 }
 
 void require_cpp_names() {

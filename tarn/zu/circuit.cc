@@ -54,6 +54,7 @@ RegisterPair Circuit::make_register(const std::string& suffix, const std::string
   pair.ACTIF = make_register_variable(prefix + statement_.getName() + suffix);
   pair.ACTIFPLUS = make_register_variable(prefix + "PLUS" + statement_.getName() + suffix);
   module_->addRegisterSignal(pair.ACTIF, pair.ACTIFPLUS);
+  statement_.note_register(pair);
   if (value_equation) table_->createRegisterEquation(pair.ACTIF, module_);
   return pair;
 }

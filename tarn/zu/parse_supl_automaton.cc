@@ -79,7 +79,11 @@ void class_zu_parser::add_action(SignalActions& actions, const std::string& name
 
 void class_zu_parser::declare_register(const std::string& name, int initial,
                                        const std::string& next) {
+  refuse_doubled(name);
+  refuse_doubled(next);
   tolerate([&] { TheModule()->addRegisterDecl(name.c_str(), initial, next.c_str()); });
+  for (const std::string& variable : {name, next})
+    if (Signal* signal = TheModule()->getLocalSignal(variable)) signal->setDeclared();
 }
 
 Expression* class_zu_parser::equation_signal(const std::string& name) {

@@ -18,6 +18,12 @@ class Signal;
 class State;
 class Transition;
 
+/// The pair of signals of a statement's register; null until it has been compiled.
+struct RegisterPair {
+  Signal* ACTIF = nullptr;      ///< the value in this instant
+  Signal* ACTIFPLUS = nullptr;  ///< the value in the next
+};
+
 /// A node of a module's body. It compiles to a small circuit with three wires: `set` (started in
 /// this instant), `reset` (killed in this instant) and `rtl` (ends in this instant).
 ///
@@ -61,6 +67,11 @@ class Statement {
   /// Joins the root of a body to the module's own wires.
   void connectExternalWires(Module* module);
 
+  /// The registers that its circuit has, in the order of their making: of an automaton the bits of
+  /// its code, of any other statement what tells that it waits or goes on.
+  const std::vector<RegisterPair>& registers() const { return registers_; }
+  void note_register(const RegisterPair& pair) { registers_.push_back(pair); }
+
   const std::string& getName() const { return name_; }
   Module* getModule() const { return module_; }
   void setModule(Module* module) { module_ = module; }
@@ -86,12 +97,7 @@ class Statement {
   Module* module_ = nullptr;
   long pert_level_ = 0;
   SourceSpan span_;
-};
-
-/// The pair of signals of a statement's register; null until it has been compiled.
-struct RegisterPair {
-  Signal* ACTIF = nullptr;      ///< the value in this instant
-  Signal* ACTIFPLUS = nullptr;  ///< the value in the next
+  std::vector<RegisterPair> registers_;
 };
 
 }  // namespace kiva

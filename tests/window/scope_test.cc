@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -13,11 +14,19 @@
 #include <random>
 
 #include "SIMULATOR_ZUC/scope/scope_look.h"
+#include "tarn/zu/source_map.h"
 #include "tests/support/random_module.h"
 #include "tests/window/window_test.h"
 
 namespace kiva::test {
 namespace {
+
+/// Input a; N0 is a, N1 is not a.
+const char* const keeper_of_waits =
+    "module: w 0 1\ninput: a ;\noutput: o ;\nlocal: R0 N0 R1 N1 ;\nregister: N0 R0 0; N1 R1 0;\n"
+    "connexion: S R T;\nequation_def: 2\n0: -1:-3:-3,1\n1: 0:0:0,-1\nexpressions:\n"
+    "1 0 2:1,1,(0 )\n1 0 3:1,-1,(0 )\n1 0 6:1,1,(0 )\n1 0 7:1,-1,(0 )\n1 0 10:1,-1,(0 )\n"
+    "1 0 11:1,1,(0 )\nend:\n";
 
 class Scope : public WindowTest {
  protected:
@@ -165,6 +174,43 @@ TEST_F(Scope, DrawsWhatTheRecordingHolds) {
     }
     EXPECT_GT(compared, 60);
   }
+}
+
+TEST_F(Scope, LightsTheSource) {
+  // A text of two waits, one behind the other, and the map that tells of them.
+  const std::string source = write("w.zu", "wait a >> wait b\n");
+  const std::string module = write("w.zuc", keeper_of_waits);
+  const auto wait = [&](int column, const std::string& n) {
+    return R"({"span":[")" + source + "\",1," + std::to_string(column) + ",1," +
+           std::to_string(column + 5) + R"(],"leaf":true,"set":"S)" + n +
+           R"(","reset":"none","end":"none","active":["R)" + n + R"("],"next":["N)" + n + "\"]}";
+  };
+  const std::string map = R"({"module":"w","sources":{")" + source + "\":\"" + file_hash(source) +
+                          R"("},"locals":[],"instances":[{"module":"w","path":"w","statements":[)" +
+                          wait(1, "0") + "," + wait(11, "1") + "]}]}";
+  write("w.zuc.map", map);
+  open_scope(module);
+  const auto lit = [&] {
+    std::string words;
+    for (const QTextEdit::ExtraSelection& mark : scope->source()->text(0)->extraSelections())
+      words += mark.cursor.selectedText().toStdString() + ";";
+    return words;
+  };
+  EXPECT_EQ(lit(), "") << "nothing has run";
+  press("1");
+  press("Return");
+  EXPECT_EQ(lit(), "wait a;");
+  press("1");
+  press("Return");
+  EXPECT_EQ(lit(), "wait b;");
+  press("Left");
+  EXPECT_EQ(lit(), "wait a;");
+  write("w.zu", "another text\n");
+  press("Right");
+  EXPECT_EQ(lit(), "") << "a text that has changed is not lit";
+  write("w.zuc.map", "{}");
+  open_scope(module);
+  EXPECT_FALSE(scope->source()->has_source());
 }
 
 TEST_F(Scope, FitsItsTextsAndNamesItsWidgets) {

@@ -11,7 +11,7 @@ namespace kiva::test {
 /// or is killed, and makes signals present. It knows no equations.
 class Meaning {
  public:
-  explicit Meaning(const Program& program);
+  explicit Meaning(const Program& program) : program_(program) {}
 
   /// One instant. `start` starts the program if it does not run; `kill` lets it go through the
   /// instant and then takes it away. False when no set of signals agrees with itself, or a loop
@@ -21,10 +21,14 @@ class Meaning {
   const std::set<std::string>& present() const { return present_; }
   bool ended() const { return ended_; }
   bool runs() const { return state_.has_value(); }
+  /// What stands, with all that runs in it.
+  const State& state() const { return state_; }
 
   // For the kinds of statements.
-  State start(const Program& p) { return p.kind->start(*this, p); }
-  State resume(const Program& p, const Running& state) { return p.kind->resume(*this, p, state); }
+  State start(const Program& p) { return of(p, p.kind->start(*this, p)); }
+  State resume(const Program& p, const Running& state) {
+    return of(p, p.kind->resume(*this, p, state));
+  }
   bool holds(const Program& p) const { return p.condition.holds(present_); }
   void emit(const std::string& signal) { emitted_.insert(signal); }
   /// A loop goes round for ever.
@@ -33,11 +37,15 @@ class Meaning {
   void refuse() { refused_ = true; }
 
  private:
+  static State of(const Program& p, State state) {
+    if (state) state->of.insert(&p);
+    return state;
+  }
+
   const Program& program_;
   State state_;
   std::set<std::string> present_;  ///< what conditions see
   std::set<std::string> emitted_;
-  std::set<std::string> registers_;  ///< of a Mealy machine: those that are one
   bool endless_ = false;
   bool ended_ = false;
   bool refused_ = false;

@@ -28,6 +28,7 @@ class Meaning;
 struct Running {
   int at = 0;                                 ///< member, branch, state; times left of a wait
   std::vector<std::optional<Running>> parts;  ///< empty: that part has ended
+  std::set<const struct Program*> of = {};    ///< the statements that stand so
 };
 using State = std::optional<Running>;  // empty: ended
 

@@ -31,7 +31,7 @@ namespace {
 
 class AutomatonCircuit {
  public:
-  AutomatonCircuit(const Automaton& automaton, Module* module, EquationTable* table)
+  AutomatonCircuit(Automaton& automaton, Module* module, EquationTable* table)
       : automaton_(automaton), module_(module), table_(table), wood_(module->getBddWood()) {}
 
   void number_states();
@@ -88,7 +88,7 @@ class AutomatonCircuit {
   /// Codes that can come.
   bdd reachable();
 
-  const Automaton& automaton_;
+  Automaton& automaton_;
   Module* module_;
   EquationTable* table_;
   Bddexpressionwood* wood_;
@@ -138,6 +138,7 @@ void AutomatonCircuit::make_registers() {
     Signal* bit = make_bit(module_->getName() + "reg" + std::to_string(i));
     Signal* next = make_bit(module_->getName() + "nextreg" + std::to_string(i));
     module_->addRegisterSignal(bit, next, 0);
+    automaton_.note_register({bit, next});
     bits_.push_back(bit->getBddStatus(module_, wood_));
     next_.push_back(next);
   }
@@ -349,6 +350,7 @@ void Automaton::compile(Module* module, EquationTable* table) {
   createWires(module, table);
   check_determinism(module, module->getBddWood()->my_bdd_manager());
   priority_integration();
+  if (Compilation::rules().self_restart) split_self_restarts();
 
   AutomatonCircuit circuit(*this, module, table);
   circuit.number_states();

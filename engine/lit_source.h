@@ -1,0 +1,82 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "engine/simulation.h"
+
+namespace kiva {
+
+/// What a piece of source text does in an instant.
+struct Light {
+  bool started = false;  ///< in this instant
+  bool waits = false;    ///< waits or goes on: it is there in the next instant, too
+  bool ended = false;    ///< of itself, in this instant
+  bool killed = false;   ///< in this instant, from outside
+  bool any() const { return started || waits || ended || killed; }
+  friend bool operator==(const Light&, const Light&) = default;
+};
+
+/// A place of a file; lines and columns from 1, the last ones included.
+struct SourcePlace {
+  std::string file;
+  int first_line, first_column, last_line, last_column;
+  friend auto operator<=>(const SourcePlace&, const SourcePlace&) = default;
+};
+
+/// The source of a compiled module by the map beside it (`tarn --map`), lit by what an instant
+/// shows.
+class LitSource {
+ public:
+  /// Of the module's own body, or of one that it runs.
+  struct Instance {
+    std::string module;
+    std::string path;  ///< by the runs that lead there: "main/sub"
+    std::string file;
+  };
+  struct Lit {
+    SourcePlace place;
+    Light light;
+  };
+
+  /// Reads the map; `problem` says why it cannot be used.
+  LitSource(const std::string& map_text, const Simulation& simulation);
+  const std::string& problem() const { return problem_; }
+  const std::vector<Instance>& instances() const { return instances_; }
+  /// Rows of the locals that the user declared.
+  const std::vector<size_t>& declared() const { return declared_; }
+  /// Why source and module do not fit: a file has changed since, or is gone; empty if they fit.
+  std::string stale(size_t instance) const;
+
+  /// The statements without parts, and the states of an automaton, that do something in the
+  /// instant.
+  std::vector<Lit> lit(size_t instance, const SimulationState& state) const;
+  /// The leaves of an instance, all of them, in the order of the text.
+  std::vector<Lit> leaves(size_t instance, const SimulationState& state) const;
+
+ private:
+  static constexpr size_t none = static_cast<size_t>(-1);
+  /// Rows of locals; `none` where the module has not the signal.
+  struct Part {
+    SourcePlace place;
+    size_t set, reset, rtl;
+    std::vector<size_t> active, next;
+  };
+  struct State {
+    SourcePlace place;
+    std::vector<std::pair<size_t, bool>> code;  ///< register rows and what they must be
+  };
+
+  struct Rows;
+  void read_instance(const nlohmann::json& of, const Rows& rows);
+
+  std::string problem_;
+  std::vector<Instance> instances_;
+  std::vector<size_t> declared_;
+  std::vector<std::vector<Part>> parts_;
+  std::vector<std::vector<State>> states_;
+  std::vector<std::pair<std::string, std::string>> hashes_;  ///< by file
+};
+
+}  // namespace kiva

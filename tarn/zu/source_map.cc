@@ -1,0 +1,130 @@
+// The map is a walk over the statements as they were compiled, copies included: a copy stands where
+// its original does, so that one place of the source may have several circuits.
+
+#include "tarn/zu/source_map.h"
+
+#include <cinttypes>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "tarn/model/module.h"
+#include "tarn/zu/statements/automaton.h"
+#include "tarn/zu/statements/run.h"
+
+namespace kiva {
+
+namespace {
+
+class Walk {
+ public:
+  SourceMap map;
+
+  void instance(Module* module, const std::string& path, const std::string& suffix) {
+    const size_t number = map.instances.size();
+    map.instances.push_back({module->getName(), path, {}, {}, {}, {}});
+    if (Statement* body = module->getStatement()) statement(body, number, path, suffix);
+  }
+
+ private:
+  static std::string name(const Signal* signal, const std::string& suffix) {
+    return signal == nullptr ? "" : signal->getInternalName() + suffix;
+  }
+
+  void statement(Statement* s, size_t number, const std::string& path, const std::string& suffix) {
+    SourceMap::Part part{s->getSpan(),
+                         s->children().empty(),
+                         name(s->getSet(), suffix),
+                         name(s->getReset(), suffix),
+                         name(s->getRtl(), suffix),
+                         {},
+                         {}};
+    for (const RegisterPair& pair : s->registers()) {
+      part.active.push_back(name(pair.ACTIF, suffix));
+      part.active_next.push_back(name(pair.ACTIFPLUS, suffix));
+    }
+    if (s->isAutomaton()) {
+      map.instances[number].code = part.active;
+      automaton(s, number);
+    }
+    map.instances[number].parts.push_back(part);
+    for (Statement* child : s->children()) statement(child, number, path, suffix);
+    if (const auto* run = dynamic_cast<const Run*>(s);
+        run != nullptr && run->getCalled() != nullptr)
+      instance(run->getCalled(), path + '/' + run->getModuleName(), run->getSuffix() + suffix);
+  }
+
+  void automaton(const Statement* s, size_t number) {
+    SourceMap::Instance& into = map.instances[number];
+    for (const auto& [name, state] : *s->getStateTable())
+      if (state->span.known() && !name.ends_with("->"))
+        into.states.push_back({name, state->span, state->number, state->final_state});
+    for (const Transition* t : *s->getTransitionList())
+      into.arcs.push_back({t->initial ? "" : t->from->name, t->to->name, t->span, t->tpe});
+  }
+};
+
+}  // namespace
+
+SourceMap source_map(Module* module) {
+  Walk walk;
+  walk.instance(module, module->getName(), "");
+  for (const Signal* local : module->getLocalSignalList())
+    if (local->isDeclared())
+      walk.map.locals.push_back(local->isInstance() ? local->getInternalName()
+                                                    : local->getOriginalName());
+  return walk.map;
+}
+
+std::string file_hash(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) return "";
+  std::uint64_t hash = 14695981039346656037u;
+  for (auto at = std::istreambuf_iterator<char>(in); at != std::istreambuf_iterator<char>(); ++at)
+    hash = (hash ^ static_cast<unsigned char>(*at)) * 1099511628211u;
+  char digits[17];
+  std::snprintf(digits, sizeof digits, "%016" PRIx64, hash);
+  return digits;
+}
+
+std::string source_map_text(const SourceMap& map, const std::string& module) {
+  using Json = nlohmann::ordered_json;
+  Json json;
+  json["module"] = module;
+  json["sources"] = Json::object();
+  const auto span = [&](const SourceSpan& at) {
+    if (!at.known()) return Json(nullptr);
+    const std::string file = std::filesystem::absolute(*at.file).lexically_normal();
+    if (!json["sources"].contains(file)) json["sources"][file] = file_hash(file);
+    return Json{file, at.first_line, at.first_column, at.last_line, at.last_column};
+  };
+  json["locals"] = map.locals;
+  json["instances"] = Json::array();
+  for (const SourceMap::Instance& instance : map.instances) {
+    Json of{{"module", instance.module}, {"path", instance.path}};
+    of["statements"] = Json::array();
+    for (const SourceMap::Part& part : instance.parts)
+      of["statements"].push_back({{"span", span(part.span)},
+                                  {"leaf", part.leaf},
+                                  {"set", part.set},
+                                  {"reset", part.reset},
+                                  {"end", part.rtl},
+                                  {"active", part.active},
+                                  {"next", part.active_next}});
+    if (!instance.states.empty()) of["code"] = instance.code;
+    for (const SourceMap::AutomatonState& state : instance.states)
+      of["states"].push_back({{"name", state.name},
+                              {"span", span(state.span)},
+                              {"code", state.code},
+                              {"final", state.final_state}});
+    for (const SourceMap::Arc& arc : instance.arcs)
+      of["transitions"].push_back(
+          {{"from", arc.from}, {"to", arc.to}, {"span", span(arc.span)}, {"kind", arc.kind}});
+    json["instances"].push_back(std::move(of));
+  }
+  return json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace kiva

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tarn/model/source_span.h"
+
+namespace kiva {
+
+class Module;
+
+/// Where the statements of a compiled module come from, and by which signals one sees what they do.
+/// Names are those of the module's locals; an instance of a called module has the suffix of its run
+/// behind each.
+struct SourceMap {
+  struct Part {
+    SourceSpan span;
+    bool leaf;          ///< has no parts
+    std::string set;    ///< One in the instant in which it starts
+    std::string reset;  ///< One in the instant in which it is killed
+    std::string rtl;    ///< One in the instant in which it ends
+    /// Registers: one of them is One while it waits or goes on; and what they move to.
+    std::vector<std::string> active, active_next;
+  };
+  /// A state of an automaton: it is in it where the code's registers, low bit first, hold its
+  /// number.
+  struct AutomatonState {
+    std::string name;
+    SourceSpan span;
+    int code;
+    bool final_state;
+  };
+  struct Arc {
+    std::string from;  ///< empty for an initial one
+    std::string to;
+    SourceSpan span;
+    int kind;  ///< Transition::strong, weak, normal_termination
+  };
+  struct Instance {
+    std::string module;
+    std::string path;  ///< "main", "main/sub", by the runs that lead here
+    std::vector<Part> parts;
+    std::vector<std::string> code;
+    std::vector<AutomatonState> states;
+    std::vector<Arc> arcs;
+  };
+  std::vector<Instance> instances;  ///< the module itself first
+  std::vector<std::string> locals;  ///< that the user declared, in modules that are run, too
+};
+
+/// Of a module that has been compiled here, under the option that keeps wires.
+SourceMap source_map(Module* module);
+
+/// The map as JSON, with a hash of each source file as it is now.
+std::string source_map_text(const SourceMap& map, const std::string& module);
+
+/// 64 bits of the file's content (FNV-1a), as sixteen hexadecimal digits; empty where it cannot be
+/// read.
+std::string file_hash(const std::string& file);
+
+}  // namespace kiva
