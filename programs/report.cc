@@ -11,8 +11,8 @@
 #include "base/process_end.h"
 #include "programs/told_text.h"
 #include "tarn/model/sexception.h"
-#include "tarn/session/source_excerpt.h"
 #include "tarn/session/session.h"
+#include "tarn/session/source_excerpt.h"
 
 namespace kiva::programs {
 
@@ -56,8 +56,7 @@ bool complain(const std::string& program, const Diagnostic& diagnostic) {
   // On a terminal a line of progress may stand there.
   std::string text = isatty(STDERR_FILENO) == 0 ? "" : "\r\033[K";
   text += diagnostic.line(program) + excerpt(diagnostic.where);
-  for (const Diagnostic::Note& note : diagnostic.notes)
-    text += Diagnostic::line(note, program);
+  for (const Diagnostic::Note& note : diagnostic.notes) text += Diagnostic::line(note, program);
   errors() << text << std::flush;
   return false;
 }

@@ -9,8 +9,8 @@ namespace kiva::programs {
 /// The error stream of the process, whatever becomes of std::cerr.
 std::ostream& errors();
 
-/// While one lives, what the library tells its own callers on std::cerr is shown on the error stream
-/// if `shown`, else kept back. Programs make one at a time, and write to errors().
+/// While one lives, what the library tells its own callers on std::cerr is shown on the error
+/// stream if `shown`, else kept back. Programs make one at a time, and write to errors().
 class ToldText {
  public:
   explicit ToldText(bool shown);

@@ -206,7 +206,8 @@ class ConsoleRun {
       if (!difference.empty()) differ(options_.expect, expected_->line(), difference);
     }
     if (differences_ > most_differences)
-      programs::errors() << program << ": " << differences_ - most_differences << " more differences\n";
+      programs::errors() << program << ": " << differences_ - most_differences
+                         << " more differences\n";
     if (options_.update) write_file(options_.stimuli, updated_stimuli());
     if (!options_.save_stimuli.empty()) write_file(options_.save_stimuli, saved_);
     if (options_.coverage) coverage_.print(programs::errors());

@@ -11,8 +11,8 @@
 #include <sstream>
 
 #include "programs/tarn/read_module.h"
-#include "programs/told_text.h"
 #include "programs/tarn/translate.h"
+#include "programs/told_text.h"
 #include "tarn/b_automaton/equivalence.h"
 #include "tarn/b_automaton/module_automaton.h"
 

@@ -16,8 +16,8 @@ bool fail(const std::string& what);
 bool fail(const Place& where, const std::string& what);
 bool fail(const Diagnostic& fault);
 
-/// Prints the library's messages while it lives, and hands their told texts on to windows where there
-/// are some.
+/// Prints the library's messages while it lives, and hands their told texts on to windows where
+/// there are some.
 class Messages : public message_presenter, public programs::Reporter {
  public:
   /// `windows` may be null.

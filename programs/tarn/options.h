@@ -37,7 +37,7 @@ struct Options {
   bool windows = false;
   bool stats = false;
   bool quiet = false;
-  bool verbose = false;           ///< show what the library tells its own callers
+  bool verbose = false;               ///< show what the library tells its own callers
   std::vector<std::string> warnings;  ///< "no-NAME" or "error"
 };
 

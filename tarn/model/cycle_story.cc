@@ -1,7 +1,7 @@
 // A cycle for whoever wrote the program. Its variables are rails of signals, of their further
 // occurrences, and of wires between statements. The story names the signals alone, in the order in
-// which one follows from the other, and for each the last statement on the way to it. What stands in
-// a run module is found by the suffix of its instance, in that module's own table.
+// which one follows from the other, and for each the last statement on the way to it. What stands
+// in a run module is found by the suffix of its instance, in that module's own table.
 
 #include "tarn/model/cycle_story.h"
 
@@ -18,9 +18,9 @@ namespace kiva {
 
 namespace {
 
-constexpr size_t most_starts = 200;         ///< members through which a shortest cycle is sought
-constexpr size_t most_looks = 5'000'000;    ///< dependences followed for it
-constexpr size_t most_told = 9;             ///< steps that have a note
+constexpr size_t most_starts = 200;       ///< members through which a shortest cycle is sought
+constexpr size_t most_looks = 5'000'000;  ///< dependences followed for it
+constexpr size_t most_told = 9;           ///< steps that have a note
 
 const Module* module_of(const std::string& name) {
   return Compilation::ModTable() == nullptr ? nullptr : Compilation::ModTable()->get(name);
@@ -42,8 +42,7 @@ std::tuple<bool, std::string, int, int> starts(const SourceSpan& span) {
 
 }  // namespace
 
-CycleStory::CycleStory(const EquationTable& table, const std::list<long>& members)
-    : table_(table) {
+CycleStory::CycleStory(const EquationTable& table, const std::list<long>& members) : table_(table) {
   gather_steps(shortest(members));
 }
 
@@ -204,7 +203,8 @@ void CycleStory::tell(Diagnostic& fault) const {
   if (!fault.where.known() && module != nullptr) fault.where = place_of(module->getSpan());
   const char* advice = "put a pause between cause and effect";
   if (strong_abort_)
-    advice = "a strong abort cannot wait for what its own body does in that instant: use weak abort";
+    advice =
+        "a strong abort cannot wait for what its own body does in that instant: use weak abort";
   fault.notes.push_back({fault.where, advice});
 }
 

@@ -15,8 +15,7 @@ std::string source_excerpt(const std::string& text, const Place& where) {
   size_t end = std::min(text.find('\n', begin), text.size());
 
   size_t from = begin + static_cast<size_t>(where.column) - 1;
-  size_t to =
-      where.last_line == where.line ? begin + static_cast<size_t>(where.last_column) : end;
+  size_t to = where.last_line == where.line ? begin + static_cast<size_t>(where.last_column) : end;
   // A long line is shown around the mark only.
   constexpr size_t before = 60;
   constexpr size_t most = 120;

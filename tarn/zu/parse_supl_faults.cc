@@ -223,8 +223,8 @@ std::string class_zu_parser::syntax_sentence(const std::vector<std::string>& all
   const std::string before = text_before();
   const std::string after = before.empty() ? "" : " after " + quoted(before);
   const std::string wanted = expectation(expected);
-  std::string sentence = wanted.empty() ? quoted(token) + " cannot stand here" + after
-                                        : "expected " + wanted + after;
+  std::string sentence =
+      wanted.empty() ? quoted(token) + " cannot stand here" + after : "expected " + wanted + after;
   if (at_end) {
     sentence = wanted.empty() ? "the text ends too early" : sentence + ", and the text ends here";
   } else if (is_word(token)) {

@@ -7,6 +7,8 @@ const std::vector<WarningRow>& warning_table() {
   return table;
 }
 
-std::vector<Diagnostic> find_doubtful(const std::vector<Module*>&) { return {}; }
+std::vector<Diagnostic> find_doubtful(const std::vector<Module*>&) {
+  return {};
+}
 
 }  // namespace kiva

@@ -17,8 +17,8 @@ struct WarningRow {
 /// In the order of the documentation, which has a row for each.
 const std::vector<WarningRow>& warning_table();
 
-/// The doubtful places of modules that have been read from one source text and not been compiled, in
-/// no order.
+/// The doubtful places of modules that have been read from one source text and not been compiled,
+/// in no order.
 std::vector<Diagnostic> find_doubtful(const std::vector<Module*>& modules);
 
 }  // namespace kiva

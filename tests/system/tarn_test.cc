@@ -228,8 +228,8 @@ TEST(Tarn, RefusesWithOneLineAndAStatus) {
   EXPECT_THAT(run.err, HasSubstr(broken + ":2: error: syntax error"));
   run = run_program("tarn", into + nameless);
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, nameless +
-                         ": error: module \"nameless\": the name \"a.b\" cannot stand in C++\n");
+  EXPECT_EQ(run.err,
+            nameless + ": error: module \"nameless\": the name \"a.b\" cannot stand in C++\n");
   std::filesystem::remove(dir.file("kiva_good.cc"));
   std::filesystem::create_directory(dir.file("kiva_good.cc"));
   run = run_program("tarn", into + good);
@@ -283,15 +283,14 @@ TEST_F(TarnOnSeveralFiles, TakesWhatRunsCallFromTheOthers) {
 TEST_F(TarnOnSeveralFiles, TellsWhereAModuleHasBeenLookedFor) {
   ProgramRun run = tarn(main + " " + source);
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, main + ":2:1: error: there is no module \"edge\" in " + main + ", " + source +
-                         "\n");
+  EXPECT_EQ(run.err,
+            main + ":2:1: error: there is no module \"edge\" in " + main + ", " + source + "\n");
   run = tarn(dir.write("far.zu", "module far: Run: \"lib/x\" : x;\nrun x end"));
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(dir.file("lib/x.zuc") + ", " + dir.file("lib/x.zu")));
   run = tarn(dir.write("ring.zu", "module a: run b end\nmodule b:\npause >> run a end"));
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err,
-              HasSubstr("ring.zu:3:10: error: module \"a\" runs itself: a > b > a\n"));
+  EXPECT_THAT(run.err, HasSubstr("ring.zu:3:10: error: module \"a\" runs itself: a > b > a\n"));
 }
 
 TEST_F(TarnOnSeveralFiles, SharesADataPartThatStandsInEach) {

@@ -41,8 +41,7 @@ constexpr Complaint several_initial{
 
 [[noreturn]] void refuse(const Complaint& complaint, const std::string& name,
                          const SourceSpan& span) {
-  end_at(span,
-         complaint.before + name + complaint.after + "   --> compilation process aborted ...",
+  end_at(span, complaint.before + name + complaint.after + "   --> compilation process aborted ...",
          complaint.sentence_before + name + complaint.sentence_after);
 }
 

@@ -153,11 +153,11 @@ bool Run::ask_called() {
   called_ = read_source(files);
   if (called_ != nullptr) return answer_of(called_);
   files.tell_missing();
-  throw explained(IllegalOperationException(caller->getRunDeclTable() == nullptr
-                                                ? "ex1:Run module undefined: "
-                                                : "ex2:Run module undefined: ",
-                                            module_name_),
-                  files.missing());
+  throw explained(
+      IllegalOperationException(caller->getRunDeclTable() == nullptr ? "ex1:Run module undefined: "
+                                                                     : "ex2:Run module undefined: ",
+                                module_name_),
+      files.missing());
 }
 
 }  // namespace kiva

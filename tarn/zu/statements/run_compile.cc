@@ -55,12 +55,11 @@ void require_one_type(const std::string& formal, const Signal* copy, const Signa
   const std::string& called = copy->getCurrentSignalRef(wood, module)->getType();
   const std::string& caller = actual->getCurrentSignalRef(wood, module)->getType();
   if (called != caller)
-    throw explained(
-        IllegalOperationException(
-            "Run: signals of two types: ",
-            formal + " : " + called + ", " + actual->getInternalName() + " : " + caller),
-        "\"" + actual->getOriginalName() + "\" is of type " + caller + ", and \"" + formal +
-            "\" of the called module of type " + called);
+    throw explained(IllegalOperationException("Run: signals of two types: ",
+                                              formal + " : " + called + ", " +
+                                                  actual->getInternalName() + " : " + caller),
+                    "\"" + actual->getOriginalName() + "\" is of type " + caller + ", and \"" +
+                        formal + "\" of the called module of type " + called);
 }
 
 }  // namespace
@@ -102,8 +101,7 @@ Interface Run::include(Module* module, EquationTable* table) {
   for (const auto& [formal, actual] : *renaming_)
     if (called_->getInputSignal(formal) == nullptr && called_->getOutputSignal(formal) == nullptr)
       throw explained(RunUnknownSignalException("not a signal of the called module", formal),
-                      "\"" + formal + "\" is no input or output of module \"" + module_name_ +
-                          '"');
+                      "\"" + formal + "\" is no input or output of module \"" + module_name_ + '"');
 
   Interface interface;
   table->settle();
