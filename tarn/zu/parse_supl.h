@@ -284,8 +284,9 @@ class class_zu_parser {
   /// What is gathered, and what has to be closed, while a text is read.
   struct Recovery {
     std::vector<Diagnostic> faults;
-    std::deque<int> tokens;          ///< to be given before the scanner's next
-    std::vector<SourceSpan> braces;  ///< open in the module
+    std::unordered_set<std::string> stand_ins;  ///< signals that nobody has declared
+    std::deque<int> tokens;                     ///< to be given before the scanner's next
+    std::vector<SourceSpan> braces;             ///< open in the module
     struct Token {
       int token = 0;
       SourceSpan span;

@@ -71,7 +71,9 @@ std::string class_zu_parser::undeclared(const std::string& name, bool to_emit) c
   if (TheModule() == nullptr) return sentence;
   std::vector<std::string> known;
   const auto take = [&](const signal_list& list) {
-    for (const Signal* signal : list) known.push_back(signal->getOriginalName());
+    for (const Signal* signal : list)
+      if (!recovery_.stand_ins.contains(signal->getOriginalName()))
+        known.push_back(signal->getOriginalName());
   };
   take(TheModule()->getOutputSignalList());
   take(TheModule()->getLocalSignalList());
@@ -89,6 +91,7 @@ std::string class_zu_parser::not_emitted(const std::string& name) const {
 Signal* class_zu_parser::stand_in(const std::string& name) {
   if (TheModule() == nullptr) begin_module("");
   if (Signal* known = TheModule()->getSignal(name)) return known;
+  recovery_.stand_ins.insert(name);
   declare_local(name, "");
   return TheModule()->getSignal(name);
 }

@@ -132,7 +132,8 @@ TEST(ZuFaults, OfNamesAndNumbers) {
       {head + "if a > 3 emit o end",
        "2:4: error: constant \"a\" is not declared; the value of the signal is #a\n"
        "2:8: error: the literal 3 is not declared under Constant:\n"},
-      {"module m: end\nmodule m: end", "2:11: error: two modules have the name \"m\"\n"},
+      {"module m: end\nmodule m: end",
+       "2:8: error: two modules have the name \"m\"\n1:8: note: the other one stands here\n"},
   };
   for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
 }
