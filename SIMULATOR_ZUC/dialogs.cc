@@ -22,6 +22,10 @@ QString ask_for_file(QWidget* parent, const QString& caption, const QString& fil
   return QFileDialog::getOpenFileName(parent, caption, QString(), filter);
 }
 
+QString ask_for_new_file(QWidget* parent, const QString& caption, const QString& filter) {
+  return QFileDialog::getSaveFileName(parent, caption, QString(), filter);
+}
+
 class WindowMessages : public message_presenter {
  public:
   void alert(const std::string& text) override { show(text); }
@@ -40,7 +44,7 @@ class WindowMessages : public message_presenter {
 }  // namespace
 
 Dialogs& dialogs() {
-  static Dialogs in_use{show_message_box, ask_for_file};
+  static Dialogs in_use{show_message_box, ask_for_file, ask_for_new_file};
   return in_use;
 }
 

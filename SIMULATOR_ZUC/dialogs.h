@@ -13,6 +13,8 @@ struct Dialogs {
   std::function<void(QWidget* parent, const QString& text)> show_message;
   /// The name of the chosen file; empty when the person cancels.
   std::function<QString(QWidget* parent, const QString& caption, const QString& filter)> ask_file;
+  /// The same of a file that is to be written.
+  std::function<QString(QWidget* parent, const QString& caption, const QString& filter)> ask_save;
 };
 
 /// The dialogs in use; at first those of the toolkit.

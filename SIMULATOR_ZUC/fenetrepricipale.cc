@@ -10,6 +10,7 @@
 #include <iostream>
 
 #include "SIMULATOR_ZUC/dialogs.h"
+#include "SIMULATOR_ZUC/scope/scope_window.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zuc/zuc_reader.h"
 
@@ -44,6 +45,23 @@ void FenPrincipale::start_choices() {
   couleur_signal = std::make_unique<List_Signal_color>();
   set_or_reset = std::make_unique<set_reset>();
   bdd_eval = std::make_unique<Signal_eval>();
+}
+
+/// The module at its start, with nothing behind it.
+void FenPrincipale::start_time() {
+  const bool scope_open = scope_ != nullptr && scope_->isVisible();
+  scope_.reset();
+  time_.reset();
+  simulation_->load();
+  time_ = std::make_unique<TimeControl>(simulation_.get(), [this] { return socket_client; });
+  connect(time_.get(), &TimeControl::moved, this, &FenPrincipale::show_instant);
+  connect(time_.get(), &TimeControl::choices_changed, this, &FenPrincipale::show_instant);
+  // What the worker runs nobody else may touch.
+  connect(time_.get(), &TimeControl::busy_changed, this, [this](bool busy) {
+    for (QWidget* panel : std::initializer_list<QWidget*>{inputs_panel, debugger_panel, file_panel})
+      panel->setEnabled(!busy);
+  });
+  if (scope_open) QTimer::singleShot(0, this, &FenPrincipale::show_scope);
 }
 
 const std::vector<int>* FenPrincipale::context() const {
@@ -106,7 +124,7 @@ void FenPrincipale::afficherAll() {
   }
   const bool shown = guarded("afficherAll", [&] {
     if (simulation_ == nullptr) simulation_ = std::make_unique<Simulation>(pautom);
-    simulation_->load();
+    start_time();
     debugger_panel->bottom->setVisible(pautom->getFinalised() == 0);
     debugger_panel->top->setVisible(pautom->getFinalised() == 0);
     fill_inputs();
@@ -123,6 +141,8 @@ void FenPrincipale::afficherAll() {
   // A module that cannot be shown is not there: the next load asks for another file.
   clear_panels();
   start_choices();
+  scope_.reset();
+  time_.reset();
   simulation_.reset();
   pautom = nullptr;
 }

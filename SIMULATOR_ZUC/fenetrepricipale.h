@@ -19,6 +19,7 @@
 #include "SIMULATOR_ZUC/panels/titlebar.h"
 #include "SIMULATOR_ZUC/set_reset.h"
 #include "SIMULATOR_ZUC/signal_color.h"
+#include "SIMULATOR_ZUC/time_control.h"
 #include "base/sock.h"
 #include "engine/simulation.h"
 #include "ui_mainfrm.h"
@@ -34,6 +35,7 @@ namespace kiva {
 
 class CalculValue;
 class PluginManager;
+class ScopeWindow;
 struct PanelRow;
 
 /// The main window. The person's choices stand in the simulation alone: rows, radios, boxes and
@@ -56,6 +58,10 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   const std::vector<int>* context() const;
   const Simulation* running() const { return simulation_.get(); }
   Simulation* simulation() { return simulation_.get(); }
+  /// The past of the running module, and the moves in it; null without a module.
+  TimeControl* time() const { return time_.get(); }
+  /// The second window, where it has been opened.
+  ScopeWindow* scope() const { return scope_.get(); }
 
   /// A modal message.
   void No_input_selected();
@@ -94,6 +100,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   QToolButton* set = nullptr;
   QToolButton* config = nullptr;
   QToolButton* help = nullptr;
+  QToolButton* scope_button = nullptr;
   Header* header = nullptr;
   TitleBar *title0 = nullptr, *title1 = nullptr, *title2 = nullptr, *title3 = nullptr,
            *title4 = nullptr, *title5 = nullptr;
@@ -142,6 +149,10 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void raise_set();
   void show_help();
   void show_panels_menu();
+  /// Opens the scope on the running module; says so where there is none.
+  void show_scope();
+  /// Everything as the simulation has it: after a move in time, or a choice made elsewhere.
+  void show_instant();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -170,10 +181,12 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void fill_outputs();
   void fill_locals_and_registers();
   void start_choices();
+  void start_time();
   void reset_flags();
   void paint_all();
   void choose_row(int row);
   void point_at_chosen_row();
+  void show_chosen_state();
   /// The common part of the four radio slots.
   void choose_colour(bool b, void (FenPrincipale::*check)(bool), const char* word,
                      void (List_Signal_color::*colour)(FenPrincipale*, const std::string*));
@@ -188,6 +201,8 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   std::vector<QDockWidget*> docks_;
   std::vector<TitleBar*> titles_;
   std::unique_ptr<Simulation> simulation_;
+  std::unique_ptr<TimeControl> time_;
+  std::unique_ptr<ScopeWindow> scope_;
   std::string load_problem_;  ///< of the last file: name, line and reason
   class QDialog* help_dialog_ = nullptr;
 };

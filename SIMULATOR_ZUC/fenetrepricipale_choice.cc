@@ -46,6 +46,25 @@ void FenPrincipale::Check_nothing() {
   }
 }
 
+/// A radio that tells another state than the chosen row's comes after it.
+void FenPrincipale::show_chosen_state() {
+  const int row = couleur_signal->selected_row();
+  if (row < 0 || row >= nb_inputs) return;
+  const SignalState state = simulation_->state().inputs[static_cast<size_t>(row)];
+  const std::pair<QRadioButton*, SignalState> radios[] = {
+      {debugger_panel->one, SignalState::one},
+      {debugger_panel->zero, SignalState::zero},
+      {debugger_panel->top, SignalState::top},
+      {debugger_panel->bottom, SignalState::bottom}};
+  bool differs = false;
+  for (const auto& [radio, shown] : radios) differs |= radio->isChecked() && shown != state;
+  if (!differs) return;
+  for (const auto& [radio, shown] : radios) {
+    const QSignalBlocker quiet(radio);
+    radio->setChecked(shown == state);
+  }
+}
+
 void FenPrincipale::Set_ListColor(QModelIndex index) {
   if (pautom == nullptr || !index.isValid() || index.row() >= nb_inputs) return;
   couleur_signal->last_selected(Tab.data(), index);

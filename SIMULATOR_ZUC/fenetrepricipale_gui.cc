@@ -26,6 +26,20 @@ void set_text_colour(QWidget* widget, const QColor& color) {
   widget->setPalette(palette);
 }
 
+/// A wave that goes high, low, and high.
+QIcon scope_icon() {
+  QPixmap picture(80, 80);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(QColor(0x8f, 0xbc, 0xff), 6, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin));
+  painter.drawPolyline(
+      QPolygon({{6, 56}, {22, 56}, {22, 22}, {44, 22}, {44, 56}, {60, 56}, {60, 22}, {74, 22}}));
+  painter.setPen(QPen(QColor(0xf0, 0x9a, 0x45), 4));
+  painter.drawLine(52, 10, 52, 70);
+  return QIcon(picture);
+}
+
 }  // namespace
 
 void FenPrincipale::create_gui() {
@@ -98,6 +112,9 @@ void FenPrincipale::create_tool_buttons() {
   config = create_tool_button(":/img/preferences.png", tr("Configure Personal finances"),
                               QPoint(300, 10));
   help = create_tool_button(":/img/help.png", tr("Show about dialog"), QPoint(400, 10));
+  scope_button =
+      create_tool_button("", tr("The run over time: waves, branches, why (F9)"), QPoint(870, 10));
+  scope_button->setIcon(scope_icon());
 }
 
 void FenPrincipale::load_data_ui() {
@@ -106,6 +123,7 @@ void FenPrincipale::load_data_ui() {
   reset->setText(tr("Init"));
   config->setText(tr("Preferences"));
   help->setText(tr("Help"));
+  scope_button->setText(tr("Scope"));
   if (pautom != nullptr) {
     title0->hide();
     file_panel->hide();
@@ -135,6 +153,7 @@ void FenPrincipale::connect_all() {
   connect(set, SIGNAL(clicked()), this, SLOT(raise_set()));
   connect(config, SIGNAL(clicked()), this, SLOT(show_panels_menu()));
   connect(help, SIGNAL(clicked()), this, SLOT(show_help()));
+  connect(scope_button, SIGNAL(clicked()), this, SLOT(show_scope()));
 }
 
 void FenPrincipale::create_panels_menu() {
@@ -159,7 +178,7 @@ void FenPrincipale::show_panels_menu() {
 }
 
 void FenPrincipale::fit_tool_buttons() {
-  for (QToolButton* button : {go, set, reset, config, help}) button->adjustSize();
+  for (QToolButton* button : {go, set, reset, config, help, scope_button}) button->adjustSize();
 }
 
 // Left alone, the layout takes from the Load dock what all rows together lack, and cuts its second

@@ -49,6 +49,7 @@ void FenPrincipale::create_keys() {
   give_key(set, "F7");
   give_key(config, "F8");
   give_key(help, "F1");
+  give_key(scope_button, "F9");
   give_key(file_panel->pushButton_3, "Ctrl+O");
   give_key(file_panel->pushButton_2, "Ctrl+U");
   give_key(file_panel->lineEdit_4, "Alt+Z");
@@ -74,6 +75,7 @@ void FenPrincipale::order_focus() {
       reset,
       config,
       help,
+      scope_button,
       file_panel->lineEdit_4,
       file_panel->pushButton_3,
       file_panel->lineEdit_3,
@@ -126,7 +128,7 @@ void FenPrincipale::keyPressEvent(QKeyEvent* event) {
 QString FenPrincipale::key_texts() const {
   return tr(
       "<p><b>F5</b> or <b>Return</b> Go &nbsp; <b>F6</b> Init &nbsp; <b>F7</b> Set &nbsp; "
-      "<b>F8</b> Preferences &nbsp; <b>F1</b> Help<br>"
+      "<b>F8</b> Preferences &nbsp; <b>F1</b> Help &nbsp; <b>F9</b> Scope<br>"
       "<b>Alt+I</b> inputs: <b>Space</b> or <b>Return</b> chooses the row, <b>F2</b> edits "
       "its value<br>"
       "<b>Alt+1</b> One &nbsp; <b>Alt+0</b> Zero &nbsp; <b>Alt+T</b> Top &nbsp; "

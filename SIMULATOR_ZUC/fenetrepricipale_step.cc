@@ -8,6 +8,7 @@
 #include "SIMULATOR_ZUC/classic/calculvalue.h"
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/row_state.h"
+#include "SIMULATOR_ZUC/scope/scope_window.h"
 
 namespace kiva {
 
@@ -18,6 +19,32 @@ void FenPrincipale::paint_all() {
   paint_states(register_panel->listWidget, state.shown_registers);
   for (int row = 0; row < nb_outputs; ++row)
     item_empty[row]->setText(QString::fromStdString(state.output_values[row]));
+}
+
+void FenPrincipale::show_instant() {
+  const SimulationState& state = simulation_->state();
+  paint_states(inputs_panel->tableWidget, state.inputs);
+  for (int row = 0; row < nb_inputs; ++row) {
+    const QString text = QString::fromStdString(state.input_texts[static_cast<size_t>(row)]);
+    if (inputs_value[row]->text() != text) inputs_value[row]->setText(text);
+  }
+  show_chosen_state();
+  // The box of set keeps its tick behind the instant.
+  if (state.set) debugger_panel->set->setChecked(true);
+  debugger_panel->reset->setChecked(state.reset);
+  paint_all();
+}
+
+void FenPrincipale::show_scope() {
+  if (time_ == nullptr) {
+    tell("Load a module first: the scope shows it over time.");
+    return;
+  }
+  if (scope_ == nullptr)
+    scope_ = std::make_unique<ScopeWindow>(time_.get(), file_panel->lineEdit_4->text());
+  scope_->show();
+  scope_->raise();
+  scope_->activateWindow();
 }
 
 void FenPrincipale::reset_flags() {
@@ -34,14 +61,8 @@ void FenPrincipale::Simuler() {
     return;
   }
   const std::lock_guard<std::mutex> alone(CalculValue::evaluation_mutex());
-  const SimulationState before = simulation_->state();
-  const bool done = guarded("Simuler", [&] {
-    simulation_->step(socket_client);
-    paint_all();
-    debugger_panel->reset->setChecked(false);
-  });
-  // Half an instant is none.
-  if (!done) simulation_->restore(before);
+  // An exception leaves the instant before.
+  guarded("Simuler", [&] { time_->go(); });
 }
 
 void FenPrincipale::Initialise() {
@@ -54,10 +75,8 @@ void FenPrincipale::Initialise() {
     couleur_signal->List_initializing(nb_inputs, this, Tab.data());
     point_at_chosen_row();
     tell_evaluation(pautom);
-    simulation_->initialise();
+    if (!time_->init()) return;
     reset_flags();
-    paint_all();
-    for (QLineEdit* editor : inputs_value) editor->setText("--");
   });
 }
 

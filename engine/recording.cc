@@ -197,6 +197,32 @@ Recording::BranchInfo Recording::branch(size_t branch) const {
   return branches_[branch].info;
 }
 
+long Recording::first_instant() const {
+  size_t branch = position_.branch;
+  while (branches_[branch].info.parent != no_parent) branch = branches_[branch].info.parent;
+  return branches_[branch].info.from;
+}
+
+long Recording::since(SignalPlace signal, Position position, long most) {
+  const SignalState state = shown_state(state_at(position), signal);
+  const long start = first_instant();
+  // Backwards in pieces, each read forwards.
+  for (long end = position.instant; end > start && position.instant - end < most;) {
+    const long begin = std::max(start, end - block_length);
+    SignalState before = shown_state(state_at({position.branch, begin}), signal);
+    long found = -1;
+    for (long instant = begin + 1; instant <= end; ++instant) {
+      const SignalState now = shown_state(state_at({position.branch, instant}), signal);
+      if (now == state && before != state) found = instant;
+      before = now;
+    }
+    if (found >= 0) return found;
+    end = begin;
+    if (end == start) return 0;
+  }
+  return position.instant == start ? 0 : -1;
+}
+
 size_t Recording::memory() const {
   size_t bytes = 0;
   for (const Branch& branch : branches_)

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/signal_names.h"
 #include "engine/simulation.h"
 
 namespace kiva {
@@ -52,6 +53,11 @@ class Recording {
   Position position() const { return position_; }
   size_t branches() const;
   BranchInfo branch(size_t branch) const;
+  /// Where the branch that is shown, or the ancestor that it comes from, begins.
+  long first_instant() const;
+  /// The instant in which the signal came to the state that it shows there, from 1 on; 0 where it
+  /// has been so since the start, -1 where that lies further back than `most` instants.
+  long since(SignalPlace signal, Position position, long most);
   /// Bytes that the past takes.
   size_t memory() const;
 

@@ -1,0 +1,423 @@
+#include "SIMULATOR_ZUC/scope/scope_window.h"
+
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSettings>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTimer>
+#include <QToolButton>
+
+#include "SIMULATOR_ZUC/dialogs.h"
+#include "SIMULATOR_ZUC/scope/scope_look.h"
+#include "base/whole_file.h"
+#include "engine/vcd_trace.h"
+#include "tarn/model/sexception.h"
+
+namespace kiva {
+
+namespace {
+constexpr int progress_every = 50;  // milliseconds
+/// A run without end stops here, and can be taken up again.
+constexpr long most_instants = 10'000'000;
+}  // namespace
+
+std::span<const ScopeWindow::Control> ScopeWindow::controls() {
+  static const Control all[] = {
+      {"Home", "|\u25c0", "to the first instant", &ScopeWindow::first},
+      {"Left", "\u25c0", "an instant back", &ScopeWindow::back},
+      {"Return", "Go \u25b6", "Go: one instant with the choices", &ScopeWindow::go},
+      {"Right", "\u25b6", "an instant on, as it was", &ScopeWindow::forward},
+      {"End", "\u25b6|", "to the last instant", &ScopeWindow::last},
+      {"Shift+Return", "N", "run so many instants", &ScopeWindow::ask_run},
+      {"U", "until", "run until a condition holds", &ScopeWindow::ask_until},
+      {"Space", "run", "run on, and stop", &ScopeWindow::run_or_stop},
+      {"G", nullptr, "to an instant by its number", &ScopeWindow::ask_instant},
+      {"Ctrl+Left", nullptr, "to the change of the chosen signal before",
+       &ScopeWindow::change_before},
+      {"Ctrl+Right", nullptr, "to its next change", &ScopeWindow::change_after},
+      {"/", nullptr, "find a signal", &ScopeWindow::ask_signal},
+      {"P", nullptr, "the input chosen last is a pulse, or a level", &ScopeWindow::pulse},
+      {"B", nullptr, "show the next branch", &ScopeWindow::next_branch},
+      {"M", nullptr, "mark this instant", &ScopeWindow::ask_mark},
+      {"I", nullptr, "Init: back to the start", &ScopeWindow::init},
+      {"+", nullptr, "wider instants", &ScopeWindow::zoom_in},
+      {"-", nullptr, "narrower instants", &ScopeWindow::zoom_out},
+      {"Ctrl+Up", nullptr, "the chosen row one up", &ScopeWindow::row_up},
+      {"Ctrl+Down", nullptr, "the chosen row one down", &ScopeWindow::row_down},
+      {"H", nullptr, "show or hide what the compiler made", &ScopeWindow::toggle_made},
+      {"E", nullptr, "write the branch as a value change dump", &ScopeWindow::export_dump},
+      {"D", nullptr, "dark or light", &ScopeWindow::toggle_dark},
+      {"C", nullptr, "colours that are told apart without red and green",
+       &ScopeWindow::toggle_safe},
+      {"?", "?", "the keys", &ScopeWindow::show_keys},
+  };
+  return all;
+}
+
+ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
+    : time_(time),
+      file_(file),
+      waves_(new WaveView(time)),
+      inputs_(new InputsPane(time)),
+      why_(new WhyPane(time)),
+      line_(new TimeLine(time)) {
+  const QString module = QString::fromStdString(time->recording().simulation().module()->getName());
+  setWindowTitle(tr("%1 - scope").arg(module));
+  setObjectName("scope");
+  resize(1180, 700);
+
+  auto* below = new QSplitter(Qt::Horizontal);
+  below->addWidget(framed(tr("Next instant"), inputs_));
+  below->addWidget(framed(tr("Why"), why_));
+  below->setSizes({360, 640});
+  auto* panes = new QSplitter(Qt::Vertical);
+  panes->addWidget(framed(tr("Waves"), waves_));
+  QWidget* run = framed(tr("Run"), line_);
+  run->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  panes->addWidget(run);
+  panes->addWidget(below);
+  panes->setStretchFactor(0, 3);
+  panes->setStretchFactor(2, 2);
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  layout->addWidget(make_bar());
+  layout->addWidget(panes, 1);
+  prompt_ = new QLineEdit;
+  prompt_->hide();
+  layout->addWidget(prompt_);
+  told_ = new QLabel;
+  told_->setWordWrap(true);
+  told_->setAccessibleName(tr("Message"));
+  told_->hide();
+  layout->addWidget(told_);
+  setCentralWidget(page);
+  make_keys();
+
+  connect(time_, &TimeControl::moved, this, &ScopeWindow::refresh);
+  connect(time_, &TimeControl::busy_changed, this, &ScopeWindow::refresh);
+  connect(time_, &TimeControl::run_ended, this, &ScopeWindow::tell);
+  connect(waves_, &WaveView::chosen_changed, this,
+          [this] { why_->ask(waves_->rows()[static_cast<size_t>(waves_->chosen())].place); });
+  auto* progress = new QTimer(this);
+  connect(progress, &QTimer::timeout, this, [this] {
+    if (!time_->busy()) return;
+    status_->setText(status());
+    waves_->viewport()->update();
+  });
+  progress->start(progress_every);
+  const QSettings settings;
+  restoreGeometry(settings.value("scope/geometry").toByteArray());
+  dark_ = settings.value("scope/dark").toBool();
+  safe_ = settings.value("scope/safe").toBool();
+  dress();
+  refresh();
+  // What a person asks first: why the first output is what it is.
+  for (size_t row = 0; row < waves_->rows().size(); ++row)
+    if (!waves_->rows()[row].title && waves_->rows()[row].place.list == SignalPlace::output) {
+      waves_->choose(static_cast<int>(row));
+      break;
+    }
+  waves_->setFocus();
+}
+
+QWidget* ScopeWindow::framed(const QString& title, QWidget* pane) {
+  auto* frame = new QFrame;
+  frame->setObjectName("pane");
+  auto* layout = new QVBoxLayout(frame);
+  layout->setContentsMargins(8, 6, 8, 8);
+  layout->setSpacing(4);
+  auto* label = new QLabel(title);
+  label->setObjectName("title");
+  layout->addWidget(label);
+  layout->addWidget(pane, 1);
+  return frame;
+}
+
+QWidget* ScopeWindow::make_bar() {
+  auto* bar = new QWidget;
+  auto* layout = new QHBoxLayout(bar);
+  layout->setContentsMargins(0, 0, 0, 0);
+  name_ = new QLabel;
+  name_->setAccessibleName(tr("Module"));
+  layout->addWidget(name_);
+  layout->addStretch(1);
+  for (const Control& control : controls()) {
+    if (control.text == nullptr) continue;
+    auto* button = new QToolButton;
+    button->setText(QString::fromUtf8(control.text));
+    button->setToolTip(tr("%1 (%2)").arg(tr(control.tells), QString(control.key)));
+    button->setAccessibleName(tr(control.tells));
+    button->setAccessibleDescription(tr("Key: %1").arg(control.key));
+    connect(button, &QToolButton::clicked, this, control.act);
+    if (control.act == &ScopeWindow::go) button->setObjectName("go");
+    if (control.act == &ScopeWindow::run_or_stop) run_button_ = button;
+    layout->addWidget(button);
+  }
+  layout->addStretch(1);
+  branch_ = new QComboBox;
+  branch_->setAccessibleName(tr("Branch"));
+  branch_->setToolTip(tr("the branch that is shown (B)"));
+  branch_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  branch_->setFocusPolicy(Qt::TabFocus);
+  connect(branch_, qOverload<int>(&QComboBox::activated), this, [this](int branch) {
+    const auto to = static_cast<size_t>(branch);
+    time_->to({to, time_->recording().branch(to).last});
+  });
+  layout->addWidget(branch_);
+  status_ = new QLabel;
+  status_->setAccessibleName(tr("Instant"));
+  layout->addWidget(status_);
+  return bar;
+}
+
+void ScopeWindow::make_keys() {
+  for (const Control& control : controls()) {
+    auto* key = new QShortcut(QKeySequence(control.key), this);
+    connect(key, &QShortcut::activated, this, [this, &control] {
+      // While something is asked, Return answers and the other keys are its text.
+      if (!prompt_->isVisible())
+        (this->*control.act)();
+      else if (control.act == &ScopeWindow::go)
+        answered();
+    });
+  }
+  for (int number = 1; number <= 9; ++number) {
+    auto* key = new QShortcut(QKeySequence(QString::number(number)), this);
+    connect(key, &QShortcut::activated, this, [this, number] { inputs_->step_input(number - 1); });
+  }
+  auto* leave = new QShortcut(QKeySequence("Escape"), this);
+  connect(leave, &QShortcut::activated, this, [this] {
+    time_->stop();
+    asked_ = Asked::nothing;
+    prompt_->hide();
+    tell("");
+    waves_->setFocus();
+  });
+}
+
+QString ScopeWindow::status() const {
+  const Recording& recording = time_->recording();
+  if (time_->busy()) return tr("running: instant %1").arg(time_->progress());
+  const Recording::Position here = recording.position();
+  return tr("instant %1 of %2").arg(here.instant).arg(recording.branch(here.branch).last);
+}
+
+void ScopeWindow::refresh() {
+  const bool busy = time_->busy();
+  status_->setText(status());
+  run_button_->setText(busy ? tr("Stop") : tr("run"));
+  branch_->setEnabled(!busy);
+  if (busy) return;
+  const Recording& recording = time_->recording();
+  const auto branches = static_cast<int>(recording.branches());
+  for (int branch = branch_->count(); branch < branches; ++branch)
+    branch_->addItem(TimeLine::branch_name(recording, static_cast<size_t>(branch)));
+  branch_->setCurrentIndex(static_cast<int>(recording.position().branch));
+  branch_->setVisible(branches > 1);
+}
+
+void ScopeWindow::tell(const QString& text) {
+  told_->setText(text);
+  told_->setVisible(!text.isEmpty());
+}
+
+void ScopeWindow::dress() {
+  ScopeLook::use_dark(dark_);
+  ScopeLook::use_safe_colours(safe_);
+  const ScopeLook& look = ScopeLook::current();
+  setStyleSheet(
+      QString("QMainWindow, QWidget { background: %1; color: %2; }"
+              "QFrame#pane, QFrame#pane > QWidget, QTreeWidget, QScrollArea > QWidget > "
+              "QWidget { background: %3; }"
+              "QFrame#pane { border: 1px solid %4; border-radius: 6px; }"
+              "QLabel { background: transparent; } QLabel#title { font-weight: bold; }"
+              "QLabel#faint { color: %5; }"
+              "QToolButton, QPushButton { background: %3; border: 1px solid %4; "
+              "border-radius: 5px; padding: 4px 8px; min-height: 16px; }"
+              "QPushButton:checked, QToolButton#go { background: %6; color: %3; }"
+              "QToolButton:focus, QPushButton:focus, QComboBox:focus { border: 1px solid %7; }"
+              "QLineEdit, QComboBox { background: %3; border: 1px solid %4; padding: 3px; }"
+              "QToolTip { background: %3; color: %2; border: 1px solid %4; }")
+          .arg(look.paper.name(), look.text.name(), look.pane.name(), look.line.name(),
+               look.faint.name(), look.one.name(), look.accent.name()));
+  const QString module =
+      QString::fromStdString(time_->recording().simulation().module()->getName());
+  name_->setText(QString("<b>%1</b> <span style='color:%2'>%3</span>")
+                     .arg(module.toHtmlEscaped(), look.faint.name(), file_.toHtmlEscaped()));
+  waves_->look_changed();
+  why_->ask_again();
+  line_->update();
+}
+
+void ScopeWindow::closeEvent(QCloseEvent* event) {
+  QSettings settings;
+  settings.setValue("scope/geometry", saveGeometry());
+  settings.setValue("scope/dark", dark_);
+  settings.setValue("scope/safe", safe_);
+  event->accept();
+}
+
+// What the keys do ----------------------------------------------------------------------------
+
+void ScopeWindow::go() {
+  tell("");
+  const Recording& recording = time_->recording();
+  const SimulationState before = recording.simulation().state();
+  try {
+    time_->go();
+  } catch (const LibraryException& exception) {
+    return tell(QString::fromStdString(exception.text()));
+  } catch (const std::exception& exception) {
+    return tell(QString::fromUtf8(exception.what()));
+  }
+  const SimulationState& after = recording.simulation().state();
+  if (before.instant > 0 && before.shown_outputs == after.shown_outputs &&
+      before.shown_locals == after.shown_locals &&
+      before.shown_registers == after.shown_registers &&
+      before.output_values == after.output_values)
+    tell(tr("This instant changed nothing."));
+}
+
+void ScopeWindow::back() {
+  time_->back();
+}
+void ScopeWindow::forward() {
+  time_->forward();
+}
+void ScopeWindow::first() {
+  time_->first();
+}
+void ScopeWindow::last() {
+  time_->last();
+}
+void ScopeWindow::init() {
+  time_->init();
+}
+void ScopeWindow::change_before() {
+  if (!waves_->next_change(-1)) tell(tr("The chosen signal has not changed before."));
+}
+void ScopeWindow::change_after() {
+  if (!waves_->next_change(1)) tell(tr("The chosen signal does not change any more."));
+}
+void ScopeWindow::pulse() {
+  inputs_->toggle_pulse(std::max(0, inputs_->chosen()));
+}
+
+void ScopeWindow::next_branch() {
+  const Recording& recording = time_->recording();
+  const size_t next = (recording.position().branch + 1) % recording.branches();
+  time_->to({next, recording.branch(next).last});
+}
+
+void ScopeWindow::run_or_stop() {
+  if (time_->busy())
+    time_->stop();
+  else
+    time_->run(most_instants, nullptr);
+}
+
+void ScopeWindow::toggle_made() {
+  waves_->show_made(!waves_->shows_made());
+}
+
+void ScopeWindow::toggle_dark() {
+  dark_ = !dark_;
+  dress();
+}
+
+void ScopeWindow::toggle_safe() {
+  safe_ = !safe_;
+  dress();
+}
+
+void ScopeWindow::show_keys() {
+  QString text;
+  for (const Control& control : controls())
+    text += QString("<b>%1</b> %2 &nbsp; ")
+                .arg(QString(control.key).toHtmlEscaped(), tr(control.tells).toHtmlEscaped());
+  tell(text + tr("<b>1 to 9</b> the next state of an input &nbsp; <b>Escape</b> leaves and stops"));
+}
+
+void ScopeWindow::export_dump() {
+  if (time_->busy()) return;
+  const QString name =
+      dialogs().ask_save(this, tr("Write waves"), tr("Value change dumps (*.vcd)"));
+  if (name.isEmpty()) return;
+  Recording& recording = time_->recording();
+  const size_t branch = recording.position().branch;
+  WholeFile file(name.toStdString());
+  VcdTrace trace(recording.simulation());
+  if (file.opened()) {
+    trace.begin(file.out());
+    for (long instant = recording.first_instant() + 1; instant <= recording.branch(branch).last;
+         ++instant)
+      trace.write(file.out(), recording.state_at({branch, instant}));
+  }
+  if (!file.opened() || !file.finish())
+    tell(tr("%1 cannot be written").arg(name));
+  else
+    tell(tr("%1 is written").arg(name));
+}
+
+void ScopeWindow::ask(Asked what) {
+  asked_ = what;
+  tell("");
+  prompt_->clear();
+  const QString texts[] = {QString(),
+                           tr("instant"),
+                           tr("until, as in: drink and instant > 9"),
+                           tr("find a signal"),
+                           tr("mark this instant as"),
+                           tr("run how many instants")};
+  prompt_->setPlaceholderText(texts[static_cast<int>(what)]);
+  prompt_->setAccessibleName(prompt_->placeholderText());
+  prompt_->show();
+  prompt_->setFocus();
+}
+
+void ScopeWindow::run_until(const QString& text) {
+  try {
+    auto condition =
+        std::make_shared<Condition>(text.toStdString(), time_->recording().simulation());
+    time_->run(most_instants, condition);
+  } catch (const ConditionError& error) {
+    tell(tr("character %1: %2").arg(error.character).arg(QString::fromStdString(error.reason)));
+  }
+}
+
+void ScopeWindow::answered() {
+  const QString text = prompt_->text();
+  const Asked what = std::exchange(asked_, Asked::nothing);
+  prompt_->hide();
+  waves_->setFocus();
+  bool is_number = false;
+  const auto number = static_cast<long>(text.toLongLong(&is_number));
+  const Recording::Position here = time_->recording().position();
+  switch (what) {
+    case Asked::instant:
+      if (!is_number || !time_->to({here.branch, number}))
+        tell(tr("\"%1\" is no instant of this branch").arg(text));
+      break;
+    case Asked::instants:
+      if (!is_number || number < 1 || !time_->run(number, nullptr))
+        tell(tr("\"%1\" is no number of instants").arg(text));
+      break;
+    case Asked::condition:
+      run_until(text);
+      break;
+    case Asked::signal:
+      if (!waves_->find(text)) tell(tr("No signal that is shown has \"%1\" in its name").arg(text));
+      break;
+    case Asked::mark:
+      waves_->mark(here.instant, text);
+      break;
+    case Asked::nothing:
+      break;
+  }
+}
+
+}  // namespace kiva

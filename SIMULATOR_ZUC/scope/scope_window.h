@@ -1,0 +1,102 @@
+#pragma once
+
+#include <QMainWindow>
+#include <span>
+
+#include "SIMULATOR_ZUC/scope/inputs_pane.h"
+#include "SIMULATOR_ZUC/scope/time_line.h"
+#include "SIMULATOR_ZUC/scope/wave_view.h"
+#include "SIMULATOR_ZUC/scope/why_pane.h"
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QSplitter;
+class QToolButton;
+
+namespace kiva {
+
+/// The second window: one run seen from several sides. One instant is selected everywhere, here and
+/// in the told window, and a click on any side moves all.
+class ScopeWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  /// `file` is named in the title; the time must outlive the window.
+  ScopeWindow(TimeControl* time, const QString& file);
+
+  WaveView* waves() const { return waves_; }
+  InputsPane* inputs() const { return inputs_; }
+  WhyPane* why() const { return why_; }
+  TimeLine* line() const { return line_; }
+  /// What is asked for in one line: an instant, a condition, a name.
+  QLineEdit* prompt() const { return prompt_; }
+  QString status() const;
+  void go();
+
+  /// A control: its key, what it does, and where it is pressed.
+  struct Control {
+    const char* key;
+    const char* text;  ///< on its button; null for a key alone
+    const char* tells;
+    void (ScopeWindow::*act)();
+  };
+  static std::span<const Control> controls();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  enum class Asked { nothing, instant, condition, signal, mark, instants };
+
+  QWidget* make_bar();
+  QWidget* framed(const QString& title, QWidget* pane);
+  void make_keys();
+  void refresh();
+  void dress();
+  void tell(const QString& text);
+
+  void back();
+  void forward();
+  void first();
+  void last();
+  void change_before();
+  void change_after();
+  void ask_instant() { ask(Asked::instant); }
+  void ask_until() { ask(Asked::condition); }
+  void ask_run() { ask(Asked::instants); }
+  void ask_signal() { ask(Asked::signal); }
+  void ask_mark() { ask(Asked::mark); }
+  void next_branch();
+  void run_or_stop();
+  void pulse();
+  void zoom_in() { waves_->zoom(1.25); }
+  void zoom_out() { waves_->zoom(0.8); }
+  void row_up() { waves_->move_chosen(-1); }
+  void row_down() { waves_->move_chosen(1); }
+  void toggle_made();
+  void toggle_dark();
+  void toggle_safe();
+  void init();
+  void export_dump();
+  void show_keys();
+
+  void ask(Asked what);
+  void answered();
+  void run_until(const QString& text);
+
+  TimeControl* time_;
+  QString file_;
+  Asked asked_ = Asked::nothing;
+  bool dark_ = false, safe_ = false;
+  QLabel *name_ = nullptr, *status_ = nullptr, *told_ = nullptr;
+  QLineEdit* prompt_ = nullptr;
+  QComboBox* branch_ = nullptr;
+  QToolButton* run_button_ = nullptr;
+  WaveView* waves_;
+  InputsPane* inputs_;
+  WhyPane* why_;
+  TimeLine* line_;
+};
+
+}  // namespace kiva

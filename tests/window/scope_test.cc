@@ -1,0 +1,193 @@
+// The scope: one instant everywhere, the keys, and what is drawn against what the trace says.
+
+#include "SIMULATOR_ZUC/scope/scope_window.h"
+
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+#include <random>
+
+#include "SIMULATOR_ZUC/scope/scope_look.h"
+#include "tests/support/random_module.h"
+#include "tests/window/window_test.h"
+
+namespace kiva::test {
+namespace {
+
+class Scope : public WindowTest {
+ protected:
+  void open_scope(const std::string& file) {
+    open(file);
+    QTest::keyClick(window.get(), Qt::Key_F9);
+    settle();
+    scope = window->scope();
+    ASSERT_NE(scope, nullptr);
+  }
+  void press(const char* keys) {
+    const QKeySequence sequence(keys);
+    const int key = sequence[0];
+    QTest::keyClick(scope, static_cast<Qt::Key>(key & ~Qt::KeyboardModifierMask),
+                    Qt::KeyboardModifiers(key & Qt::KeyboardModifierMask));
+    settle();
+  }
+  void answer(const QString& text) {
+    QTest::keyClicks(scope->prompt(), text);
+    QTest::keyClick(scope->prompt(), Qt::Key_Return);
+    settle();
+  }
+  void wait_for_run() {
+    while (window->time()->busy()) QTest::qWait(5);
+    settle();
+  }
+  long instant() { return window->time()->recording().position().instant; }
+
+  /// The state that the picture shows, from heights and colours alone.
+  static SignalState drawn(const QImage& picture, QRect cell) {
+    const ScopeLook& look = ScopeLook::current();
+    const int x = cell.left() + cell.width() / 2 + 4;
+    const auto at = [&](int y) { return picture.pixelColor(x, y); };
+    if (at(cell.top() + 8) == look.top) return SignalState::top;
+    if (at(cell.top() + 5) == look.one) return SignalState::one;
+    int dots = 0, hatches = 0;
+    for (int i = 0; i < 10; ++i) {
+      dots += picture.pixelColor(cell.left() + 6 + i, cell.bottom() - 4) != look.pane;
+      hatches += picture.pixelColor(cell.left() + 6 + i, cell.top() + 10) != look.pane;
+    }
+    if (hatches > 0) return SignalState::unknown;
+    return dots == 10 ? SignalState::zero : SignalState::bottom;
+  }
+
+  ScopeWindow* scope = nullptr;
+};
+
+TEST_F(Scope, ShowsOneInstantEverywhereAndTheKeysMoveIt) {
+  open_scope(example("toggle"));
+  for (const char* key : {"1", "Return", "1", "Return", "Return"}) press(key);
+  EXPECT_EQ(instant(), 3);
+  EXPECT_EQ(shown_word(outputs(), 0), "one");
+  press("Left");
+  press("Home");
+  EXPECT_EQ(instant(), 0);
+  EXPECT_EQ(shown_word(outputs(), 0), "unknown") << "the told window goes along";
+  press("End");
+  press("Ctrl+Left");
+  EXPECT_EQ(instant(), 1) << "Q has been present since then";
+  EXPECT_EQ(shown_word(inputs(), 0), "one");
+  press("Return");
+  EXPECT_EQ(window->time()->recording().branches(), 2u) << "another choice begins a branch";
+  press("B");
+  EXPECT_EQ(window->time()->recording().position(), (Recording::Position{0, 3}));
+  press("G");
+  answer("2");
+  EXPECT_EQ(instant(), 2);
+  press("P");
+  press("1");
+  press("Return");
+  EXPECT_EQ(window->running()->state().inputs[0], SignalState::zero) << "a pulse has ended";
+  press("I");
+  EXPECT_EQ(instant(), 0);
+  press_go();
+  EXPECT_EQ(instant(), 1) << "Go of the told window is the same run";
+}
+
+TEST_F(Scope, RunsInTheWorkerUntilAndStops) {
+  open_scope(example("counter"));
+  press("1");
+  press("U");
+  answer("carry");
+  wait_for_run();
+  EXPECT_EQ(instant(), 8);
+  press("Shift+Return");
+  answer("100");
+  wait_for_run();
+  EXPECT_EQ(instant(), 108);
+  press("Space");
+  EXPECT_TRUE(window->time()->busy());
+  EXPECT_FALSE(window->inputs_panel->isEnabled());
+  EXPECT_FALSE(window->time()->back());
+  press("Space");
+  wait_for_run();
+  EXPECT_GT(instant(), 108);
+  press("U");
+  answer("carry and");
+  EXPECT_FALSE(window->time()->busy());
+}
+
+TEST_F(Scope, TellsWhyAndOffersAChange) {
+  open_scope(example("toggle"));
+  for (const char* key : {"1", "Return", "1", "Return"}) press(key);
+  EXPECT_EQ(
+      scope->why()->sentences(),
+      "Why is Q present at 2?\nT is Zero at 2\nR is One at 2, since 1 [go to 1]\n"
+      "Make T One at 2: it is absent then [branch]\n0 of 1 inputs and 0 of 1 registers do not "
+      "matter\n");
+  QTreeWidgetItem* change = scope->why()->topLevelItem(3);
+  Q_EMIT scope->why()->itemClicked(change, 1);
+  settle();
+  EXPECT_EQ(window->time()->recording().position(), (Recording::Position{1, 2}));
+  EXPECT_EQ(shown_word(outputs(), 0), "zero");
+}
+
+TEST_F(Scope, DrawsWhatTheRecordingHolds) {
+  std::mt19937 random(8);
+  for (int round = 0; round < 6; ++round) {
+    open_scope(write("m.zuc", random_module(random)));
+    TimeControl& time = *window->time();
+    for (int i = 0; i < 12; ++i) {
+      for (size_t row = 0; row < window->running()->input_rows().size(); ++row)
+        time.choose(row, static_cast<SignalState>(random() % 4));
+      ASSERT_TRUE(time.go());
+    }
+    time.first();
+    WaveView* waves = scope->waves();
+    waves->show_made(true);
+    scope->resize(1180, 1400);
+    settle();
+    const QImage picture = waves->viewport()->grab().toImage();
+    int compared = 0;
+    for (int row = 0; row < static_cast<int>(waves->rows().size()); ++row) {
+      if (waves->rows()[static_cast<size_t>(row)].title) continue;
+      for (long at = 1; at <= 12; ++at) {
+        const QRect cell = waves->cell(row, at);
+        if (!waves->viewport()->rect().contains(cell)) continue;
+        const double scale = picture.devicePixelRatio();
+        if (scale != 1.0) continue;
+        ASSERT_EQ(drawn(picture, cell), shown_state(time.recording().state_at({0, at}),
+                                                    waves->rows()[static_cast<size_t>(row)].place))
+            << "row " << row << " instant " << at;
+        ++compared;
+      }
+    }
+    EXPECT_GT(compared, 60);
+  }
+}
+
+TEST_F(Scope, FitsItsTextsAndNamesItsWidgets) {
+  open_scope(write("m.zuc", wide_module(12)));
+  scope->resize(1000, 620);
+  press("Return");
+  for (const char* key : {"D", "C", "?"}) {
+    press(key);
+    for (const QWidget* widget : scope->findChildren<QWidget*>()) {
+      if (!widget->isVisible()) continue;
+      const bool is_control = qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+                              qobject_cast<const QLineEdit*>(widget) != nullptr;
+      if (is_control) {
+        EXPECT_NE(widget->accessibleName(), "") << widget->metaObject()->className();
+        EXPECT_GE(widget->width(), widget->minimumSizeHint().width());
+      }
+      if (const auto* label = qobject_cast<const QLabel*>(widget);
+          label != nullptr && !label->wordWrap()) {
+        EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace kiva::test
