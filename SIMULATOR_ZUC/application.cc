@@ -3,6 +3,7 @@
 #include "SIMULATOR_ZUC/application.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QStyle>
 #include <QStyleFactory>
 #include <csignal>
@@ -37,11 +38,27 @@ void choose_style() {
 }  // namespace
 
 StartArguments read_start_arguments(int argc, const char* const* argv) {
-  if (argc == 4) return {true, argv[1], argv[2], argv[3]};
-  if (argc > 1)
+  StartArguments arguments;
+  std::vector<std::string> plain;
+  for (int i = 1; i < argc; ++i) {
+    if (argv[i] == std::string("--scope"))
+      arguments.scope = true;
+    else
+      plain.push_back(argv[i]);
+  }
+  if (plain.size() == 3) {
+    arguments.complete = true;
+    arguments.file = plain[0], arguments.host = plain[1], arguments.port = plain[2];
+    return arguments;
+  }
+  if (plain.size() == 2 && plain[0] == "--open") {
+    arguments.open = plain[1];
+    return arguments;
+  }
+  if (!plain.empty())
     std::cerr << "usage: kiva [FILE HOST PORT]: the window opens empty, for it wants all three "
                  "arguments or none\n";
-  return {};
+  return arguments;
 }
 
 void dress_window(FenPrincipale& window) {
@@ -98,6 +115,8 @@ int run_window(int argc, char** argv) {
   window->show();
   if (arguments.complete) connect_to_server(*window, arguments.host, arguments.port);
   if (!window->isVisible()) return 0;  // closed while the server was waited for
+  if (!arguments.open.empty()) window->open_file(QFile::decodeName(arguments.open.c_str()));
+  if (arguments.scope) window->show_scope();
   return QApplication::exec();
 }
 

@@ -9,13 +9,15 @@ class FenPrincipale;
 /// What the command line of the window asks for.
 struct StartArguments {
   bool complete = false;  ///< file, host and port are given
+  bool scope = false;     ///< --scope: the second window opens, too
+  std::string open;       ///< --open FILE
   std::string file;
   std::string host;
   std::string port;
 };
 
-/// Exactly three arguments are a file, a host and a port. Any other number but none gets a line on
-/// the error stream.
+/// Exactly three arguments are a file, a host and a port; "--open" and a file open it without a
+/// server; "--scope" may stand anywhere. Any other number but none gets a line on the error stream.
 StartArguments read_start_arguments(int argc, const char* const* argv);
 
 /// Fixed size, style and style sheet. Without the style "plastique" the window takes "Fusion", and

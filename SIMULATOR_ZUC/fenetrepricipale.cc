@@ -129,6 +129,7 @@ void FenPrincipale::afficherAll() {
   const bool shown = guarded("afficherAll", [&] {
     if (simulation_ == nullptr) simulation_ = std::make_unique<Simulation>(pautom);
     start_time();
+    setWindowTitle(QString::fromStdString(pautom->getName()) + " - KIVA");
     debugger_panel->bottom->setVisible(pautom->getFinalised() == 0);
     debugger_panel->top->setVisible(pautom->getFinalised() == 0);
     fill_inputs();

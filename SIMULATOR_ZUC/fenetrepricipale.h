@@ -128,6 +128,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   CalculValue* thread_calcul = nullptr;
   PluginManager* pluginManager = nullptr;
   QMenu* panels_menu = nullptr;  ///< of the button `config`: one entry for each panel
+  QMenu* recent_menu = nullptr;  ///< in it: the files opened last
 
  Q_SIGNALS:
   void Module_Parsed(Module* module);
@@ -156,6 +157,10 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void raise_set();
   void show_help();
   void show_panels_menu();
+  /// Shows another module; false, with a message, and the one that runs as it was where that fails.
+  bool open_file(const QString& name);
+  /// Asks for its file.
+  void ask_open();
   /// Opens the scope on the running module; says so where there is none.
   void show_scope();
   /// Everything as the simulation has it: after a move in time, or a choice made elsewhere.
@@ -165,6 +170,8 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -177,6 +184,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   QToolButton* create_tool_button(const char* icon, const QString& tip, QPoint at);
   void connect_all();
   void create_panels_menu();
+  void fill_recent_menu();
   void create_keys();
   void order_focus();
   void fit_tool_buttons();
@@ -193,6 +201,8 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void reset_flags();
   void paint_all();
   void choose_row(int row);
+  /// The row's input goes on to the next state that the radios offer.
+  void step_row(int row);
   void point_at_chosen_row();
   void show_chosen_state();
   /// The common part of the four radio slots.

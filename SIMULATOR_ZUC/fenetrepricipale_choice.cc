@@ -100,6 +100,21 @@ void FenPrincipale::choose_row(int row) {
   Set_ListColor(table->model()->index(row, 0));
 }
 
+void FenPrincipale::step_row(int row) {
+  if (row < 0 || row >= nb_inputs) return;
+  choose_row(row);
+  std::vector<std::pair<SignalState, QRadioButton*>> offered{
+      {SignalState::one, debugger_panel->one}, {SignalState::zero, debugger_panel->zero}};
+  if (pautom->getFinalised() == 0)
+    offered.insert(offered.end(), {{SignalState::top, debugger_panel->top},
+                                   {SignalState::bottom, debugger_panel->bottom}});
+  const SignalState now = simulation_->state().inputs[static_cast<size_t>(row)];
+  size_t next = 0;
+  for (size_t i = 0; i < offered.size(); ++i)
+    if (offered[i].first == now) next = (i + 1) % offered.size();
+  offered[next].second->setChecked(true);
+}
+
 void FenPrincipale::choose_colour(bool b, void (FenPrincipale::*check)(bool), const char* word,
                                   void (List_Signal_color::*colour)(FenPrincipale*,
                                                                     const std::string*)) {

@@ -27,7 +27,7 @@ void set_text_colour(QWidget* widget, const QColor& color) {
 }
 
 /// A wave that goes high, low, and high.
-QIcon scope_icon() {
+QIcon wave_icon() {
   QPixmap picture(80, 80);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
@@ -49,6 +49,7 @@ void FenPrincipale::create_gui() {
       ->hide();  // it has no menus, and would leave a bright strip over the banner
   create_docks();
   create_tool_buttons();
+  setWindowIcon(wave_icon());
   set_text_colour(debugger_panel->one, Qt::blue);
   set_text_colour(debugger_panel->zero, Qt::yellow);
   set_text_colour(debugger_panel->bottom, Qt::black);
@@ -114,7 +115,7 @@ void FenPrincipale::create_tool_buttons() {
   help = create_tool_button(":/img/help.png", tr("Show about dialog"), QPoint(400, 10));
   scope_button =
       create_tool_button("", tr("The run over time: waves, branches, why (F9)"), QPoint(870, 10));
-  scope_button->setIcon(scope_icon());
+  scope_button->setIcon(wave_icon());
 }
 
 void FenPrincipale::load_data_ui() {
@@ -147,6 +148,9 @@ void FenPrincipale::connect_all() {
   QTableWidget* inputs = inputs_panel->tableWidget;
   connect(inputs, SIGNAL(clicked(const QModelIndex&)), this, SLOT(Set_ListColor(QModelIndex)));
   connect(inputs, SIGNAL(activated(const QModelIndex&)), this, SLOT(Set_ListColor(QModelIndex)));
+  connect(inputs, &QTableWidget::cellDoubleClicked, this, [this](int row, int column) {
+    if (column == 0) step_row(row);
+  });
   connect(inputs->verticalHeader(), &QHeaderView::sectionClicked, this, &FenPrincipale::choose_row);
   connect(go, SIGNAL(clicked()), this, SLOT(Simuler()));
   connect(reset, SIGNAL(clicked()), this, SLOT(Initialise()));
@@ -161,6 +165,12 @@ void FenPrincipale::create_panels_menu() {
   panels_menu->setAccessibleName(tr("Panels"));
   // The title of a dock becomes the text of its entry.
   for (QDockWidget* dock : docks()) panels_menu->addAction(dock->toggleViewAction());
+  panels_menu->addSeparator();
+  QAction* open = panels_menu->addAction(tr("Open..."), this, &FenPrincipale::ask_open);
+  open->setShortcut(QKeySequence("Ctrl+O"));
+  addAction(open);  // its key works while the menu is closed
+  recent_menu = panels_menu->addMenu(tr("Recent files"));
+  setAcceptDrops(true);
   // A module from the command line has hidden these two inside their dock. They come back before
   // it, for it takes its height from them.
   connect(dock0->toggleViewAction(), &QAction::toggled, this, [this](bool shown) {
@@ -174,6 +184,7 @@ void FenPrincipale::create_panels_menu() {
 }
 
 void FenPrincipale::show_panels_menu() {
+  fill_recent_menu();
   panels_menu->popup(config->mapToGlobal(QPoint(0, config->height())));
 }
 

@@ -12,9 +12,11 @@
 #include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/row_state.h"
+#include "SIMULATOR_ZUC/scope/scope_window.h"
 
 namespace kiva {
 
@@ -50,7 +52,7 @@ void FenPrincipale::create_keys() {
   give_key(config, "F8");
   give_key(help, "F1");
   give_key(scope_button, "F9");
-  give_key(file_panel->pushButton_3, "Ctrl+O");
+  give_key(file_panel->pushButton_3, "Alt+N");
   give_key(file_panel->pushButton_2, "Ctrl+U");
   give_key(file_panel->lineEdit_4, "Alt+Z");
   give_key(file_panel->lineEdit_3, "Alt+U");
@@ -108,6 +110,10 @@ bool FenPrincipale::eventFilter(QObject* watched, QEvent* event) {
     inputs_value[row]->selectAll();
     return true;
   }
+  if (key->key() == Qt::Key_Space && row == couleur_signal->selected_row()) {
+    step_row(row);
+    return true;
+  }
   if (key->key() == Qt::Key_Space || (is_return(key) && row != couleur_signal->selected_row())) {
     choose_row(row);
     return true;
@@ -117,8 +123,14 @@ bool FenPrincipale::eventFilter(QObject* watched, QEvent* event) {
 
 void FenPrincipale::keyPressEvent(QKeyEvent* event) {
   QWidget* focus = focusWidget();
-  if (!is_return(event) || is_editor(focus)) {
+  const bool is_value = std::ranges::find(inputs_value, focus) != inputs_value.end();
+  if (!is_return(event) || (is_editor(focus) && !is_value)) {
     QMainWindow::keyPressEvent(event);
+    return;
+  }
+  if ((event->modifiers() & Qt::ShiftModifier) != 0 && time_ != nullptr) {
+    show_scope();
+    scope_->ask_run();
     return;
   }
   auto* pressed = qobject_cast<QToolButton*>(focus);
@@ -129,11 +141,12 @@ QString FenPrincipale::key_texts() const {
   return tr(
       "<p><b>F5</b> or <b>Return</b> Go &nbsp; <b>F6</b> Init &nbsp; <b>F7</b> Set &nbsp; "
       "<b>F8</b> Preferences &nbsp; <b>F1</b> Help &nbsp; <b>F9</b> Scope<br>"
-      "<b>Alt+I</b> inputs: <b>Space</b> or <b>Return</b> chooses the row, <b>F2</b> edits "
-      "its value<br>"
+      "<b>Alt+I</b> inputs: <b>Space</b> or <b>Return</b> chooses the row, <b>Space</b> again goes "
+      "through its states, <b>F2</b> edits its value<br>"
       "<b>Alt+1</b> One &nbsp; <b>Alt+0</b> Zero &nbsp; <b>Alt+T</b> Top &nbsp; "
       "<b>Alt+B</b> Bottom &nbsp; <b>Alt+S</b> Set &nbsp; <b>Alt+R</b> Reset<br>"
-      "<b>Ctrl+O</b> load ZUC &nbsp; <b>Ctrl+U</b> load ZU &nbsp; <b>Alt+L</b> locals "
+      "<b>Ctrl+O</b> open another module &nbsp; <b>Alt+N</b> load ZUC &nbsp; <b>Ctrl+U</b> load ZU "
+      "&nbsp; <b>Alt+L</b> locals "
       "&nbsp; <b>Alt+G</b> registers &nbsp; <b>Alt+O</b> outputs</p>");
 }
 

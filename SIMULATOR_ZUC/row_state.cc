@@ -13,14 +13,20 @@ namespace {
 template <typename Item>
 void show_state_on(Item* item, SignalState state) {
   if (item == nullptr) return;
-  const QString word = label_of(state);
-  if (item->toolTip() == word) return;
+  const QString told = item->text() + ": " + label_of(state);
+  if (item->toolTip() == told) return;
   item->setBackground(background_of(state));
-  item->setToolTip(word);
-  item->setData(Qt::AccessibleTextRole, item->text() + ": " + word);
+  item->setToolTip(told);
+  item->setData(Qt::AccessibleTextRole, told);
+  item->setData(letter_role, QString(QChar(letter_of(state))));
 }
 
 }  // namespace
+
+char letter_of(SignalState state) {
+  constexpr char letters[] = {'1', '0', 'T', 'B', '?'};
+  return letters[static_cast<int>(state)];
+}
 
 QString label_of(SignalState state) {
   const std::string_view label = look_of(state).label;

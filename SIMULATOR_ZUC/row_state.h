@@ -16,11 +16,15 @@ namespace kiva {
 /// As a person reads it: "One".
 QString label_of(SignalState state);
 QColor background_of(SignalState state);
+/// 1, 0, T, B, ?: no state is told by colour alone.
+char letter_of(SignalState state);
+/// Where an item keeps it.
+constexpr int letter_role = Qt::UserRole + 7;
 /// White on blue, else black.
 QColor text_colour_on(const QColor& background);
 
-/// Gives the row its state's colour, and the state's word as tool tip and, behind the row's text,
-/// as accessible text. A null item is left alone.
+/// Gives the row its state's colour and letter, and as tip and accessible text its whole name and
+/// the state's word. A null item is left alone.
 void show_state(QTableWidgetItem* item, SignalState state);
 void show_state(QListWidgetItem* item, SignalState state);
 

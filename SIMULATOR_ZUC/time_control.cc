@@ -1,5 +1,6 @@
 #include "SIMULATOR_ZUC/time_control.h"
 
+#include "engine/session_file.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 
@@ -95,6 +96,22 @@ bool TimeControl::run(long instants, std::shared_ptr<Condition> until) {
     work(instants, until.get());
   });
   return true;
+}
+
+QString TimeControl::open(const std::string& session,
+                          const std::function<void(long instant, const QString& text)>& mark) {
+  if (busy_) return tr("a run is under way");
+  Marks marks;
+  std::string problem;
+  try {
+    recording_.to({0, recording_.branch(0).from});
+    problem = open_session(session, recording_, socket_(), marks);
+  } catch (const LibraryException& exception) {
+    problem = exception.text();
+  }
+  moved_if(true);
+  for (const auto& [at, text] : marks) mark(at.instant, QString::fromStdString(text));
+  return QString::fromStdString(problem);
 }
 
 void TimeControl::work(long instants, const Condition* until) {

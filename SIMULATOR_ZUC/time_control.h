@@ -42,6 +42,10 @@ class TimeControl : public QObject {
   /// Runs so many instants in the worker, or until the condition holds (may be null).
   bool run(long instants, std::shared_ptr<Condition> until);
   void stop() { stop_ = true; }
+  /// Runs what a session's text holds, from the load on; `mark` gets its marks. Why it cannot be
+  /// used, empty if it could.
+  QString open(const std::string& session,
+               const std::function<void(long instant, const QString& text)>& mark);
 
   /// An input that is a pulse is Zero again behind each instant.
   bool is_pulse(size_t row) const { return pulses_.contains(row); }

@@ -35,7 +35,8 @@ constexpr int Max_number_of_terms() {
 /// Conventions: an `id` is a variable's number of creation, an `index` its place in the order, both
 /// from 0; `link` is a polarity, +1 or -1; a literal array has one int for each variable, by index:
 /// 0 false, 1 true, 2 unknown or absent. Wrong calls write one line on the error stream and give
-/// the neutral result named at the operation. One thread at a time.
+/// the neutral result named at the operation. One thread at a time. What bears the mark `classic`
+/// no program calls: it is kept for callers who know it by name.
 class bddpp_manager {
  public:
   bddpp_manager();
@@ -60,7 +61,7 @@ class bddpp_manager {
 
   long Nb_bdd_vars() const { return internal_bdd_vars; }
   /// Capacity of the variable tables: 16 at first, doubled when full.
-  long Max_bdd_vars() const { return internal_max_bdd_vars; }
+  long Max_bdd_vars() const { return internal_max_bdd_vars; }  // classic
   long idtoindex(long id) const { return internal_idtoindex_table[id]; }
   long indextoid(long index) const { return internal_indextoid_table[index]; }
 
@@ -74,7 +75,7 @@ class bddpp_manager {
   long Id_var_by_name(const std::string& name) const;
   long Index_var_by_name(const std::string& name) const;
   /// Top variable; -1 on a constant, -3 on a handle of another manager or a default-built one.
-  long Id_var_by_bdd(const bdd& f) const { return Bdd_if_id(f); }
+  long Id_var_by_bdd(const bdd& f) const { return Bdd_if_id(f); }  // classic
   long Index_var_by_bdd(const bdd& f) const { return Bdd_if_index(f); }
   long Bdd_if_id(const bdd& f) const;
   long Bdd_if_index(const bdd& f) const;
@@ -101,8 +102,8 @@ class bddpp_manager {
   /// it receives the polarity of the result. Null for a bad index.
   bdd_node* Find_or_create_bdd_node(long index, int then_link, int else_link, bdd_node* then_node,
                                     bdd_node* else_node, int& link);
-  void Map_integrate(bdd_node* node);
-  void Map_suppress(bdd_node* node);
+  void Map_integrate(bdd_node* node);  // classic
+  void Map_suppress(bdd_node* node);   // classic
   /// All nodes of the unique table in key order (variable id, then, else, polarity).
   std::vector<bdd_node*> internal_bdd_node_map() const;
 
@@ -113,19 +114,19 @@ class bddpp_manager {
   /// gives the next free number.
   long Bdd_incremental_id(bdd_node* node, long start);
   /// Number of nodes, the constant included.
-  long Bdd_node_size(bdd_node* node);
+  long Bdd_node_size(bdd_node* node);  // classic
   long Bdd_size(const bdd& f) { return Bdd_node_size(f.node()); }
   /// The next global id: one above the number of nodes ever made.
   long Bdd_total_size() const { return internal_unique_table.next_global_id(); }
   int Bdd_is_correct(const bdd& f);
   /// Destroys the nodes that are no variable and have no reference left.
-  void Bdd_gc();
+  void Bdd_gc();  // classic
 
   // Kept as part of the interface; each writes one line and does nothing else.
-  void Bdd_free(const bdd& f);
-  bdd Bdd_dup(const bdd& f);
-  void Bdd_var_reorder();
-  bdd Bdd_swap_vars(const bdd& f, const bdd& a, const bdd& b);
+  void Bdd_free(const bdd& f);                                  // classic
+  bdd Bdd_dup(const bdd& f);                                    // classic
+  void Bdd_var_reorder();                                       // classic
+  bdd Bdd_swap_vars(const bdd& f, const bdd& a, const bdd& b);  // classic
 
   // Operators.
   bdd Bdd_not(const bdd& f) { return bdd(f.manager_ref(), -f.link_type(), f.node()); }
@@ -144,7 +145,7 @@ class bddpp_manager {
   int Bdd_equiv(const bdd& f, const bdd& g);
   /// 1 when f and g are disjoint.
   int Bdds_excl(const bdd& f, const bdd& g);
-  int Bdds_exclude(const bdd& f, const bdd& g) { return Bdds_excl(f, g); }
+  int Bdds_exclude(const bdd& f, const bdd& g) { return Bdds_excl(f, g); }  // classic
   bdd Bdd_ite(const bdd& f, const bdd& g, const bdd& h);
   /// On the variable of `index` taken with `link`; -1 means the constant.
   bdd Bdd_ite(int link, long index, const bdd& g, const bdd& h);
@@ -188,7 +189,7 @@ class bddpp_manager {
   bdd Bdd_satisfy(const bdd& f);
   int Bdd_OneSat(bdd_node* node, int link, int* literals);
   bdd Literals_to_bdd(const int* literals);
-  void Bdd_to_literals(const bdd& f, int* literals);
+  void Bdd_to_literals(const bdd& f, int* literals);  // classic
   void Bdd_node_to_literals(int link, bdd_node* node, int* literals);
   /// The literals of a cube that is not zero, from the root down; of one there are none.
   void for_each_literal(int link, const bdd_node* node,
@@ -213,12 +214,12 @@ class bddpp_manager {
   int Bdd_node_depends_on(bdd_node* n, bdd_node* m) const;
   int exists_common_variables(const bdd& f, const bdd& g) const;
   int Variable_awaited(const bdd& f, long index);
-  int Variable_true_awaited(const bdd& f, long index);
-  int Variable_false_awaited(const bdd& f, long index);
+  int Variable_true_awaited(const bdd& f, long index);   // classic
+  int Variable_false_awaited(const bdd& f, long index);  // classic
   index_set set_of_id_depend_on(const bdd& f) const;
   index_set set_of_index_depend_on(const bdd& f) const;
   /// present[index] becomes 1 for each variable of f, 0 for the others.
-  void Present_variables(const bdd& f, int* present) const;
+  void Present_variables(const bdd& f, int* present) const;  // classic
 
   // Implicants and covers: products, each an ordinary bdd. A list of more than
   // Max_number_of_terms() products ends the process with a report. The forms that fill an array
@@ -243,14 +244,14 @@ class bddpp_manager {
   /// of the array beyond the count is set to zero.
   int Bdd_sop_1(const bdd& f, bdd* out);
   /// The essential prime implicants, then others until f is covered.
-  int Bdd_sop_2(const bdd& f, bdd* out);
+  int Bdd_sop_2(const bdd& f, bdd* out);  // classic
   /// As Bdd_sop_0, since variables cannot be exchanged (Bdd_swap_vars).
-  int Bdd_sop_3(const bdd& f, bdd* out);
+  int Bdd_sop_3(const bdd& f, bdd* out);  // classic
 
   // Tables over n chosen variables; entry m takes vars[i] from bit i of m.
   bdd Minterm(int m, int n, const bdd* vars);
-  void Truth_table(const bdd& f, int n, const bdd* vars, char* out);
-  void Bdd_truth_table(const bdd& f, int n, const bdd* vars, bdd* out);
+  void Truth_table(const bdd& f, int n, const bdd* vars, char* out);     // classic
+  void Bdd_truth_table(const bdd& f, int n, const bdd* vars, bdd* out);  // classic
 
   // Expression text (expression_parser.h). The empty text is zero; what is refused is reported, and
   // zero. `error` is 0 on success; `priority` is the prefix in angle brackets, 0 without one.
@@ -275,10 +276,10 @@ class bddpp_manager {
   // of the constant, -3 a child that it lacks. `corr` gives the number to write for each index.
   void Print_bdd_node(std::ostream& out, const bdd_node* node) const;
   void Print_bdd_node(std::ostream& out, const bdd_node* node, const long* corr) const;
-  void Print_bdd_node_with_adress(std::ostream& out, const bdd_node* node) const;
+  void Print_bdd_node_with_adress(std::ostream& out, const bdd_node* node) const;  // classic
   /// Number the nodes from 0, then before else, and write each once; a list shares its numbers.
-  void Print_bdd_by_nodes_list(std::ostream& out, const bdd& f);
-  void Print_bdd_by_nodes_list(std::ostream& out, const bdd& f, const long* corr);
+  void Print_bdd_by_nodes_list(std::ostream& out, const bdd& f);                    // classic
+  void Print_bdd_by_nodes_list(std::ostream& out, const bdd& f, const long* corr);  // classic
   void Print_bdds_list_by_nodes_list(std::ostream& out, const std::list<bdd>& functions);
   void Print_bdds_list_by_nodes_list(std::ostream& out, const std::list<bdd>& functions,
                                      const long* corr);
@@ -294,13 +295,15 @@ class bddpp_manager {
                                       const std::string& not_end, const bdd& cube) const;
   void Print_product_pref_suff(const std::string& and_text, const std::string& not_text,
                                const std::string& not_end, std::ostream& out, const bdd& cube,
-                               const std::string& prefix, const std::string& suffix) const;
+                               const std::string& prefix,
+                               const std::string& suffix) const;  // classic
   void Print_product(const std::string& and_text, const std::string& not_text,
-                     const std::string& not_end, std::ostream& out, const bdd& cube) const;
+                     const std::string& not_end, std::ostream& out,
+                     const bdd& cube) const;  // classic
   /// Each variable as name[index].
   void Print_wren_product(const std::string& and_text, const std::string& not_text,
                           const std::string& not_end, std::ostream& out, const bdd& cube,
-                          const std::string& name) const;
+                          const std::string& name) const;  // classic
   std::string Print_sop_to_String_pref_suff(const std::string& or_text, const std::string& and_text,
                                             const std::string& not_text, const std::string& not_end,
                                             const bdd& f, const std::string& prefix,
@@ -311,7 +314,7 @@ class bddpp_manager {
   void Print_sop_pref_suff(const std::string& or_text, const std::string& and_text,
                            const std::string& not_text, const std::string& not_end,
                            std::ostream& out, const bdd& f, const std::string& prefix,
-                           const std::string& suffix, int mode);
+                           const std::string& suffix, int mode);  // classic
   void Print_sop(const std::string& or_text, const std::string& and_text,
                  const std::string& not_text, const std::string& not_end, std::ostream& out,
                  const bdd& f, int mode);
@@ -335,7 +338,8 @@ class bddpp_manager {
                                          const std::string& last_row_end,
                                          const std::string& column_separator, int mode,
                                          const long* corr);
-  void ZUC_print(std::ostream& out, const long* corr, const bdd& var, const bdd& f, int mode);
+  void ZUC_print(std::ostream& out, const long* corr, const bdd& var, const bdd& f,
+                 int mode);  // classic
 
   // Evaluation code (print_node_code.cc): one line for each unmarked node from `node` down,
   // children first, which marks them. Entries of the table have the nodes' global ids. A writer
@@ -345,24 +349,25 @@ class bddpp_manager {
                            const std::string& not_open, const std::string& not_close,
                            const std::string& var_prefix, const std::string& var_suffix,
                            const std::string& constant, const std::string& line_end,
-                           const std::string& table, std::ostream& out, bdd_node* node);
+                           const std::string& table, std::ostream& out, bdd_node* node);  // classic
   void Print_node_for_eval(const std::string& line_start, const std::string& or_text,
                            const std::string& and_text, const std::string& not_open,
                            const std::string& not_close, const std::string& var_prefix,
                            const std::string& var_suffix, const std::string& constant,
                            const std::string& line_end, const std::string& table, std::ostream& out,
-                           bdd_node* node);
+                           bdd_node* node);  // classic
   void Print_node_for_eval_arrayless(const std::string& or_text, const std::string& and_text,
                                      const std::string& not_open, const std::string& not_close,
                                      const std::string& var_prefix, const std::string& var_suffix,
                                      const std::string& constant, const std::string& line_end,
-                                     const std::string& table, std::ostream& out, bdd_node* node);
+                                     const std::string& table, std::ostream& out,
+                                     bdd_node* node);  // classic
   void Print_node_for_eval_arrayless(const std::string& line_start, const std::string& or_text,
                                      const std::string& and_text, const std::string& not_open,
                                      const std::string& not_close, const std::string& var_prefix,
                                      const std::string& var_suffix, const std::string& constant,
                                      const std::string& line_end, const std::string& table,
-                                     std::ostream& out, bdd_node* node);
+                                     std::ostream& out, bdd_node* node);  // classic
 
   // Classic: texts of one target language each, whose bodies stand with the language
   // (tarn/targets/languages).
@@ -378,10 +383,10 @@ class bddpp_manager {
                                             const bdd_node* node) const;
 
   // Reports (print_reports.cc).
-  void Bdd_stats(std::ostream& out) const;
-  void debug_variables(std::ostream& out);
+  void Bdd_stats(std::ostream& out) const;  // classic
+  void debug_variables(std::ostream& out);  // classic
   /// Whether a variable that is associated with a function of itself settles.
-  void Print_Fixes_Points(std::ostream& out, const bdd& f);
+  void Print_Fixes_Points(std::ostream& out, const bdd& f);  // classic
 
  private:
   friend class bdd_node;

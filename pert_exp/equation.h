@@ -13,7 +13,8 @@ namespace kiva {
 class Bddexpressionwood;
 
 /// One equation: a variable of the wood's manager (left member) defined by a function (right
-/// member). An abstract equation has no function: its truth comes from a data expression.
+/// member). An abstract equation has no function: its truth comes from a data expression. What
+/// bears the mark `classic` no program calls.
 class Bddexpression {
  public:
   /// Empty: abstract, in no wood.
@@ -60,25 +61,25 @@ class Bddexpression {
   const bdd& my_bdd_exp() const { return bdd_exp; }
   const std::string& my_exp_def() const { return exp_def; }
   const std::string& getExpDef() const { return exp_def; }
-  void setExpDef(const std::string& text) { exp_def = text; }
+  void setExpDef(const std::string& text) { exp_def = text; }  // classic
   void setName(const std::string& text) { name = text; }
   /// Not 0: no function stands for this equation.
   int getAbstraction() const { return abstraction; }
-  void setAbstraction(int value) { abstraction = value; }
+  void setAbstraction(int value) { abstraction = value; }  // classic
   int getUserType() const { return usertype; }
   void setUserType(int type) { usertype = type; }
-  long getW() const { return w; }
-  void setW(long weight) { w = weight; }
+  long getW() const { return w; }         // classic
+  void setW(long weight) { w = weight; }  // classic
   long getEarlyDate() const { return earliest_date; }
   void setEarlyDate(long date) { earliest_date = date; }
   /// The late date stands in the wood's table; 0 without wood or variable.
   long getLateDate() const;
   void setLateDate(long date);
   const index_set& set_of_var_dependances() const { return vars_dependance; }
-  void set_set_of_var_dependances(const index_set& deps) { vars_dependance = deps; }
+  void set_set_of_var_dependances(const index_set& deps) { vars_dependance = deps; }  // classic
   /// The dependences and the left member.
   index_set set_of_index_used_variables() const;
-  void add_specific_var_dependance(long index) { vars_dependance.insert(index); }
+  void add_specific_var_dependance(long index) { vars_dependance.insert(index); }  // classic
   void setBddexpressionwood(Bddexpressionwood* wood) { pw = wood; }
 
   // Changes of the right member keep the wood's readers in step. Without wood each reports and
@@ -87,7 +88,7 @@ class Bddexpression {
   /// Sets both dates, and leaves the cycle warnings out.
   void setBddExp(const bdd& f, long early, long late);
   void append_or_exp(const bdd& g);
-  void append_and_exp(const bdd& g);
+  void append_and_exp(const bdd& g);  // classic
   void append_not_exp();
   /// For an equation in no wood; refused otherwise.
   void setBddVar(bddpp_manager* manager, const bdd& var);
@@ -101,12 +102,18 @@ class Bddexpression {
   /// One line of a compiled module: dates, the variable's number by `map`, the root's local id and
   /// polarity, the numbers of what it reads. Nothing without manager or variable.
   void put_zuc(std::ostream& os, long* map);
+  // Classic, and taken by no reader: the line without what the equation reads, and the dates with
+  // the equation as a text of products behind them.
+  void put_zuc_2_0_4(std::ostream& os, long* map);
+  void put_zuc_0_3_0(std::ostream& os, long* map);
+  void Put_zuc_2_0_4(std::ostream& os, long* map) { put_zuc_2_0_4(os, map); }
+  void Put_zuc_0_3_0(std::ostream& os, long* map) { put_zuc_0_3_0(os, map); }
 
   // For people (document_code.cc). An equation without function says so.
   /// The definition as a sum of products.
   void put_basic_doc(std::ostream& out);
   /// The diagram, indented.
-  void put_tree(std::ostream& out);
+  void put_tree(std::ostream& out);  // classic
 
   // Classic: texts of one target language each, whose bodies stand with the language
   // (tarn/targets/languages). Nothing without manager, variable or function.
@@ -126,7 +133,7 @@ class Bddexpression {
   /// the function being a sum of products.
   void put_lustre(std::ostream& out, const std::string& array);
   void put_lustre_arrayless(std::ostream& out, const std::string& array);
-  void put_lustre_compatibilite(std::ostream& out);
+  void put_lustre_compatibilite(std::ostream& out);  // classic
   void put_esterel(std::ostream& out);
   /// The definition behind the lines of its nodes; an equation without function says so.
   void put_doc(std::ostream& out, const std::string& prefix);

@@ -17,7 +17,8 @@ namespace kiva {
 
 /// The equations of one module over one manager. All indices are variable indices of that manager;
 /// all iteration is by ascending index. The wood owns the equations that it has learnt; one that is
-/// replaced by another of its variable is not deleted, and is its maker's again.
+/// replaced by another of its variable is not deleted, and is its maker's again. What bears the
+/// mark `classic` no program calls.
 class Bddexpressionwood {
  public:
   /// Over a manager of its own.
@@ -40,9 +41,9 @@ class Bddexpressionwood {
   bdd New_var_last(const std::string& name);
   /// Index of the variable of that name, made last if there is none.
   long Index_new_var_last(const std::string& name);
-  bdd New_var_before_by_bdd(const bdd& var, const std::string& name);
+  bdd New_var_before_by_bdd(const bdd& var, const std::string& name);  // classic
   bdd New_var_before_by_index(long index, const std::string& name);
-  bdd New_var_after_by_bdd(const bdd& var, const std::string& name);
+  bdd New_var_after_by_bdd(const bdd& var, const std::string& name);  // classic
   bdd New_var_after_by_index(long index, const std::string& name);
   /// Brings the tables to the manager's number of variables.
   void update_bdd_vars();
@@ -56,13 +57,13 @@ class Bddexpressionwood {
   void learn_abstract_expression(Bddexpression* e, const index_set* extra);
   /// Learns a copy of each equation of `other`, by variable name; an equation that stood here for
   /// such a variable is deleted.
-  void integrate_wood(Bddexpressionwood* other);
+  void integrate_wood(Bddexpressionwood* other);  // classic
   /// Deletes the equation unless its variable is still read.
   void forget_expression_by_bddid(long index);
   /// The same, but leaves the readers' sets and the late date alone.
   void absolute_forget_expression_by_bddid(long index);
-  void add_amont_dependance(long var_index, long user_index);
-  void sup_amont_dependance(long var_index, long user_index);
+  void add_amont_dependance(long var_index, long user_index);  // classic
+  void sup_amont_dependance(long var_index, long user_index);  // classic
   /// The indices of the equations that read the variable.
   const index_set& set_of_amont_dependances(long index) const;
   void append_not_expression(long index);
@@ -71,7 +72,7 @@ class Bddexpressionwood {
   /// One above the largest date known; 0 when undated.
   long Nb_level() const { return nb_level; }
   long Nb_bdd_vars() const { return nb_var_bdd; }
-  long Nb_max_bdd_vars() const { return nb_max_var_bdd; }
+  long Nb_max_bdd_vars() const { return nb_max_var_bdd; }  // classic
   /// Number of equations.
   long exp_number() const { return static_cast<long>(Set_of_exp().size()); }
   /// By index; null where a variable has no equation.
@@ -104,8 +105,8 @@ class Bddexpressionwood {
   long compute_dates();
   /// Propagates from the listed indices only.
   long compute_dates(const std::list<long>& indices);
-  void early_propagation(long index, long date);
-  void late_propagation(long index, long date);
+  void early_propagation(long index, long date);  // classic
+  void late_propagation(long index, long date);   // classic
   /// The members of cycles, ascending; empty on an acyclic wood.
   std::list<long> loop_detection();
   /// All indices with an equation, by early date, then by index: an order of evaluation.
@@ -122,7 +123,7 @@ class Bddexpressionwood {
   long down_critical_path(long index, long depth, long weight);
   long up_critical_path(long index, long depth, long weight);
   void stat(std::ostream& out);
-  void stat_early_dep(std::ostream& out, long index);
+  void stat_early_dep(std::ostream& out, long index);  // classic
   void internal_stat_early_dep(std::ostream& out, long index, int indent, std::list<long>* seen);
   /// The node table and the equations of a compiled module. `map` gives the number of each variable
   /// by index, -1 for none: its equation is not written. `debug` adds comments.
@@ -154,10 +155,10 @@ class Bddexpressionwood {
   /// for false as well.
   void Put_ino_grafcet(std::ostream& out, const std::string& array,
                        const std::list<std::string>& outputs, const std::string& prefix,
-                       const int* two_sided);
+                       const int* two_sided);  // classic
   /// Reports each variable whose stored readers differ from those computed.
-  void coherence_dependances_check(std::ostream& out) const;
-  void delete_prefixe_names(const std::string& prefix);
+  void coherence_dependances_check(std::ostream& out) const;  // classic
+  void delete_prefixe_names(const std::string& prefix);       // classic
 
   // Transformations. `keep` holds user types; an equation of such a type is not removed, and what
   // an abstract equation reads never is. Dates and the number of levels may be stale afterwards.
@@ -177,7 +178,7 @@ class Bddexpressionwood {
   /// The same for one equation; the second leaves it in place, unread. Both end the process when it
   /// reads itself.
   void suppress_local(long index);
-  void useless_local(long index);
+  void useless_local(long index);  // classic
   /// Removes the equations that neither read nor are read, but for the indices to keep.
   void clean(const index_set& keep);
   void clean(const std::list<long>& keep);
@@ -193,7 +194,7 @@ class Bddexpressionwood {
   /// constant; one if there is none.
   bdd reduce_proposition_by_assertion();
   /// A variable that the earliest equation with readers reads; -1 if there is none.
-  long reduce_proposition_by_variable() const;
+  long reduce_proposition_by_variable() const;  // classic
   /// Breaks the cycles by cases on variables among `candidates` that no equation computes
   /// (loop_breaking.cc); gives the indices added. `ok` becomes 0 when a cycle remains, else 1.
   index_set loop_breaking(const index_set& candidates, int& ok);

@@ -39,15 +39,26 @@ void Bddexpressionwood::Put_zuc(std::ostream& os, long* map, int debug) {
 
 void Bddexpression::put_zuc(std::ostream& os, long* map) {
   if (my_bdd_manager() == nullptr || !bdd_var.initialised()) return;
+  put_zuc_2_0_4(os, map);
+  os << ",(";
+  for (long dep : vars_dependance) os << map[dep] << ' ';
+  os << ")";
+}
+
+void Bddexpression::put_zuc_0_3_0(std::ostream& os, long* map) {
+  if (my_bdd_manager() == nullptr || !bdd_var.initialised()) return;
+  os << earliest_date << ' ' << getLateDate() << '\n';
+  if (bdd_exp.initialised()) my_bdd_manager()->ZUC_print(os, map, bdd_var, bdd_exp, 1);
+}
+
+void Bddexpression::put_zuc_2_0_4(std::ostream& os, long* map) {
+  if (my_bdd_manager() == nullptr || !bdd_var.initialised()) return;
   os << earliest_date << ' ' << getLateDate() << ' ' << map[my_index_var()] << ":";
   if (bdd_exp.initialised()) {
     os << bdd_exp.node()->local_id() << "," << bdd_exp.link_type();
   } else {
     os << "-3,-3";
   }
-  os << ",(";
-  for (long dep : vars_dependance) os << map[dep] << ' ';
-  os << ")";
 }
 
 }  // namespace kiva

@@ -8,6 +8,10 @@
 
 namespace kiva {
 
+namespace {
+constexpr int letter_width = 18;
+}  // namespace
+
 StateDelegate::StateDelegate(QAbstractItemView* view) : QStyledItemDelegate(view), view_(view) {
   view->setItemDelegate(this);
   // The frame spans what the toolkit repaints of its own accord only in part.
@@ -25,6 +29,7 @@ void StateDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
   option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
   const int bold_row = marks_chosen_row_ ? chosen_row_ : view_->currentIndex().row();
   option->font.setBold(index.row() == bold_row);
+  option->textElideMode = Qt::ElideMiddle;
   option->fontMetrics = QFontMetrics(option->font);
   const QVariant background = index.data(Qt::BackgroundRole);
   option->palette.setColor(QPalette::Text, text_colour_on(background.value<QBrush>().color()));
@@ -32,7 +37,17 @@ void StateDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
 
 void StateDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const {
-  QStyledItemDelegate::paint(painter, option, index);
+  const QString letter = index.data(letter_role).toString();
+  QStyleOptionViewItem text = option;
+  if (!letter.isEmpty()) {
+    const QColor background = index.data(Qt::BackgroundRole).value<QBrush>().color();
+    painter->fillRect(option.rect, background);
+    painter->setPen(text_colour_on(background));
+    const QRect all = option.rect;
+    painter->drawText(all.adjusted(all.width() - letter_width, 0, -4, 0), Qt::AlignCenter, letter);
+    text.rect.setRight(all.right() - letter_width);
+  }
+  QStyledItemDelegate::paint(painter, text, index);
   if (index.row() != view_->currentIndex().row() || !index.data(Qt::BackgroundRole).isValid())
     return;
   painter->save();

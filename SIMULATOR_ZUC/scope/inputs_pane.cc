@@ -7,7 +7,6 @@
 #include <algorithm>
 
 #include "SIMULATOR_ZUC/row_state.h"
-#include "SIMULATOR_ZUC/scope/scope_look.h"
 
 namespace kiva {
 

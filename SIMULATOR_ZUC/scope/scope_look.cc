@@ -48,9 +48,4 @@ void ScopeLook::use_safe_colours(bool safe) {
   safe_in_use = safe;
 }
 
-char letter_of(SignalState state) {
-  constexpr char letters[] = {'1', '0', 'T', 'B', '?'};
-  return letters[static_cast<int>(state)];
-}
-
 }  // namespace kiva

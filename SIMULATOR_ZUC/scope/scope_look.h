@@ -3,8 +3,6 @@
 #include <QColor>
 #include <QFont>
 
-#include "engine/signal_state.h"
-
 namespace kiva {
 
 /// How the scope looks: one theme at a time, read by all its panes.
@@ -29,8 +27,5 @@ struct ScopeLook {
   /// The same two themes in colours that are told apart without red and green.
   static void use_safe_colours(bool safe);
 };
-
-/// 1, 0, T, B, ?
-char letter_of(SignalState state);
 
 }  // namespace kiva

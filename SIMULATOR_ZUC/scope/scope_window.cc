@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSettings>
@@ -14,6 +15,7 @@
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 #include "base/whole_file.h"
+#include "engine/session_file.h"
 #include "engine/vcd_trace.h"
 #include "tarn/model/sexception.h"
 
@@ -50,6 +52,8 @@ std::span<const ScopeWindow::Control> ScopeWindow::controls() {
       {"Ctrl+Down", nullptr, "the chosen row one down", &ScopeWindow::row_down},
       {"H", nullptr, "show or hide what the compiler made", &ScopeWindow::toggle_made},
       {"E", nullptr, "write the branch as a value change dump", &ScopeWindow::export_dump},
+      {"S", nullptr, "save the session, or the branch as stimuli", &ScopeWindow::save},
+      {"O", nullptr, "open a session", &ScopeWindow::open},
       {"D", nullptr, "dark or light", &ScopeWindow::toggle_dark},
       {"C", nullptr, "colours that are told apart without red and green",
        &ScopeWindow::toggle_safe},
@@ -97,18 +101,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   setCentralWidget(page);
   make_keys();
 
-  connect(time_, &TimeControl::moved, this, &ScopeWindow::refresh);
-  connect(time_, &TimeControl::busy_changed, this, &ScopeWindow::refresh);
-  connect(time_, &TimeControl::run_ended, this, &ScopeWindow::tell);
-  connect(waves_, &WaveView::chosen_changed, this,
-          [this] { why_->ask(waves_->rows()[static_cast<size_t>(waves_->chosen())].place); });
-  auto* progress = new QTimer(this);
-  connect(progress, &QTimer::timeout, this, [this] {
-    if (!time_->busy()) return;
-    status_->setText(status());
-    waves_->viewport()->update();
-  });
-  progress->start(progress_every);
+  connect_all();
   const QSettings settings;
   restoreGeometry(settings.value("scope/geometry").toByteArray());
   dark_ = settings.value("scope/dark").toBool();
@@ -122,6 +115,21 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
       break;
     }
   waves_->setFocus();
+}
+
+void ScopeWindow::connect_all() {
+  connect(time_, &TimeControl::moved, this, &ScopeWindow::refresh);
+  connect(time_, &TimeControl::busy_changed, this, &ScopeWindow::refresh);
+  connect(time_, &TimeControl::run_ended, this, &ScopeWindow::tell);
+  connect(waves_, &WaveView::chosen_changed, this,
+          [this] { why_->ask(waves_->rows()[static_cast<size_t>(waves_->chosen())].place); });
+  auto* progress = new QTimer(this);
+  connect(progress, &QTimer::timeout, this, [this] {
+    if (!time_->busy()) return;
+    status_->setText(status());
+    waves_->viewport()->update();
+  });
+  progress->start(progress_every);
 }
 
 QWidget* ScopeWindow::framed(const QString& title, QWidget* pane) {
@@ -361,6 +369,36 @@ void ScopeWindow::export_dump() {
     tell(tr("%1 cannot be written").arg(name));
   else
     tell(tr("%1 is written").arg(name));
+}
+
+void ScopeWindow::save() {
+  if (time_->busy()) return;
+  const QString name =
+      dialogs().ask_save(this, tr("Save"), tr("Sessions (*.kivasession);;Stimuli (*.stimuli)"));
+  if (name.isEmpty()) return;
+  Recording& recording = time_->recording();
+  Marks marks;
+  for (const auto& [instant, text] : waves_->marks())
+    marks.emplace_back(Recording::Position{recording.position().branch, instant},
+                       text.toStdString());
+  const std::string text =
+      name.endsWith(".stimuli") ? stimuli_text(recording) : session_text(recording, marks);
+  WholeFile file(QFile::encodeName(name).toStdString());
+  if (file.opened()) file.out() << text;
+  const bool written = file.opened() && file.finish();
+  tell(written ? tr("%1 is saved").arg(name) : tr("%1 cannot be written").arg(name));
+}
+
+void ScopeWindow::open() {
+  if (time_->busy()) return;
+  const QString name = dialogs().ask_file(this, tr("Open"), tr("Sessions (*.kivasession)"));
+  if (name.isEmpty()) return;
+  QFile file(name);
+  if (!file.open(QIODevice::ReadOnly)) return tell(tr("%1 cannot be read").arg(name));
+  const QString problem =
+      time_->open(file.readAll().toStdString(),
+                  [this](long at, const QString& text) { waves_->mark(at, text); });
+  tell(problem.isEmpty() ? tr("%1 is open").arg(name) : name + ": " + problem);
 }
 
 void ScopeWindow::ask(Asked what) {

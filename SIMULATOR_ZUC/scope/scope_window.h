@@ -33,6 +33,8 @@ class ScopeWindow : public QMainWindow {
   QLineEdit* prompt() const { return prompt_; }
   QString status() const;
   void go();
+  /// Asks how many instants are to be run.
+  void ask_run() { ask(Asked::instants); }
 
   /// A control: its key, what it does, and where it is pressed.
   struct Control {
@@ -52,6 +54,7 @@ class ScopeWindow : public QMainWindow {
   QWidget* make_bar();
   QWidget* framed(const QString& title, QWidget* pane);
   void make_keys();
+  void connect_all();
   void refresh();
   void dress();
   void tell(const QString& text);
@@ -64,7 +67,6 @@ class ScopeWindow : public QMainWindow {
   void change_after();
   void ask_instant() { ask(Asked::instant); }
   void ask_until() { ask(Asked::condition); }
-  void ask_run() { ask(Asked::instants); }
   void ask_signal() { ask(Asked::signal); }
   void ask_mark() { ask(Asked::mark); }
   void next_branch();
@@ -79,6 +81,8 @@ class ScopeWindow : public QMainWindow {
   void toggle_safe();
   void init();
   void export_dump();
+  void save();
+  void open();
   void show_keys();
 
   void ask(Asked what);

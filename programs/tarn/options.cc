@@ -67,6 +67,7 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--keep-wires", options.keep_wires, "keep equations that copy another");
   app.add_flag("--keep-rtl", options.keep_rtl, "keep the wire that tells the end of the module");
   app.add_flag("--forget-locals", options.forget_locals, "write numbers for the names of locals");
+  app.add_flag("--strip", options.strip, "leave out locals that nothing needs");
   app.add_flag("--check-over-knowledge", options.check_over_knowledge,
                "add an output that tells of outputs in Top");
   app.add_flag("--comments", options.comments, "write comments beside the equations");

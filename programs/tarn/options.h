@@ -30,6 +30,7 @@ struct Options {
   bool keep_wires = false;
   bool keep_rtl = false;
   bool forget_locals = false;
+  bool strip = false;
   bool check_over_knowledge = false;
   bool comments = false;
   bool windows = false;

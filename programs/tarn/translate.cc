@@ -11,6 +11,7 @@
 #include "tarn/session/session_files.h"
 #include "tarn/targets/frame/target_rules.h"
 #include "tarn/zu/parse_supl.h"
+#include "tarn/zuc/zuc_reader.h"
 
 namespace kiva::tarn_program {
 
@@ -27,6 +28,7 @@ class Translation {
  private:
   bool read_compiled();
   void compile_source();
+  bool write_compiled(Module* module);
   bool write(Module* module);
   bool write_target(Module* module, const Target& target);
   template <class Print>
@@ -109,16 +111,23 @@ bool Translation::write_target(Module* module, const Target& target) {
   return true;
 }
 
+/// Writes a compiled module, and reads it as others will.
+bool Translation::write_compiled(Module* module) {
+  if (!print([&] { module->save(); })) return false;
+  std::string name = options_.output.empty() ? module->getName() : options_.output;
+  if (name.find(".zuc") == std::string::npos) name += ".zuc";
+  const std::string path = options_.folder + '/' + name;
+  if (!options_.quiet) std::cout << path << '\n';
+  const programs::ProgramSession session(&messages_);
+  SessionFiles::current().trace = nullptr;
+  const ZucRead read = read_zuc_file(path, "", "");
+  return read.module != nullptr || fail(read.where, read.reason);
+}
+
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
-  if (options_.zuc || (!options_.kiva && options_.targets.empty())) {
-    if (!print([&] { module->save(); })) return false;
-    if (!options_.quiet) {
-      std::string name = options_.output.empty() ? module->getName() : options_.output;
-      if (name.find(".zuc") == std::string::npos) name += ".zuc";
-      std::cout << options_.folder << '/' << name << '\n';
-    }
-  }
+  if (options_.zuc || (!options_.kiva && options_.targets.empty()))
+    if (!write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
     if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
@@ -172,6 +181,7 @@ void choose(Options& options) {
   Compilation::target_rules().files = true;  // -d and -o hold for every text
   Compilation::KeepWiresFlag() = options.keep_wires;
   Compilation::ForgetLocalsNameFlag() = options.forget_locals;
+  Compilation::StripFlag() = options.strip;
   Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;
   Compilation::DebugFlag() = options.comments;
   Module::OutputDir() = options.folder;

@@ -53,6 +53,7 @@ class Compilation {
   static bool& VersionFlag() { return options().VersionFlag; }
   static bool& KeepWiresFlag() { return options().KeepWiresFlag; }
   static bool& ForgetLocalsNameFlag() { return options().ForgetLocalsNameFlag; }
+  static bool& StripFlag() { return options().StripFlag; }
   static bool& CheckOverKnowledgeFlag() { return options().CheckOverKnowledgeFlag; }
   static bool& SMVFlag() { return options().SMVFlag; }
   static bool& CFlag() { return options().CFlag; }

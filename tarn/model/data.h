@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/sock.h"
+#include "tarn/model/source_span.h"
 #include "tarn/session/session.h"
 
 namespace kiva {
@@ -250,12 +251,16 @@ class DataBinding {
   Signal* getSignal() const { return signal; }
   DataExpr* getValue() const { return value; }
   void setClock(Signal* receiver) { clock = receiver; }
+  /// Where the emission stands in its source; unknown for what no statement has bound.
+  const SourceSpan& getPlace() const { return place_; }
+  void setPlace(const SourceSpan& place) { place_ = place; }
   void print_debug(std::ostream& out) const;
 
  private:
   Signal* clock;
   Signal* signal;
   DataExpr* value;
+  SourceSpan place_;
 };
 
 class MethodDecl {

@@ -2,7 +2,9 @@
 // clock turns its signal's two equations into abstract ones, which depend on whatever signals the
 // expression reads, so that dating puts them behind those.
 
+#include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/session/session.h"
 
 namespace kiva {
@@ -63,7 +65,9 @@ Signal* Module::addSignalBinding(DataExpr* e, Signal* signal, Signal* clock) {
 
 Signal* Module::bind_intermediate(DataExpr* e, const std::string& signal_name, Signal* clock,
                                   Bddexpressionwood* wood) {
-  Signal* signal = make_kept<Signal>(signal_name, this, wood);
+  Signal* signal = make_kept<Signal>(
+      Compilation::rules().copies ? getSignalManager()->freeName(signal_name) : signal_name, this,
+      wood);
   signal->setValueType(e->getType(this), this, wood);
   signal->setValue();
   if (clock != nullptr) clock->setClock();

@@ -21,7 +21,9 @@ struct Rules {
   /// A `present` without else, and a sustain, can end in the instant in which they start; else the
   /// former only if its then branch can, the latter never.
   bool skip = false;
-  /// A name of a wire or register that is taken already gets "_bis" behind it until it is free.
+  /// A name of a wire or register that is taken already gets "_bis" behind it until it is free, and
+  /// copies keep the renamings of runs and the values of emissions; else a copy in `repeat` loses
+  /// the former, and each copy the latter.
   bool copies = false;
   /// An output of a run is or-ed onto the caller's occurrence, and left alone if the called module
   /// never emits it; else it replaces the occurrence.
@@ -37,10 +39,22 @@ struct Rules {
   bool kill = false;
   /// A Mealy machine that does not run leaves its signals Bottom; else Zero.
   bool mealy = false;
+  /// The registers of a Mealy machine hold their initial values until the instant in which it
+  /// starts, each time that it starts; else they move from the first instant of the program on.
+  bool mealy_start = false;
+  /// A transition from a state to itself restarts the state's run; else it kills it.
+  bool self_restart = false;
+  /// Of several emissions of a valued signal in one instant the last in the text gives the value;
+  /// else the first in the order of names.
+  bool last_value = false;
+  /// Finalisation keeps the equations of the locals that the user declared, and lists no signal
+  /// without any.
+  bool locals = false;
 
   static constexpr Rules classic() { return {}; }
   static constexpr Rules sound() {
-    return {true, true, true, true, true, true, true, true, true, true, true, true, true};
+    return {true, true, true, true, true, true, true, true, true,
+            true, true, true, true, true, true, true, true};
   }
 };
 

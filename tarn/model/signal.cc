@@ -4,6 +4,7 @@
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/model/signal_manager.h"
 #include "tarn/session/session.h"
@@ -89,7 +90,13 @@ Signal* Signal::newOccurrence(Bddexpressionwood* wood, Module* module) {
   if (!is_local && !is_output) return this;
   SignalManager* manager = module->getSignalManager();
   const int occurrence = getCurrentOccurrence(wood) + 1;
-  const std::string name = internal_name + "_" + std::to_string(occurrence);
+  std::string name = internal_name + "_" + std::to_string(occurrence);
+  if (const SignalRef* taken = manager->getSignalRefByName(name);
+      taken != nullptr && taken->getInternalName() != internal_name &&
+      Compilation::rules().copies) {
+    const SignalRef* made_before = manager->getSignalRefByOccurrence(this, occurrence);
+    name = made_before == taken ? manager->freeName(name) : made_before->getCurrentName();
+  }
   const SignalRef* before = getSignalRef(manager, wood);
   const bool valued = before != nullptr && before->isValued();
   const std::string type = valued ? before->getType() : std::string();
@@ -115,9 +122,13 @@ void Signal::forgetWood(const Bddexpressionwood* wood) {
   if (occurrences_ != nullptr) occurrences_->remove(wood);
 }
 
-std::string Signal::getName(Module*, Bddexpressionwood* wood) const {
+std::string Signal::getName(Module* module, Bddexpressionwood* wood) const {
   const int occurrence = getCurrentOccurrence(wood);
-  return occurrence == 0 ? internal_name : internal_name + "_" + std::to_string(occurrence);
+  if (occurrence == 0) return internal_name;
+  const SignalRef* ref =
+      module == nullptr ? nullptr
+                        : module->getSignalManager()->getSignalRefByOccurrence(this, occurrence);
+  return ref != nullptr ? ref->getCurrentName() : internal_name + "_" + std::to_string(occurrence);
 }
 
 std::string Signal::getName(Module* module) const {

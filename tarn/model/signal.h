@@ -55,6 +55,8 @@ class Signal : public Expression {
   bool isValue() const { return is_value; }
   /// A copy of a called module's signal: no statement of the including module names it.
   bool isInstance() const { return is_instance; }
+  /// The user declared it: a local, not a signal that the compiler made.
+  bool isDeclared() const { return is_declared; }
   void setLocal(bool mark = true) { is_local = mark; }
   void setInput(bool mark = true) { is_input = mark; }
   void setOutput(bool mark = true) { is_output = mark; }
@@ -63,6 +65,7 @@ class Signal : public Expression {
   void setClock(bool mark = true) { is_clock = mark; }
   void setValue(bool mark = true) { is_value = mark; }
   void setInstance(bool mark = true) { is_instance = mark; }
+  void setDeclared(bool mark = true) { is_declared = mark; }
 
   // Occurrences.
   int getCurrentOccurrence(Bddexpressionwood* wood) const;
@@ -133,6 +136,7 @@ class Signal : public Expression {
   bool is_clock = false;
   bool is_value = false;
   bool is_instance = false;
+  bool is_declared = false;
   std::shared_ptr<OccurrenceTable> occurrences_;
 };
 

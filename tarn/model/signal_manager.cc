@@ -158,9 +158,16 @@ const std::vector<SignalRef*>& SignalManager::definedIn(const Bddexpressionwood*
 }
 
 SignalRef* SignalManager::getSignalRefByOccurrence(const Signal* signal, int occurrence) const {
-  std::string name = signal->getInternalName();
-  if (occurrence != 0) name += "_" + std::to_string(occurrence);
-  return getSignalRefByName(name);
+  const std::string& name = signal->getInternalName();
+  if (occurrence == 0) return getSignalRefByName(name);
+  SignalRef* named = getSignalRefByName(name + "_" + std::to_string(occurrence));
+  if (named == nullptr || named->getInternalName() == name) return named;
+  // The name was another signal's before: this one has stepped aside.
+  const auto further = further_occurrences.find(name);
+  if (further != further_occurrences.end())
+    for (SignalRef* ref : further->second)
+      if (ref->getCurrentOccurrence() == occurrence) return ref;
+  return named;
 }
 
 template <class See>

@@ -15,6 +15,7 @@ struct SessionOptions {
   bool KivaFlag = false, MainFlag = false, SaveFlag = false, HelpFlag = false, VersionFlag = false;
   bool KeepWiresFlag = false;         ///< cleaning a module keeps its wires
   bool ForgetLocalsNameFlag = false;  ///< saving writes numbers for the names of locals
+  bool StripFlag = false;  ///< finalisation takes no heed of the locals that the user declared
   bool CheckOverKnowledgeFlag = false;
   bool SMVFlag = false, CFlag = false, CSHARPFlag = false, BLIFFlag = false;
   bool VHDLALTERAFlag = false;

@@ -63,6 +63,8 @@ class Circuit {
 
   /// A further wire of this statement.
   Signal* make_wire(const std::string& name);
+  /// One variable of a register.
+  Signal* make_register_variable(const std::string& name);
   /// A register, initially false, whose names are `prefix` and `prefix`PLUS, each with the
   /// statement's name and the suffix. Without `value_equation` its present value is the register's.
   RegisterPair make_register(const std::string& suffix = "", const std::string& prefix = "ACTIF",
@@ -78,8 +80,6 @@ class Circuit {
   void start_and_reset(const Statement& child);
 
  private:
-  Signal* make_register_variable(const std::string& name);
-
   const Statement& statement_;
   Module* module_;
   EquationTable* table_;

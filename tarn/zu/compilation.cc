@@ -2,9 +2,13 @@
 
 #include <memory>
 
+#include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/circuit.h"
+#include "tarn/zu/last_value.h"
 #include "tarn/zu/nested_modules.h"
 #include "tarn/zu/statements/loop.h"
 
@@ -49,6 +53,7 @@ bool compile_module(Module* module) {
   const Loop::Allowance copies(*body);
   body->compile(module, module->getCompilation());
   body->connectExternalWires(module);
+  if (Compilation::rules().last_value) keep_last_values(module);
   sort_code(module);
   for (Signal* wire : {module->getSet(), module->getReset(), module->getRtl()}) wire->setWire();
   module->setReincarnate(body->reincarnate());
@@ -58,7 +63,7 @@ bool compile_module(Module* module) {
 void create_compile_env(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
   const auto make_wire = [&](const char* prefix) {
-    return make_kept<Signal>(prefix + module->getName(), module, wood);
+    return make_kept<Signal>(signal_name(prefix + module->getName(), module), module, wood);
   };
   module->setSet(make_wire("SET"));
   module->setReset(make_wire("RESET"));

@@ -8,11 +8,15 @@
 
 #include "tarn/zu/finalize.h"
 
+#include <algorithm>
 #include <iostream>
+#include <set>
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/circuit.h"
 
 namespace kiva {
 
@@ -122,8 +126,8 @@ void complete_signals(Module* module, Bddexpressionwood* wood) {
 
 /// The register that raises the set wire in the first instant; nothing resets the module.
 void add_start(Module* module, Bddexpressionwood* wood) {
-  Signal* boot = make_kept<Signal>(std::string("boot"), module, wood, true);
-  Signal* bootplus = make_kept<Signal>(std::string("bootplus"), module, wood, true);
+  Signal* boot = make_kept<Signal>(signal_name("boot", module), module, wood, true);
+  Signal* bootplus = make_kept<Signal>(signal_name("bootplus", module), module, wood, true);
   for (Signal* signal : {boot, bootplus}) {
     signal->setLocal();
     signal->setRegister();
@@ -142,8 +146,43 @@ void add_start(Module* module, Bddexpressionwood* wood) {
   define_pair(bootplus, wood->Bdd_zero(), wood->Bdd_one());
 }
 
+/// Is there someone to watch a local?
+bool is_watched(const Signal* local) {
+  return Compilation::rules().locals && !Compilation::StripFlag() && local->isDeclared();
+}
+
+/// The locals that stay for whoever watches the module, by the rule `locals`.
+std::vector<const Signal*> watched_locals(const Module* module) {
+  std::vector<const Signal*> watched;
+  for (const Signal* local : module->getLocalSignalList())
+    if (is_watched(local) && !local->isRegister()) watched.push_back(local);
+  return watched;
+}
+
+void set_types(Module* module, Bddexpressionwood* wood, const std::vector<const Signal*>& signals,
+               int status_type, int value_type) {
+  for (const Signal* signal : signals) {
+    const auto set_type = [&](long id, int type) {
+      Bddexpression* e = wood->exp_by_index(id);
+      if (e != nullptr && e->getAbstraction() == 0) e->setUserType(type);
+    };
+    set_type(signal->getInitialBddStatusId(module, wood), status_type);
+    set_type(signal->getInitialBddValueId(module, wood), value_type);
+  }
+}
+
+std::set<const Signal*> register_variables(const Module* module) {
+  std::set<const Signal*> variables;
+  for (const regclass* reg : module->getRegisterList()) {
+    variables.insert(reg->actual_var());
+    variables.insert(reg->next_var());
+  }
+  return variables;
+}
+
 /// The equations that stay, whether or not anything reads them.
-index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rtl) {
+index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rtl,
+                           const std::vector<const Signal*>& watched) {
   std::vector<long> kept;
   const auto keep = [&](long status_id, long value_id) {
     kept.push_back(status_id);
@@ -162,11 +201,44 @@ index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rt
         for (const Signal* signal : {binding->getClock(), binding->getSignal()})
           keep(signal->getInitialBddStatusId(module, wood),
                signal->getInitialBddValueId(module, wood));  // else its state is unknown
+  const std::set<const Signal*> registers = register_variables(module);
   for (const Signal* local : module->getLocalSignalList())
-    if (local->isRegister())
+    if (Compilation::rules().locals ? registers.contains(local) : local->isRegister())
       keep(local->getBddStatusId(module, wood), local->getBddValueId(module, wood));
+  for (const Signal* local : watched)
+    keep(local->getInitialBddStatusId(module, wood), local->getInitialBddValueId(module, wood));
   if (keep_rtl) kept.push_back(module->getRtl()->getBddStatusId(module, wood));
   return index_set::from_unsorted(std::move(kept));
+}
+
+/// Takes what has neither a status nor readers from the list: further occurrences, registers that
+/// hold a constant. Nothing can be said of it in any instant.
+void forget_silent_locals(Module* module, Bddexpressionwood* wood) {
+  const std::set<const Signal*> registers = register_variables(module);
+  const auto is_silent = [&](const Signal* local) {
+    if (registers.contains(local) || local->isValued(module, wood) || local->isClock())
+      return false;
+    const std::list<long> ids = local->getAllBddId(module, wood);
+    const auto is_own = [&](long id) { return std::find(ids.begin(), ids.end(), id) != ids.end(); };
+    for (auto at = ids.begin(); at != ids.end(); ++at) {
+      const bool is_status = std::distance(ids.begin(), at) % 2 == 0;
+      const index_set& readers = wood->set_of_amont_dependances(*at);
+      if ((is_status && wood->exp_by_index(*at) != nullptr) ||
+          !std::all_of(readers.begin(), readers.end(), is_own))
+        return false;
+    }
+    return true;
+  };
+  signal_list kept;
+  for (Signal* local : module->getLocalSignalList()) {
+    if (!is_silent(local)) {
+      kept.push_back(local);
+      continue;
+    }
+    for (long id : local->getAllBddId(module, wood))
+      if (wood->exp_by_index(id) != nullptr) wood->forget_expression_by_bddid(id);
+  }
+  module->setLocalSignalList(std::move(kept));
 }
 
 void date(Module* module, Bddexpressionwood* wood) {
@@ -197,10 +269,16 @@ void finalize_module(Module* module, int keep_rtl) {
   for (Signal* wire : {module->getSet(), module->getReset(), module->getRtl()}) wire->setWire();
   require_types(module, wood);
   complete_signals(module, wood);
+  std::vector<const Signal*> watched = watched_locals(module);
+  // Nothing that follows takes the equations of outputs away.
+  set_types(module, wood, watched, Compilation::SOUTPUT, Compilation::VOUTPUT);
   wood->constants_propagation(protected_types());
   clean_module(module);
   add_start(module, wood);
-  wood->clean(needed_equations(module, wood, keep_rtl != 0));
+  watched = watched_locals(module);
+  wood->clean(needed_equations(module, wood, keep_rtl != 0, watched));
+  set_types(module, wood, watched, Compilation::STAT, Compilation::VAL);
+  if (Compilation::rules().locals) forget_silent_locals(module, wood);
   date(module, wood);
   module->replace_at_in_name_variables();
   module->loose_first_underscore_in_name_variables();
@@ -213,6 +291,21 @@ void clean_module(Module* module) {
   suppress_useless_registers(module);
   clean_locals(module);
 }
+
+namespace {
+
+/// A register that always holds one value is a local that has it.
+void show_held(Signal* signal, bool held, Module* module, Bddexpressionwood* wood) {
+  signal->setRegister(false);
+  signal->setWire(false);
+  const auto constant = [&](bool one) { return one ? wood->Bdd_one() : wood->Bdd_zero(); };
+  define(wood, signal->getInternalName(), variable(wood, signal->getBddStatusId(module, wood)),
+         constant(held), Compilation::SOUTPUT);
+  define(wood, signal->getInternalName(), variable(wood, signal->getBddValueId(module, wood)),
+         constant(!held), Compilation::VOUTPUT);
+}
+
+}  // namespace
 
 void suppress_useless_registers(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
@@ -238,6 +331,7 @@ void suppress_useless_registers(Module* module) {
     bdd held = variable(wood, reg->actual_var()->getBddStatusId(module, wood));
     if (initial == 0) held = wood->Bdd_not(held);
     wood->reduce_expressions(held, protected_types());
+    if (is_watched(reg->actual_var())) show_held(reg->actual_var(), initial != 0, module, wood);
   }
   module->setRegisterList(std::move(kept));
 }
@@ -251,7 +345,8 @@ void clean_locals(Module* module) {
         if (!wood->set_of_amont_dependances(id).empty()) return true;
       return false;
     };
-    if (local->isRegister() || local->isValued(module, wood) || local->isClock() || is_read())
+    if (is_watched(local) || local->isRegister() || local->isValued(module, wood) ||
+        local->isClock() || is_read())
       kept.push_back(local);
   }
   module->setLocalSignalList(std::move(kept));

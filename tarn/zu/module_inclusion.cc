@@ -27,6 +27,25 @@ const std::string* value_type(const Signal* signal, Module* called) {
   return ref != nullptr && ref->isValued() ? &ref->getType() : nullptr;
 }
 
+/// Text of a compiled module does not tell which locals its user declared. A wire, which is True or
+/// False, is told by its equations; a further occurrence bears its signal's name.
+bool is_declared(const Signal* signal, Module* called) {
+  if (called->getStatement() != nullptr || !signal->isLocal() || signal->isRegister())
+    return signal->isDeclared();
+  Bddexpressionwood* wood = called->getBddWood();
+  const long status_id = signal->getBddStatusId(called, wood);
+  const Bddexpression* value = wood->exp_by_index(signal->getBddValueId(called, wood));
+  if (wood->exp_by_index(status_id) == nullptr || value == nullptr ||
+      value->my_bdd_exp() == wood->Bdd_not(wood->Bdd_var_by_index(status_id)))
+    return false;
+  const std::string& name = signal->getInternalName();
+  const size_t end = name.find_last_not_of("0123456789");
+  if (end == std::string::npos || end == 0 || name[end] != '_' || end + 1 == name.size())
+    return true;
+  const std::string whole = name.substr(0, end);
+  return called->getLocalSignal(whole) == nullptr && called->getOutputSignal(whole) == nullptr;
+}
+
 class Instance {
  public:
   Instance(Module* module, Module* called, const std::string& suffix, Bddexpressionwood* wood)
@@ -39,7 +58,9 @@ class Instance {
     Bddexpressionwood* from = called_->getBddWood();
     const int last = signal->hasOccurrence(from) ? signal->getCurrentOccurrence(from) : 0;
     for (int k = last; k > 0; --k)
-      module_->addLocalSignal(copy(signal, signal->getInternalName() + "_" + std::to_string(k)));
+      module_->addLocalSignal(
+          copy(signal,
+               called_->getSignalManager()->getSignalRefByOccurrence(signal, k)->getCurrentName()));
     return copy(signal);
   }
 
@@ -103,6 +124,7 @@ class Instance {
       made->setValueType(*type, module_, wood_);
     made->setLocal();
     made->setInstance();
+    made->setDeclared(internal_name == signal->getInternalName() && is_declared(signal, called_));
     made->setWire(signal->isWire());
     made->setRegister(signal->isRegister());
     made->setClock(signal->isClock());
@@ -120,8 +142,12 @@ class Instance {
 
 /// A finalised module starts itself by a register of its own; an instance is started by its wire.
 bool is_start_up(const regclass& reg, const Module* called) {
-  return called->getFinalised() != 0 && reg.actual_var()->getInternalName() == "boot" &&
-         reg.next_var()->getInternalName() == "bootplus";
+  const auto is_made = [](const Signal* signal, const std::string& name) {
+    return signal->getInternalName().starts_with(name) &&
+           signal->getInternalName().find_first_not_of("_bis", name.size()) == std::string::npos;
+  };
+  return called->getFinalised() != 0 && is_made(reg.actual_var(), "boot") &&
+         is_made(reg.next_var(), "bootplus");
 }
 
 void take_bindings(Module* module, const Module* called, Interface* interface,

@@ -208,6 +208,9 @@ class class_zu_parser {
   Signal* any_signal(const std::string& name) const;
   /// Null unless the name is an output or a local.
   Signal* emitted(const std::string& name) const;
+  /// Ends the work with both places where the module under way has declared the name before; the
+  /// library takes it, unless its caller has chosen the rule `copies`.
+  void refuse_doubled(const std::string& name);
   Signal* declare(const std::string& name, const std::string& type);
   /// Says where a data expression stands whose operands' types differ, before that ends the
   /// process.
@@ -226,6 +229,7 @@ class class_zu_parser {
   SourceSpan span_;  ///< of the production under way
   std::vector<std::shared_ptr<void>> passing_;
   std::unordered_map<const void*, int> depths_;
+  std::unordered_map<std::string, SourceSpan> signal_places_;  ///< of the module under way
   std::unordered_set<const void*> declared_;  ///< methods and constants of this file
   std::unordered_map<const Statement*, Extent> extents_;
   std::unordered_map<std::string, int> counters_;

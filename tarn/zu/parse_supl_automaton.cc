@@ -73,7 +73,11 @@ void class_zu_parser::add_action(SignalActions& actions, const std::string& name
 
 void class_zu_parser::declare_register(const std::string& name, int initial,
                                        const std::string& next) {
+  refuse_doubled(name);
+  refuse_doubled(next);
   TheModule()->addRegisterDecl(name.c_str(), initial, next.c_str());
+  for (const std::string& variable : {name, next})
+    TheModule()->getLocalSignal(variable)->setDeclared();
 }
 
 Expression* class_zu_parser::equation_signal(const std::string& name) {

@@ -153,7 +153,9 @@ void class_zu_parser::locate_type_error(DataExpr* data) const {
 
 Signal* class_zu_parser::bind(DataExpr* data, const std::string& prefix, Signal* clock) {
   locate_type_error(data);
-  return TheModule()->addSignalBinding(data, prefix, clock);
+  Signal* bound = TheModule()->addSignalBinding(data, prefix, clock);
+  TheModule()->getBinding(bound->getInternalName())->setPlace(span_);
+  return bound;
 }
 
 Signal* class_zu_parser::bind_condition(DataExpr* data, const std::string& name) {

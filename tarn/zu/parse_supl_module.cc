@@ -4,6 +4,7 @@
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/parse_supl.h"
@@ -12,6 +13,20 @@ namespace kiva {
 
 void class_zu_parser::begin_module(const std::string& name) {
   TheModule() = make_kept<Module>(name);
+  signal_places_.clear();
+}
+
+void class_zu_parser::refuse_doubled(const std::string& name) {
+  // The library takes what it is given.
+  if (!Compilation::rules().copies) return;
+  const auto [first, is_new] = signal_places_.emplace(name, span_);
+  if (is_new) return;
+  Diagnostic fault;
+  fault.where = place_of(span_);
+  fault.sentence = '"' + name + "\" is declared twice";
+  fault.notes.push_back({place_of(first->second), "first declared here"});
+  fault.manner = Manner::untold;
+  end_with(std::move(fault));
 }
 
 void class_zu_parser::finish_module(Statement* body) {
@@ -20,6 +35,7 @@ void class_zu_parser::finish_module(Statement* body) {
 }
 
 Signal* class_zu_parser::declare(const std::string& name, const std::string& type) {
+  refuse_doubled(name);
   Signal* signal = make_kept<Signal>(name, TheModule(), TheModule()->getBddWood());
   if (!type.empty()) signal->setValueType(type, TheModule());
   return signal;
@@ -38,7 +54,9 @@ void class_zu_parser::declare_output(const std::string& name, const std::string&
 }
 
 void class_zu_parser::declare_local(const std::string& name, const std::string& type) {
-  place_local(declare(name, type));
+  Signal* local = declare(name, type);
+  local->setDeclared();
+  place_local(local);
 }
 
 void class_zu_parser::declare_run(const std::string& path, const std::string& module) {

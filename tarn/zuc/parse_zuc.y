@@ -108,6 +108,7 @@ input_declarations:
         reader.trace(5, 2, "definition liste inputs");
         reader.inputs = std::move(*owned($2));
         reader.mark_inputs(reader.inputs);
+        if (!reader.stand_once(reader.inputs)) YYABORT;
       }
   ;
 
@@ -119,6 +120,7 @@ output_declarations:
         reader.trace(6, 2, "definition liste output");
         reader.outputs = std::move(*owned($2));
         reader.mark_outputs(reader.outputs);
+        if (!reader.stand_once(reader.outputs)) YYABORT;
       }
   ;
 
@@ -130,6 +132,7 @@ data_declarations:
         reader.trace(7, 2, "definition liste data signals");
         reader.data = std::move(*owned($2));
         reader.mark_data(reader.data);
+        if (!reader.stand_once(reader.data, true)) YYABORT;
       }
   ;
 
@@ -141,6 +144,7 @@ local_declarations:
         reader.trace(8, 2, "definition liste locaux");
         reader.locals = std::move(*owned($2));
         reader.mark_locals(reader.locals);
+        if (!reader.stand_once(reader.locals)) YYABORT;
       }
   ;
 

@@ -165,6 +165,15 @@ void class_zuc_parser::mark_locals(const signal_list& list) {
   }
 }
 
+bool class_zuc_parser::stand_once(const signal_list& list, bool data) {
+  std::unordered_set<std::string> own;
+  std::unordered_set<std::string>& met = data ? own : met_;
+  for (const Signal* signal : list)
+    if (!met.insert(signal->getOriginalName()).second)
+      return stop(line(), "signal \"" + signal->getOriginalName() + "\" stands twice");
+  return true;
+}
+
 long class_zuc_parser::initial_value() {
   const long value = token_number();
   if (value <= 1) return value;

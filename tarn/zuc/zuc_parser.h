@@ -4,6 +4,7 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "base/name_numbers.h"
@@ -54,6 +55,8 @@ class class_zuc_parser {
   void mark_outputs(const signal_list& list);
   void mark_data(const signal_list& list);
   void mark_locals(const signal_list& list);
+  /// False where a name stands twice in the list, or in two of inputs, outputs and locals.
+  bool stand_once(const signal_list& list, bool data = false);
   long initial_value();
   /// Null, with a message, when one of the variables is not declared.
   regclass* declare_register(const std::string& next, const std::string& actual, long initial);
@@ -100,6 +103,7 @@ class class_zuc_parser {
   std::vector<size_t> last_of_name_;  // by number of the name
   std::vector<size_t> before_of_name_;
   static constexpr size_t none = static_cast<size_t>(-1);
+  std::unordered_set<std::string> met_;  ///< names of inputs, outputs and locals
   const Names* awaited_input_list = nullptr;
   const Names* awaited_output_list = nullptr;
   parsed_nodes_table nodes_;

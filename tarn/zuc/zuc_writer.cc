@@ -8,9 +8,11 @@
 
 #include <filesystem>
 #include <iostream>
+#include <set>
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
 #include "tarn/session/session_files.h"
@@ -28,11 +30,20 @@ class FileNumbers {
     numbers_[static_cast<size_t>(status_id)] = next_++;
     numbers_[static_cast<size_t>(value_id)] = next_++;
   }
+  /// "V" and the number of the pair, with "_bis" behind it until no name of the interface is so.
+  std::string name(long status_id) const {
+    std::string name = "V" + std::to_string((*this)[status_id]);
+    while (taken_.contains(name)) name += "_bis";
+    return name;
+  }
+  /// The names that are written as they are.
+  void take(const std::string& name) { taken_.insert(name); }
   long operator[](long id) const { return numbers_[static_cast<size_t>(id)]; }
   long* data() { return numbers_.data(); }
 
  private:
   std::vector<long> numbers_;
+  std::set<std::string> taken_;
   long next_ = 0;
 };
 
@@ -82,9 +93,17 @@ void put_data_tables(std::ostream& os) {
   os << "end:\n\n";
 }
 
+/// Nothing can be said of the pair in any instant, and nobody asks.
+bool is_silent(Bddexpressionwood* wood, long status_id, long value_id) {
+  return wood->exp_by_index(status_id) == nullptr && wood->exp_by_index(value_id) == nullptr &&
+         wood->set_of_amont_dependances(status_id).empty() &&
+         wood->set_of_amont_dependances(value_id).empty();
+}
+
 /// Locals with all their occurrences, then the further occurrences of outputs.
 void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool forget_locals) {
   Bddexpressionwood* wood = module->getBddWood();
+  const bool lists_no_silent = module->getFinalised() != 0 && Compilation::rules().locals;
   bool any_local = false;
   const auto put_occurrences = [&](const Signal* signal, bool skip_first) {
     const std::list<long> ids = signal->getAllBddId(module, wood);
@@ -92,13 +111,15 @@ void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool for
       const long status_id = *at++;
       const long value_id = *at++;
       if (std::exchange(skip_first, false)) continue;
+      if (lists_no_silent && status_id != ids.front() && is_silent(wood, status_id, value_id))
+        continue;
       if (!std::exchange(any_local, true)) os << "local:";
       numbers.enter(status_id, value_id);
       const SignalRef* ref = module->getSignalManager()->getSignalRefById(status_id, wood);
       if (ref == nullptr)
         end_with(signal->getInternalName() + " no signal reference ", Manner::message);
       if (forget_locals) {
-        os << "  V" << numbers[status_id];
+        os << "  " << numbers.name(status_id);
       } else {
         os << ' ' << ref->getCurrentName();
         put_type(os, *ref);
@@ -116,8 +137,8 @@ void put_registers(Module* module, std::ostream& os, const FileNumbers& numbers,
   os << "register:\n";
   for (const regclass* reg : module->getRegisterList()) {
     if (forget_locals) {
-      os << " V" << numbers[reg->next_var()->getBddStatusId(module, wood)] << " V"
-         << numbers[reg->actual_var()->getBddStatusId(module, wood)] << ' '
+      os << ' ' << numbers.name(reg->next_var()->getBddStatusId(module, wood)) << ' '
+         << numbers.name(reg->actual_var()->getBddStatusId(module, wood)) << ' '
          << reg->is_initialy_true();
     } else {
       os << *reg;
@@ -142,7 +163,9 @@ void write_zuc(Module* module, std::ostream& os, bool forget_locals) {
     os << keyword;
     for (const Signal* signal : list) {
       const SignalRef& ref = reference_of(module, signal);
-      os << ' ' << (typed ? signal->getOriginalName() : signal->getInternalName());
+      const std::string& name = typed ? signal->getOriginalName() : signal->getInternalName();
+      os << ' ' << name;
+      numbers.take(name);
       if (typed) put_type(os, ref);
       numbers.enter(ref.getBddStatusId(wood), ref.getBddValueId(wood));
     }
@@ -152,6 +175,8 @@ void write_zuc(Module* module, std::ostream& os, bool forget_locals) {
   put_interface("output:", module->getOutputSignalList(), true);
   put_interface("data_signal:", module->getDataSignalList(), false);
 
+  for (const Signal* wire : {module->getSet(), module->getReset(), module->getRtl()})
+    numbers.take(wire->getName(module, wood));
   put_locals(module, os, numbers, forget_locals);
   if (!module->getRegisterList().empty()) put_registers(module, os, numbers, forget_locals);
 
@@ -196,6 +221,7 @@ void write_zuc_bindings(Module* module, std::ostream& os,
       for (auto at = ids.begin(); at != ids.end();) {
         const long status_id = *at++;
         const long value_id = *at++;
+        if (map[status_id] < 0) continue;  // a silent occurrence
         put_line(status_id, value_id, binding->getValue()->duplicate(),
                  clock == nullptr ? -1 : clock->getInitialBddStatusId(module, wood),
                  clock == nullptr ? -1 : clock->getInitialBddValueId(module, wood));

@@ -7,6 +7,7 @@
 #include <map>
 #include <random>
 
+#include "engine/session_file.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/random_module.h"
 #include "tests/support/temp_dir.h"
@@ -67,8 +68,9 @@ class Person {
   void choose() {
     for (size_t row = 0; row < simulation_.input_rows().size(); ++row) {
       if (random_() % 2 != 0) continue;
-      simulation_.choose_input(row, static_cast<SignalState>(random_() % 4));
-      simulation_.type_input(row, std::to_string(random_() % 3));
+      const auto state = static_cast<SignalState>(random_() % 4);
+      simulation_.choose_input(row, state);
+      simulation_.type_input(row, state == SignalState::one ? std::to_string(random_() % 3) : "--");
     }
     simulation_.raise_set(random_() % 8 == 0);
     simulation_.raise_reset(random_() % 8 == 0);
@@ -99,6 +101,15 @@ TEST(Recordings, ShowAStateThatThePositionAloneDecides) {
     }
     person.look_back();
     if (testing::Test::HasFatalFailure()) return;
+
+    // The same person's session, saved and opened.
+    Simulation other(person.recording().simulation().module());
+    Recording opened(&other);
+    Marks marks;
+    const std::string text = session_text(person.recording(), {{{0, 0}, "the \"start\""}});
+    ASSERT_EQ(open_session(text, opened, nullptr, marks), "");
+    ASSERT_EQ(session_text(opened, marks), text);
+    ASSERT_EQ(other.state(), person.recording().state_at(opened.position()));
   }
 }
 

@@ -195,6 +195,12 @@ TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   EXPECT_THAT(run.err, testing::EndsWith("\n" + ring +
                                          ":2:11: error: ERROR in Module `r': detecting "
                                          "variables in a dependance cycle\n"));
+  const std::string twice =
+      dir.write("twice.zu", "module t: Input: i;\nOutput: o, i; emit o end\n");
+  run = tarn(twice);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr(twice + ":2:12: error: \"i\" is declared twice\n"));
+  EXPECT_THAT(run.err, HasSubstr(twice + ":1:18: note: first declared here"));
   run = tarn(dir.file("missing.zu"));
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(dir.file("missing.zu")));

@@ -112,7 +112,9 @@ TEST_F(Choice, TheRowsNumberAndTheKeyboardChooseToo) {
   QTest::keyClick(inputs(), Qt::Key_F2);
   EXPECT_TRUE(window->inputs_value[1]->hasFocus());
   QTest::keyClick(window->inputs_value[1], Qt::Key_Return);
-  EXPECT_EQ(window->running()->state().instant, 1) << "an editor keeps its Return";
+  EXPECT_EQ(window->running()->state().instant, 2) << "in a value's editor, too";
+  QTest::keyClick(inputs(), Qt::Key_Space);
+  EXPECT_EQ(shown_word(inputs(), 1), "zero") << "Space on the chosen row goes through its states";
 }
 
 TEST_F(Choice, TheBoxesAndTheSetButtonMoveTheFlags) {

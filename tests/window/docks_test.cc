@@ -114,7 +114,7 @@ TEST_F(Docks, HiddenEachInTurnFromTheListOfPanelsAndBroughtBack) {
   open(example("counter"));
   window->config->click();
   const QList<QAction*> entries = window->panels_menu->actions();
-  ASSERT_EQ(entries.size(), 6);
+  ASSERT_GT(entries.size(), 6) << "and what opens other modules";
   EXPECT_TRUE(window->panels_menu->isVisible());
   window->panels_menu->hide();
   for (int number = 5; number >= 0; --number) {

@@ -168,6 +168,24 @@ TEST_F(Load, FlaggedSignalsHaveNoRowAnywhere) {
   EXPECT_EQ(shown_word(inputs(), 1), "bottom");
 }
 
+TEST_F(Load, AnotherModuleIsOpenedAndAFailureLeavesTheOneThatRuns) {
+  open(example("toggle"));
+  press_go();
+  EXPECT_EQ(window->windowTitle(), "toggle - KIVA");
+  for (const std::string& wrong : {write("broken.zuc", "module: m"), folder.path().toStdString()})
+    EXPECT_FALSE(window->open_file(QString::fromStdString(wrong)));
+  EXPECT_EQ(messages.size(), 2);
+  EXPECT_EQ(window->running()->state().instant, 1);
+  EXPECT_EQ(window->Tab, std::vector<std::string>{"T"});
+  next_file = QString::fromStdString(example("counter"));
+  key(Qt::Key_O, Qt::ControlModifier);
+  settle();
+  EXPECT_EQ(window->windowTitle(), "counter - KIVA");
+  EXPECT_EQ(window->running()->state().instant, 0);
+  window->show_panels_menu();
+  EXPECT_EQ(window->recent_menu->actions().size(), 1);
+}
+
 TEST_F(Load, TwoThousandRowsWork) {
   open(write("wide.zuc", wide_module(2000)));
   ASSERT_EQ(inputs()->rowCount(), 2000);

@@ -123,7 +123,7 @@ std::string checked_word(const Item* item) {
   if (item == nullptr) return "no item";
   for (SignalState state : {SignalState::one, SignalState::zero, SignalState::top,
                             SignalState::bottom, SignalState::unknown}) {
-    if (item->toolTip() != label_of(state)) continue;
+    if (item->toolTip() != item->text() + ": " + label_of(state)) continue;
     EXPECT_EQ(item->background().color(), background_of(state));
     EXPECT_EQ(item->data(Qt::AccessibleTextRole).toString(), item->text() + ": " + label_of(state));
     return std::string(look_of(state).word);

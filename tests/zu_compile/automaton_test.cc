@@ -102,14 +102,8 @@ TEST(Automata, RankTransitions) {
   EXPECT_EQ(sorted, (std::list<Transition*>{at(2), at(5), at(1), at(4), at(0), at(3)}));
 }
 
-/// What random automata, which keep to the sound rules and never enter a state that runs from
-/// itself, do not show.
+/// What random automata, which keep to the sound rules, do not show.
 TEST(Automata, TracesApart) {
-  const auto running = [](const std::string& transition) {
-    return "module j: Output: o; loop { emit o >> pause } end module main: Input: b; Output: o; "
-           "automaton state: S run j; transition: initial-> S; " +
-           transition + " end";
-  };
   const std::string outranked =
       automaton("state: S / o; state: F final;", "initial-> S; S [a] -> S; S [a or b] weak-> F;");
   const std::string shown = automaton("state: S / o;", "initial-> S;");
@@ -123,9 +117,6 @@ TEST(Automata, TracesApart) {
     std::string text, signal, stimuli, states;
     Rules rules;
   } cases[] = {
-      // A transition into the own state starts the run and kills it.
-      {running("S [b] weak-> S;"), "o", ". . b . .", "111__", sound},
-      {running("S [b] -> S;"), "o", ". . b . .", "11___", sound},
       // A transition that another outranks does not end it.
       {outranked, "RTL", ". a b . .", "00100", sound},
       {outranked, "RTL", ". a b . .", "01100", classic},

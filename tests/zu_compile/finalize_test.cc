@@ -25,18 +25,23 @@ using testing::HasSubstr;
 struct Finalised : Compiled {
   explicit Finalised(const std::string& text, const Rules& rules = Rules::sound(),
                      bool keep_wires = false, int keep_rtl = 0)
-      : Compiled(text, rules) {
+      : Compiled(text, rules), before_(std::exchange(Compilation::rules(), rules)) {
     if (!ok()) return;
     Compilation::KeepWiresFlag() = keep_wires;
     told = run_captured([&] { module()->finalize(keep_rtl); }).err;
     Compilation::KeepWiresFlag() = false;
   }
+  /// The rules hold as long as it lives.
+  ~Finalised() { Compilation::rules() = before_; }
   const Bddexpression* at(long id) const { return wood()->exp_by_index(id); }
   bool defines(const Signal* signal) const {
     return at(signal->getInitialBddStatusId(module(), wood())) != nullptr;
   }
   std::string name(long id) const { return wood()->Name_var_by_index(id); }
   std::string told;
+
+ private:
+  Rules before_;
 };
 
 std::string probe(const std::string& name) {
@@ -109,7 +114,38 @@ TEST(Finalisation, ProbesOfTheRulesShowTheirWholeTraces) {
       }
     ++probes;
   }
-  EXPECT_EQ(probes, 13);
+  EXPECT_EQ(probes, 18);
+}
+
+/// Names that the compiler makes step aside, whatever is declared first.
+TEST(Finalisation, NoMadeNameMeetsOneOfTheUsers) {
+  const TempDir dir;
+  const std::vector<std::vector<std::string>> hostile{{"boot", "led", "led_1", "led_2"},
+                                                      {"RESETmain", "RTLmain", "SETmain", "V8"},
+                                                      {"ACTIFmainPn_00", "SETmainPn_0", "o", "o_1"},
+                                                      {"bootplus", "o", "o_1", "o_1_bis"}};
+  for (std::vector<std::string> n : hostile) do {
+      const std::string text = "module main: Input: " + n[0] + "; Output: " + n[1] + ", " + n[2] +
+                               "; Local: " + n[3] + "; wait " + n[0] + " >> emit " + n[1] +
+                               " >> pause >> emit " + n[3] + " >> pause >> {emit " + n[1] +
+                               " || present not " + n[3] + " emit " + n[2] + "} end\n";
+      SCOPED_TRACE(text);
+      const Finalised made(text);
+      ASSERT_TRUE(made.ok()) << made.report();
+      for (const int forget_locals : {0, 1}) {
+        const std::unique_ptr<Module> read(read_back(dir, written(made.module(), forget_locals)));
+        ASSERT_NE(read, nullptr);
+        std::string expected;
+        int instant = 0;
+        for (const char* states : {"__", "1_", "__", "11"}) {
+          const auto state = [&](int i) { return states[i] == '1' ? "one" : "bottom"; };
+          expected += "{\"instant\":" + std::to_string(++instant) + ",\"outputs\":{\"" + n[1] +
+                      "\":[\"" + state(0) + "\",\"--\"],\"" + n[2] + "\":[\"" + state(1) +
+                      "\",\"--\"]}}\n";
+        }
+        EXPECT_EQ(outputs_only(run(read.get(), "\n" + n[0] + "\n\n\n")), expected);
+      }
+    } while (std::next_permutation(n.begin(), n.end()));
 }
 
 /// What holds of every finalised module.

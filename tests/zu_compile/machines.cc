@@ -51,13 +51,26 @@ std::string mealy_text(const Program& p) {
   return text;
 }
 
-/// The equations hold in each instant, whatever was before but for the registers.
-State run_machine(Meaning& m, const Program& p) {
+/// The equations hold in each instant from the start on; the state has a bit for each register.
+State hold_equations(Meaning& m, const Program& p, int registers) {
+  std::set<std::string> seen = m.present();
+  for (size_t i = 0; i < mealy_registers.size(); ++i)
+    if ((registers >> i & 1) != 0) seen.insert(mealy_registers[i].name);
   std::map<std::string, const Condition*> last;
   for (const MealyEquation& equation : p.equations) last[equation.signal] = &equation.right;
   for (const auto& [signal, right] : last)
-    if (right->holds(m.present())) m.emit(signal);
-  return Running{};
+    if (right->holds(seen)) m.emit(signal);
+  Running next;
+  for (size_t i = 0; i < mealy_registers.size(); ++i)
+    if (seen.contains(mealy_registers[i].next)) next.at |= 1 << i;
+  return next;
+}
+
+State start_equations(Meaning& m, const Program& p) {
+  int initial = 0;
+  for (size_t i = 0; i < mealy_registers.size(); ++i)
+    if (mealy_registers[i].initial) initial |= 1 << i;
+  return hold_equations(m, p, initial);
 }
 
 /// The first in rank of a kind out of a state that is triggered; null if none is.
@@ -109,11 +122,12 @@ const Kind automaton_kind{.name = "automaton",
                           .text = automaton_text,
                           .start = start_automaton,
                           .resume = resume_automaton};
-const Kind mealy_kind{
-    .name = "Mealy Machine",
-    .text = mealy_text,
-    .start = run_machine,
-    .resume = [](Meaning& m, const Program& p, const Running&) { return run_machine(m, p); }};
+const Kind mealy_kind{.name = "Mealy Machine",
+                      .text = mealy_text,
+                      .start = start_equations,
+                      .resume = [](Meaning& m, const Program& p, const Running& state) {
+                        return hold_equations(m, p, state.at);
+                      }};
 
 namespace {
 
@@ -190,9 +204,6 @@ Program random_automaton(std::mt19937& random, int size) {  // house: one choice
     end.trigger = Condition();
     made.transitions.push_back(end);
   }
-  // A transition from a state to itself kills the run that it starts.
-  for (Transition& t : made.transitions)
-    if (t.from == t.to && !made.states[t.from].run.empty()) t.to = (t.to + 1) % states;
   std::shuffle(made.transitions.begin(), made.transitions.end(), random);
   return made;
 }

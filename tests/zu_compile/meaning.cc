@@ -2,21 +2,13 @@
 
 namespace kiva::test {
 
-Meaning::Meaning(const Program& program) : program_(program) {
-  if (program.kind != &mealy_kind) return;
-  for (const MealyRegister& reg : mealy_registers)
-    if (reg.initial) registers_.insert(reg.name);
-}
-
 bool Meaning::step(const std::set<std::string>& inputs, bool start_now, bool kill) {
   const State before = state_;
-  std::set<std::string> given = inputs;
-  given.insert(registers_.begin(), registers_.end());
-  present_ = given;
+  present_ = inputs;
   // What is emitted depends on what is present, and the other way round: go through the instant
   // until both are the same. Without circles that takes one round a signal at most.
   for (size_t round = 0; round <= 10; ++round) {
-    emitted_ = given;
+    emitted_ = inputs;
     refused_ = false;
     endless_ = false;
     ended_ = false;
@@ -30,9 +22,6 @@ bool Meaning::step(const std::set<std::string>& inputs, bool start_now, bool kil
     }
     if (emitted_ == present_) {
       if (kill) state_.reset();
-      registers_.clear();
-      for (const MealyRegister& reg : mealy_registers)
-        if (present_.contains(reg.next)) registers_.insert(reg.name);
       return !endless_;
     }
     present_ = emitted_;

@@ -11,7 +11,7 @@ namespace kiva::test {
 /// or is killed, and makes signals present. It knows no equations.
 class Meaning {
  public:
-  explicit Meaning(const Program& program);
+  explicit Meaning(const Program& program) : program_(program) {}
 
   /// One instant. `start` starts the program if it does not run; `kill` lets it go through the
   /// instant and then takes it away. False when no set of signals agrees with itself, or a loop
@@ -37,7 +37,6 @@ class Meaning {
   State state_;
   std::set<std::string> present_;  ///< what conditions see
   std::set<std::string> emitted_;
-  std::set<std::string> registers_;  ///< of a Mealy machine: those that are one
   bool endless_ = false;
   bool ended_ = false;
   bool refused_ = false;

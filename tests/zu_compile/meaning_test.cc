@@ -89,13 +89,15 @@ TEST(Meaning, SeesEachRuleThatIsMissing) {
     return random_program(random, 2 + static_cast<int>(random() % 14));
   };
   const auto automata = [](std::mt19937& random) { return random_automaton(random, 8); };
+  const auto machines = [](std::mt19937& random) { return random_mealy(random, 4); };
   const std::vector<std::pair<bool Rules::*, std::function<Program(std::mt19937&)>>> rules{
       {&Rules::values, statements},       {&Rules::sustain, statements},
       {&Rules::abort_start, statements},  {&Rules::abort_mask, statements},
       {&Rules::abort_signal, statements}, {&Rules::skip, statements},
       {&Rules::copies, statements},       {&Rules::final_state, automata},
       {&Rules::kill, automata},           {&Rules::state_mask, automata},
-      {&Rules::state_reset, automata}};
+      {&Rules::state_reset, automata},    {&Rules::self_restart, automata},
+      {&Rules::mealy_start, machines}};
   int number = 0;
   for (const auto& [rule, make] : rules) {
     Rules without = Rules::sound();

@@ -82,7 +82,9 @@ void add_smaller_machines(const Program& p, std::vector<Program>& found) {
       add([&](Program& copy) { copy.transitions[i].trigger = part; });
   }
   for (size_t i = 0; i < p.equations.size(); ++i) {
-    if (p.equations.size() > 1)
+    // A register without a next value has no meaning.
+    if (std::none_of(mealy_registers.begin(), mealy_registers.end(),
+                     [&](const MealyRegister& reg) { return reg.next == p.equations[i].signal; }))
       add([i](Program& copy) { copy.equations.erase(copy.equations.begin() + i); });
     for (const Condition& part : p.equations[i].right.parts)
       add([&](Program& copy) { copy.equations[i].right = part; });

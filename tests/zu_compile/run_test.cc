@@ -197,14 +197,14 @@ TEST(RunTraces, InLoopsAreCopiedWhereTheyCanEndAtOnce) {
   const auto traced = [&](const char* body, const char* stimuli) {
     return trace(modules + "module main: Input: x, y; Output: o; " + body + " end", "o", stimuli);
   };
-  // The copies of a loop's body keep the renaming, those of `repeat` do not.
+  // Copies keep the renaming.
   EXPECT_EQ(traced("loop { weak abort { run step [y \\ x] >> halt } when x >> run skip [y \\ x] }",
                    ". x x+y ."),
             "111_");
   EXPECT_EQ(trace("module m: Input: x; Output: o; present x emit o >> pause end\n"
                   "module main: Input: x, y; Output: o; repeat 2 { run m [y \\ x] } end",
                   "o", "y x"),
-            "_1");
+            "1_");
 }
 
 TEST(RunOfFiles, GoesByTheListThenTheDeclarationThenTheSource) {

@@ -89,6 +89,9 @@ class Automaton : public Statement {
   void priority_integration();
   /// In rank: 0, 1, 2 ..., then "other"; equals stay in order.
   static std::list<Transition*> priority_sort(const std::list<Transition*>& transitions);
+  /// A state that runs a module and from which a transition leads back to it gets a twin: each
+  /// leads to the other, so that one run can end or be killed while the next one starts.
+  void split_self_restarts();
   /// The codes of the states that a transition leaves and enters; an initial one leaves 0.
   static void ident_states_transitions(std::list<Transition*>::const_iterator transition, int nbits,
                                        int& from_code, int& to_code);
@@ -103,6 +106,8 @@ class Automaton : public Statement {
   std::vector<Statement*> children() const override;
 
  private:
+  State* make_twin(const State& state);
+
   std::unique_ptr<GeometryPair> geometry_;
   StateTable state_table_;
   std::list<Transition*> transition_list_;

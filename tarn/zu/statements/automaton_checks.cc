@@ -1,9 +1,11 @@
-// What an automaton must hold before it is translated, and the rank of its transitions.
+// What an automaton must hold before it is translated, the rank of its transitions, and the twins
+// of states that restart themselves.
 
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/statements/automaton.h"
+#include "tarn/zu/statements/run.h"
 
 namespace kiva {
 
@@ -107,6 +109,55 @@ void Automaton::priority_integration() {
       before = make_kept<OrExpression>(before, t->trigger);
     }
   }
+}
+
+namespace {
+
+/// A run that ends and starts again in one instant needs a twin as a loop's body does.
+bool restarts_its_run(const Transition& t) {
+  return !t.initial && t.from != nullptr && t.from == t.to && t.from->run != nullptr &&
+         (t.tpe != Transition::normal_termination || t.from->run->reincarnate());
+}
+
+Transition* of_twin(const Transition& t, State* twin, State* to) {
+  auto* copy = make_kept<Transition>();
+  copy->tpe = t.tpe;
+  copy->priority = t.priority;
+  copy->trigger = t.trigger;
+  copy->action = t.action;
+  copy->from = twin;
+  copy->to = to;
+  copy->span = t.span;
+  return copy;
+}
+
+}  // namespace
+
+State* Automaton::make_twin(const State& state) {
+  std::string name = state.name + "_bis";
+  while (state_table_.contains(name)) name += "_bis";
+  auto* twin = make_kept<State>(name);
+  twin->run = static_cast<Run*>(state.run->duplicate(getModule(), nullptr));
+  twin->actions = state.actions;
+  twin->span = state.span;
+  state_table_[name] = twin;
+  return twin;
+}
+
+void Automaton::split_self_restarts() {
+  std::map<const State*, State*> twins;
+  for (const Transition* t : transition_list_)
+    if (restarts_its_run(*t) && !twins.contains(t->from)) twins[t->from] = make_twin(*t->from);
+  std::list<Transition*> of_twins;
+  for (Transition* t : transition_list_) {
+    const auto at = t->initial ? twins.end() : twins.find(t->from);
+    if (at == twins.end()) continue;
+    State* const twin = at->second;
+    const bool restarts = restarts_its_run(*t);
+    of_twins.push_back(of_twin(*t, twin, t->to == t->from && !restarts ? twin : t->to));
+    if (restarts) t->to = twin;
+  }
+  transition_list_.splice(transition_list_.end(), of_twins);
 }
 
 }  // namespace kiva

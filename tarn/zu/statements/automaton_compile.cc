@@ -346,6 +346,7 @@ void Automaton::compile(Module* module, EquationTable* table) {
   createWires(module, table);
   check_determinism(module, module->getBddWood()->my_bdd_manager());
   priority_integration();
+  if (Compilation::rules().self_restart) split_self_restarts();
 
   AutomatonCircuit circuit(*this, module, table);
   circuit.number_states();

@@ -1,5 +1,7 @@
 #include "tarn/zu/statements/emit.h"
 
+#include "tarn/model/compilation.h"
+#include "tarn/model/rules.h"
 #include "tarn/zu/circuit.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/statement_copy.h"
@@ -29,8 +31,12 @@ void Emit::createEquations(Module* module, EquationTable* table) {
   join(c, present, present);
 }
 
+Signal* Emission::copied_data() const {
+  return Compilation::rules().copies ? data_ : nullptr;
+}
+
 Statement* Emit::copy(const Copying& copying) const {
-  return copying.make(*this, getSignal(), getSignalName(), nullptr);
+  return copying.make(*this, getSignal(), getSignalName(), copied_data());
 }
 
 Statement* NoEmit::read(class_zu_parser& reader, const std::string& signal_name) {

@@ -22,6 +22,8 @@ class Emission : public Statement {
  protected:
   /// Joins an expression onto the signal, and another onto the signal bound to its value.
   void join(Circuit& c, Expression* state, Expression* value) const;
+  /// What a copy has in place of the data signal: by the rule `copies` the same, to which both add.
+  Signal* copied_data() const;
 
  private:
   Signal* signal_;
@@ -36,7 +38,6 @@ class Emit : public Emission {
   /// `data` is null without a value. StatementSignalException for what is no output or local.
   static Statement* read(class_zu_parser& reader, const std::string& signal, DataExpr* data);
   void createEquations(Module* module, EquationTable* table) override;
-  /// A copy emits without value.
   Statement* copy(const Copying& copying) const override;
 };
 

@@ -21,11 +21,29 @@ void MealyMachine::setMachineTable(const std::list<Equation*>& equations, Module
 
 void MealyMachine::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
+  if (Compilation::rules().mealy_start) hold_registers(c, module);
   register_ = c.make_register("", "ACTIF", false);
   c.assign(register_.ACTIFPLUS, And(Or(c.set(), register_.ACTIF), Not(c.reset())));
   for (const auto& [name, equation] : table_)
     createTarnEquation(equation, register_.ACTIF, c.set(), module, table);
+  for (const Held& held : held_) {
+    Expression* stays = register_.ACTIFPLUS;
+    c.assign(held.next, held.initial ? Or(held.signal, Np(stays)) : And(held.signal, stays));
+  }
   table->createBottomEquation(c.rtl(), module);
+}
+
+/// The signal that a register's declaration names stays what its equation says; what the register
+/// moves to is a signal of its own.
+void MealyMachine::hold_registers(Circuit& c, Module* module) {
+  for (regclass* reg : module->getRegisterList()) {
+    Signal* next = reg->next_var();
+    held_.push_back({next, c.make_register_variable("PLUS" + next->getInternalName()),
+                     reg->is_initialy_true() != 0});
+    reg->next_var(held_.back().next);
+    next->setRegister(false);
+    next->setWire(false);
+  }
 }
 
 void MealyMachine::createTarnEquation(Equation* equation, Signal* actif, Signal* set,

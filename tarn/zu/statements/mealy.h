@@ -4,6 +4,7 @@
 
 namespace kiva {
 
+class Circuit;
 class class_zu_parser;
 
 /// One equation of a Mealy machine.
@@ -33,7 +34,16 @@ class MealyMachine : public Statement {
   Statement* copy(const Copying& copying) const override;
 
  private:
+  /// A register by the rule `mealy_start`.
+  struct Held {
+    Signal* signal;  ///< its value in the next instant, by the equations
+    Signal* next;    ///< the same while the machine runs on, else the initial value
+    bool initial;
+  };
+  void hold_registers(Circuit& c, Module* module);
+
   std::map<std::string, Equation*> table_;
+  std::vector<Held> held_;
   RegisterPair register_;
 };
 

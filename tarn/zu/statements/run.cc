@@ -7,6 +7,7 @@
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/nested_modules.h"
@@ -43,11 +44,13 @@ Statement* Run::read(class_zu_parser& reader, const std::string& module,
 }
 
 Statement* Run::copy(const Copying& copying) const {
-  if (copying.module() == nullptr) return copying.make(*this, module_name_);
+  const Module* caller = copying.module();
   Run* copy = copying.make_named(
-      *this, "R_" + copying.module()->getName() + "_" + std::to_string(Module::RunNumber()++),
+      *this,
+      caller == nullptr ? copying.name(*this)
+                        : "R_" + caller->getName() + "_" + std::to_string(Module::RunNumber()++),
       module_name_);
-  copy->renaming_ = renaming_;
+  if (caller != nullptr || Compilation::rules().copies) copy->renaming_ = renaming_;
   return copy;
 }
 

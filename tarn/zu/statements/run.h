@@ -49,8 +49,8 @@ class Run : public Statement {
   void compile_with_preemption(Module* module, EquationTable* table, const bdd& preemption);
   /// The called module's answer. It may read the called module's source text.
   bool reincarnate() override;
-  /// In a loop's body: with a name of its own, and the renaming table shared. Numbered: with an
-  /// empty renaming table.
+  /// In a loop's body: with a name of its own, and the renaming table shared. Numbered: with the
+  /// table shared by the rule `copies`, else with an empty one.
   Statement* copy(const Copying& copying) const override;
 
  private:

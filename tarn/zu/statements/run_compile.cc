@@ -215,6 +215,7 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
   }
   for (const DataBinding* binding : *bindings) {
     Signal* bound = module->addSignalBinding(binding->getValue(), actual, wood);
+    module->getBinding(bound->getInternalName())->setPlace(getSpan());
     place_local(bound, module);
     if (!joins) {
       table->createEquation(bound, binding->getClock(), module, true);

@@ -38,7 +38,7 @@ bool SustainUntil::reincarnate() {
 }
 
 Statement* SustainUntil::copy(const Copying& copying) const {
-  return copying.make(*this, getSignal(), getSignalName(), nullptr, expression_);
+  return copying.make(*this, getSignal(), getSignalName(), copied_data(), expression_);
 }
 
 }  // namespace kiva
