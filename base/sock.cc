@@ -98,6 +98,14 @@ Sock SOCK_make_client(const char* host, unsigned short port) {
   return sock;
 }
 
+Sock SOCK_of(int descriptor, const std::string& host, unsigned short port) {
+  Sock sock = new_handle("memory exausted");
+  sock->portnum = port;
+  sock->hostname = copied(host.c_str(), "memory exausted");
+  sock->fd = descriptor;
+  return sock;
+}
+
 Sock SOCK_make_server(unsigned short port) {
   const int fd = socket(AF_INET, SOCK_STREAM, 0);
   if (fd < 0) return failed("Cannot create socket");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace kiva {
 
 /// One end of an IPv4 TCP connection, or a listening socket.
@@ -17,6 +19,8 @@ using Sock = socket_type*;
 void SOCK_init();
 /// Connects to the first address of the host; null on failure.
 Sock SOCK_make_client(const char* host, unsigned short port);
+/// A handle that owns the descriptor, which may be none.
+Sock SOCK_of(int descriptor, const std::string& host, unsigned short port);
 /// Listens on any address, with port 0 on one that the system chooses; null on failure.
 Sock SOCK_make_server(unsigned short port);
 /// Waits for a client; the handle becomes that connection, and no longer listens. 0 on failure.

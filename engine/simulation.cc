@@ -13,10 +13,14 @@
 #include <iostream>
 #include <map>
 
+#include "base/connection.h"
+#include "base/printable_text.h"
 #include "engine/context.h"
 #include "engine/flat_equations.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/evaluation_service.h"
 #include "tarn/session/diagnostic.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -238,6 +242,10 @@ void Simulation::run_action(const Action& action, ValueTexts* values, ConstantTe
              module_->getSignalNameById(action.status_index, wood));
   }
   const std::string text = evaluated();
+  const auto& service = Session::current().part<EvaluationService>();
+  if (service.ask && text != "true" && text != "false" && text != no_value)
+    throw ConnectionFault("server " + service.name + ": \"" + printable(text) +
+                          "\" came, while true or false was awaited");
   context[action.status_index] = text == "true" ? 1 : 0;
   context[action.status_index + 1] = text == "false" ? 1 : 0;
 }

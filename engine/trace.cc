@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "base/printable_text.h"
 #include "engine/vcd_trace.h"
 
 namespace kiva {
@@ -98,7 +99,7 @@ void TextTrace::write(std::ostream& out, const SimulationState& state) {
     if (state.shown_outputs[row] != SignalState::one) continue;
     any = true;
     out << ' ' << outputs[row];
-    if (state.output_values[row] != "--") out << '=' << state.output_values[row];
+    if (state.output_values[row] != "--") out << '=' << printable(state.output_values[row]);
   }
   if (!any) out << " -";
   std::string others;

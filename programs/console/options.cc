@@ -66,6 +66,8 @@ int read_options(int argc, char** argv, Options& options) {
   app.add_option("--log", options.log, "file for what the reader did with the module");
   app.add_option("--server", options.server, "HOST PORT of the evaluation server")
       ->check(CLI::Range(1, 65535).application_index(1));
+  app.add_option("--timeout", options.time_out, "seconds to wait for the server and each reply (5)")
+      ->check(CLI::Range(0.001, 86400.0));
   add_runs(app, options);
   add_looks(app, options);
   try {

@@ -14,6 +14,7 @@ struct Options {
   std::string output;
   std::string log;                             ///< file of the reader's trace; empty for none
   std::pair<std::string, std::string> server;  ///< host and port; empty for none
+  double time_out = 5;                         ///< of the server, in seconds
 
   // In place of stimuli.
   long random = 0;  ///< instants to draw; 0 for none

@@ -7,13 +7,14 @@
 #include <iostream>
 #include <optional>
 
-#include "base/sock.h"
+#include "base/connection.h"
 #include "base/whole_file.h"
 #include "engine/condition.h"
 #include "engine/coverage.h"
 #include "engine/expectations.h"
 #include "engine/expected_trace.h"
 #include "engine/random_choices.h"
+#include "engine/server_steps.h"
 #include "engine/trace.h"
 #include "programs/console/why_text.h"
 #include "programs/report.h"
@@ -27,12 +28,6 @@ namespace {
 using programs::unusable;
 
 constexpr int most_differences = 10;
-
-/// A connection to the evaluation server, closed with the run.
-struct CloseConnection {
-  void operator()(Sock socket) const { SOCK_shutdown(socket, 1); }
-};
-using Connection = std::unique_ptr<socket_type, CloseConnection>;
 
 /// What a run cannot go on with.
 struct Refused {
@@ -52,10 +47,7 @@ class ConsoleRun {
  public:
   ConsoleRun(const Options& options, Module* module, std::ostream& out)
       : options_(options), simulation_(module), out_(out) {
-    if (!options.server.first.empty())
-      server_.reset(
-          SOCK_make_client(options.server.first.c_str(),
-                           static_cast<unsigned short>(std::stoi(options.server.second))));
+    connect();
     for (const TraceFormat& format : trace_formats())
       if (options.format == format.name) trace_ = format.make(simulation_);
     read_options();
@@ -66,7 +58,7 @@ class ConsoleRun {
     while (!ended_ && next_choices()) {
       const SimulationState before = simulation_.state();
       const Choices choices = choices_of(before);
-      simulation_.step(server_.get());
+      steps_->step(simulation_);
       const SimulationState& state = simulation_.state();
       if (!options_.save_stimuli.empty()) save(choices);
       coverage_.note(before, state);
@@ -82,6 +74,21 @@ class ConsoleRun {
   }
 
  private:
+  void connect() {
+    if (!options_.server.first.empty()) {
+      server_.emplace(options_.server.first,
+                      static_cast<unsigned short>(std::stoi(options_.server.second)),
+                      Connection::Milliseconds(static_cast<long>(options_.time_out * 1000)));
+      try {
+        server_->open();
+      } catch (const ConnectionFault& fault) {
+        if (simulation_.asks_for_data()) throw;
+        std::cerr << program << ": warning: " << fault.what() << '\n';
+      }
+    }
+    steps_.emplace(server_ ? &*server_ : nullptr);
+  }
+
   void read_options() {
     try {
       if (!options_.until.empty()) until_.emplace(options_.until, simulation_);
@@ -191,6 +198,7 @@ class ConsoleRun {
   int end() {
     if (why_)
       throw Refused{"", 0, "--why: the run has no instant " + std::to_string(why_->instant)};
+    steps_->finish();
     trace_->end(out_);
     if (expected_) {
       const std::string difference = expected_->end();
@@ -232,7 +240,8 @@ class ConsoleRun {
   const Options& options_;
   Simulation simulation_;
   std::ostream& out_;
-  Connection server_;
+  std::optional<Connection> server_;
+  std::optional<ServerSteps> steps_;
   std::unique_ptr<TraceWriter> trace_;
   std::ifstream stimuli_file_, expected_file_;
   std::optional<StimuliReader> stimuli_;
@@ -264,6 +273,9 @@ Ended run(const Options& options, std::ostream& out) {
     return {ConsoleRun(options, read.module, out).run(), true};
   } catch (const Refused& refused) {
     return {refuse(refused.file, refused.line, refused.reason)};
+  } catch (const ConnectionFault& fault) {
+    refuse("", 0, fault.what());
+    return {values_missing};
   } catch (const WhyText::Refused& refused) {
     return {refuse("", 0, refused.reason)};
   }

@@ -7,6 +7,7 @@
 namespace kiva::console {
 
 constexpr const char* program = "kiva-console";
+constexpr int values_missing = 3;  ///< exit status: the evaluation server did not give them
 
 /// Complains about the file; the status with which the program ends.
 int refuse(const std::string& file, long line, const std::string& reason);

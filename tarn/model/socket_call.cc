@@ -1,6 +1,7 @@
 #include <array>
 #include <iostream>
 
+#include "base/printable_text.h"
 #include "base/sock.h"
 #include "tarn/model/compilation.h"
 #include "tarn/session/session.h"
@@ -10,7 +11,7 @@ namespace kiva {
 std::string Compilation::Socket_call(const std::string& message, Sock socket) {
   if (socket == nullptr) return "";
   const auto sent = SOCK_write(socket, message.data(), static_cast<int>(message.size()));
-  std::cerr << "Socket_call buffer: " << message << '\n';
+  std::cerr << "Socket_call buffer: " << printable(message) << '\n';
   if (sent == 0) return "";
   constexpr int most = 1023;
   std::array<char, most + 1> reply{};
@@ -18,7 +19,7 @@ std::string Compilation::Socket_call(const std::string& message, Sock socket) {
   if (received == 0) told_text() << "connexion stopped by client \n";
   if (received <= 0) return "";
   if (received == most)
-    std::cerr << "Warning: reply of 1023 bytes or more to request: " << message
+    std::cerr << "Warning: reply of 1023 bytes or more to request: " << printable(message)
               << ": what is beyond is lost or taken for the next reply\n";
   return std::string(reply.data(), static_cast<size_t>(received));
 }

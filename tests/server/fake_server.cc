@@ -29,15 +29,23 @@ int listen_locally(unsigned short& port) {
 }  // namespace
 
 FakeServer::FakeServer(Answer answer) : answer_(std::move(answer)) {
-  unsigned short port = 0;
-  listening_ = listen_locally(port);
-  client_ = SOCK_make_client("127.0.0.1", port);
-  if (client_ == nullptr) throw std::runtime_error("no connection to the server");
+  listening_ = listen_locally(port_);
   thread_ = std::thread([this] { serve(); });
+}
+
+Sock FakeServer::client() {
+  if (client_ == nullptr) client_ = SOCK_make_client("127.0.0.1", port_);
+  if (client_ == nullptr) throw std::runtime_error("no connection to the server");
+  return client_;
+}
+
+void FakeServer::say(const std::string& text) {
+  send(connection_, text.data(), text.size(), MSG_NOSIGNAL);
 }
 
 FakeServer::~FakeServer() {
   SOCK_shutdown(client_, 1);
+  shutdown(listening_, SHUT_RDWR);  // where nobody has come
   thread_.join();
   close(listening_);
 }
@@ -49,6 +57,7 @@ std::vector<std::string> FakeServer::take_requests() {
 
 void FakeServer::serve() {
   const int connection = accept(listening_, nullptr, nullptr);
+  connection_ = connection;
   std::string buffer(1 << 16, '\0');
   ssize_t received;
   while ((received = recv(connection, buffer.data(), buffer.size(), 0)) > 0) {

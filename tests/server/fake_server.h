@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -23,8 +24,11 @@ class FakeServer {
   FakeServer(const FakeServer&) = delete;
   FakeServer& operator=(const FakeServer&) = delete;
 
-  /// The simulator's end of the connection.
-  Sock client() const { return client_; }
+  /// The simulator's end of the connection, made here unless another has come to the port.
+  Sock client();
+  unsigned short port() const { return port_; }
+  /// Sends a text that answers nothing.
+  void say(const std::string& text);
   /// The requests since the last call.
   std::vector<std::string> take_requests();
 
@@ -32,8 +36,10 @@ class FakeServer {
   void serve();
 
   Answer answer_;
+  unsigned short port_ = 0;
   int listening_;
-  Sock client_;
+  std::atomic<int> connection_ = -1;
+  Sock client_ = nullptr;
   std::mutex mutex_;
   std::vector<std::string> requests_;
   std::thread thread_;
