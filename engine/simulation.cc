@@ -288,8 +288,10 @@ void Simulation::serve_output_bindings(ValueTexts* values, ConstantTexts* consta
       break;
     }
     if (text == no_value)
-      std::cerr << "***error:FenPrincipale:Simuler:  valued output with an undefined value:"
-                << output.signal->getName(module_, wood) << '\n';
+      remark(Severity::warning,
+             "the output \"" + output.signal->getOriginalName() + "\" is present without a value",
+             "***error:FenPrincipale:Simuler:  valued output with an undefined value:" +
+                 output.signal->getName(module_, wood));
     const auto row = std::find(output_rows_.begin(), output_rows_.end(), output.signal);
     if (row == output_rows_.end()) {
       end_with("***error: FenPrincipale:Simuler:  unknown signal:" +

@@ -3,13 +3,16 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <array>
 #include <filesystem>
 #include <iostream>
 #include <new>
 
 #include "base/process_end.h"
+#include "programs/told_text.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
+#include "tarn/session/source_excerpt.h"
 
 namespace kiva::programs {
 
@@ -19,16 +22,42 @@ class Silent : public DiagnosticSink {
   void take(const Diagnostic&) override {}
 };
 
+/// What the ends of lower floors that users can bring about mean, by words of what they tell.
+struct ToldEnd {
+  const char* told;
+  const char* sentence;
+};
+constexpr std::array<ToldEnd, 5> told_ends{{
+    {"Nb bdd vars reached", "more variables than a module can have"},
+    {"detected self-dependance", "a signal depends on itself in one instant"},
+    {"number of products exceeds limit", "an equation has more products than can be written"},
+    {"Bdd_sop", "an equation has more products than can be written"},
+    {"Bdd_implicants", "an equation has more products than can be written"},
+}};
+
 [[noreturn]] void throw_end(int) {
+  const std::string told = ToldText::take_last();
   Diagnostic fault;
-  fault.sentence = "stopped, for the reason above";
+  fault.sentence = "internal fault; --verbose shows what the library tells";
+  for (const ToldEnd& end : told_ends)
+    if (told.find(end.told) != std::string::npos) fault.sentence = end.sentence;
   throw FatalDiagnostic(std::move(fault));
+}
+
+/// On a terminal the source line stands below, with a mark.
+std::string excerpt(const Place& where) {
+  return isatty(STDERR_FILENO) == 0 ? "" : source_excerpt(where);
 }
 
 }  // namespace
 
 bool complain(const std::string& program, const Diagnostic& diagnostic) {
-  std::cerr << diagnostic.text(program) << std::flush;
+  if (diagnostic.sentence.empty()) return false;
+  // On a terminal a line of progress may stand there.
+  std::string text = isatty(STDERR_FILENO) == 0 ? "" : "\r\033[K";
+  text += diagnostic.line(program) + excerpt(diagnostic.where);
+  for (const Diagnostic::Note& note : diagnostic.notes) text += Diagnostic::line(note, program);
+  errors() << text << std::flush;
   return false;
 }
 
@@ -39,20 +68,20 @@ bool complain(const std::string& program, const Place& where, const std::string&
   return complain(program, diagnostic);
 }
 
-Diagnostic fault_under_way(const std::string& file, const std::string& in) {
+Diagnostic fault_under_way(const std::string& file) {
   Diagnostic fault;
   try {
     throw;
   } catch (const FatalDiagnostic& fatal) {
     fault = fatal.diagnostic();
   } catch (const LibraryException& exception) {
-    fault = diagnostic_of(exception, in);
+    fault = diagnostic_of(exception);
   } catch (const std::bad_alloc&) {
-    fault.sentence = in + "out of memory";
+    fault.sentence = "out of memory";
   } catch (const std::exception& exception) {
-    fault.sentence = in + exception.what();
+    fault.sentence = exception.what();
   } catch (...) {
-    fault.sentence = in + "stopped by an unknown fault";
+    fault.sentence = "stopped by an unknown fault";
   }
   if (!fault.where.known()) fault.where.file = file;
   return fault;
@@ -67,6 +96,8 @@ struct ProgramSession::Held {
 
 ProgramSession::ProgramSession(DiagnosticSink* sink) : held_(std::make_unique<Held>()) {
   held_->session.set_sink(sink != nullptr ? sink : &held_->silent);
+  // The standard output is the program's own.
+  held_->session.set_told_text(std::cerr);
 }
 
 ProgramSession::~ProgramSession() {

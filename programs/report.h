@@ -14,15 +14,15 @@ namespace kiva::programs {
 constexpr int unusable = 1;     ///< a file or module cannot be used, or something cannot be written
 constexpr int wrong_usage = 2;  ///< of the command line
 
-/// Prints "FILE:LINE:COLUMN: error: REASON" on the error stream, with the program's name where no
-/// file is known; false, so that a caller can return it.
+/// Prints "FILE:LINE:COLUMN: error: REASON" and a line for each note on the error stream, with the
+/// program's name where no file is known; on a terminal, the source line below each. Nothing for a
+/// diagnostic without sentence. False, so that a caller can return it.
 bool complain(const std::string& program, const Diagnostic& diagnostic);
 /// The same of a reason at a place, which may be unknown.
 bool complain(const std::string& program, const Place& where, const std::string& reason);
 
-/// What the exception under way says. `file` stands for an unknown place, `in` before the reason of
-/// an exception of the library.
-Diagnostic fault_under_way(const std::string& file = "", const std::string& in = "");
+/// What the exception under way says. `file` stands for an unknown place.
+Diagnostic fault_under_way(const std::string& file = "");
 
 /// A session of a program while it lives: the current one, with its faults thrown as
 /// FatalDiagnostic, ends of the process that lower floors ask for included.

@@ -7,6 +7,8 @@
 #include "base/whole_file.h"
 #include "programs/console/run.h"
 #include "programs/report.h"
+#include "programs/reporter.h"
+#include "programs/told_text.h"
 #include "tarn/session/session.h"
 #include "tarn/session/session_files.h"
 
@@ -36,9 +38,9 @@ int main(int argc, char** argv) {
       if (programs::overwrites(console::program, written, read)) return programs::unusable;
     programs::TraceFile log(console::program, options.log, read);
     if (!log.good()) return programs::unusable;
-    const programs::ProgramSession session;
-    // What the engine tells on the standard output must not meet the trace there.
-    Session::current().set_told_text(std::cerr);
+    const programs::ToldText told(options.verbose);
+    programs::Reporter reporter(console::program);
+    const programs::ProgramSession session(&reporter);
     SessionFiles::current().trace = log.stream();
     const int status =
         options.output.empty() ? console::run(options, std::cout).status : run_to_file(options);

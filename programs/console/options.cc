@@ -45,7 +45,9 @@ void add_looks(CLI::App& app, Options& options) {
                  "NAME@INSTANT: in place of the trace, the inputs and registers that make the "
                  "signal what it is there")
       ->group(group);
-  app.add_flag("--verbose", options.verbose, "--why: the way down to them, too")->group(group);
+  app.add_flag("--verbose", options.verbose,
+               "shows what the library has to tell, and with --why the way down")
+      ->group(group);
 }
 
 }  // namespace

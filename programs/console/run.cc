@@ -18,6 +18,7 @@
 #include "engine/trace.h"
 #include "programs/console/why_text.h"
 #include "programs/report.h"
+#include "programs/told_text.h"
 #include "tarn/model/compilation.h"
 #include "tarn/zuc/zuc_reader.h"
 
@@ -83,7 +84,7 @@ class ConsoleRun {
         server_->open();
       } catch (const ConnectionFault& fault) {
         if (simulation_.asks_for_data()) throw;
-        std::cerr << program << ": warning: " << fault.what() << '\n';
+        programs::errors() << program << ": warning: " << fault.what() << '\n';
       }
     }
     steps_.emplace(server_ ? &*server_ : nullptr);
@@ -192,7 +193,7 @@ class ConsoleRun {
 
   void differ(const std::string& file, long line, const std::string& difference) {
     if (++differences_ > most_differences) return;
-    std::cerr << file << ':' << line << ": " << difference << '\n';
+    programs::errors() << file << ':' << line << ": " << difference << '\n';
   }
 
   int end() {
@@ -205,10 +206,11 @@ class ConsoleRun {
       if (!difference.empty()) differ(options_.expect, expected_->line(), difference);
     }
     if (differences_ > most_differences)
-      std::cerr << program << ": " << differences_ - most_differences << " more differences\n";
+      programs::errors() << program << ": " << differences_ - most_differences
+                         << " more differences\n";
     if (options_.update) write_file(options_.stimuli, updated_stimuli());
     if (!options_.save_stimuli.empty()) write_file(options_.save_stimuli, saved_);
-    if (options_.coverage) coverage_.print(std::cerr);
+    if (options_.coverage) coverage_.print(programs::errors());
     if (!options_.coverage_file.empty()) write_file(options_.coverage_file, coverage_.text());
     if (until_ && !ended_)
       return refuse("", 0,

@@ -12,6 +12,7 @@
 
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/translate.h"
+#include "programs/told_text.h"
 #include "tarn/b_automaton/equivalence.h"
 #include "tarn/b_automaton/module_automaton.h"
 
@@ -124,14 +125,14 @@ class Comparison {
       walk = walk_output(*both_, 0, [&](const OutputWalk& now) {
         known = so_far(now);
         Interrupt::say("stopped: " + known);
-        if (terminal) std::cerr << '\r' << known << "\033[K" << std::flush;
+        if (terminal) programs::errors() << '\r' << known << "\033[K" << std::flush;
       });
     } catch (const std::bad_alloc&) {
-      if (terminal) std::cerr << '\n';
+      if (terminal) programs::errors() << '\n';
       fail("out of memory: " + known);
       return incomparable;
     }
-    if (terminal) std::cerr << "\r\033[K" << std::flush;
+    if (terminal) programs::errors() << "\r\033[K" << std::flush;
     if (walk.holds) {
       std::cout << *files_[0] << " and " << *files_[1]
                 << " give the same outputs in every reachable instant\n";

@@ -10,6 +10,7 @@
 #include "programs/tarn/messages.h"
 #include "programs/tarn/options.h"
 #include "programs/tarn/translate.h"
+#include "programs/told_text.h"
 
 namespace kiva::tarn_program {
 namespace {
@@ -54,7 +55,9 @@ int main(int argc, char** argv) {
     if (!log.good()) return unusable;
     options.trace = log.stream();
     fltk_presenter windows;
+    const programs::ToldText told(options.verbose);
     Messages messages(options.windows ? &windows : nullptr);
+    for (const std::string& word : options.warnings) messages.choose(word);
     status = work(options, messages);
     return log.finish() ? status : std::max(status, unusable);
   });

@@ -14,7 +14,7 @@ bool fail(const Diagnostic& fault) {
   return programs::complain("tarn", fault);
 }
 
-Messages::Messages(message_presenter* windows) : windows_(windows) {
+Messages::Messages(message_presenter* windows) : Reporter("tarn"), windows_(windows) {
   set_message_presenter(this);
 }
 
@@ -36,10 +36,6 @@ void Messages::big_message(const std::string& text, int width) {
 
 void Messages::display(const std::string& title, const std::string& text, int columns) {
   if (windows_ != nullptr) windows_->display(title, text, columns);
-}
-
-void Messages::take(const Diagnostic& diagnostic) {
-  if (diagnostic.severity == Severity::error) ++errors_;
 }
 
 }  // namespace kiva::tarn_program

@@ -4,6 +4,7 @@
 
 #include "forms/forms.h"
 #include "programs/report.h"
+#include "programs/reporter.h"
 
 namespace kiva::tarn_program {
 
@@ -15,8 +16,9 @@ bool fail(const std::string& what);
 bool fail(const Place& where, const std::string& what);
 bool fail(const Diagnostic& fault);
 
-/// Takes the library's messages while it lives, and hands them on to windows where there are some.
-class Messages : public message_presenter, public DiagnosticSink {
+/// Prints the library's messages while it lives, and hands their told texts on to windows where
+/// there are some.
+class Messages : public message_presenter, public programs::Reporter {
  public:
   /// `windows` may be null.
   explicit Messages(message_presenter* windows);
@@ -28,15 +30,9 @@ class Messages : public message_presenter, public DiagnosticSink {
   void message(const std::string& text) override;
   void big_message(const std::string& text, int width) override;
   void display(const std::string& title, const std::string& text, int columns) override;
-  /// Counts errors: their text has been told.
-  void take(const Diagnostic& diagnostic) override;
-
-  /// Errors reported so far.
-  int errors() const { return errors_; }
 
  private:
   message_presenter* windows_;
-  int errors_ = 0;
 };
 
 }  // namespace kiva::tarn_program

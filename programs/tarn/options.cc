@@ -7,6 +7,7 @@
 
 #include "forms/fltk/fltk_messages.h"
 #include "programs/report.h"
+#include "tarn/zu/warnings.h"
 
 namespace kiva::tarn_program {
 
@@ -15,6 +16,16 @@ bool is_source(const std::string& file) {
 }
 
 namespace {
+
+/// What a word behind -W may be; "" for a good one.
+std::string wrong_word(const std::string& word) {
+  if (word == "error") return "";
+  for (const WarningRow& row : warning_table())
+    if (word == std::string("no-") + row.name) return "";
+  std::string names;
+  for (const WarningRow& row : warning_table()) names += std::string(" no-") + row.name;
+  return "\"" + word + "\" is none of: error" + names;
+}
 
 /// The options of the target languages, two a line.
 std::string target_list() {
@@ -76,6 +87,12 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--windows", options.windows, "show messages in windows as well");
   app.add_flag("--stats", options.stats, "tell the size of each module and the time of each stage");
   app.add_flag("-q", options.quiet, "do not name what has been written");
+  app.add_flag("--verbose", options.verbose, "show all that the library has to tell");
+  app.add_option("-W", options.warnings,
+                 "-Wno-NAME leaves warnings of that name out, -Werror makes errors of them")
+      ->take_all()
+      ->allow_extra_args(false)
+      ->check(CLI::Validator(wrong_word, "", ""));
   app.set_version_flag("--version", "tarn " KIVA_VERSION);
   app.footer(target_list() +
              "\ntarn program.zu                   compiles every module of the file\n"

@@ -37,6 +37,8 @@ struct Options {
   bool windows = false;
   bool stats = false;
   bool quiet = false;
+  bool verbose = false;               ///< show what the library tells its own callers
+  std::vector<std::string> warnings;  ///< "no-NAME" or "error"
 };
 
 bool is_source(const std::string& file);

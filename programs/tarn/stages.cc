@@ -4,6 +4,7 @@
 
 #include <iostream>
 
+#include "programs/told_text.h"
 #include "tarn/zu/progress.h"
 
 namespace kiva::tarn_program {
@@ -23,9 +24,9 @@ Stages::~Stages() {
 
 void Stages::show() {
   shown_ = std::chrono::steady_clock::now();
-  std::cerr << '\r' << name_;
-  if (statements_ > 0) std::cerr << ": " << statements_ << " statements";
-  std::cerr << " ...\033[K" << std::flush;
+  programs::errors() << '\r' << name_;
+  if (statements_ > 0) programs::errors() << ": " << statements_ << " statements";
+  programs::errors() << " ...\033[K" << std::flush;
 }
 
 void Stages::begin(const std::string& name) {
@@ -41,7 +42,7 @@ void Stages::end() {
   times_.emplace_back(
       name_, std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count());
   name_.clear();
-  if (terminal_) std::cerr << "\r\033[K" << std::flush;
+  if (terminal_) programs::errors() << "\r\033[K" << std::flush;
 }
 
 void Stages::print(std::ostream& out) const {

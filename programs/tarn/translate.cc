@@ -36,8 +36,8 @@ class Translation {
   bool write_target(Module* module, const Target& target);
   template <class Print>
   bool print(Print print);
-  /// The module under way, for a report; empty for none.
-  std::string in_module() const;
+  /// The fault under way, with the place of the module under way where it has none of its own.
+  Diagnostic fault() const;
 
   const std::string& file_;
   const Options& options_;
@@ -151,15 +151,23 @@ bool Translation::write_map(Module* module, const std::string& path) {
   return true;
 }
 
-std::string Translation::in_module() const {
+Diagnostic Translation::fault() const {
+  Diagnostic fault = programs::fault_under_way();
+  if (fault.where.known()) return fault;
   const Module* module = current_ != nullptr ? current_ : TheModule();
-  return module == nullptr ? "" : "module " + module->getName() + ": ";
+  if (module != nullptr) fault.where = place_of(module->getSpan());
+  if (!fault.where.known()) fault.where.file = file_;
+  if (module != nullptr && !fault.sentence.empty())
+    fault.sentence = "module \"" + module->getName() + "\": " + fault.sentence;
+  return fault;
 }
 
 bool Translation::run(std::set<std::string>& met) {
   try {
     if (is_source(file_)) {
+      const int before = messages_.errors();
       compile_source();
+      if (messages_.errors() != before) return false;
     } else if (!read_compiled()) {
       return false;
     }
@@ -180,7 +188,7 @@ bool Translation::run(std::set<std::string>& met) {
     return good;
   } catch (...) {
     stages_.end();
-    return fail(programs::fault_under_way(file_, in_module()));
+    return fail(fault());
   }
 }
 
@@ -195,6 +203,8 @@ void choose(Options& options) {
   Compilation::StripFlag() = options.strip;
   Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;
   Compilation::DebugFlag() = options.comments;
+  Session::current().options.FaultsGathered = true;
+  Session::current().options.SourceChecked = !options.classic;
   Module::OutputDir() = options.folder;
   Module::SimulationZucDir() = options.folder;
   Module::OutputFile() = options.output;

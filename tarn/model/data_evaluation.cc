@@ -140,8 +140,9 @@ std::string DataSignalValue::Simul_put(Module* module, ConstantTexts* constants,
     std::cerr << "Value:" << printable(result) << '\n';
   }
   if (result == no_value)
-    std::cerr << "***error:DataSignalValue:Simul_put: signal: " << signal->getInternalName()
-              << "  has no value\n";
+    remark(Severity::warning, "\"" + signal->getInternalName() + "\" is read and has no value",
+           "***error:DataSignalValue:Simul_put: signal: " + signal->getInternalName() +
+               "  has no value");
   return result;
 }
 
@@ -151,7 +152,8 @@ namespace {
 /// protocol has no escape, so the user is told.
 std::string ask(const std::string& request, bool comma_in_value, Sock socket) {
   if (comma_in_value)
-    std::cerr << "Warning: a value text holds a comma in request: " << printable(request) << '\n';
+    remark(Severity::warning, "a value with a comma goes to the server: " + request,
+           "Warning: a value text holds a comma in request: " + printable(request));
   return reply_to(request, socket);
 }
 

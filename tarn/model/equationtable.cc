@@ -163,7 +163,19 @@ void EquationTable::replaceEquation(Signal* signal, Signal* other, Module* modul
 void EquationTable::note_source(const Signal* signal, const SourceSpan& span) {
   if (!span.known()) return;
   if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
-  (*sources_)[signal->getInternalName()] = span;
+  sources_->makers[signal->getInternalName()] = span;
+}
+
+void EquationTable::note_cause(const bdd& f, const Signal* written, const SourceSpan& span) {
+  if (!span.known()) return;
+  if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
+  Sources::Cause cause{{}, written, span};
+  const bddpp_manager& manager = *bdd_expression_wood->my_bdd_manager();
+  for (long index : manager.set_of_index_depend_on(f))
+    cause.reads.push_back(
+        Compilation::bddNameToSignalName(bdd_expression_wood->Name_var_by_index(index)));
+  std::sort(cause.reads.begin(), cause.reads.end());
+  sources_->causes.push_back(std::move(cause));
 }
 
 }  // namespace kiva

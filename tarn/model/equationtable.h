@@ -112,6 +112,9 @@ class EquationTable {
   /// The statement that makes the signal stands there: the report of a cycle names its line. Known
   /// to all tables duplicated from this one.
   void note_source(const Signal* signal, const SourceSpan& span);
+  /// The statement makes what it writes hang on the signals that f reads, without wires between: a
+  /// strong abort what its body writes, an automaton the signal.
+  void note_cause(const bdd& f, const Signal* written, const SourceSpan& span);
 
   // Told, and called by no program (tarn/classic).
   /// Forgets the signal's equations.
@@ -124,8 +127,17 @@ class EquationTable {
   void updatePertDate(Bddexpression* from, Bddexpression* to);
 
  private:
-  /// Equations by name of the signal that a statement made.
-  using Sources = std::unordered_map<std::string, SourceSpan>;
+  /// What stands where: statements by the names of the signals that they made, and causes.
+  struct Sources {
+    struct Cause {
+      std::vector<std::string> reads;  ///< signals, sorted
+      const Signal* written;           ///< null for an abort
+      SourceSpan span;
+    };
+    std::unordered_map<std::string, SourceSpan> makers;
+    std::vector<Cause> causes;
+  };
+  friend class CycleStory;
 
   /// What is still to be or-ed (and-ed, for a conjunction) onto an equation, in order of arrival:
   /// an or of n variables that grew by one each time would cost n * n nodes.

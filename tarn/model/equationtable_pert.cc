@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "tarn/model/compilation.h"
+#include "tarn/model/cycle_story.h"
 #include "tarn/model/equationtable.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
@@ -86,8 +87,8 @@ std::vector<SourceSpan> EquationTable::source_spans(const std::list<long>& cycle
   for (long id : cycle) {
     const std::string variable = bdd_expression_wood->Name_var_by_index(id);
     if (variable.size() < 3) continue;
-    auto at = sources_->find(Compilation::bddNameToSignalName(variable));
-    if (at != sources_->end()) spans.push_back(at->second);
+    auto at = sources_->makers.find(Compilation::bddNameToSignalName(variable));
+    if (at != sources_->makers.end()) spans.push_back(at->second);
   }
   std::sort(spans.begin(), spans.end(), [](const SourceSpan& a, const SourceSpan& b) {
     return std::tie(*a.file, a.first_line, a.first_column) <
@@ -122,8 +123,7 @@ std::string EquationTable::source_lines(const std::list<long>& cycle) const {
 
 Diagnostic EquationTable::cycle_fault(const std::list<long>& cycle, Manner manner) {
   Diagnostic fault = Diagnostic::of_told(cycle_report(cycle), manner);
-  const std::vector<SourceSpan> spans = source_spans(cycle);
-  if (!spans.empty()) fault.where = place_of(spans.front());
+  CycleStory(*this, cycle).tell(fault);
   return fault;
 }
 

@@ -170,7 +170,8 @@ void Module::addRunDecl(const std::string& run, const std::string& file, const s
   if (run_decl_table == nullptr)
     run_decl_table = std::make_unique<std::map<std::string, std::string>>();
   if (!run_decl_table->emplace(run, dir + "/" + file).second)
-    throw IllegalOperationException("Run module already exists: ", run);
+    throw explained(IllegalOperationException("Run module already exists: ", run),
+                    "the place of module \"" + run + "\" is declared twice");
 }
 
 const std::string* Module::getModuleLocation(const std::string& run) const {
@@ -220,7 +221,8 @@ std::string Module::generateName(const char* prefix, int& counter) const {
 
 void ModuleTable::add(Module* module) {
   if (!modules_.emplace(module->getName(), module).second)
-    throw HashTableAddException(module->getName());
+    throw explained(HashTableAddException(module->getName()),
+                    "two modules have the name \"" + module->getName() + '"');
   in_order_.push_back(module);
 }
 

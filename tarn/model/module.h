@@ -13,6 +13,7 @@
 #include "tarn/model/equationtable.h"
 #include "tarn/model/signal_list.h"
 #include "tarn/model/signal_manager.h"
+#include "tarn/model/source_span.h"
 #include "tarn/session/session.h"
 
 namespace kiva {
@@ -112,6 +113,9 @@ class Module {
 
   const std::string& getName() const { return name; }
   void setName(const std::string& text) { name = text; }
+  /// Where its head stands in its source; unknown for a compiled module.
+  const SourceSpan& getSpan() const { return span; }
+  void setSpan(const SourceSpan& head) { span = head; }
   Statement* getStatement() const { return statement; }
   void addBodyStatement(Statement* body) { statement = body; }
   EquationTable* getCompilation() const { return compilation; }
@@ -309,6 +313,7 @@ class Module {
                             Bddexpressionwood* wood);
 
   std::string name;
+  SourceSpan span;
   Statement* statement = nullptr;
   signal_list input_signal_list;
   signal_list output_signal_list;

@@ -19,18 +19,33 @@ class LibraryException : public std::exception {
   /// "NAME: first second", as programs print it.
   std::string text() const;
 
+  /// What the complaint says to whoever wrote the text: the sentence given to it, else one for its
+  /// class.
+  std::string sentence() const { return sentence_.empty() ? usual_sentence() : sentence_; }
+  void set_sentence(std::string sentence) { sentence_ = std::move(sentence); }
+
   /// The source text that the complaint is about; unknown unless a reader of source has set it.
   const SourceSpan& where() const { return where_; }
   void set_where(const SourceSpan& span) { where_ = span; }
 
  private:
+  std::string usual_sentence() const;
+
   std::string first_;
   std::string second_;
+  std::string sentence_;
   SourceSpan where_;
 };
 
-/// The exception as a diagnostic, of its class's name; `in` stands before its texts.
-Diagnostic diagnostic_of(const LibraryException& exception, const std::string& in = "");
+/// The exception, with a sentence for whoever wrote the text.
+template <class Exception>
+Exception explained(Exception exception, std::string sentence) {
+  exception.set_sentence(std::move(sentence));
+  return exception;
+}
+
+/// The exception as a diagnostic, of its class's name.
+Diagnostic diagnostic_of(const LibraryException& exception);
 
 #define KIVA_EXCEPTION(NAME)                                     \
   class NAME : public LibraryException {                         \

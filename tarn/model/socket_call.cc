@@ -4,6 +4,7 @@
 #include "base/printable_text.h"
 #include "base/sock.h"
 #include "tarn/model/compilation.h"
+#include "tarn/session/diagnostic.h"
 #include "tarn/session/session.h"
 
 namespace kiva {
@@ -19,8 +20,9 @@ std::string Compilation::Socket_call(const std::string& message, Sock socket) {
   if (received == 0) told_text() << "connexion stopped by client \n";
   if (received <= 0) return "";
   if (received == most)
-    std::cerr << "Warning: reply of 1023 bytes or more to request: " << printable(message)
-              << ": what is beyond is lost or taken for the next reply\n";
+    remark(Severity::warning, "a reply of 1023 bytes or more to the request: " + message,
+           "Warning: reply of 1023 bytes or more to request: " + printable(message) +
+               ": what is beyond is lost or taken for the next reply");
   return std::string(reply.data(), static_cast<size_t>(received));
 }
 

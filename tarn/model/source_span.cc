@@ -18,8 +18,9 @@ void tell_place(const SourceSpan& span, const std::string& reason) {
   Session::current().told_place = place_of(span);
 }
 
-void end_at(const SourceSpan& span, const std::string& told) {
+void end_at(const SourceSpan& span, const std::string& told, const std::string& sentence) {
   Diagnostic fault = Diagnostic::of_told(told, Manner::untold, place_of(span));
+  fault.sentence = sentence;
   fl_show_Smessages(told);
   tell_place(span, "in this text");
   end_with(std::move(fault));

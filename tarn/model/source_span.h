@@ -29,7 +29,8 @@ Place place_of(const SourceSpan& span);
 /// Tells on the error stream where in a source text a complaint belongs, and notes it as the
 /// session's place told last; nothing for an unknown place.
 void tell_place(const SourceSpan& span, const std::string& reason);
-/// Ends the work by a message and the place that it is about.
-[[noreturn]] void end_at(const SourceSpan& span, const std::string& told);
+/// Ends the work by a message and the place that it is about; `sentence` says the same in a line.
+[[noreturn]] void end_at(const SourceSpan& span, const std::string& told,
+                         const std::string& sentence);
 
 }  // namespace kiva

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <utility>
 
+#include "base/printable_text.h"
 #include "base/process_end.h"
 #include "forms/forms.h"
 #include "tarn/session/session.h"
@@ -43,6 +44,12 @@ const char* word(Severity severity) {
   }
 }
 
+std::string line_of(const Place& where, Severity severity, const std::string& sentence,
+                    const std::string& anywhere) {
+  return printable((where.known() ? where.text() : anywhere) + ": " + word(severity) + sentence) +
+         '\n';
+}
+
 }  // namespace
 
 std::string Place::text() const {
@@ -64,12 +71,17 @@ Diagnostic Diagnostic::of_told(std::string told, Manner manner, Place where) {
   return fault;
 }
 
+std::string Diagnostic::line(const std::string& anywhere) const {
+  return line_of(where, severity, sentence, anywhere);
+}
+
+std::string Diagnostic::line(const Note& note, const std::string& anywhere) {
+  return line_of(note.where, Severity::note, note.sentence, anywhere);
+}
+
 std::string Diagnostic::text(const std::string& anywhere) const {
-  const auto line = [&](const Place& place, Severity kind, const std::string& reason) {
-    return (place.known() ? place.text() : anywhere) + ": " + word(kind) + reason + '\n';
-  };
-  std::string text = line(where, severity, sentence);
-  for (const Note& note : notes) text += line(note.where, Severity::note, note.sentence);
+  std::string text = line(anywhere);
+  for (const Note& note : notes) text += line(note, anywhere);
   return text;
 }
 
@@ -81,6 +93,20 @@ void report(const Diagnostic& diagnostic) {
 void report(const std::string& told, Manner manner, Severity severity) {
   Diagnostic diagnostic = Diagnostic::of_told(told, manner);
   diagnostic.severity = severity;
+  diagnostic.for_callers = severity != Severity::error;
+  report(diagnostic);
+}
+
+void report_file(const std::string& path, const std::string& sentence, const std::string& told) {
+  Diagnostic diagnostic = Diagnostic::of_told(told, Manner::message, {path, 0, 0, 0, 0});
+  diagnostic.sentence = sentence;
+  report(diagnostic);
+}
+
+void remark(Severity severity, const std::string& sentence, const std::string& told) {
+  Diagnostic diagnostic = Diagnostic::of_told(told);
+  diagnostic.severity = severity;
+  diagnostic.sentence = sentence;
   report(diagnostic);
 }
 

@@ -25,7 +25,8 @@ struct Place {
 /// How the library tells its own callers: on the error stream as it stands, or through forms.
 enum class Manner { stream, alert, message, big_message, untold };
 
-/// What there is to say about a text, for programs to show and for people to read.
+/// What there is to say about a text, for programs to show and for people to read. One without
+/// sentence ends work of which the sink has heard all there is to say.
 struct Diagnostic {
   struct Note {
     Place where;
@@ -39,10 +40,14 @@ struct Diagnostic {
   std::vector<Note> notes;
   std::string told;  ///< the library's own text, which may have many lines
   Manner manner = Manner::stream;
+  bool for_callers = false;  ///< only the library's own callers are told: programs do not show it
 
   /// A fault that is known by its told text alone: the sentence is its first line.
   static Diagnostic of_told(std::string told, Manner manner = Manner::stream, Place where = {});
-  /// "PLACE: error: SENTENCE", then a line for each note; `anywhere` stands for an unknown place.
+  /// "PLACE: error: SENTENCE" and a newline; `anywhere` stands for an unknown place.
+  std::string line(const std::string& anywhere) const;
+  static std::string line(const Note& note, const std::string& anywhere);
+  /// That line, then one for each note.
   std::string text(const std::string& anywhere) const;
 };
 
@@ -66,7 +71,12 @@ class FatalDiagnostic : public std::exception {
 
 /// Tells the text in its manner, and hands the diagnostic to the current session's sink.
 void report(const Diagnostic& diagnostic);
+/// A told text alone; one that is no error is for the library's own callers.
 void report(const std::string& told, Manner manner, Severity severity = Severity::error);
+/// The same of a file, with a sentence for programs.
+void report_file(const std::string& path, const std::string& sentence, const std::string& told);
+/// A told text, and what it says to whoever uses a program.
+void remark(Severity severity, const std::string& sentence, const std::string& told);
 /// Tells the text, and ends the work: by a FatalDiagnostic where the current session has a sink,
 /// else by the end of the process. A fault without place gets the place told last.
 [[noreturn]] void end_with(Diagnostic fault);

@@ -19,6 +19,11 @@ struct SessionOptions {
   bool CheckOverKnowledgeFlag = false;
   bool SMVFlag = false, CFlag = false, CSHARPFlag = false, BLIFFlag = false;
   bool VHDLALTERAFlag = false;
+  /// A reader of source text goes on behind a fault, and hands all to the session's sink; else it
+  /// ends at the first fault, which it tells.
+  bool FaultsGathered = false;
+  /// Such a reader also checks types and looks for doubtful places.
+  bool SourceChecked = false;
   std::string SimulationDir = my_getenv("/tmp");
   std::string SimulationZucDir = ".";
   std::string OutputDir = ".";

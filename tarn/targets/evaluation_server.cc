@@ -59,8 +59,9 @@ size_t field_number() {
 // A name of ZUC text may hold "@" and "." and begin with a digit; one of the user's C++ may not.
 void require_cpp_name(const std::string& name) {
   if (name.find_first_of("@.") != std::string::npos || (name[0] >= '0' && name[0] <= '9'))
-    throw IllegalOperationException("Module::save_kiva_code: no name for the user's C++ code:",
-                                    name);
+    throw explained(
+        IllegalOperationException("Module::save_kiva_code: no name for the user's C++ code:", name),
+        "the name \"" + name + "\" cannot stand in C++");
 }
 
 void require_cpp_names() {
@@ -289,11 +290,11 @@ void Module::save_kiva_code() const {
   const std::string file = SimulationZucDir() + "/kiva_" + name + ".cc";
   SessionOutput whole(file);
   if (!whole.opened()) {
-    report("Cannot open kiva file:" + file, Manner::message);
+    report_file(file, "cannot be written", "Cannot open kiva file:" + file);
     return;
   }
   SIMUL_ZUC_put(whole.out());
-  if (!whole.finish()) report("Cannot write kiva file:" + file, Manner::message);
+  if (!whole.finish()) report_file(file, "cannot be written", "Cannot write kiva file:" + file);
 }
 
 void Module::SIMUL_ZUC_put(std::ostream& out) const {

@@ -21,12 +21,12 @@ void Module::simulate() {
   if (std::ifstream(path)) std::cerr << "File: " << path << " already exists. File rewrited.\n";
   if (getFinalised() == 0) finalize(0);
   if (!whole.opened()) {
-    report("Cannot open output file: " + path, Manner::message);
+    report_file(path, "cannot be written", "Cannot open output file: " + path);
     return;
   }
   BLIF_put(whole.out(), Compilation::KeepWiresFlag() ? 0 : 1);
   if (!whole.finish()) {
-    report("Cannot write output file: " + path, Manner::message);
+    report_file(path, "cannot be written", "Cannot write output file: " + path);
     return;
   }
   const std::string command = "gate_runner " + SimulationDir() + name;

@@ -168,9 +168,11 @@ void include_compiled_module(Module* module, Module* called, Interface* interfac
                              Bddexpressionwood* wood) {  // house: one list after the other
   const size_t locals = module->getLocalSignalList().size() + called->getLocalSignalList().size();
   if (locals > most_locals)
-    throw IllegalOperationException(
-        "Run: more than " + std::to_string(most_locals) + " signals with those of module ",
-        called->getName());
+    throw explained(IllegalOperationException("Run: more than " + std::to_string(most_locals) +
+                                                  " signals with those of module ",
+                                              called->getName()),
+                    "more than " + std::to_string(most_locals) +
+                        " signals with those of module \"" + called->getName() + '"');
 
   const regclass* start_up = nullptr;
   for (const regclass* reg : called->getRegisterList())

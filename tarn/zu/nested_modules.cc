@@ -34,10 +34,13 @@ NestedModule::NestedModule(Chain& chain, const Module* module) : chain_(chain) {
   Chains& open = chains();
   if (open.alive == 0) open.outermost_frame = frame;
   if (std::find(chain.begin(), chain.end(), module) != chain.end())
-    throw IllegalOperationException("Run: module runs itself: ", names_of(chain, module));
+    throw explained(IllegalOperationException("Run: module runs itself: ", names_of(chain, module)),
+                    "module \"" + module->getName() + "\" runs itself: " + names_of(chain, module));
   if (std::max(frame, open.outermost_frame) - std::min(frame, open.outermost_frame) > most_stack)
-    throw IllegalOperationException("Run: modules that run each other are nested too deeply: ",
-                                    module->getName());
+    throw explained(
+        IllegalOperationException("Run: modules that run each other are nested too deeply: ",
+                                  module->getName()),
+        "modules that run each other are nested too deeply here");
   chain.push_back(module);
   ++open.alive;
 }

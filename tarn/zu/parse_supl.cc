@@ -18,6 +18,7 @@
 #include "tarn/session/diagnostic.h"
 #include "tarn/session/session.h"
 #include "tarn/session/session_files.h"
+#include "tarn/session/source_excerpt.h"
 #include "tarn/zu/zu_file.h"
 #include "tarn/zu/zu_scanner.h"
 
@@ -50,26 +51,41 @@ int class_zu_parser::parse() {
       reader.depths_.clear();
       reader.extents_.clear();
       reader.declared_.clear();
+      reader.recovery_ = {};
     }
   } at_end{*this};
   TheModule() = nullptr;
   TheCurrentStateTable() = nullptr;
+  recovery_ = {};
   copies_left_ = most_copies + static_cast<long>(plexer->text().size());
   span_ = plexer->span();
   try {
-    constexpr int stack_full = 2;
     const int result = zuparse(*this);
-    if (result != 0) syntax_error(result == stack_full);
-    return 0;
+    if (result != 0 && !gathers()) end_of_syntax(false);
+  } catch (const EnoughFaults&) {
   } catch (LibraryException& exception) {
     exception.set_where(span_);
-    throw;
+    if (!gathers()) throw;
+    if (recovery_.faults.size() < most_faults) fault(exception.sentence());
   }
+  hand_over();
+  return 0;
 }
 
 int class_zu_parser::next_token(ZUSTYPE* value, SourceSpan* span) {
-  const int token = plexer->yylex();
+  std::deque<int>& given = recovery_.tokens;
+  int token = given.empty() ? plexer->yylex() : given.front();
   *span = plexer->span();
+  if (!given.empty()) {
+    given.pop_front();
+    return token;
+  }
+  follow(token);
+  if (gathers() && close_before(token)) {
+    token = given.front();
+    given.pop_front();
+    return token;
+  }
   switch (token) {
     case INT:
       value->integer = static_cast<int>(
@@ -105,7 +121,7 @@ SourceSpan class_zu_parser::reduce(const SourceSpan* first, const SourceSpan* la
 
 // Messages.
 
-void class_zu_parser::syntax_error(bool too_deep) {
+void class_zu_parser::end_of_syntax(bool too_deep) {
   const std::string_view token = plexer->token();
   std::string hint = "not expected here";
   if (too_deep) {
@@ -128,7 +144,8 @@ void class_zu_parser::syntax_error(bool too_deep) {
   end_with(std::move(fault));
 }
 
-void class_zu_parser::fatal(const std::string& text) {
+void class_zu_parser::fatal(const std::string& text, const std::string& sentence) {
+  if (gathers()) return fault(sentence);
   fl_show_Salert(text);
   point_at(span_, "in this text");
   end_with(Diagnostic::of_told(text, Manner::untold, place_of(span_)));
@@ -136,36 +153,7 @@ void class_zu_parser::fatal(const std::string& text) {
 
 void class_zu_parser::point_at(const SourceSpan& span, const std::string& reason) const {
   tell_place(span, reason);
-  const std::string& text = plexer->text();
-  size_t begin = 0;
-  for (int line = 1; line < span.first_line; ++line) begin = text.find('\n', begin) + 1;
-  size_t end = std::min(text.find('\n', begin), text.size());
-
-  size_t from = begin + static_cast<size_t>(span.first_column) - 1;
-  size_t to =
-      span.last_line == span.first_line ? begin + static_cast<size_t>(span.last_column) : end;
-  // A long line is shown around the mark only.
-  constexpr size_t before = 60;
-  constexpr size_t most = 120;
-  if (from - begin > before) begin = from - before;
-  end = std::min(end, begin + most);
-  to = std::min(to, end);
-
-  std::string line;
-  std::string mark;
-  for (size_t at = begin; at < std::max(end, from + 1); ++at) {
-    const unsigned char c = at < end ? static_cast<unsigned char>(text[at]) : ' ';
-    const bool continues = (c & 0xC0) == 0x80;  // inside a character of several bytes
-    if (at < end) line += c < ' ' && c != '\t' ? '?' : static_cast<char>(c);
-    if (at < from) {
-      if (!continues) mark += c == '\t' ? '\t' : ' ';
-    } else if (at == from) {
-      mark += '^';
-    } else if (at < to && !continues) {
-      mark += '~';
-    }
-  }
-  std::cerr << line << '\n' << mark << '\n';
+  std::cerr << source_excerpt(plexer->text(), place_of(span));
 }
 
 // Bounds.
@@ -249,7 +237,9 @@ void read_zu_file(const char* file) {
   if (!std::filesystem::is_directory(file, error)) in.open(file, std::ios::binary);
   if (!in.is_open()) {
     Diagnostic fault = Diagnostic::of_told("", Manner::untold, {file, 0, 0, 0, 0});
-    fault.sentence = "cannot be opened";
+    fault.sentence = std::filesystem::is_directory(file, error) ? "is a folder, not source text"
+                     : std::filesystem::exists(file, error)     ? "cannot be opened"
+                                                                : "does not exist";
     fl_show_alert("Can not open input file:", file, "", 0);
     end_with(std::move(fault));
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <initializer_list>
 #include <list>
 #include <map>
@@ -14,6 +15,7 @@
 
 #include "tarn/model/data.h"
 #include "tarn/model/module.h"
+#include "tarn/model/sexception.h"
 #include "tarn/model/source_span.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/statement.h"
@@ -70,8 +72,44 @@ class class_zu_parser {
   SourceSpan reduce(const SourceSpan* first, const SourceSpan* last);
   /// Narrows it to the part that a fault would be about.
   void look_at(const SourceSpan& part) { span_ = part; }
-  /// The generated parser has given up, or its stack is full.
-  [[noreturn]] void syntax_error(bool too_deep);
+  /// Whether the generated parser is looking for a place behind a fault from which to go on.
+  void recovering(bool yes) { recovery_.under_way = yes; }
+  /// The last token is none of the symbols that can follow.
+  void syntax_error(const std::vector<std::string>& expected);
+  /// A list of a module's head has begun behind its place.
+  void misplaced(const std::string& list);
+  void leave_module() { recovery_.in_module = false; }
+  /// The generated parser's stack is full.
+  void too_deep();
+
+  // Faults (parse_supl_faults.cc).
+  /// Takes the fault in, at the production under way, where faults are gathered; else throws the
+  /// exception.
+  template <class Exception>
+  void refuse(const Exception& exception, const std::string& sentence) {
+    if (!gathers()) throw exception;
+    fault(sentence);
+  }
+  /// Does what may throw an exception of the library, which is a fault where faults are gathered.
+  template <class Act>
+  void tolerate(Act act) {
+    try {
+      act();
+    } catch (const LibraryException& exception) {
+      if (!gathers()) throw;
+      fault(exception.sentence());
+    }
+  }
+  /// Enters an error at the production under way, or at a part of the text.
+  void fault(const std::string& sentence) { fault(sentence, span_); }
+  void fault(const std::string& sentence, const SourceSpan& span,
+             std::vector<Diagnostic::Note> notes = {});
+  /// '"NAME" is not declared', with the name that may be meant.
+  std::string undeclared(const std::string& name, bool to_emit = false) const;
+  /// Why no statement can write the signal.
+  std::string not_emitted(const std::string& name) const;
+  static bool gathers() { return Session::current().options.FaultsGathered; }
+  static bool checks() { return gathers() && Session::current().options.SourceChecked; }
   /// A value that passes between actions.
   template <class T, class... Args>
   T* made(Args&&... args) {
@@ -111,7 +149,7 @@ class class_zu_parser {
                    const std::string& module);
 
   /// An output or local; StatementSignalException for any other name.
-  Signal* statement_signal(const std::string& name) const;
+  Signal* statement_signal(const std::string& name);
 
   // Statements: what their own `read` operations, in tarn/zu/statements, are made of.
   /// The name of the next statement: the module's, the prefix, "_" and the counter, which grows. A
@@ -189,6 +227,8 @@ class class_zu_parser {
   /// The most statements that all `repeat` and `wait` of one file may make together, over one for
   /// each byte of it.
   static constexpr long most_copies = 200'000;
+  /// The most faults of one file that are told.
+  static constexpr size_t most_faults = 20;
 
  private:
   /// What a statement is made of, itself included.
@@ -197,15 +237,21 @@ class class_zu_parser {
     long statements = 1;
   };
 
-  [[noreturn]] void fatal(const std::string& text);
+  /// Where faults are gathered, a fault with that sentence.
+  void fatal(const std::string& text, const std::string& sentence);
+  [[noreturn]] void end_of_syntax(bool too_deep);
   /// Shows the source line on the error stream, with a mark under the span.
   void point_at(const SourceSpan& span, const std::string& reason) const;
 
-  void require_type(const std::string& name) const;
+  void require_type(const std::string& name);
+  DataExpr* known_value(const std::string& name, const std::string& sentence);
+  static DataExpr* unknown_value();
   /// True for a declaration that an earlier file has made in the same words: it stands already.
   template <class Declaration>
   bool known_from_elsewhere(const Declaration& again, const Declaration* known);
-  Signal* any_signal(const std::string& name) const;
+  Signal* any_signal(const std::string& name);
+  /// A signal for a name that a fault was about, so that the next one is about something else.
+  Signal* stand_in(const std::string& name);
   /// Null unless the name is an output or a local.
   Signal* emitted(const std::string& name) const;
   /// Ends the work with both places where the module under way has declared the name before; the
@@ -234,6 +280,32 @@ class class_zu_parser {
   std::unordered_map<const Statement*, Extent> extents_;
   std::unordered_map<std::string, int> counters_;
   long copies_left_ = 0;
+
+  /// What is gathered, and what has to be closed, while a text is read.
+  struct Recovery {
+    std::vector<Diagnostic> faults;
+    std::deque<int> tokens;          ///< to be given before the scanner's next
+    std::vector<SourceSpan> braces;  ///< open in the module
+    struct Token {
+      int token = 0;
+      SourceSpan span;
+    };
+    std::array<Token, 2> before;  ///< the tokens before the last, the latest first
+    Token last;
+    bool under_way = false;
+    bool in_module = false, in_data = false;
+    bool begins = false;  ///< the next token is the first of a module's body
+    bool braced = false;  ///< the module's body stands in braces
+  };
+  struct EnoughFaults {};
+  void follow(int token);
+  bool close_before(int token);
+  std::string syntax_sentence(const std::vector<std::string>& expected) const;
+  std::string token_fault(const std::vector<std::string>& expected) const;
+  std::string source_text(const SourceSpan& span) const;
+  std::string text_before() const;
+  void hand_over();
+  Recovery recovery_;
 };
 
 }  // namespace kiva

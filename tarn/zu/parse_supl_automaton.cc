@@ -26,8 +26,11 @@ State* class_zu_parser::new_state(const std::string& name) {
 
 void class_zu_parser::state(const std::string& name, bool final_state, Statement* run,
                             const SignalActions* actions, const GeometryTriple* geometry) {
-  if (Automaton::findState(*TheCurrentStateTable(), name) != nullptr)
-    fatal("ERROR: two states or more have the same name: " + name + "\n\nAbortion ...");
+  if (Automaton::findState(*TheCurrentStateTable(), name) != nullptr) {
+    fatal("ERROR: two states or more have the same name: " + name + "\n\nAbortion ...",
+          "two states have the name \"" + name + '"');
+    return;
+  }
   State* state = new_state(name);
   state->final_state = final_state;
   state->run = static_cast<Run*>(run);
@@ -63,7 +66,10 @@ trigger_class* class_zu_parser::value_trigger(int priority, DataExpr* data) {
 
 void class_zu_parser::add_action(SignalActions& actions, const std::string& name, DataExpr* data) {
   Signal* signal = emitted(name);
-  if (signal == nullptr) throw ModuleUnknownSignalException(name);
+  if (signal == nullptr) {
+    refuse(ModuleUnknownSignalException(name), not_emitted(name));
+    signal = stand_in(name);
+  }
   actions.push_back(signal);
   if (data == nullptr) return;
   Signal* bound = bind(data, name + "_Val", signal);
@@ -75,21 +81,24 @@ void class_zu_parser::declare_register(const std::string& name, int initial,
                                        const std::string& next) {
   refuse_doubled(name);
   refuse_doubled(next);
-  TheModule()->addRegisterDecl(name.c_str(), initial, next.c_str());
+  tolerate([&] { TheModule()->addRegisterDecl(name.c_str(), initial, next.c_str()); });
   for (const std::string& variable : {name, next})
-    TheModule()->getLocalSignal(variable)->setDeclared();
+    if (Signal* signal = TheModule()->getLocalSignal(variable)) signal->setDeclared();
 }
 
 Expression* class_zu_parser::equation_signal(const std::string& name) {
   Signal* signal = TheModule()->getSignal(name);
-  if (signal == nullptr) throw StatementSignalException(name);
-  return signal;
+  if (signal != nullptr) return signal;
+  refuse(StatementSignalException(name), undeclared(name));
+  return stand_in(name);
 }
 
 Expression* class_zu_parser::equation_constant(int number) {
   if (number == 0) return expression<FalseExpression>();
   if (number == 1) return expression<TrueExpression>();
-  throw StatementSignalException(" constant right part is not a Boolean value");
+  refuse(StatementSignalException(" constant right part is not a Boolean value"),
+         "the constants of an equation are 0 and 1, not " + std::to_string(number));
+  return expression<FalseExpression>();
 }
 
 Expression* class_zu_parser::equation_nor(Expression* left, Expression* right) {

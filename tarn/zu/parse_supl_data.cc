@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "base/nearest_name.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -56,9 +57,16 @@ void class_zu_parser::add_type(const std::string& name) {
   Compilation::typeTable().addType(name);
 }
 
-void class_zu_parser::require_type(const std::string& name) const {
-  if (Compilation::GDataTypeTable() == nullptr || !Compilation::GDataTypeTable()->isDefined(name))
-    throw UndefinedTypeException(name);
+void class_zu_parser::require_type(const std::string& name) {
+  const DataTypeTable* types = Compilation::GDataTypeTable();
+  if (types != nullptr && types->isDefined(name)) return;
+  std::vector<std::string> known;
+  if (types != nullptr)
+    for (const auto& [type, number] : types->entries()) known.push_back(type);
+  const std::string meant = nearest_name(name, known);
+  refuse(UndefinedTypeException(name),
+         "type \"" + name + "\" is not declared" +
+             (meant.empty() ? "" : "; did you mean \"" + meant + "\"?"));
 }
 
 void class_zu_parser::add_method(const std::string& type, const std::string& name,
@@ -67,7 +75,9 @@ void class_zu_parser::add_method(const std::string& type, const std::string& nam
   DataMethodTable& table = Compilation::methodTable();
   MethodDecl* method =
       make_kept<MethodDecl>(type, name, arguments == nullptr ? NameList() : *arguments);
-  if (!known_from_elsewhere(*method, table.getMethod(name))) table.addMethod(method);
+  tolerate([&] {
+    if (!known_from_elsewhere(*method, table.getMethod(name))) table.addMethod(method);
+  });
 }
 
 void class_zu_parser::add_constant(const std::string& type, const std::string& name,
@@ -79,7 +89,9 @@ void class_zu_parser::add_constant(const std::string& type, const std::string& n
     if (value->isDataValue()) static_cast<DataValue*>(value)->setConstant(constant);
   }
   DataConstantTable& table = Compilation::constantTable();
-  if (!known_from_elsewhere(*constant, table.getConstant(name))) table.addConstant(constant);
+  tolerate([&] {
+    if (!known_from_elsewhere(*constant, table.getConstant(name))) table.addConstant(constant);
+  });
 }
 
 void class_zu_parser::add_literal(const std::string& type, const std::string& literal) {
@@ -92,22 +104,41 @@ DataExpr* class_zu_parser::literal_value(const std::string& literal) {
 
 DataExpr* class_zu_parser::literal(const std::string& literal) {
   const std::string name = literal_name(literal);
+  const std::string sentence = "the literal " + literal + " is not declared under Constant:";
   if (Compilation::GDataConstantTable() == nullptr)
-    fatal("PARSE ERROR: empty constant table detected: " + name + "\n\nAbortion ...");
-  return constant(name);
+    fatal("PARSE ERROR: empty constant table detected: " + name + "\n\nAbortion ...", sentence);
+  return known_value(name, sentence);
 }
 
 DataExpr* class_zu_parser::constant(const std::string& name) {
-  const ConstantDecl* known = known_constant(name);
-  if (known == nullptr) throw ModuleUndefinedConstantException(name, module_name());
-  return make_kept<DataConstant>(known->getIndex());
+  std::string sentence = "constant \"" + name + "\" is not declared";
+  if (TheModule() != nullptr && TheModule()->getSignal(name) != nullptr)
+    sentence += "; the value of the signal is #" + name;
+  return known_value(name, sentence);
+}
+
+DataExpr* class_zu_parser::known_value(const std::string& name, const std::string& sentence) {
+  if (const ConstantDecl* known = known_constant(name))
+    return make_kept<DataConstant>(known->getIndex());
+  refuse(ModuleUndefinedConstantException(name, module_name()), sentence);
+  return unknown_value();
+}
+
+/// Stands for data that a fault was about: it fits everywhere.
+DataExpr* class_zu_parser::unknown_value() {
+  DataExpr* unknown = make_kept<DataValue>("?");
+  unknown->setType("?");
+  return unknown;
 }
 
 DataExpr* class_zu_parser::method_call(const std::string& name, const DataExprList* arguments) {
   const MethodDecl* method = Compilation::GDataMethodTable() == nullptr
                                  ? nullptr
                                  : Compilation::GDataMethodTable()->getMethod(name);
-  if (method == nullptr) throw UndefinedMethodException(name);
+  if (method == nullptr) {
+    refuse(UndefinedMethodException(name), "method \"" + name + "\" is not declared");
+    return unknown_value();
+  }
   if (arguments == nullptr) return make_kept<DataMethodCall>(method->getIndex());
   DataExpr* call = make_kept<DataMethodCall>(method->getIndex(), *arguments);
   int depth = 0;

@@ -13,6 +13,10 @@ namespace kiva {
 
 void class_zu_parser::begin_module(const std::string& name) {
   TheModule() = make_kept<Module>(name);
+  TheModule()->setSpan(span_);
+  recovery_.in_module = recovery_.begins = true;
+  recovery_.braced = false;
+  recovery_.braces.clear();
   signal_places_.clear();
 }
 
@@ -21,17 +25,19 @@ void class_zu_parser::refuse_doubled(const std::string& name) {
   if (!Compilation::rules().copies) return;
   const auto [first, is_new] = signal_places_.emplace(name, span_);
   if (is_new) return;
-  Diagnostic fault;
-  fault.where = place_of(span_);
-  fault.sentence = '"' + name + "\" is declared twice";
-  fault.notes.push_back({place_of(first->second), "first declared here"});
-  fault.manner = Manner::untold;
-  end_with(std::move(fault));
+  Diagnostic doubled;
+  doubled.where = place_of(span_);
+  doubled.sentence = '"' + name + "\" is declared twice";
+  doubled.notes.push_back({place_of(first->second), "first declared here"});
+  doubled.manner = Manner::untold;
+  if (!gathers()) end_with(std::move(doubled));
+  fault(doubled.sentence, span_, doubled.notes);
 }
 
 void class_zu_parser::finish_module(Statement* body) {
+  recovery_.in_module = false;
   TheModule()->addBodyStatement(body);
-  Compilation::ModTable()->add(TheModule());
+  tolerate([&] { Compilation::ModTable()->add(TheModule()); });
 }
 
 Signal* class_zu_parser::declare(const std::string& name, const std::string& type) {
@@ -61,40 +67,46 @@ void class_zu_parser::declare_local(const std::string& name, const std::string& 
 
 void class_zu_parser::declare_run(const std::string& path, const std::string& module) {
   const size_t slash = path.rfind('/');
-  if (slash == std::string::npos) {
-    TheModule()->addRunDecl(module, "", path);
-  } else {
-    TheModule()->addRunDecl(module, path.substr(slash + 1), path.substr(0, slash));
-  }
+  tolerate([&] {
+    if (slash == std::string::npos) {
+      TheModule()->addRunDecl(module, "", path);
+    } else {
+      TheModule()->addRunDecl(module, path.substr(slash + 1), path.substr(0, slash));
+    }
+  });
 }
 
 void class_zu_parser::declare_run(const std::string& directory, const std::string& file,
                                   const std::string& module) {
   std::string slashed = directory;
   std::replace(slashed.begin(), slashed.end(), '\\', '/');
-  TheModule()->addRunDecl(module, file, slashed);
+  tolerate([&] { TheModule()->addRunDecl(module, file, slashed); });
 }
 
-Signal* class_zu_parser::any_signal(const std::string& name) const {
+Signal* class_zu_parser::any_signal(const std::string& name) {
   // A constant of the data part may try to read one, where no module is.
   Signal* signal = TheModule() == nullptr ? nullptr : TheModule()->getSignal(name);
-  if (signal == nullptr) throw ModuleUnknownSignalException(name);
-  return signal;
+  if (signal != nullptr) return signal;
+  refuse(ModuleUnknownSignalException(name), undeclared(name));
+  return stand_in(name);
 }
 
 Signal* class_zu_parser::emitted(const std::string& name) const {
   return TheModule()->getOutputLocalSignal(name);
 }
 
-Signal* class_zu_parser::statement_signal(const std::string& name) const {
-  Signal* signal = emitted(name);
-  if (signal == nullptr) throw StatementSignalException(name);
-  return signal;
+Signal* class_zu_parser::statement_signal(const std::string& name) {
+  if (Signal* signal = emitted(name)) return signal;
+  refuse(StatementSignalException(name), not_emitted(name));
+  return stand_in(name);
 }
 
 RenamingEntry* class_zu_parser::renaming(const std::string& actual, const std::string& formal) {
   Signal* signal = TheModule()->getSignal(actual);
-  if (signal == nullptr) throw RunUnknownSignalException("undeclared", actual);
+  if (signal == nullptr) {
+    refuse(RunUnknownSignalException("undeclared", actual), undeclared(actual));
+    signal = stand_in(actual);
+  }
   return made<RenamingEntry>(formal, signal);
 }
 

@@ -37,6 +37,10 @@ using kiva::TrueExpression;
 #define YYINITDEPTH 10000
 #define YYMAXDEPTH 10000
 
+// The reader closes what is open before it lets a faulty module end.
+#undef yylex
+#define yylex(value, span, reader) ((reader).recovering(yyerrstatus != 0), zulex(value, span, reader))
+
 #define YYLLOC_DEFAULT(Current, Rhs, N) \
   (Current) = reader.reduce((Rhs) + ((N) > 0 ? 1 : 0), (Rhs) + (N))
 %}
@@ -44,6 +48,9 @@ using kiva::TrueExpression;
 %define api.prefix {zu}
 %define api.location.type {kiva::SourceSpan}
 %define api.pure full
+%define parse.error custom
+// What is expected is what really can follow.
+%define parse.lac full
 %param {kiva::class_zu_parser& reader}
 %locations
 
@@ -75,8 +82,10 @@ int zulex(ZUSTYPE* value, kiva::SourceSpan* span, kiva::class_zu_parser& reader)
 %code {
 namespace {
 
-/// Told once the parser has come back, from what it gives.
-void zuerror(kiva::SourceSpan*, kiva::class_zu_parser&, const char*) {}
+/// Only of a full stack: what is wrong with a token comes with its context.
+void zuerror(kiva::SourceSpan*, kiva::class_zu_parser& reader, const char*) {
+  reader.too_deep();
+}
 
 }  // namespace
 }
@@ -96,6 +105,9 @@ void zuerror(kiva::SourceSpan*, kiva::class_zu_parser&, const char*) {}
 %token <real> REAL
 %token <text> STRING ID
 
+// An empty list of a head goes behind a list that stands, at its place or not, and behind a fault.
+%nonassoc EMPTY
+%nonassoc error INPUT OUTPUT LOCAL RUN_DECL
 // Statements: ">>" binds tighter than "||", both weaker than every operator; an else goes to the
 // nearest present or if.
 %left PARALLEL
@@ -225,7 +237,7 @@ module_interface:
   ;
 
 input_signal_list:
-    %empty
+    %empty %prec EMPTY
   | INPUT ne_input_signal_list ';'
   ;
 
@@ -237,7 +249,7 @@ ne_input_signal_list:
 input_signal: signal_name opt_type_decl { reader.declare_input(*$1, *$2); } ;
 
 output_signal_list:
-    %empty
+    %empty %prec EMPTY
   | OUTPUT ne_output_signal_list ';'
   ;
 
@@ -249,7 +261,7 @@ ne_output_signal_list:
 output_signal: signal_name opt_type_decl { reader.declare_output(*$1, *$2); } ;
 
 local_signal_list:
-    %empty
+    %empty %prec EMPTY
   | LOCAL ne_local_signal_list ';'
   ;
 
@@ -266,7 +278,7 @@ opt_type_decl:
   ;
 
 run_decl_list:
-    %empty
+    %empty %prec EMPTY
   | RUN_DECL ne_run_decl_list ';'
   ;
 
@@ -599,4 +611,59 @@ unary_func_call:
 
 signal_value: '#' signal_name { $$ = reader.signal_value(*$2); } ;
 
+// Where reading goes on behind a fault.
+
+type_decl: TYPE error ';' { yyerrok; } ;
+
+method: error ';' { yyerrok; } ;
+
+constant: error ';' { yyerrok; } ;
+
+program: error { reader.leave_module(); } ;
+
+program: MODULE error END { yyerrok; reader.leave_module(); } ;
+
+input_signal_list: INPUT error ';' { yyerrok; } ;
+
+output_signal_list: OUTPUT error ';' { yyerrok; } ;
+
+local_signal_list: LOCAL error ';' { yyerrok; } ;
+
+run_decl_list: RUN_DECL error ';' { yyerrok; } ;
+
+module_interface:
+    error
+  | input_signal_list error
+  | input_signal_list output_signal_list error
+  | input_signal_list output_signal_list local_signal_list error
+  ;
+
+run_decl_list: run_decl_list misplaced ;
+
+misplaced:
+    INPUT { reader.misplaced("Input:"); } ne_input_signal_list ';'
+  | OUTPUT { reader.misplaced("Output:"); } ne_output_signal_list ';'
+  | LOCAL { reader.misplaced("Local:"); } ne_local_signal_list ';'
+  | RUN_DECL { reader.misplaced("Run:"); } ne_run_decl_list ';'
+  ;
+
+operator: error { $$ = kiva::Nothing::read(reader); } ;
+
+state: error ';' { yyerrok; } ;
+
+transition: error ';' { yyerrok; $$ = nullptr; } ;
+
+register_decl_list: REG_DECL error ';' { yyerrok; } ;
+
+equation: error { $$ = reader.made<kiva::EquationList>(); } ;
+
 %%
+
+static int yyreport_syntax_error(const yypcontext_t* context, kiva::class_zu_parser& reader) {
+  yysymbol_kind_t kinds[YYNTOKENS];
+  const int count = yypcontext_expected_tokens(context, kinds, YYNTOKENS);
+  std::vector<std::string> expected;
+  for (int i = 0; i < count; ++i) expected.push_back(yysymbol_name(kinds[i]));
+  reader.syntax_error(expected);
+  return 0;
+}

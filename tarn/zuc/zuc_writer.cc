@@ -258,11 +258,11 @@ void save_zuc(Module* module) {
   if (std::filesystem::exists(path))
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
   if (!out.opened()) {
-    report("Cannot open output file: " + path, Manner::message);
+    report_file(path, "cannot be written", "Cannot open output file: " + path);
     return;
   }
   write_zuc(module, out.out(), Compilation::ForgetLocalsNameFlag());
-  if (!out.finish()) report("Cannot write output file: " + path, Manner::message);
+  if (!out.finish()) report_file(path, "cannot be written", "Cannot write output file: " + path);
 }
 
 }  // namespace kiva

@@ -34,7 +34,7 @@ TEST_F(ValuedExample, GivesItsTrace) {
   const ProgramRun run = run_with_server("--format json '" + dir.file("thermostat.stimuli") + "'");
   EXPECT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out, read_text(dir.file("thermostat.trace")));
-  EXPECT_THAT(run.err, HasSubstr("valued output with an undefined value:display\n"));
+  EXPECT_THAT(run.err, HasSubstr("the output \"display\" is present without a value\n"));
   const std::string talk = read_text(dir.file("work/exchange.log"));
   for (const char* line : {"BUFFER RECEIVED:CONST,ceiling\nTRANSMIT:25\n",
                            "BUFFER RECEIVED:MC,factory_setting,\nTRANSMIT:19\n",

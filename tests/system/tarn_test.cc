@@ -50,7 +50,7 @@ TEST(Tarn, WritesTargetTexts) {
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.out,
             folder + "/x.zuc\n" + folder + "/x.c\n" + folder + "/x.h\n" + folder + "/x.blif\n");
-  EXPECT_EQ(run.err, "C: signal \"int\" is written as \"int_1\": a keyword there\n");
+  EXPECT_EQ(run.err, "tarn: note: C: signal \"int\" is written as \"int_1\": a keyword there\n");
   EXPECT_THAT(read_text(dir.file("x.c")), HasSubstr("#include \"x.h\""));
 
   // As it is read, and to the letter.
@@ -64,7 +64,7 @@ TEST(Tarn, WritesTargetTexts) {
   run = run_program("tarn", "--c --blif -o y -d " + folder + " " + source);
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.out, folder + "/y.blif\n");
-  EXPECT_THAT(run.err, HasSubstr("Cannot open output file: " + folder + "/y.c\n"));
+  EXPECT_THAT(run.err, HasSubstr(folder + "/y.c: error: cannot be written\n"));
 }
 
 // Source text.
@@ -112,6 +112,8 @@ TEST_F(TarnOnSource, CompilesEveryModuleOfTheFileOrThoseNamed) {
   // Alone or after another, a module is the same.
   run = tarn("--module echo " + source);
   EXPECT_EQ(run.out, folder + "/echo.zuc\n");
+  EXPECT_EQ(run.err, "");
+  run = tarn("--verbose --module echo " + source);
   EXPECT_EQ(run.err, "File: " + folder + "/echo.zuc already exists. File rewrited.\n");
   EXPECT_EQ(written("echo.zuc"), both);
   run = tarn("-q --module echo -o other " + source);
@@ -183,18 +185,16 @@ TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   const std::string broken = dir.write("broken.zu", "module m: Input: i;\nemit >> end\n");
   ProgramRun run = tarn(broken + " " + source);
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, HasSubstr(broken + ":2:"));
-  EXPECT_THAT(run.err, testing::EndsWith("\n" + broken +
-                                         ":2:6: error: syntax error at \">>\": not expected "
-                                         "here\n"));
+  EXPECT_EQ(run.err, broken + ":2:6: error: expected a name after \"emit\"\n");
   EXPECT_THAT(run.out, HasSubstr("lamp.zuc\n")) << "the other files are still written";
   const std::string ring =
       dir.write("ring.zu", "module r: Input: i; Output: o;\npresent o emit o\nend\n");
   run = tarn(ring);
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, testing::EndsWith("\n" + ring +
-                                         ":2:11: error: ERROR in Module `r': detecting "
-                                         "variables in a dependance cycle\n"));
+  const std::string at = ring + ":2:11: ";
+  EXPECT_EQ(run.err, at + "error: \"o\" depends on itself in one instant: o -> o\n" + at +
+                         "note: \"o\" follows from \"o\" here: emit o\n" + at +
+                         "note: put a pause between cause and effect\n");
   const std::string twice =
       dir.write("twice.zu", "module t: Input: i;\nOutput: o, i; emit o end\n");
   run = tarn(twice);
@@ -208,7 +208,7 @@ TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   std::filesystem::create_directory(dir.file("lamp.zuc"));
   run = tarn("--module lamp " + source);
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, HasSubstr("Cannot open output file: " + dir.file("lamp.zuc") + "\n"));
+  EXPECT_THAT(run.err, HasSubstr(dir.file("lamp.zuc") + ": error: cannot be written\n"));
   EXPECT_EQ(run.out, "");
 }
 
@@ -228,15 +228,13 @@ TEST(Tarn, RefusesWithOneLineAndAStatus) {
   EXPECT_THAT(run.err, HasSubstr(broken + ":2: error: syntax error"));
   run = run_program("tarn", into + nameless);
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, nameless +
-                         ": error: module nameless: IllegalOperationException: "
-                         "Module::save_kiva_code: no name for the "
-                         "user's C++ code: a.b\n");
+  EXPECT_EQ(run.err,
+            nameless + ": error: module \"nameless\": the name \"a.b\" cannot stand in C++\n");
   std::filesystem::remove(dir.file("kiva_good.cc"));
   std::filesystem::create_directory(dir.file("kiva_good.cc"));
   run = run_program("tarn", into + good);
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "Cannot open kiva file:" + dir.file("kiva_good.cc") + "\n");
+  EXPECT_EQ(run.err, dir.file("kiva_good.cc") + ": error: cannot be written\n");
 
   for (const std::string& wrong : {std::string(), "--nonsense " + good, dir.file("m.txt"),
                                    "--kiva -d " + dir.file("nowhere") + " " + good}) {
@@ -285,23 +283,14 @@ TEST_F(TarnOnSeveralFiles, TakesWhatRunsCallFromTheOthers) {
 TEST_F(TarnOnSeveralFiles, TellsWhereAModuleHasBeenLookedFor) {
   ProgramRun run = tarn(main + " " + source);
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, HasSubstr("no module edge in " + main + ", " + source + "\n"));
-  EXPECT_THAT(run.err, HasSubstr("\n" + main +
-                                 ":2:1: error: module main: IllegalOperationException: Run: called "
-                                 "module  not defined in file edge\n"));
+  EXPECT_EQ(run.err,
+            main + ":2:1: error: there is no module \"edge\" in " + main + ", " + source + "\n");
   run = tarn(dir.write("far.zu", "module far: Run: \"lib/x\" : x;\nrun x end"));
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(dir.file("lib/x.zuc") + ", " + dir.file("lib/x.zu")));
-  EXPECT_THAT(
-      run.err,
-      HasSubstr("far.zu:2:1: error: module far: IllegalOperationException: Run: compiled called "
-                "module declared but not provided:  x\n"));
   run = tarn(dir.write("ring.zu", "module a: run b end\nmodule b:\npause >> run a end"));
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(
-      run.err,
-      HasSubstr("ring.zu:3:10: error: module a: IllegalOperationException: Run: module runs "
-                "itself:  a > b > a\n"));
+  EXPECT_THAT(run.err, HasSubstr("ring.zu:3:10: error: module \"a\" runs itself: a > b > a\n"));
 }
 
 TEST_F(TarnOnSeveralFiles, SharesADataPartThatStandsInEach) {

@@ -26,11 +26,11 @@ void write_print_file(const std::string& path, const std::string& text, const Pr
     std::cerr << "File: " << path << " already exists. File rewrited.\n";
   if (!whole.opened()) {
     if (rules.files || file.tells_failure)
-      report("Cannot open output file: " + path, Manner::message);
+      report_file(path, "cannot be written", "Cannot open output file: " + path);
     return;
   }
   whole.out() << text;
-  if (!whole.finish()) report("Cannot write output file: " + path, Manner::message);
+  if (!whole.finish()) report_file(path, "cannot be written", "Cannot write output file: " + path);
 }
 
 }  // namespace kiva

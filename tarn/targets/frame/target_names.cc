@@ -1,4 +1,5 @@
 #include "tarn/targets/frame/target_names.h"
+#include "tarn/session/diagnostic.h"
 
 #include <algorithm>
 #include <cctype>
@@ -86,8 +87,9 @@ std::string TargetNames::give(const std::string& wanted, const std::string& what
 
 void TargetNames::tell(const std::string& what, const std::string& original,
                        const std::string& name, const char* reason) const {
-  std::cerr << shape_->target << ": " << what << " \"" << original << "\" is written as \"" << name
-            << "\": " << reason << '\n';
+  const std::string text = std::string(shape_->target) + ": " + what + " \"" + original +
+                           "\" is written as \"" + name + "\": " + reason;
+  remark(Severity::note, text, text);
 }
 
 }  // namespace kiva

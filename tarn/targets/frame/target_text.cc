@@ -215,9 +215,11 @@ void TargetText::complete() {  // house: one rule by cases
 
   const auto tell = [&](long index, const char* what) {
     const SignalRef* ref = reference(module_, index);
-    std::cerr << language_.shape.target << ": "
-              << (ref == nullptr ? manager()->Name_var_by_index(index) : ref->getOriginalName())
-              << ": " << what << '\n';
+    const std::string text =
+        std::string(language_.shape.target) + ": " +
+        (ref == nullptr ? manager()->Name_var_by_index(index) : ref->getOriginalName()) + ": " +
+        what;
+    remark(Severity::note, text, text);
   };
   const auto complete_one = [&](long index, auto& self) -> void {
     if (index < 0 || computed.contains(index) || given.contains(index)) return;
@@ -364,9 +366,10 @@ void TargetText::take_names() {
     take_name(status(signal));  // may be no variable of the text
     take_value_name(signal);
   }
-  if (!inner_names_.empty())
-    std::cerr << language_.shape.target << ": inner signals under other names: " << inner_names_
-              << '\n';
+  if (inner_names_.empty()) return;
+  const std::string text =
+      std::string(language_.shape.target) + ": inner signals under other names: " + inner_names_;
+  remark(Severity::note, text, text);
 }
 
 std::string TargetText::name(long index) const {

@@ -160,8 +160,9 @@ class ExplicitText {
     for (long index : std::set<long>(cone_.begin(), cone_.end())) {
       if (given.contains(index) || function_of(wood_, index).initialised()) continue;
       take_input(index);
-      std::cerr << explicit_shape.target << ": " << input_names_.back()
-                << ": nothing computes this; it is a further input\n";
+      const std::string text = std::string(explicit_shape.target) + ": " + input_names_.back() +
+                               ": nothing computes this; it is a further input";
+      remark(Severity::note, text, text);
     }
   }
 

@@ -109,6 +109,7 @@ void StrongAbort::createEquations(Module* module, EquationTable* table) {
   bdd mask = wood->Bdd_or(value, wood->Bdd_not(status));
   mask = wood->Bdd_or(mask, wood->Bdd_not(getRegister().ACTIF->getBddStatus(module, wood)));
   if (wood->my_bdd_manager()->Bdd_is_one_tautologic(mask)) return;
+  table->note_cause(wood->Bdd_or(value, wood->Bdd_not(status)), nullptr, getSpan());
   mask_written(mask, module, table);
 }
 

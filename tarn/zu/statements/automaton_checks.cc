@@ -11,28 +11,38 @@ namespace kiva {
 
 namespace {
 
-/// A complaint about a name, of which the last words are the same for all.
+/// A complaint about a name, of which the last words are the same for all, and the sentence that
+/// says the same.
 struct Complaint {
   const char* before;
   const char* after;
+  const char* sentence_before;
+  const char* sentence_after;
 };
 
 constexpr Complaint moore_action_of_final{"ERROR: The FINAL state: \"",
-                                          "\" must not have one (or several) Moore action!\n\n"};
-constexpr Complaint run_of_final{"ERROR: The FINAL state: \"", "\" must not run a module!\n\n"};
+                                          "\" must not have one (or several) Moore action!\n\n",
+                                          "the final state \"", "\" cannot have actions"};
+constexpr Complaint run_of_final{"ERROR: The FINAL state: \"", "\" must not run a module!\n\n",
+                                 "the final state \"", "\" cannot run a module"};
 constexpr Complaint transition_from_final{"ERROR: A transition beginning with the FINAL state: \"",
-                                          "\" had been detected!\n\n"};
+                                          "\" had been detected!\n\n",
+                                          "no transition can leave the final state \"", "\""};
 constexpr Complaint trigger_of_normal_termination{
-    "ERROR: TRIGGER in the Normal Terminaison transition from \"", "\" is not supported!\n\n"};
+    "ERROR: TRIGGER in the Normal Terminaison transition from \"", "\" is not supported!\n\n",
+    "the normalterm-> transition of state \"", "\" cannot have a trigger"};
 constexpr Complaint several_transitions{
-    "ERROR: Non determinist automaton: Several possible transitions from state \"", "\" \n\n"};
+    "ERROR: Non determinist automaton: Several possible transitions from state \"", "\" \n\n",
+    "two transitions of one kind and rank can leave state \"",
+    "\" together; exclude their triggers or number them"};
 constexpr Complaint several_initial{
-    "ERROR: Non determinist automaton: Several possible Init transitions \"", "\" \n\n"};
+    "ERROR: Non determinist automaton: Several possible Init transitions \"", "\" \n\n",
+    "two initial transitions", " can be taken together; exclude their triggers or number them"};
 
 [[noreturn]] void refuse(const Complaint& complaint, const std::string& name,
                          const SourceSpan& span) {
-  end_at(span,
-         complaint.before + name + complaint.after + "   --> compilation process aborted ...");
+  end_at(span, complaint.before + name + complaint.after + "   --> compilation process aborted ...",
+         complaint.sentence_before + name + complaint.sentence_after);
 }
 
 bool compared(const Transition& a, const Transition& b) {

@@ -160,7 +160,9 @@ void AutomatonCircuit::add_behaviour(bdd& behaviours, const Arc& arc) {
                                  ? "tick"
                                  : man.Print_sop_to_String(" or ", " and ", "not ", "", both, 1);
     end_at(arc.transition->span,
-           "Error: Multiple behaviors about state:\"" + arc.from->state->name + "\" when " + when);
+           "Error: Multiple behaviors about state:\"" + arc.from->state->name + "\" when " + when,
+           "two transitions of one kind can leave state \"" + arc.from->state->name +
+               "\" together, when " + when);
   }
   behaviours = Or(behaviours, trigger);
 }
@@ -267,6 +269,7 @@ void AutomatonCircuit::fire_transitions() {
     const bdd moves = t.initial ? arc.fires : And(arc.fires, not_set_);
     go_to(arc.to_code, moves);
     raise(t.action, arc.fires);
+    for (const Signal* signal : t.action) table_->note_cause(arc.fires, signal, t.span);
     // The state stays present while a weak transition leaves it.
     if (t.tpe == Transition::weak && !t.initial) raise(arc.from->state->actions, moves);
     arc.from->left = Or(arc.from->left, moves);

@@ -52,6 +52,8 @@ void MealyMachine::createTarnEquation(Equation* equation, Signal* actif, Signal*
   Expression* e = Compilation::rules().mealy ? Then(runs, equation->expression)
                                              : And(equation->expression, runs);
   Bddexpressionwood* wood = table->getBddexpressionWood();
+  table->note_cause(equation->expression->getBddStatus(module, wood), equation->signal,
+                    equation->span);
   table->settle();
   wood->update_bdd_vars();
   const auto equation_of = [&](long id) {

@@ -39,7 +39,7 @@ Module* enter_compiled(Module* module) {
 Statement* Run::read(class_zu_parser& reader, const std::string& module,
                      const RenamingList* renamings) {
   Run* run = reader.build<Run>(reader.next_name("R_" + module, Module::RunNumber()), module);
-  run->setRenamingTable(renamings);
+  reader.tolerate([&] { run->setRenamingTable(renamings); });
   return run;
 }
 
@@ -58,7 +58,8 @@ void Run::setRenamingTable(const std::list<std::pair<std::string, Signal*>>* ren
   renaming_ = std::make_shared<Renaming>();
   if (renamings == nullptr) return;
   for (const auto& [formal, actual] : *renamings)
-    if (!renaming_->emplace(formal, actual).second) throw HashTableAddException(formal);
+    if (!renaming_->emplace(formal, actual).second)
+      throw explained(HashTableAddException(formal), "\"" + formal + "\" is renamed twice");
 }
 
 Signal* Run::getRenamingSignal(const std::string& formal) const {
@@ -107,10 +108,12 @@ void Run::find_called(Module* module) {
   if (called_ == nullptr) called_ = read_source(files);
   if (called_ != nullptr) return;
   files.tell_missing();
-  throw IllegalOperationException(location == nullptr
-                                      ? "Run: called module  not defined in file"
-                                      : "Run: compiled called module declared but not provided: ",
-                                  module_name_);
+  throw explained(
+      IllegalOperationException(location == nullptr
+                                    ? "Run: called module  not defined in file"
+                                    : "Run: compiled called module declared but not provided: ",
+                                module_name_),
+      files.missing());
 }
 
 Module* Run::read_source(const RunFiles& files) const {
@@ -150,10 +153,11 @@ bool Run::ask_called() {
   called_ = read_source(files);
   if (called_ != nullptr) return answer_of(called_);
   files.tell_missing();
-  throw IllegalOperationException(caller->getRunDeclTable() == nullptr
-                                      ? "ex1:Run module undefined: "
-                                      : "ex2:Run module undefined: ",
-                                  module_name_);
+  throw explained(
+      IllegalOperationException(caller->getRunDeclTable() == nullptr ? "ex1:Run module undefined: "
+                                                                     : "ex2:Run module undefined: ",
+                                module_name_),
+      files.missing());
 }
 
 }  // namespace kiva

@@ -55,9 +55,11 @@ void require_one_type(const std::string& formal, const Signal* copy, const Signa
   const std::string& called = copy->getCurrentSignalRef(wood, module)->getType();
   const std::string& caller = actual->getCurrentSignalRef(wood, module)->getType();
   if (called != caller)
-    throw IllegalOperationException(
-        "Run: signals of two types: ",
-        formal + " : " + called + ", " + actual->getInternalName() + " : " + caller);
+    throw explained(IllegalOperationException("Run: signals of two types: ",
+                                              formal + " : " + called + ", " +
+                                                  actual->getInternalName() + " : " + caller),
+                    "\"" + actual->getOriginalName() + "\" is of type " + caller + ", and \"" +
+                        formal + "\" of the called module of type " + called);
 }
 
 }  // namespace
@@ -93,10 +95,13 @@ Interface Run::include(Module* module, EquationTable* table) {
   // Finalisation has renamed the variables by which signals find their equations; a compiled file
   // gives them back.
   if (called_->getStatement() != nullptr && called_->getFinalised() != 0)
-    throw IllegalOperationException("Run: called module has been finalised: ", module_name_);
+    throw explained(
+        IllegalOperationException("Run: called module has been finalised: ", module_name_),
+        "module \"" + module_name_ + "\" has been finalised already");
   for (const auto& [formal, actual] : *renaming_)
     if (called_->getInputSignal(formal) == nullptr && called_->getOutputSignal(formal) == nullptr)
-      throw RunUnknownSignalException("not a signal of the called module", formal);
+      throw explained(RunUnknownSignalException("not a signal of the called module", formal),
+                      "\"" + formal + "\" is no input or output of module \"" + module_name_ + '"');
 
   Interface interface;
   table->settle();
@@ -155,12 +160,17 @@ void Run::connect_input(const std::string& formal, Signal* copy, Module* module,
   Signal* actual = getRenamingSignal(formal);
   if (actual != nullptr) {
     if (actual->isOutput())
-      throw RunUnknownSignalException("output signal renames an input signal",
-                                      actual->getInternalName());
+      throw explained(RunUnknownSignalException("output signal renames an input signal",
+                                                actual->getInternalName()),
+                      "the output \"" + actual->getOriginalName() + "\" cannot feed the input \"" +
+                          formal + "\" of module \"" + module_name_ + "\"; use a local");
   } else {
     actual = module->getInputSignal(formal);
     if (actual == nullptr) actual = module->getLocalSignal(formal);
-    if (actual == nullptr) throw RunUnknownSignalException("not input expected", formal);
+    if (actual == nullptr)
+      throw explained(RunUnknownSignalException("not input expected", formal),
+                      "the input \"" + formal + "\" of module \"" + module_name_ +
+                          "\" needs an input or local of that name here, or a renaming");
   }
   Bddexpressionwood* wood = table->getBddexpressionWood();
   require_one_type(formal, copy, actual, module, wood);
@@ -191,12 +201,17 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
   Signal* actual = getRenamingSignal(formal);
   if (actual != nullptr) {
     if (actual->isInput())
-      throw RunUnknownSignalException("input signal renames an output signal",
-                                      actual->getInternalName());
+      throw explained(RunUnknownSignalException("input signal renames an output signal",
+                                                actual->getInternalName()),
+                      "the input \"" + actual->getOriginalName() + "\" cannot take the output \"" +
+                          formal + "\" of module \"" + module_name_ + '"');
   } else {
     actual = module->getOutputSignal(formal);
     if (actual == nullptr) actual = module->getLocalSignal(formal);
-    if (actual == nullptr) throw RunUnknownSignalException("not ouput expected", formal);
+    if (actual == nullptr)
+      throw explained(RunUnknownSignalException("not ouput expected", formal),
+                      "the output \"" + formal + "\" of module \"" + module_name_ +
+                          "\" needs an output or local of that name here, or a renaming");
   }
   Bddexpressionwood* wood = table->getBddexpressionWood();
   require_one_type(formal, copy, actual, module, wood);
@@ -211,7 +226,10 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
   if (bindings == nullptr) {
     std::string told = "***error:run:no signal binding for:" + formal + "  in called module";
     if (getSpan().known()) told += '\n' + getSpan().text() + ": run of " + module_name_;
-    end_with(Diagnostic::of_told(told, Manner::stream, place_of(getSpan())));
+    Diagnostic fault = Diagnostic::of_told(told, Manner::stream, place_of(getSpan()));
+    fault.sentence = "module \"" + module_name_ + "\" gives its output \"" + formal +
+                     "\" no value, and \"" + actual->getOriginalName() + "\" needs one";
+    end_with(std::move(fault));
   }
   for (const DataBinding* binding : *bindings) {
     Signal* bound = module->addSignalBinding(binding->getValue(), actual, wood);

@@ -67,10 +67,17 @@ RunFiles::RunFiles(const std::string& module, const std::string* location, const
 }
 
 void RunFiles::tell_missing() const {
-  std::cerr << "no module " << module_ << " in";
-  const char* separator = " ";
-  for (const std::string& file : looked_at_) std::cerr << std::exchange(separator, ", ") << file;
-  std::cerr << '\n';
+  std::cerr << "no module " << module_ << " in " << places() << '\n';
+}
+
+std::string RunFiles::missing() const {
+  return "there is no module \"" + module_ + "\" in " + places();
+}
+
+std::string RunFiles::places() const {
+  std::string places;
+  for (const std::string& file : looked_at_) places += (places.empty() ? "" : ", ") + file;
+  return places;
 }
 
 }  // namespace kiva

@@ -20,8 +20,12 @@ class RunFiles {
   const std::string& source() const { return source_; }
   /// Says on the error stream where the module has been looked for.
   void tell_missing() const;
+  /// The same as a sentence.
+  std::string missing() const;
 
  private:
+  std::string places() const;
+
   std::string module_;
   std::string compiled_;
   std::string source_;

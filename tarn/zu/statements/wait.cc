@@ -13,8 +13,10 @@ Statement* Wait::read(class_zu_parser& reader, Expression* expression) {
 }
 
 Statement* Wait::read(class_zu_parser& reader, int count, Expression* expression) {
-  if (count < 1) throw BadValueNumberWaitException(count);
-  if (count == 1) return read(reader, expression);
+  if (count < 1)
+    reader.refuse(BadValueNumberWaitException(count),
+                  "wait wants a number of 1 or more, not " + std::to_string(count));
+  if (count <= 1) return read(reader, expression);
   reader.count_copies(count, 1);
   std::vector<Statement*> members;
   members.reserve(static_cast<size_t>(count));
