@@ -221,7 +221,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   std::unique_ptr<Simulation> simulation_;
   std::unique_ptr<TimeControl> time_;
   std::unique_ptr<ScopeWindow> scope_;
-  QString module_file_;       ///< of the running module
+  QString module_file_;  ///< of the running module
   ServerLine* server_line_ = nullptr;
   bool stepping_ = false;     ///< the worker runs an instant for the button
   std::string load_problem_;  ///< of the last file: name, line and reason
