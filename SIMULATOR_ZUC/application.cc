@@ -14,7 +14,7 @@
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/ressource.h"
 #include "base/number_text.h"
-#include "base/sock.h"
+#include "engine/server_steps.h"
 
 namespace kiva {
 
@@ -91,7 +91,7 @@ void connect_to_server(FenPrincipale& window, const std::string& host, const std
     return;
   }
   window.numsocket = static_cast<int>(number);
-  window.socket_client = SOCK_make_client(host.c_str(), static_cast<unsigned short>(number));
+  window.connect_server(host, static_cast<unsigned short>(number));
   std::cerr << "adresse socket: " << std::hex
             << reinterpret_cast<std::uintptr_t>(window.socket_client) << std::dec << std::endl;
 }
@@ -106,12 +106,15 @@ int run_window(int argc, char** argv) {
   QApplication::setApplicationName("KIVA");
   show_library_messages();
   const StartArguments arguments = read_start_arguments(argc, argv);
+  // Without a server, values are missing and not empty.
+  const ServerSteps no_server(nullptr);
   const std::unique_ptr<FenPrincipale> window =
       arguments.complete ? std::make_unique<FenPrincipale>(arguments.file)
                          : std::make_unique<FenPrincipale>();
   dress_window(*window);
   window->show();
   if (arguments.complete) connect_to_server(*window, arguments.host, arguments.port);
+  if (!window->isVisible()) return 0;  // closed while the server was waited for
   if (!arguments.open.empty()) window->open_file(QFile::decodeName(arguments.open.c_str()));
   if (arguments.scope) window->show_scope();
   return QApplication::exec();

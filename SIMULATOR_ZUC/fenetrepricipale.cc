@@ -11,6 +11,7 @@
 
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/scope/scope_window.h"
+#include "SIMULATOR_ZUC/server_line.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zuc/zuc_reader.h"
 
@@ -40,7 +41,9 @@ FenPrincipale::FenPrincipale(std::string file) {
   }
 }
 
-FenPrincipale::~FenPrincipale() = default;
+FenPrincipale::~FenPrincipale() {
+  if (server_line_ != nullptr) server_line_->cancel();
+}
 
 void FenPrincipale::start_choices() {
   couleur_signal = std::make_unique<List_Signal_color>();
@@ -57,6 +60,7 @@ void FenPrincipale::start_time() {
   time_ = std::make_unique<TimeControl>(simulation_.get(), [this] { return socket_client; });
   connect(time_.get(), &TimeControl::moved, this, &FenPrincipale::show_instant);
   connect(time_.get(), &TimeControl::choices_changed, this, &FenPrincipale::show_instant);
+  connect(time_.get(), &TimeControl::run_ended, this, &FenPrincipale::step_ended);
   // What the worker runs nobody else may touch.
   connect(time_.get(), &TimeControl::busy_changed, this, [this](bool busy) {
     for (QWidget* panel : std::initializer_list<QWidget*>{inputs_panel, debugger_panel, file_panel})

@@ -36,6 +36,7 @@ namespace kiva {
 class CalculValue;
 class PluginManager;
 class ScopeWindow;
+class ServerLine;
 struct PanelRow;
 
 /// The main window. The person's choices stand in the simulation alone: rows, radios, boxes and
@@ -62,6 +63,12 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   TimeControl* time() const { return time_.get(); }
   /// The second window, where it has been opened.
   ScopeWindow* scope() const { return scope_.get(); }
+
+  /// Connects to the evaluation server, and shows from now on how that stands; the window lives on
+  /// meanwhile. Instants that ask for values run in a worker, and lack none.
+  void connect_server(const std::string& host, unsigned short port);
+  /// Null until then.
+  ServerLine* server_line() const { return server_line_; }
 
   /// A modal message.
   void No_input_selected();
@@ -190,6 +197,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void fill_locals_and_registers();
   void start_choices();
   void start_time();
+  void step_ended(const QString& told);
   void reset_flags();
   void paint_all();
   void choose_row(int row);
@@ -213,7 +221,9 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   std::unique_ptr<Simulation> simulation_;
   std::unique_ptr<TimeControl> time_;
   std::unique_ptr<ScopeWindow> scope_;
-  QString module_file_;       ///< of the running module
+  QString module_file_;  ///< of the running module
+  ServerLine* server_line_ = nullptr;
+  bool stepping_ = false;     ///< the worker runs an instant for the button
   std::string load_problem_;  ///< of the last file: name, line and reason
   class QDialog* help_dialog_ = nullptr;
 };

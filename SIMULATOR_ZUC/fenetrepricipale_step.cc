@@ -4,11 +4,13 @@
 #include <QLineEdit>
 #include <iostream>
 #include <mutex>
+#include <utility>
 
 #include "SIMULATOR_ZUC/classic/calculvalue.h"
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/scope/scope_window.h"
+#include "SIMULATOR_ZUC/server_line.h"
 
 namespace kiva {
 
@@ -60,8 +62,36 @@ void FenPrincipale::Simuler() {
     return;
   }
   const std::lock_guard<std::mutex> alone(CalculValue::evaluation_mutex());
-  // An exception leaves the instant before.
-  guarded("Simuler", [&] { time_->go(); });
+  // An exception leaves the instant before. A server is waited for in the worker.
+  guarded("Simuler", [&] {
+    if (server_line_ != nullptr && simulation_->asks_for_data())
+      stepping_ = time_->run(1, nullptr) || stepping_;
+    else
+      time_->go();
+  });
+}
+
+void FenPrincipale::step_ended(const QString& told) {
+  if (server_line_ != nullptr) {
+    server_line_->show_state();
+    socket_client = server_line_->connection().handle();
+  }
+  if (std::exchange(stepping_, false) && !told.isEmpty())
+    complain("***error:FenPrincipale:Simuler: " + told.toStdString());
+}
+
+void FenPrincipale::connect_server(const std::string& host, unsigned short port) {
+  server_line_ = new ServerLine(this, host, port);
+  setStatusBar(server_line_);
+  connect(server_line_, &ServerLine::changed, this,
+          [this] { socket_client = server_line_->connection().handle(); });
+  connect(server_line_, &ServerLine::lost, this, [this](const QString& reason, bool unasked) {
+    // Text behind the last reply: its values were not what they seemed.
+    const bool taken_back =
+        unasked && time_ != nullptr && simulation_->asks_for_data() && time_->back();
+    complain(reason.toStdString() + (taken_back ? "; the last instant is taken back" : ""));
+  });
+  server_line_->open();
 }
 
 void FenPrincipale::Initialise() {

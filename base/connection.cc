@@ -151,6 +151,12 @@ void Connection::check_silent(Milliseconds most) {
   if (count < 0 && errno != EAGAIN && errno != EINTR) fail(reason(errno), awaited);
 }
 
+void Connection::check_there() {
+  char byte = 0;
+  if (sock_ != nullptr && recv(sock_->fd, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 0)
+    fail("the connection is closed", "nothing");
+}
+
 void Connection::send_all(const std::string& request, Deadline deadline,
                           const std::string& awaited) {
   for (size_t sent = 0; sent < request.size();) {

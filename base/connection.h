@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <stdexcept>
@@ -39,6 +40,9 @@ class Connection {
   std::string ask(const std::string& request);
   /// Throws ConnectionFault where the server says something unasked, now or in that time.
   void check_silent(Milliseconds most = Milliseconds(0));
+  /// Throws ConnectionFault where the server has left. What is there of a connection is this
+  /// object's: no two threads call it at once, but for `state`.
+  void check_there();
   void close();
 
   State state() const { return state_; }
@@ -61,7 +65,7 @@ class Connection {
   unsigned short port_;
   Milliseconds time_out_;
   Wait wait_;
-  State state_ = State::closed;
+  std::atomic<State> state_ = State::closed;
   Sock sock_ = nullptr;
 };
 

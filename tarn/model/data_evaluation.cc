@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <unordered_map>
 
 #include "base/printable_text.h"
 #include "tarn/model/compilation.h"
@@ -49,6 +50,39 @@ class ReadGuard {
 std::string reply_to(const std::string& request, Sock socket) {
   const auto& ask = Session::current().part<EvaluationService>().ask;
   return ask ? ask(request) : Compilation::Socket_call(request, socket);
+}
+
+/// The results of one evaluation, from its outermost expression on, so that an expression that many
+/// use is evaluated once. Where no service is chosen, requests are repeated as told, unless the
+/// evaluation proves large.
+struct Results {
+  static constexpr long large = 64;
+  int depth = 0;
+  long evaluated = 0;
+  std::unordered_map<const DataExpr*, std::string> known;
+};
+
+template <class Evaluate>
+std::string once(const DataExpr* expression, Evaluate evaluate) {
+  struct Level {
+    Results& results;
+    explicit Level(Results& all) : results(all) { ++results.depth; }
+    ~Level() {
+      if (--results.depth > 0) return;
+      results.known.clear();
+      results.evaluated = 0;
+    }
+  };
+  const DepthGuard guard("DataExpr::Simul_put");
+  Results& results = Session::current().part<Results>();
+  const Level level(results);
+  const auto known = results.known.find(expression);
+  if (known != results.known.end()) return known->second;
+  ++results.evaluated;
+  std::string text = evaluate();
+  if (results.evaluated > Results::large || Session::current().part<EvaluationService>().ask)
+    results.known.emplace(expression, text);
+  return text;
 }
 
 }  // namespace
@@ -131,43 +165,46 @@ bool has_comma(const std::string& text) {
 
 std::string DataMethodCall::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                       int* context, Sock socket) {
-  const DepthGuard guard("DataExpr::Simul_put");
-  const MethodDecl* method = Compilation::GDataMethodTable() == nullptr
-                                 ? nullptr
-                                 : Compilation::GDataMethodTable()->getMethodById(method_index);
-  if (method == nullptr) throw UndefinedMethodException("method", std::to_string(method_index));
-  std::string request = "MC," + method->getName() + ",";
-  const char* separator = "";
-  bool comma = false;
-  for (DataExpr* argument : arguments) {
-    const std::string text = argument->Simul_put(module, constants, values, context, socket);
-    comma = comma || has_comma(text);
-    request += separator + text;
-    separator = ",";
-  }
-  return ask(request, comma, socket);
+  return once(this, [&] {
+    const MethodDecl* method = Compilation::GDataMethodTable() == nullptr
+                                   ? nullptr
+                                   : Compilation::GDataMethodTable()->getMethodById(method_index);
+    if (method == nullptr) throw UndefinedMethodException("method", std::to_string(method_index));
+    std::string request = "MC," + method->getName() + ",";
+    const char* separator = "";
+    bool comma = false;
+    for (DataExpr* argument : arguments) {
+      const std::string text = argument->Simul_put(module, constants, values, context, socket);
+      comma = comma || has_comma(text);
+      request += separator + text;
+      separator = ",";
+    }
+    return ask(request, comma, socket);
+  });
 }
 
 std::string DataBinaryOp::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                     int* context, Sock socket) {
-  const DepthGuard guard("DataExpr::Simul_put");
-  left->computeType(module);
-  right->computeType(module);
-  const std::string left_text = left->Simul_put(module, constants, values, context, socket);
-  const std::string name = C_opname(op);
-  const std::string right_text = right->Simul_put(module, constants, values, context, socket);
-  return ask("BOP," + left_text + "," + left->getType() + "," + name + "," + right_text + "," +
-                 right->getType(),
-             has_comma(left_text) || has_comma(right_text), socket);
+  return once(this, [&] {
+    left->computeType(module);
+    right->computeType(module);
+    const std::string left_text = left->Simul_put(module, constants, values, context, socket);
+    const std::string name = C_opname(op);
+    const std::string right_text = right->Simul_put(module, constants, values, context, socket);
+    return ask("BOP," + left_text + "," + left->getType() + "," + name + "," + right_text + "," +
+                   right->getType(),
+               has_comma(left_text) || has_comma(right_text), socket);
+  });
 }
 
 std::string DataUnaryOp::Simul_put(Module* module, ConstantTexts* constants, ValueTexts* values,
                                    int* context, Sock socket) {
-  const DepthGuard guard("DataExpr::Simul_put");
-  operand->computeType(module);
-  const std::string name = C_opname(op);
-  const std::string text = operand->Simul_put(module, constants, values, context, socket);
-  return ask("UOP," + name + "," + text + "," + operand->getType(), has_comma(text), socket);
+  return once(this, [&] {
+    operand->computeType(module);
+    const std::string name = C_opname(op);
+    const std::string text = operand->Simul_put(module, constants, values, context, socket);
+    return ask("UOP," + name + "," + text + "," + operand->getType(), has_comma(text), socket);
+  });
 }
 
 }  // namespace kiva

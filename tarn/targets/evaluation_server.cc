@@ -108,7 +108,7 @@ typedef int socklen_t;
 class sockserv
 {
  public:
-  explicit sockserv (unsigned short port);
+  sockserv (unsigned short port, bool any);
   int accept_connection ();
   int read (string & text);
   int write (const string & text);
@@ -148,13 +148,13 @@ void sockserv::close_fd (int fd)
 #endif
 }
 
-sockserv::sockserv (unsigned short port) : internal_portnumber (port), internal_fd (-1)
+sockserv::sockserv (unsigned short port, bool any) : internal_portnumber (port), internal_fd (-1)
 {
   init ();
   struct sockaddr_in address;
   memset (& address, 0, sizeof address);
   address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl (INADDR_ANY);
+  address.sin_addr.s_addr = htonl (any ? INADDR_ANY : INADDR_LOOPBACK);
   address.sin_port = htons (port);
   internal_fd = (int) ::socket (AF_INET, SOCK_STREAM, 0);
   if (KIVA_BAD_SOCKET (internal_fd)
@@ -175,6 +175,15 @@ sockserv::sockserv (unsigned short port) : internal_portnumber (port), internal_
 
 int sockserv::accept_connection ()
 {
+  fd_set waiting;
+  FD_ZERO (& waiting);
+  FD_SET (internal_fd, & waiting);
+  struct timeval minute = { 60, 0 };
+  if (select (internal_fd + 1, & waiting, NULL, NULL, & minute) == 0)
+    {
+      cerr << "nobody has come within a minute" << endl;
+      return 0;
+    }
   struct sockaddr_in address;
   memset (& address, 0, sizeof address);
   socklen_t size = sizeof address;
@@ -220,12 +229,18 @@ string unsint2s (unsigned d)
 )";
 
 const char* const main_function = R"(
-int main ()
+int main (int argc, char ** argv)
 {
-  sockserv socket_server (0);
+  bool any = argc == 3 && string (argv[1]) == "--listen" && string (argv[2]) == "any";
+  if (argc > 1 && ! any)
+    {
+      cerr << "usage: " << argv[0] << " [--listen any]" << endl;
+      return 2;
+    }
+  sockserv socket_server (0, any);
   cerr << "allocated port number is " << socket_server.portnumber () << endl;
-  char hostname[1024];
-  if (gethostname (hostname, sizeof hostname) != 0)
+  char hostname[1024] = "localhost";
+  if (any && gethostname (hostname, sizeof hostname) != 0)
     {
       cerr << "cannot get host name" << endl;
       return 1;

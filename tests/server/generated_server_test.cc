@@ -220,11 +220,9 @@ TEST(GeneratedServer, AnswersEveryRequest) {
 
   std::string text;
   EXPECT_EQ(server.leave(text), 0) << "the server ends with its client";
-  char host[1024] = "";
-  ASSERT_EQ(gethostname(host, sizeof host), 0);
   const std::string port = std::to_string(server.port());
   EXPECT_THAT(text, testing::StartsWith("allocated port number is " + port + "\n"));
-  EXPECT_THAT(text, HasSubstr("started: m.zuc " + std::string(host) + " " + port + "\n"));
+  EXPECT_THAT(text, HasSubstr("started: m.zuc localhost " + port + "\n"));
   EXPECT_THAT(text, HasSubstr("SOCKET accepted ...\n"));
   EXPECT_THAT(text, HasSubstr("reading SOCKET ...\nBUFFER RECEIVED:MC,add,3,4\nTRANSMIT:7\n"));
 }
@@ -245,7 +243,7 @@ TEST(GeneratedServer, HasNoClauseWithoutItsTable) {
         "#define application", "using namespace std;", "bool check_type (", "bool string_to_bool (",
         "string binop_plus (", "bool binop_supe", "string compute_data_value", "\"BOP\"", "\"UOP\"",
         "#define KIVA_BUFFER_RECEPT_LENGTH 1024", "class sockserv", "string unsint2s (unsigned d)",
-        "int main ()"}) {
+        "int main (int argc"}) {
     const size_t found = text.find(part);
     ASSERT_NE(found, std::string::npos) << part;
     EXPECT_GT(found + 1, at) << part << " stands too early";

@@ -190,9 +190,7 @@ TEST_F(Connection, ReachesAServerAndTellsTheHandle) {
       << told.toStdString();
   EXPECT_EQ(window->numsocket, server->portnum);
   ASSERT_NE(window->socket_client, nullptr);
-  SOCK_shutdown(window->socket_client, 1);
   SOCK_shutdown(server, 1);
-  window->socket_client = nullptr;
 }
 
 TEST_F(Connection, NobodyThereIsNoSocket) {

@@ -9,78 +9,12 @@
 #include <iostream>
 
 #include "tests/support/setting.h"
-#include "tests/zu_compile/compiled.h"
+#include "tests/zu_compile/judge.h"
 
 namespace kiva::test {
 namespace {
 
-constexpr int instants = 14;
 constexpr int runs_of_each = 3;
-
-struct History {
-  std::vector<Stimulus> stimuli;
-
-  std::string text() const {
-    std::string all;
-    for (const Stimulus& stimulus : stimuli) {
-      std::string names = stimulus.set ? "!set" : ".";
-      if (stimulus.reset) names += "+!reset";
-      for (const std::string& name : stimulus.present) names += "+" + name;
-      all += names + " ";
-    }
-    return all;
-  }
-};
-
-History random_history(std::mt19937& random) {
-  History run;
-  const unsigned density = 2 + random() % 4;
-  for (int i = 0; i < instants; ++i) {
-    Stimulus stimulus;
-    for (const std::string& name : input_names)
-      if (random() % density == 0) stimulus.present.insert(name);
-    stimulus.set = i == 0 || random() % 3 == 0;
-    stimulus.reset = i > 0 && random() % 10 == 0;
-    run.stimuli.push_back(stimulus);
-  }
-  return run;
-}
-
-enum class Verdict { agrees, refused, differs };
-
-/// Compiles and runs a program both ways. A running program is not set again.
-Verdict compare(const Program& program, const std::vector<History>& runs, std::string& difference,
-                const Rules& rules = Rules::sound()) {
-  const Compiled compiled(module_text(program), rules);
-  if (!compiled.ok()) {
-    difference = compiled.report();
-    if (difference.find("dependance cycle") != std::string::npos) return Verdict::refused;
-    return Verdict::differs;
-  }
-  for (History run : runs) {
-    Instants machine(compiled);
-    Meaning meaning(program);
-    for (size_t i = 0; i < run.stimuli.size(); ++i) {
-      Stimulus& stimulus = run.stimuli[i];
-      stimulus.set = stimulus.set && !meaning.runs();
-      machine.step(stimulus);
-      const auto differs = [&](const std::string& what) {
-        difference = what + " at instant " + std::to_string(i + 1) + " of " + run.text();
-        return Verdict::differs;
-      };
-      if (!meaning.step(stimulus.present, stimulus.set, stimulus.reset))
-        return differs("no meaning");
-      for (const auto* names : {&output_names, &local_names})
-        for (const std::string& name : *names)
-          if ((machine.state(name) == '1') != meaning.present().contains(name))
-            return differs(name + " is " + machine.state(name) + ", meant " +
-                           (meaning.present().contains(name) ? "present" : "absent"));
-      if ((machine.state("RTL") == '1') != meaning.ended())
-        return differs(std::string("the end is ") + machine.state("RTL"));
-    }
-  }
-  return Verdict::agrees;
-}
 
 /// The smallest program, one step at a time, that still differs.
 Program shrink(Program program, const std::vector<History>& runs, std::string& difference) {
@@ -126,8 +60,8 @@ void judge(const char* what, long standard, Make make) {
                       << module_text(program);
     }
   }
-  std::cout << agreed << " " << what << " agree over " << runs_of_each << " runs of " << instants
-            << " instants, " << refused << " are refused for a cycle\n";
+  std::cout << agreed << " " << what << " agree over " << runs_of_each << " runs of "
+            << instants_of_history << " instants, " << refused << " are refused for a cycle\n";
   EXPECT_GT(agreed, programs / 3);
 }
 
