@@ -83,7 +83,15 @@ std::vector<long> CycleStory::shortest(const std::list<long>& members) const {
   return best;
 }
 
+std::string CycleStory::signal_name(long id) const {
+  const std::string variable = table_.bdd_expression_wood->Name_var_by_index(id);
+  constexpr size_t rail = 3;  // "_s_" or "_v_"
+  return variable.size() < rail ? variable : Compilation::bddNameToSignalName(variable);
+}
+
 CycleStory::Step CycleStory::member(const EquationTable* table, std::string name) const {
+  // Made by hand, of no module that has been read.
+  if (table->sources_ == nullptr) return {name, {}};
   const Module* module = module_of(table->module_name);
   for (size_t at = name.rfind('@'); at != std::string::npos; at = name.rfind('@')) {
     // "@MODULE_iNUMBER"
@@ -105,11 +113,8 @@ CycleStory::Step CycleStory::member(const EquationTable* table, std::string name
 
 SourceSpan CycleStory::direct_cause(long from, long to) const {
   if (table_.sources_ == nullptr) return {};
-  const auto name = [&](long id) {
-    return Compilation::bddNameToSignalName(table_.bdd_expression_wood->Name_var_by_index(id));
-  };
-  const std::string read = name(from);
-  const std::string written = without_occurrence(name(to), module_of(table_.module_name));
+  const std::string read = signal_name(from);
+  const std::string written = without_occurrence(signal_name(to), module_of(table_.module_name));
   for (const auto& cause : table_.sources_->causes) {
     if (cause.written != nullptr && cause.written->getInternalName() != written) continue;
     if (!std::binary_search(cause.reads.begin(), cause.reads.end(), read)) continue;
@@ -121,9 +126,7 @@ SourceSpan CycleStory::direct_cause(long from, long to) const {
 
 void CycleStory::gather_steps(const std::vector<long>& cycle) {
   std::vector<Step> members;
-  for (long id : cycle)
-    members.push_back(member(&table_, Compilation::bddNameToSignalName(
-                                          table_.bdd_expression_wood->Name_var_by_index(id))));
+  for (long id : cycle) members.push_back(member(&table_, signal_name(id)));
   size_t first = 0;
   while (first < members.size() && members[first].label.empty()) ++first;
   of_signals_ = first < members.size();
@@ -209,7 +212,7 @@ void CycleStory::tell(Diagnostic& fault) const {
           {where, '"' + label + "\" follows from \"" + before + "\" here: " + text_of(span)});
     before = label;
   }
-  const Module* module = module_of(table_.module_name);
+  const Module* module = table_.sources_ == nullptr ? nullptr : module_of(table_.module_name);
   if (!fault.where.known() && module != nullptr) fault.where = place_of(module->getSpan());
   const char* advice = "put a pause between cause and effect";
   if (strong_abort_)
