@@ -83,7 +83,15 @@ std::vector<long> CycleStory::shortest(const std::list<long>& members) const {
   return best;
 }
 
-CycleStory::Member CycleStory::member(const EquationTable* table, std::string name) const {
+std::string CycleStory::signal_name(long id) const {
+  const std::string variable = table_.bdd_expression_wood->Name_var_by_index(id);
+  constexpr size_t rail = 3;  // "_s_" or "_v_"
+  return variable.size() < rail ? variable : Compilation::bddNameToSignalName(variable);
+}
+
+CycleStory::Step CycleStory::member(const EquationTable* table, std::string name) const {
+  // Made by hand, of no module that has been read.
+  if (table->sources_ == nullptr) return {name, {}};
   const Module* module = module_of(table->module_name);
   for (size_t at = name.rfind('@'); at != std::string::npos; at = name.rfind('@')) {
     // "@MODULE_iNUMBER"
@@ -105,11 +113,8 @@ CycleStory::Member CycleStory::member(const EquationTable* table, std::string na
 
 SourceSpan CycleStory::direct_cause(long from, long to) const {
   if (table_.sources_ == nullptr) return {};
-  const auto name = [&](long id) {
-    return Compilation::bddNameToSignalName(table_.bdd_expression_wood->Name_var_by_index(id));
-  };
-  const std::string read = name(from);
-  const std::string written = without_occurrence(name(to), module_of(table_.module_name));
+  const std::string read = signal_name(from);
+  const std::string written = without_occurrence(signal_name(to), module_of(table_.module_name));
   for (const auto& cause : table_.sources_->causes) {
     if (cause.written != nullptr && cause.written->getInternalName() != written) continue;
     if (!std::binary_search(cause.reads.begin(), cause.reads.end(), read)) continue;
@@ -120,25 +125,38 @@ SourceSpan CycleStory::direct_cause(long from, long to) const {
 }
 
 void CycleStory::gather_steps(const std::vector<long>& cycle) {
-  std::vector<Member> members;
-  for (long id : cycle)
-    members.push_back(member(&table_, Compilation::bddNameToSignalName(
-                                          table_.bdd_expression_wood->Name_var_by_index(id))));
+  std::vector<Step> members;
+  for (long id : cycle) members.push_back(member(&table_, signal_name(id)));
   size_t first = 0;
   while (first < members.size() && members[first].label.empty()) ++first;
   of_signals_ = first < members.size();
-  if (!of_signals_) first = 0;
+  if (of_signals_) {
+    gather_signals(cycle, members, first);
+  } else {
+    gather_statements(members);
+  }
+  // In the order of the source, as far as a cycle has one.
+  const auto earliest = std::min_element(
+      steps_.begin(), steps_.end(),
+      [](const Step& a, const Step& b) { return starts(a.span) < starts(b.span); });
+  std::rotate(steps_.begin(), earliest, steps_.end());
+}
+
+void CycleStory::gather_statements(const std::vector<Step>& members) {
+  for (const Step& here : members) {
+    const auto there = [&](const Step& step) { return starts(step.span) == starts(here.span); };
+    if (here.span.known() && std::none_of(steps_.begin(), steps_.end(), there))
+      steps_.push_back({text_of(here.span), here.span});
+  }
+}
+
+void CycleStory::gather_signals(const std::vector<long>& cycle, const std::vector<Step>& members,
+                                size_t first) {
   SourceSpan last;
   for (size_t i = 1; i <= members.size(); ++i) {
     const size_t at = (first + i) % members.size();
-    const Member& here = members[at];
+    const Step& here = members[at];
     if (here.span.known()) last = here.span;
-    if (!of_signals_) {
-      const auto there = [&](const Step& step) { return starts(step.span) == starts(last); };
-      if (last.known() && std::none_of(steps_.begin(), steps_.end(), there))
-        steps_.push_back({text_of(last), last});
-      continue;
-    }
     if (here.label.empty()) continue;
     if (!last.known()) last = direct_cause(cycle[(first + i - 1) % cycle.size()], cycle[at]);
     if (!last.known() && i < members.size()) continue;  // an occurrence joins its signal
@@ -146,14 +164,9 @@ void CycleStory::gather_steps(const std::vector<long>& cycle) {
     last = {};
   }
   // The first signal itself closes the cycle, unless one of its occurrences has.
-  if (of_signals_ && steps_.size() > 1 && !steps_.back().span.known() &&
+  if (steps_.size() > 1 && !steps_.back().span.known() &&
       steps_[steps_.size() - 2].label == steps_.back().label)
     steps_.pop_back();
-  // In the order of the source, as far as a cycle has one.
-  const auto earliest = std::min_element(
-      steps_.begin(), steps_.end(),
-      [](const Step& a, const Step& b) { return starts(a.span) < starts(b.span); });
-  std::rotate(steps_.begin(), earliest, steps_.end());
 }
 
 /// The first line of the statement, not too long.
@@ -199,7 +212,7 @@ void CycleStory::tell(Diagnostic& fault) const {
           {where, '"' + label + "\" follows from \"" + before + "\" here: " + text_of(span)});
     before = label;
   }
-  const Module* module = module_of(table_.module_name);
+  const Module* module = table_.sources_ == nullptr ? nullptr : module_of(table_.module_name);
   if (!fault.where.known() && module != nullptr) fault.where = place_of(module->getSpan());
   const char* advice = "put a pause between cause and effect";
   if (strong_abort_)

@@ -19,11 +19,7 @@ class CycleStory {
   void tell(Diagnostic& fault) const;
 
  private:
-  /// What a variable is in the source: a signal by its name, or a part of the statement at `span`.
-  struct Member {
-    std::string label;
-    SourceSpan span;
-  };
+  /// A signal by its name, or a statement.
   struct Step {
     std::string label;
     SourceSpan span;
@@ -31,10 +27,16 @@ class CycleStory {
 
   std::vector<long> shortest(const std::list<long>& members) const;
   std::vector<long> shortest_through(long id, const index_set& members, size_t& budget) const;
-  Member member(const EquationTable* table, std::string name) const;
+  std::string signal_name(long id) const;
+  /// What a variable is in the source: a signal's name, or the place of the statement it belongs
+  /// to.
+  Step member(const EquationTable* table, std::string name) const;
   /// The statement by which a signal hangs on the one before it with no wire between.
   SourceSpan direct_cause(long from, long to) const;
   void gather_steps(const std::vector<long>& cycle);
+  void gather_statements(const std::vector<Step>& members);
+  void gather_signals(const std::vector<long>& cycle, const std::vector<Step>& members,
+                      size_t first);
   std::string text_of(const SourceSpan& span) const;
 
   const EquationTable& table_;

@@ -8,21 +8,10 @@
 
 namespace kiva {
 
-std::string source_excerpt(const std::string& text, const Place& where) {
-  if (where.line < 1 || where.column < 1) return "";
-  size_t begin = 0;
-  for (int line = 1; line < where.line; ++line) begin = text.find('\n', begin) + 1;
-  size_t end = std::min(text.find('\n', begin), text.size());
+namespace {
 
-  size_t from = begin + static_cast<size_t>(where.column) - 1;
-  size_t to = where.last_line == where.line ? begin + static_cast<size_t>(where.last_column) : end;
-  // A long line is shown around the mark only.
-  constexpr size_t before = 60;
-  constexpr size_t most = 120;
-  if (from - begin > before) begin = from - before;
-  end = std::min(end, begin + most);
-  to = std::min(to, end);
-
+/// The bytes from begin to end as they are, and a mark under those from `from` to `to`.
+std::string marked(const std::string& text, size_t begin, size_t end, size_t from, size_t to) {
   std::string line;
   std::string mark;
   for (size_t at = begin; at < std::max(end, from + 1); ++at) {
@@ -38,6 +27,26 @@ std::string source_excerpt(const std::string& text, const Place& where) {
     }
   }
   return line + '\n' + mark + '\n';
+}
+
+}  // namespace
+
+std::string source_excerpt(const std::string& text, const Place& where) {
+  if (where.line < 1 || where.column < 1) return "";
+  size_t begin = 0;
+  for (int line = 1; line < where.line; ++line) begin = text.find('\n', begin) + 1;
+  size_t end = std::min(text.find('\n', begin), text.size());
+
+  const size_t from = begin + static_cast<size_t>(where.column) - 1;
+  if (from > text.size()) return "";  // the file has changed
+  size_t to = where.last_line == where.line ? begin + static_cast<size_t>(where.last_column) : end;
+  // A long line is shown around the mark only.
+  constexpr size_t before = 60;
+  constexpr size_t most = 120;
+  if (from - begin > before) begin = from - before;
+  end = std::min(end, begin + most);
+  to = std::min(to, end);
+  return marked(text, begin, end, from, to);
 }
 
 std::string source_excerpt(const Place& where) {

@@ -284,8 +284,9 @@ class class_zu_parser {
   /// What is gathered, and what has to be closed, while a text is read.
   struct Recovery {
     std::vector<Diagnostic> faults;
-    std::deque<int> tokens;          ///< to be given before the scanner's next
-    std::vector<SourceSpan> braces;  ///< open in the module
+    std::unordered_set<std::string> stand_ins;  ///< signals that nobody has declared
+    std::deque<int> tokens;                     ///< to be given before the scanner's next
+    std::vector<SourceSpan> braces;             ///< open in the module
     struct Token {
       int token = 0;
       SourceSpan span;
@@ -300,6 +301,7 @@ class class_zu_parser {
   struct EnoughFaults {};
   void follow(int token);
   bool close_before(int token);
+  void close_open(int token);
   std::string syntax_sentence(const std::vector<std::string>& expected) const;
   std::string token_fault(const std::vector<std::string>& expected) const;
   std::string source_text(const SourceSpan& span) const;

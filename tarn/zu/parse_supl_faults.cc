@@ -71,7 +71,9 @@ std::string class_zu_parser::undeclared(const std::string& name, bool to_emit) c
   if (TheModule() == nullptr) return sentence;
   std::vector<std::string> known;
   const auto take = [&](const signal_list& list) {
-    for (const Signal* signal : list) known.push_back(signal->getOriginalName());
+    for (const Signal* signal : list)
+      if (!recovery_.stand_ins.contains(signal->getOriginalName()))
+        known.push_back(signal->getOriginalName());
   };
   take(TheModule()->getOutputSignalList());
   take(TheModule()->getLocalSignalList());
@@ -89,6 +91,7 @@ std::string class_zu_parser::not_emitted(const std::string& name) const {
 Signal* class_zu_parser::stand_in(const std::string& name) {
   if (TheModule() == nullptr) begin_module("");
   if (Signal* known = TheModule()->getSignal(name)) return known;
+  recovery_.stand_ins.insert(name);
   declare_local(name, "");
   return TheModule()->getSignal(name);
 }
@@ -112,32 +115,36 @@ void class_zu_parser::follow(int token) {
 /// True if tokens have been put before this one, which stands behind them.
 bool class_zu_parser::close_before(int token) {
   Recovery& r = recovery_;
-  const bool begins_or_ends = token == MODULE || token == END_OF_INPUT;
-  if (!begins_or_ends && (token != END || r.braced)) return false;
+  const bool at_module_end = token == END && !r.braced && !r.in_data;
+  if (!at_module_end && token != MODULE && token != END_OF_INPUT) return false;
   if (!r.in_module && !r.in_data) return false;
+  if (r.under_way) r.tokens.push_back(';');
+  close_open(token);
+  if (r.tokens.empty()) return false;
+  r.tokens.push_back(token);
+  return true;
+}
+
+/// Puts what closes the data part, braces and the module, and tells what was missing.
+void class_zu_parser::close_open(int token) {
+  Recovery& r = recovery_;
   const std::string where =
       token == END_OF_INPUT ? "the end of the text" : quoted(token == END ? "end" : "module");
   const auto missing = [&](const std::string& what, std::vector<Diagnostic::Note> notes = {}) {
     if (!r.under_way) fault("expected " + quoted(what) + " before " + where, r.last.span, notes);
   };
-  std::deque<int>& given = r.tokens;
-  if (r.under_way) given.push_back(';');
   if (r.in_data) {
-    if (token == END) return false;
     missing("end data");
-    given.push_back(ENDDATA);
+    r.tokens.push_back(ENDDATA);
     r.in_data = false;
   }
   if (!r.braces.empty()) missing("}", {{place_of(r.braces.back()), "\"{\" stands here"}});
-  given.insert(given.end(), r.braces.size(), '}');
-  if (begins_or_ends && r.in_module && !r.braced) {
+  r.tokens.insert(r.tokens.end(), r.braces.size(), '}');
+  if (token != END && r.in_module && !r.braced) {
     if (r.braces.empty()) missing("end");
-    given.push_back(END);
+    r.tokens.push_back(END);
   }
   r.braces.clear();
-  if (given.empty()) return false;
-  given.push_back(token);
-  return true;
 }
 
 // Syntax.
@@ -187,20 +194,29 @@ std::string class_zu_parser::text_before() const {
   return together ? word + ' ' + text : text;
 }
 
-/// What is wrong with the token whatever can follow; "" for an ordinary one.
-std::string class_zu_parser::token_fault(const std::vector<std::string>& expected) const {
-  const std::string_view token = plexer->token();
-  if (token.empty()) return "";
+namespace {
+
+/// What is wrong with a character that begins no token; "" for one that does.
+std::string character_fault(std::string_view token) {
   const auto byte = static_cast<unsigned char>(token.front());
   if (byte == 0) return "a NUL byte cannot stand in source text";
   if (byte == '\r') return "a carriage return cannot stand here; lines end with a newline alone";
   if (token == "\"") return "the text in quotes that begins here does not end";
   if (token == "_") return "a name begins with a letter, not with \"_\"";
   if (byte >= 0x80) return "a character other than ASCII stands in quotes or comments only";
-  static constexpr std::string_view known = ";,:(){}[]=/+-*#.~<>\\&|";
-  if (std::isalnum(byte) == 0 && known.find(token.front()) == std::string_view::npos)
-    return byte < ' ' ? "a control character cannot stand in source text"
-                      : quoted(std::string(token)) + " is no character of the language";
+  if (byte < ' ') return "a control character cannot stand in source text";
+  static constexpr std::string_view known = ";,:(){}[]=/+-*#.~<>\\&|\"!";
+  if (std::isalnum(byte) != 0 || known.find(token.front()) != std::string_view::npos) return "";
+  return quoted(std::string(token)) + " is no character of the language";
+}
+
+}  // namespace
+
+/// What is wrong with the token whatever can follow; "" for an ordinary one.
+std::string class_zu_parser::token_fault(const std::vector<std::string>& expected) const {
+  const std::string_view token = plexer->token();
+  if (token.empty()) return "";
+  if (std::string sentence = character_fault(token); !sentence.empty()) return sentence;
   SourceSpan both = plexer->span();
   both.last_column += 1;
   if (token == ";" && source_text(both) == ";;") return "a comment needs a newline at its end";

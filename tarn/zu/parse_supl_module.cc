@@ -37,7 +37,11 @@ void class_zu_parser::refuse_doubled(const std::string& name) {
 void class_zu_parser::finish_module(Statement* body) {
   recovery_.in_module = false;
   TheModule()->addBodyStatement(body);
-  tolerate([&] { Compilation::ModTable()->add(TheModule()); });
+  const std::string& name = TheModule()->getName();
+  const Module* const known = Compilation::ModTable()->get(name);
+  if (known == nullptr || !gathers()) return Compilation::ModTable()->add(TheModule());
+  fault("two modules have the name \"" + name + '"', TheModule()->getSpan(),
+        {{place_of(known->getSpan()), "the other one stands here"}});
 }
 
 Signal* class_zu_parser::declare(const std::string& name, const std::string& type) {

@@ -224,7 +224,7 @@ module_list:
   ;
 
 program:
-    MODULE module_name ':' { reader.begin_module(*$2); } corps
+    MODULE module_name ':' { reader.look_at(@2); reader.begin_module(*$2); } corps
   ;
 
 corps:
@@ -648,6 +648,10 @@ misplaced:
   ;
 
 operator: error { $$ = kiva::Nothing::read(reader); } ;
+
+abort: WEAK ABORT '{' instruction '}' error { $$ = $4; } ;
+
+strongabort: STRONG ABORT '{' instruction '}' error { $$ = $4; } ;
 
 state: error ';' { yyerrok; } ;
 

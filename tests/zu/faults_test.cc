@@ -1,0 +1,150 @@
+// What programs say of a wrong source text: a line a fault, as many as there are, in the order of
+// the text.
+
+#include "tests/zu/zu_fixture.h"
+
+namespace kiva::test {
+
+namespace {
+
+struct Sink : DiagnosticSink {
+  void take(const Diagnostic& diagnostic) override {
+    const std::string text = diagnostic.text("");
+    size_t begin = 0;
+    for (size_t end = text.find('\n'); end != std::string::npos;
+         begin = end + 1, end = text.find('\n', begin)) {
+      // The file's name is as long as its folder's.
+      const size_t colon = text.find("m.zu:", begin);
+      lines += text.substr(colon == std::string::npos ? begin : colon + 5, end + 1 - colon - 5);
+    }
+  }
+  std::string lines;
+};
+
+/// All that is told of the text, without the file's name.
+std::string faults(const std::string& text) {
+  Session session;
+  const Session::Use use(session);
+  Sink sink;
+  session.set_sink(&sink);
+  session.options.FaultsGathered = session.options.SourceChecked = true;
+  const TempDir dir;
+  const std::string file = dir.write("m.zu", text);
+  const Outcome outcome = run_captured([&] {
+    try {
+      Compilation::zu_parse(file.c_str());
+    } catch (const FatalDiagnostic& fatal) {
+      EXPECT_EQ(fatal.diagnostic().sentence, "") << text;
+    }
+  });
+  EXPECT_EQ(outcome.out + outcome.err, "") << text;
+  EXPECT_FALSE(outcome.ended) << text;
+  return sink.lines;
+}
+
+const std::string head = "module m: Input: a, alarm; Output: o; Local: l;\n";
+
+struct Case {
+  std::string text;
+  std::string lines;
+};
+
+TEST(ZuFaults, OfSyntax) {
+  const Case cases[] = {
+      {head + "emit o\nemit l end",
+       "3:1: error: expected \">>\", \"||\" or \"end\" after \"emit o\"\n"},
+      {head + "emit o; pause end",
+       "2:7: error: statements are joined by \">>\" or \"||\", not by \";\"\n"},
+      {head + "emti o >> pause end",
+       "2:1: error: expected a statement or \"end\" after \";\"; did you mean \"emit\"?\n"},
+      {head + "abort { pause } when a end",
+       "2:1: error: an abort is \"weak abort\" or \"strong abort\"\n"},
+      {head + "weak abort { pause } a >> emit q end",
+       "2:22: error: expected \"when\" after \"}\"\n2:27: error: \"q\" is not declared\n"},
+      {head + "loop emit o >> pause end", "2:6: error: expected \"{\" after \"loop\"\n"},
+      {head + "present a and or l emit o >> wait (a >> wait a == l end",
+       "2:15: error: expected a condition after \"and\"\n"
+       "2:38: error: expected \")\" after \"a\"\n"
+       "2:48: error: expected \">>\", \"||\" or \"end\" after \"wait a\"\n"},
+      {head + "loop { emit o >> pause\nend\nmodule n: emit x end",
+       "3:1: error: expected \"}\" before \"end\"\n2:6: note: \"{\" stands here\n"
+       "4:11: error: \"x\" is not declared\n"},
+      {head + "emit o\nmodule n: Output: p; emit q end",
+       "3:1: error: expected \"end\" before \"module\"\n3:22: error: \"q\" is not declared\n"},
+      {head + "emit o", "2:7: error: expected \"end\" before the end of the text\n"},
+      {"module m: Input: wait, b; end",
+       "1:18: error: \"wait\" is a word of the language and cannot be a name\n"},
+      {"module m:\nOutput: o; Input: a;\npresent a emit o end",
+       "2:12: error: \"Input:\" comes too late: the order is Input:, Output:, Local:, Run:, each "
+       "once\n"},
+      {"module m: Input: a b; Output: o,; emit >> pause end",
+       "1:20: error: expected \",\" or \";\" after \"Input: a\"\n"
+       "1:33: error: expected a name after \",\"\n"
+       "1:40: error: expected a name after \"emit\"\n"},
+      {"module m: Input: a; Output: o;\nautomaton state: s run;\nstate s;\ntransition:\n"
+       "initial-> s;\ns [a s;\ns [a] -> t /o;\nend\nmodule n: emit zz end",
+       "2:23: error: expected a name after \"run\"\n"
+       "3:1: error: expected \"state:\" or \"transition:\" after \";\"; did you mean \"state:\"?\n"
+       "6:6: error: expected \"]\" after \"a\"\n7:12: error: expected \";\" after \"t\"\n"
+       "9:11: error: \"zz\" is not declared\n"},
+      {"module m: Input: a; Output: o, p; Mealy Machine o = a and; p = zz or 3; a = o; end",
+       "1:58: error: expected an expression after \"and\"\n1:64: error: \"zz\" is not declared\n"
+       "1:70: error: the constants of an equation are 0 and 1, not 3\n"
+       "1:73: error: \"a\" is an input and cannot be emitted\n"},
+      {"data: Type: int; Constant: int 1; real 2;\nmodule m: end",
+       "1:35: error: type \"real\" is not declared\n"
+       "2:1: error: expected \"end data\" before \"module\"\n"},
+      {"hello\nmodule m: emit q end",
+       "1:1: error: expected \"module\" or \"data:\"\n2:11: error: \"q\" is not declared\n"},
+      {"module m\nend", "2:1: error: expected \":\" after \"module m\"\n"},
+      {"", "1:1: error: expected \"module\" or \"data:\", and the text ends here\n"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
+}
+
+TEST(ZuFaults, OfCharacters) {
+  const Case cases[] = {
+      {"module m: Run: \"d: n; end",
+       "1:16: error: the text in quotes that begins here does not end\n"},
+      {"module m: Input: a$; end", "1:19: error: \"$\" is no character of the language\n"},
+      {"module m: Input: \xC3\xA9; end",
+       "1:18: error: a character other than ASCII stands in quotes or comments only\n"},
+      {"module m: emit _x end", "1:16: error: a name begins with a letter, not with \"_\"\n"},
+      {std::string("module m: \0 end", 15),
+       "1:11: error: a NUL byte cannot stand in source text\n"},
+      {"module m:\r end",
+       "1:10: error: a carriage return cannot stand here; lines end with a newline alone\n"},
+      {"module m: end ;; the end", "1:15: error: a comment needs a newline at its end\n"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
+}
+
+TEST(ZuFaults, OfNamesAndNumbers) {
+  const Case cases[] = {
+      {head + "present alram emit oo >> emit alarm >> wait foo end",
+       "2:9: error: \"alram\" is not declared; did you mean \"alarm\"?\n"
+       "2:15: error: \"oo\" is not declared; did you mean \"o\"?\n"
+       "2:26: error: \"alarm\" is an input and cannot be emitted\n"
+       "2:45: error: \"foo\" is not declared\n"},
+      {head + "repeat 0 { pause } >> wait 0 a end",
+       "2:1: error: repeat wants a number of 1 or more, not 0\n"
+       "2:23: error: wait wants a number of 1 or more, not 0\n"},
+      {head + "if a > 3 emit o end",
+       "2:4: error: constant \"a\" is not declared; the value of the signal is #a\n"
+       "2:8: error: the literal 3 is not declared under Constant:\n"},
+      {"module m: end\nmodule m: end",
+       "2:8: error: two modules have the name \"m\"\n1:8: note: the other one stands here\n"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
+}
+
+TEST(ZuFaults, AreToldUpToABound) {
+  std::string text = "module m: ";
+  for (int i = 0; i < 100; ++i) text += "emit q" + std::to_string(i) + " >> ";
+  const std::string lines = faults(text + "pause end");
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), class_zu_parser::most_faults);
+}
+
+}  // namespace
+
+}  // namespace kiva::test
