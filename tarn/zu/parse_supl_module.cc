@@ -47,6 +47,7 @@ void class_zu_parser::finish_module(Statement* body) {
 Signal* class_zu_parser::declare(const std::string& name, const std::string& type) {
   refuse_doubled(name);
   Signal* signal = make_kept<Signal>(name, TheModule(), TheModule()->getBddWood());
+  if (checks() && !type.empty()) require_type(type);
   if (!type.empty()) signal->setValueType(type, TheModule());
   return signal;
 }

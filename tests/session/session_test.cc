@@ -191,10 +191,10 @@ TEST(Diagnostics, EndTheWorkByOneExceptionWhereThereIsASink) {
              "syntax error at \"end\": not expected here"},
         Case{"module m: Output: o; emit", ":1:26", "syntax error at \"\": the text ends here"},
         Case{"module m: Output: o, p;\n present o emit p || present p emit o end", ":2:12",
-             "ERROR in Module `m': detecting variables in a dependance cycle"},
+             "\"o\" depends on itself in one instant: o -> p -> o"},
         Case{"module m: Output: o;\nautomaton state: s; state: e final; transition: initial-> s; s "
              "[o] e; e [o] s; end",
-             ":2:", "ERROR"}}) {
+             ":2:", "no transition can leave the final state \"e\""}}) {
     const std::string file = dir.write("m.zu", source);
     const auto work = [&file] {
       Compilation::zu_parse(file.c_str());
