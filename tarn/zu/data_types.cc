@@ -10,6 +10,12 @@ namespace kiva {
 
 namespace {
 
+/// False where the declaration that names the type is a fault already.
+bool is_declared(const std::string& type) {
+  const DataTypeTable* types = Compilation::GDataTypeTable();
+  return types != nullptr && types->isDefined(type);
+}
+
 /// A user's type whose values are true and false.
 bool is_boolean(std::string type) {
   for (char& c : type) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
@@ -72,7 +78,10 @@ DataKind DataTypes::compute(const DataExpr* e) {
 
 DataKind DataTypes::of_signal(const DataExpr* e) {
   const Signal* signal = static_cast<const DataSignalValue*>(e)->getSignal();
-  if (signal->isValued(module_)) return {signal->getValueType(module_)};
+  if (signal->isValued(module_)) {
+    const std::string type = signal->getValueType(module_);
+    return is_declared(type) ? DataKind{type} : DataKind{"", false, false};
+  }
   return unknown(
       e, '"' + signal->getOriginalName() + "\" carries no value: it is declared without a type");
 }
@@ -120,7 +129,9 @@ DataKind DataTypes::of_call(const DataExpr* e) {
 
 void DataTypes::require(const DataExpr* e, const std::string& type, const std::string& whose) {
   const DataKind given = kind(e);
-  if (!given.known || given.type == type || (given.condition && is_boolean(type))) return;
+  if (!given.known || !is_declared(type) || given.type == type ||
+      (given.condition && is_boolean(type)))
+    return;
   tell_(e, whose + " is of type " + type + ", and " + described(e, given));
 }
 

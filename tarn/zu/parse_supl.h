@@ -22,6 +22,7 @@
 #include "tarn/zu/statement.h"
 #include "tarn/zu/statements/automaton.h"
 #include "tarn/zu/statements/mealy.h"
+#include "tarn/zu/warnings.h"
 
 union ZUSTYPE;
 
@@ -294,6 +295,7 @@ class class_zu_parser {
   /// What is gathered, and what has to be closed, while a text is read.
   struct Recovery {
     std::vector<Diagnostic> faults;
+    std::vector<ReadModule> modules;
     std::unordered_map<const DataExpr*, SourceSpan> data;
     std::unordered_set<std::string> stand_ins;  ///< signals that nobody has declared
     std::deque<int> tokens;                     ///< to be given before the scanner's next

@@ -32,6 +32,7 @@ void class_zu_parser::state(const std::string& name, bool final_state, Statement
     return;
   }
   State* state = new_state(name);
+  state->declared = true;
   state->final_state = final_state;
   state->run = static_cast<Run*>(run);
   if (actions != nullptr) state->actions.assign(actions->begin(), actions->end());

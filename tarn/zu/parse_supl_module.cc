@@ -37,6 +37,7 @@ void class_zu_parser::refuse_doubled(const std::string& name) {
 void class_zu_parser::finish_module(Statement* body) {
   recovery_.in_module = false;
   TheModule()->addBodyStatement(body);
+  if (checks()) recovery_.modules.push_back({TheModule(), signal_places_});
   const std::string& name = TheModule()->getName();
   const Module* const known = Compilation::ModTable()->get(name);
   if (known == nullptr || !gathers()) return Compilation::ModTable()->add(TheModule());

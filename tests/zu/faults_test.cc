@@ -138,6 +138,48 @@ TEST(ZuFaults, OfNamesAndNumbers) {
   for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
 }
 
+TEST(ZuFaults, OfTypes) {
+  const std::string data =
+      "data: Type: int, bool; Method: int add(int, int); bool big(int); Constant: int 1; bool on; "
+      "end data\nmodule m: Input: a, v: int; Output: o: int, p, b: bool;\n";
+  const Case cases[] = {
+      {data + "emit b(#v > 1) >> emit b(big(#v) and not on) >> emit o(add(#v, 1) * #v) >>\n"
+              "if on and (#v == 1) emit p end",
+       ""},
+      {data + "emit o >> emit p(1) >> emit o(on) >> sustain o until a end",
+       "3:1: error: \"o\" is of type int and needs a value: o(...)\n"
+       "3:11: error: \"p\" carries no value: it is declared without a type\n"
+       "3:31: error: \"o\" is of type int, and \"on\" is of type bool\n"
+       "3:38: error: \"o\" is of type int and needs a value: o(...)\n"},
+      {data + "emit o(#o + 1) >> emit b(#v) >> emit o(#v > 1) >> emit o(#a) end",
+       "3:1: error: the value of \"o\" cannot be made of #o in the same instant\n"
+       "3:26: error: \"b\" is of type bool, and \"#v\" is of type int\n"
+       "3:40: error: \"o\" is of type int, and \"#v > 1\" is a condition\n"
+       "3:58: error: \"a\" carries no value: it is declared without a type\n"},
+      {data + "if #v emit p >> if #v + on == 1 and #v emit p >> emit o(add(1)) >> emit o(add(1, "
+              "on)) end",
+       "3:4: error: \"if\" takes a condition, and \"#v\" is of type int\n"
+       "3:20: error: \"+\" takes two values of one type: \"#v\" is of type int, \"on\" is of type "
+       "bool\n"
+       "3:37: error: \"and\" takes a condition, and \"#v\" is of type int\n"
+       "3:57: error: \"add\" takes 2 arguments, not 1\n"
+       "3:82: error: argument 2 of \"add\" is of type int, and \"on\" is of type bool\n"},
+      {data + "automaton state: s /o; state: t /p(1); transition: initial-> s; s [value: #v] -> t; "
+              "end",
+       "3:21: error: \"o\" is of type int and needs a value: o(...)\n"
+       "3:34: error: \"p\" carries no value: it is declared without a type\n"
+       "3:75: error: \"value:\" takes a condition, and \"#v\" is of type int\n"},
+      {data + "Mealy Machine o = a; p(1) = a; end",
+       "3:15: error: \"o\" is of type int and needs a value: o(...)\n"
+       "3:22: error: \"p\" carries no value: it is declared without a type\n"},
+      {"data: Type: int; Method: int f(foo); end data\nmodule m: Input: v: itn; Output: o: int; "
+       "emit o(f(#v)) end",
+       "1:26: error: type \"foo\" is not declared\n"
+       "2:18: error: type \"itn\" is not declared; did you mean \"int\"?\n"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
+}
+
 TEST(ZuFaults, AreToldUpToABound) {
   std::string text = "module m: ";
   for (int i = 0; i < 100; ++i) text += "emit q" + std::to_string(i) + " >> ";
