@@ -50,12 +50,12 @@ std::string DataTypes::described(const DataExpr* e, const DataKind& kind) const 
   return '"' + text_(e) + (kind.condition ? "\" is a condition" : "\" is of type " + kind.type);
 }
 
-DataKind DataTypes::kind(const DataExpr* e) {
+DataKind DataTypes::kind(DataExpr* e) {
   if (const auto at = kinds_.find(e); at != kinds_.end()) return at->second;
   return kinds_[e] = compute(e);
 }
 
-DataKind DataTypes::compute(const DataExpr* e) {
+DataKind DataTypes::compute(DataExpr* e) {
   if (e->isDataValue()) return {"", false, false};
   if (e->isDataConstant()) {
     const ConstantDecl* constant = Compilation::GDataConstantTable()->getConstantById(
@@ -68,7 +68,7 @@ DataKind DataTypes::compute(const DataExpr* e) {
   const auto* unary = static_cast<const DataUnaryOp*>(e);
   if (unary->getOp() == DataExpr::Not) {
     require_condition(unary->getOperand(), "\"not\"");
-    return {"", true};
+    return logical(e, unary->getOperand());
   }
   const DataKind operand = kind(unary->getOperand());
   if (operand.known && operand.condition)
@@ -76,7 +76,18 @@ DataKind DataTypes::compute(const DataExpr* e) {
   return operand;
 }
 
-DataKind DataTypes::of_signal(const DataExpr* e) {
+/// Its operands may be comparisons of values of other types.
+DataKind DataTypes::logical(DataExpr* e, DataExpr* left) {
+  std::string type;
+  if (const DataTypeTable* types = Compilation::GDataTypeTable())
+    for (const auto& [name, number] : types->entries())
+      if (is_boolean(name)) type = name;
+  if (type.empty() && kind(left).known) type = left->getType(module_);
+  e->setType(type.empty() ? "?" : type);
+  return {"", true};
+}
+
+DataKind DataTypes::of_signal(DataExpr* e) {
   const Signal* signal = static_cast<const DataSignalValue*>(e)->getSignal();
   if (signal->isValued(module_)) {
     const std::string type = signal->getValueType(module_);
@@ -86,14 +97,14 @@ DataKind DataTypes::of_signal(const DataExpr* e) {
       e, '"' + signal->getOriginalName() + "\" carries no value: it is declared without a type");
 }
 
-DataKind DataTypes::of_binary(const DataExpr* e) {
+DataKind DataTypes::of_binary(DataExpr* e) {
   const auto* operation = static_cast<const DataBinaryOp*>(e);
   const int op = operation->getOp();
   const std::string name = '"' + operator_text(op) + '"';
   if (is_logical(op)) {
     require_condition(operation->getLeft(), name);
     require_condition(operation->getRight(), name);
-    return {"", true};
+    return logical(e, operation->getLeft());
   }
   const DataKind left = kind(operation->getLeft());
   const DataKind right = kind(operation->getRight());
@@ -107,7 +118,7 @@ DataKind DataTypes::of_binary(const DataExpr* e) {
   return compares ? DataKind{"", true} : left;
 }
 
-DataKind DataTypes::of_call(const DataExpr* e) {
+DataKind DataTypes::of_call(DataExpr* e) {
   const auto* call = static_cast<const DataMethodCall*>(e);
   const MethodDecl* method = Compilation::GDataMethodTable()->getMethodById(call->getMethodIndex());
   if (method == nullptr) return {"", false, false};
@@ -120,14 +131,14 @@ DataKind DataTypes::of_call(const DataExpr* e) {
                  std::to_string(arguments.size()));
   auto type = types.begin();
   int number = 0;
-  for (const DataExpr* argument : arguments) {
+  for (DataExpr* argument : arguments) {
     if (type == types.end()) break;
     require(argument, *type++, "argument " + std::to_string(++number) + " of " + name);
   }
   return {method->getReturnType()};
 }
 
-void DataTypes::require(const DataExpr* e, const std::string& type, const std::string& whose) {
+void DataTypes::require(DataExpr* e, const std::string& type, const std::string& whose) {
   const DataKind given = kind(e);
   if (!given.known || !is_declared(type) || given.type == type ||
       (given.condition && is_boolean(type)))
@@ -135,7 +146,7 @@ void DataTypes::require(const DataExpr* e, const std::string& type, const std::s
   tell_(e, whose + " is of type " + type + ", and " + described(e, given));
 }
 
-void DataTypes::require_condition(const DataExpr* e, const std::string& whose) {
+void DataTypes::require_condition(DataExpr* e, const std::string& whose) {
   const DataKind given = kind(e);
   if (!is_condition(given)) tell_(e, whose + " takes a condition, and " + described(e, given));
 }

@@ -16,8 +16,9 @@ struct DataKind {
 };
 
 /// Checks data expressions of one module as their reader means them: operands of one type, logical
-/// operators over conditions, arguments as declared. The library itself gives a comparison the type
-/// of its operands, by which the evaluation server compares.
+/// operators over conditions, arguments as declared. The library itself gives an operator the type
+/// of its operands, by which the evaluation server works; logical operators get the user's boolean
+/// type here, if there is one.
 class DataTypes {
  public:
   /// Takes a fault about a part of the expression.
@@ -28,17 +29,18 @@ class DataTypes {
   DataTypes(Module* module, Text text, Tell tell)
       : module_(module), text_(std::move(text)), tell_(std::move(tell)) {}
 
-  DataKind kind(const DataExpr* e);
+  DataKind kind(DataExpr* e);
   /// Tells of a value that does not fit the type; `whose` says what takes it.
-  void require(const DataExpr* e, const std::string& type, const std::string& whose);
+  void require(DataExpr* e, const std::string& type, const std::string& whose);
   /// Tells of what is neither true nor false.
-  void require_condition(const DataExpr* e, const std::string& whose);
+  void require_condition(DataExpr* e, const std::string& whose);
 
  private:
-  DataKind compute(const DataExpr* e);
-  DataKind of_signal(const DataExpr* e);
-  DataKind of_binary(const DataExpr* e);
-  DataKind of_call(const DataExpr* e);
+  DataKind compute(DataExpr* e);
+  DataKind of_signal(DataExpr* e);
+  DataKind of_binary(DataExpr* e);
+  DataKind of_call(DataExpr* e);
+  DataKind logical(DataExpr* e, DataExpr* left);
   DataKind unknown(const DataExpr* part, const std::string& sentence);
   std::string described(const DataExpr* e, const DataKind& kind) const;
 

@@ -22,7 +22,7 @@ void class_zu_parser::begin_module(const std::string& name) {
 
 void class_zu_parser::refuse_doubled(const std::string& name) {
   // The library takes what it is given.
-  if (!Compilation::rules().copies) return;
+  if (!Compilation::rules().copies && !checks()) return;
   const auto [first, is_new] = signal_places_.emplace(name, span_);
   if (is_new) return;
   Diagnostic doubled;

@@ -109,6 +109,22 @@ class Usage {
   bool unknown_ = false;
 };
 
+struct Doubt {
+  const char* name = nullptr;  ///< null for none
+  const char* what = nullptr;
+};
+
+Doubt doubt_of_local(const Signal* local, const Usage& usage) {
+  if (local->isValue() || local->isRegister() || local->isWire()) return {};
+  const bool is_read = usage.reads(local);
+  if (usage.writes(local)) {
+    if (is_read) return {};
+    return {"never-read", "a local that nothing reads"};
+  }
+  if (is_read) return {"never-emitted", "a local that nothing emits"};
+  return {"never-read", "a local that nothing emits or reads"};
+}
+
 }  // namespace
 
 void find_doubtful_signals(const ReadModule& read, std::vector<Diagnostic>& found) {
@@ -126,14 +142,8 @@ void find_doubtful_signals(const ReadModule& read, std::vector<Diagnostic>& foun
     if (!output->isValue() && !usage.writes(output))
       tell("never-emitted", output, "an output that nothing emits");
   for (const Signal* local : read.module->getLocalSignalList()) {
-    if (local->isValue() || local->isRegister() || local->isWire()) continue;
-    if (!usage.writes(local) && !usage.reads(local)) {
-      tell("never-read", local, "a local that nothing emits or reads");
-    } else if (!usage.writes(local)) {
-      tell("never-emitted", local, "a local that nothing emits");
-    } else if (!usage.reads(local)) {
-      tell("never-read", local, "a local that nothing reads");
-    }
+    const Doubt doubt = doubt_of_local(local, usage);
+    if (doubt.name != nullptr) tell(doubt.name, local, doubt.what);
   }
 }
 

@@ -83,21 +83,27 @@ struct Rails {
 
 using States = std::vector<std::pair<const Signal*, Rails>>;
 
+Rails state_of(const Signal* signal, const States& states) {
+  for (const auto& [known, state] : states)
+    if (known == signal) return state;
+  return {false, false};
+}
+
+bool is_present(const Rails& r) {
+  return r.status && !r.value;
+}
+
 Rails rails(const Expression* e, const States& states) {
   if (e->isTrueExpr()) return {true, false};
   if (e->isFalseExpr()) return {false, true};
-  if (const auto* signal = dynamic_cast<const Signal*>(e)) {
-    for (const auto& [known, state] : states)
-      if (known == signal) return state;
-    return {false, false};
-  }
+  if (const auto* signal = dynamic_cast<const Signal*>(e)) return state_of(signal, states);
   if (const auto* negated = dynamic_cast<const NotExpression*>(e)) {
     const Rails r = rails(negated->getExpression(), states);
     return {r.value, r.status};
   }
   if (const auto* absent = dynamic_cast<const NpExpression*>(e)) {
     const Rails r = rails(absent->getExpression(), states);
-    return {!(r.status && !r.value), r.status && !r.value};
+    return {!is_present(r), is_present(r)};
   }
   const auto* pair = dynamic_cast<const BinaryExpression*>(e);
   if (pair == nullptr) return {false, false};
@@ -131,8 +137,7 @@ std::string constant(const Expression* e) {
       states.emplace_back(signal, each[rest % each.size()]);
       rest /= each.size();
     }
-    const Rails r = rails(e, states);
-    present += r.status && !r.value ? 1 : 0;
+    present += is_present(rails(e, states)) ? 1 : 0;
   }
   if (present == count) return "present";
   return present == 0 ? "absent" : "";
