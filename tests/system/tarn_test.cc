@@ -181,6 +181,19 @@ TEST_F(TarnOnSource, RewritesACompiledModuleAsItIs) {
   EXPECT_EQ(outputs("second.zuc", stimuli), outputs("lamp.zuc", stimuli));
 }
 
+TEST_F(TarnOnSource, TellsTheFaultOfEachModule) {
+  const std::string cycles =
+      dir.write("cycles.zu",
+                "module a: Output: o;\npresent o emit o end\nmodule b: Output: o;\nrun a end\n"
+                "module c: Output: o;\npresent o emit o end\nmodule d: Output: o; emit o end\n");
+  const ProgramRun run = tarn(cycles);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_THAT(run.err, HasSubstr("cycles.zu:2:11: error: "));
+  EXPECT_THAT(run.err, HasSubstr("cycles.zu:6:11: error: "));
+  EXPECT_THAT(run.err, Not(HasSubstr("cycles.zu:4:")));
+}
+
 TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   const std::string broken = dir.write("broken.zu", "module m: Input: i;\nemit >> end\n");
   ProgramRun run = tarn(broken + " " + source);
