@@ -38,4 +38,11 @@ void Messages::display(const std::string& title, const std::string& text, int co
   if (windows_ != nullptr) windows_->display(title, text, columns);
 }
 
+void Messages::take(const Diagnostic& diagnostic) {
+  Reporter::take(diagnostic);
+  if (windows_ != nullptr && diagnostic.severity == Severity::error &&
+      diagnostic.manner == Manner::untold)
+    windows_->alert(diagnostic.text("tarn"));
+}
+
 }  // namespace kiva::tarn_program

@@ -30,6 +30,8 @@ class Messages : public message_presenter, public programs::Reporter {
   void message(const std::string& text) override;
   void big_message(const std::string& text, int width) override;
   void display(const std::string& title, const std::string& text, int columns) override;
+  /// An error that has no told text comes as an alert of its own.
+  void take(const Diagnostic& diagnostic) override;
 
  private:
   message_presenter* windows_;

@@ -13,6 +13,8 @@
 #include "tarn/targets/frame/target_rules.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zu/source_map.h"
+#include "tarn/zu/statement_walk.h"
+#include "tarn/zu/statements/run.h"
 #include "tarn/zuc/zuc_reader.h"
 
 namespace kiva::tarn_program {
@@ -29,7 +31,8 @@ class Translation {
 
  private:
   bool read_compiled();
-  void compile_source();
+  bool compile_source();
+  bool compile_modules();
   bool write_compiled(Module* module);
   bool write(Module* module);
   bool write_map(Module* module, const std::string& path);
@@ -66,8 +69,57 @@ bool Translation::read_compiled() {
   return module != nullptr;
 }
 
-/// Compiles the modules that are asked for; all of them when none is named.
-void Translation::compile_source() {
+namespace {
+
+/// Does the module run one of these, itself or by those that it runs?
+bool reaches(const Module* module, const std::set<const Module*>& others) {
+  std::set<const Module*> met{module};
+  std::vector<const Module*> open{module};
+  bool found = others.contains(module);
+  while (!open.empty() && !found) {
+    const Module* const caller = open.back();
+    open.pop_back();
+    for_each_statement(caller->getStatement(), [&](const Statement& statement) {
+      const auto* run = dynamic_cast<const Run*>(&statement);
+      const Module* called =
+          run == nullptr ? nullptr : Compilation::ModTable()->get(run->getModuleName());
+      if (called == nullptr || !met.insert(called).second) return;
+      found = found || others.contains(called);
+      open.push_back(called);
+    });
+  }
+  return found;
+}
+
+}  // namespace
+
+/// Compiles each module that runs none in which a fault has been told; false if one has.
+bool Translation::compile_modules() {
+  std::set<const Module*> whole, faulty;
+  const auto sort_into = [](std::set<const Module*>& ours, const std::set<const Module*>& others) {
+    for (const Module* module : Compilation::ModTable()->in_order())
+      if (module->getSet() != nullptr && !others.contains(module)) ours.insert(module);
+  };
+  for (Module* module : modules_) {
+    if (reaches(module, faulty)) continue;
+    current_ = module;
+    stages_.begin("compile " + module->getName());
+    try {
+      if (module->getSet() == nullptr) module->compile();  // a run may have needed it
+      sort_into(whole, faulty);
+    } catch (...) {
+      stages_.end();
+      fail(fault());
+      faulty.insert(module);
+      sort_into(faulty, whole);
+    }
+  }
+  return faulty.empty();
+}
+
+/// Compiles the modules that are asked for, all of them when none is named; false when a fault has
+/// been told.
+bool Translation::compile_source() {
   stages_.begin("read " + file_);
   Compilation::zu_parse(file_.c_str());
   for (Module* module : Compilation::ModTable()->in_order()) {
@@ -76,11 +128,7 @@ void Translation::compile_source() {
                                               module->getName()) != options_.modules.end();
     if (wanted) modules_.push_back(module);
   }
-  for (Module* module : modules_) {
-    current_ = module;
-    stages_.begin("compile " + module->getName());
-    if (module->getSet() == nullptr) module->compile();  // a run may have needed it
-  }
+  if (!compile_modules()) return false;
   // All are compiled before the first is finalised: a run takes in equations as compiled.
   for (Module* module : modules_) {
     current_ = module;
@@ -88,6 +136,7 @@ void Translation::compile_source() {
     if (options_.check_over_knowledge) module->check_over_knowledge();
     if (!options_.no_finalize) module->finalize(options_.keep_rtl ? 1 : 0);
   }
+  return true;
 }
 
 /// Runs a print operation; false when it had to tell its user something.
@@ -166,8 +215,7 @@ bool Translation::run(std::set<std::string>& met) {
   try {
     if (is_source(file_)) {
       const int before = messages_.errors();
-      compile_source();
-      if (messages_.errors() != before) return false;
+      if (!compile_source() || messages_.errors() != before) return false;
     } else if (!read_compiled()) {
       return false;
     }

@@ -106,8 +106,11 @@ void DataBinaryOp::computeType(Module* module) {
   const std::string left_type = left->getType(module);
   const std::string right_type = right->getType(module);
   if (left_type != right_type) {
-    end_with("*** Type check error in binary operator: type: " + left_type +
-             " differs from type: " + right_type);
+    Diagnostic fault =
+        Diagnostic::of_told("*** Type check error in binary operator: type: " + left_type +
+                            " differs from type: " + right_type);
+    fault.sentence = "an operator has operands of two types, " + left_type + " and " + right_type;
+    end_with(std::move(fault));
   }
   type = left_type;
 }

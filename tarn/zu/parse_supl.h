@@ -18,9 +18,11 @@
 #include "tarn/model/sexception.h"
 #include "tarn/model/source_span.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/data_types.h"
 #include "tarn/zu/statement.h"
 #include "tarn/zu/statements/automaton.h"
 #include "tarn/zu/statements/mealy.h"
+#include "tarn/zu/warnings.h"
 
 union ZUSTYPE;
 
@@ -183,6 +185,8 @@ class class_zu_parser {
   /// Binds a value to a signal of its own, which stands for it where `clock` is there. A
   /// type error in the data is shown first.
   Signal* bind(DataExpr* data, const std::string& prefix, Signal* clock);
+  /// Where source is checked: whether an emission of the signal has the value that it needs.
+  void check_emission(const Signal* signal, DataExpr* data);
   /// Binds a condition to a data signal of the module.
   Signal* bind_condition(DataExpr* data, const std::string& name);
   /// Makes a bound signal a local, or an output if its clock is one.
@@ -245,6 +249,13 @@ class class_zu_parser {
 
   void require_type(const std::string& name);
   DataExpr* known_value(const std::string& name, const std::string& sentence);
+  /// Notes where the part of a data expression stands.
+  DataExpr* placed(DataExpr* e);
+  DataTypes data_types();
+  /// Whether faults have been found in the expression by what `check` does with it; then it has a
+  /// type all the same.
+  template <class Check>
+  void check_data(DataExpr* data, Check check);
   static DataExpr* unknown_value();
   /// True for a declaration that an earlier file has made in the same words: it stands already.
   template <class Declaration>
@@ -284,6 +295,8 @@ class class_zu_parser {
   /// What is gathered, and what has to be closed, while a text is read.
   struct Recovery {
     std::vector<Diagnostic> faults;
+    std::vector<ReadModule> modules;
+    std::unordered_map<const DataExpr*, SourceSpan> data;
     std::unordered_set<std::string> stand_ins;  ///< signals that nobody has declared
     std::deque<int> tokens;                     ///< to be given before the scanner's next
     std::vector<SourceSpan> braces;             ///< open in the module

@@ -32,6 +32,7 @@ void class_zu_parser::state(const std::string& name, bool final_state, Statement
     return;
   }
   State* state = new_state(name);
+  state->declared = true;
   state->final_state = final_state;
   state->run = static_cast<Run*>(run);
   if (actions != nullptr) state->actions.assign(actions->begin(), actions->end());
@@ -71,6 +72,7 @@ void class_zu_parser::add_action(SignalActions& actions, const std::string& name
     signal = stand_in(name);
   }
   actions.push_back(signal);
+  check_emission(signal, data);
   if (data == nullptr) return;
   Signal* bound = bind(data, name + "_Val", signal);
   place_local(bound);
@@ -120,6 +122,7 @@ Expression* class_zu_parser::equation_nand(Expression* left, Expression* right) 
 EquationList* class_zu_parser::equation(Signal* variable, DataExpr* data, Expression* right) {
   EquationList* equations = made<EquationList>();
   equations->push_back(make_kept<Equation>(Equation{variable, right, span_}));
+  check_emission(variable, data);
   if (data == nullptr) return equations;
   Signal* bound = bind(data, variable->getOriginalName() + "_value", variable);
   place_like(bound, variable);

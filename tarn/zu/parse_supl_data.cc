@@ -72,6 +72,8 @@ void class_zu_parser::require_type(const std::string& name) {
 void class_zu_parser::add_method(const std::string& type, const std::string& name,
                                  const NameList* arguments) {
   require_type(type);
+  if (checks() && arguments != nullptr)
+    for (const std::string& argument : *arguments) require_type(argument);
   DataMethodTable& table = Compilation::methodTable();
   MethodDecl* method =
       make_kept<MethodDecl>(type, name, arguments == nullptr ? NameList() : *arguments);
@@ -85,6 +87,7 @@ void class_zu_parser::add_constant(const std::string& type, const std::string& n
   require_type(type);
   ConstantDecl* constant = make_kept<ConstantDecl>(type, name, value);
   if (value != nullptr) {
+    if (checks()) data_types().require(value, type, '"' + name + '"');
     value->setType(type);
     if (value->isDataValue()) static_cast<DataValue*>(value)->setConstant(constant);
   }
@@ -119,7 +122,7 @@ DataExpr* class_zu_parser::constant(const std::string& name) {
 
 DataExpr* class_zu_parser::known_value(const std::string& name, const std::string& sentence) {
   if (const ConstantDecl* known = known_constant(name))
-    return make_kept<DataConstant>(known->getIndex());
+    return placed(make_kept<DataConstant>(known->getIndex()));
   refuse(ModuleUndefinedConstantException(name, module_name()), sentence);
   return unknown_value();
 }
@@ -139,28 +142,74 @@ DataExpr* class_zu_parser::method_call(const std::string& name, const DataExprLi
     refuse(UndefinedMethodException(name), "method \"" + name + "\" is not declared");
     return unknown_value();
   }
-  if (arguments == nullptr) return make_kept<DataMethodCall>(method->getIndex());
+  if (arguments == nullptr) return placed(make_kept<DataMethodCall>(method->getIndex()));
   DataExpr* call = make_kept<DataMethodCall>(method->getIndex(), *arguments);
   int depth = 0;
   for (const DataExpr* argument : *arguments) depth = std::max(depth, depth_of(argument));
   set_depth(call, depth + 1);
-  return call;
+  return placed(call);
 }
 
 DataExpr* class_zu_parser::binary(int op, DataExpr* left, DataExpr* right) {
   DataExpr* e = make_kept<DataBinaryOp>(op, left, right);
   set_depth(e, 1 + std::max(depth_of(left), depth_of(right)));
-  return e;
+  return placed(e);
 }
 
 DataExpr* class_zu_parser::unary(int op, DataExpr* operand) {
   DataExpr* e = make_kept<DataUnaryOp>(op, operand);
   set_depth(e, 1 + depth_of(operand));
-  return e;
+  return placed(e);
 }
 
 DataExpr* class_zu_parser::signal_value(const std::string& name) {
-  return make_kept<DataSignalValue>(any_signal(name));
+  return placed(make_kept<DataSignalValue>(any_signal(name)));
+}
+
+// Types.
+
+DataExpr* class_zu_parser::placed(DataExpr* e) {
+  if (checks()) recovery_.data[e] = span_;
+  return e;
+}
+
+DataTypes class_zu_parser::data_types() {
+  const auto place = [this](const DataExpr* part) {
+    const auto at = recovery_.data.find(part);
+    return at == recovery_.data.end() ? span_ : at->second;
+  };
+  return {TheModule(), [=, this](const DataExpr* part) { return source_text(place(part)); },
+          [=, this](const DataExpr* part, const std::string& sentence) {
+            fault(sentence, place(part));
+          }};
+}
+
+template <class Check>
+void class_zu_parser::check_data(DataExpr* data, Check check) {
+  const size_t before = recovery_.faults.size();
+  DataTypes types = data_types();
+  check(types);
+  if (recovery_.faults.size() > before) data->setType("?");
+}
+
+void class_zu_parser::check_emission(const Signal* signal, DataExpr* data) {
+  const std::string& name = signal->getOriginalName();
+  if (!checks() || recovery_.stand_ins.contains(name)) return;
+  const bool valued = signal->isValued(TheModule());
+  const std::string type = valued ? signal->getValueType(TheModule()) : "";
+  if (data == nullptr) {
+    if (valued)
+      fault('"' + name + "\" is of type " + type + " and needs a value: " + name + "(...)");
+    return;
+  }
+  check_data(data, [&](DataTypes& types) {
+    if (!valued) fault('"' + name + "\" carries no value: it is declared without a type");
+    types.kind(data);
+    if (valued) types.require(data, type, '"' + name + '"');
+    const auto reads = data->computeDependencySet();
+    if (valued && reads != nullptr && reads->contains(const_cast<Signal*>(signal)))
+      fault("the value of \"" + name + "\" cannot be made of #" + name + " in the same instant");
+  });
 }
 
 // Bindings.
@@ -179,7 +228,7 @@ bool types_differ(DataExpr* e) {
 }  // namespace
 
 void class_zu_parser::locate_type_error(DataExpr* data) const {
-  if (types_differ(data)) point_at(span_, "a data expression of two types");
+  if (!checks() && types_differ(data)) point_at(span_, "a data expression of two types");
 }
 
 Signal* class_zu_parser::bind(DataExpr* data, const std::string& prefix, Signal* clock) {
@@ -190,6 +239,11 @@ Signal* class_zu_parser::bind(DataExpr* data, const std::string& prefix, Signal*
 }
 
 Signal* class_zu_parser::bind_condition(DataExpr* data, const std::string& name) {
+  if (checks())
+    check_data(data, [&](DataTypes& types) {
+      types.require_condition(data,
+                              name.find("IF_") != std::string::npos ? "\"if\"" : "\"value:\"");
+    });
   locate_type_error(data);
   Signal* bound = TheModule()->addSignalBinding(data, name);
   bound->setInput();

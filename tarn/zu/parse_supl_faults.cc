@@ -53,6 +53,8 @@ void class_zu_parser::fault(const std::string& sentence, const SourceSpan& span,
 
 void class_zu_parser::hand_over() {
   std::vector<Diagnostic> faults = std::move(recovery_.faults);
+  // Behind a fault much would look doubtful that is not.
+  if (faults.empty()) faults = find_doubtful(recovery_.modules);
   std::stable_sort(faults.begin(), faults.end(), [](const Diagnostic& a, const Diagnostic& b) {
     return std::tie(a.where.line, a.where.column) < std::tie(b.where.line, b.where.column);
   });

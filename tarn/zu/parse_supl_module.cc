@@ -22,7 +22,7 @@ void class_zu_parser::begin_module(const std::string& name) {
 
 void class_zu_parser::refuse_doubled(const std::string& name) {
   // The library takes what it is given.
-  if (!Compilation::rules().copies) return;
+  if (!Compilation::rules().copies && !checks()) return;
   const auto [first, is_new] = signal_places_.emplace(name, span_);
   if (is_new) return;
   Diagnostic doubled;
@@ -37,6 +37,7 @@ void class_zu_parser::refuse_doubled(const std::string& name) {
 void class_zu_parser::finish_module(Statement* body) {
   recovery_.in_module = false;
   TheModule()->addBodyStatement(body);
+  if (checks()) recovery_.modules.push_back({TheModule(), signal_places_});
   const std::string& name = TheModule()->getName();
   const Module* const known = Compilation::ModTable()->get(name);
   if (known == nullptr || !gathers()) return Compilation::ModTable()->add(TheModule());
@@ -47,6 +48,7 @@ void class_zu_parser::finish_module(Statement* body) {
 Signal* class_zu_parser::declare(const std::string& name, const std::string& type) {
   refuse_doubled(name);
   Signal* signal = make_kept<Signal>(name, TheModule(), TheModule()->getBddWood());
+  if (checks() && !type.empty()) require_type(type);
   if (!type.empty()) signal->setValueType(type, TheModule());
   return signal;
 }

@@ -80,7 +80,7 @@ class TarnOnSource : public testing::Test {
  protected:
   TarnOnSource() { source = dir.write("two.zu", two_modules); }
   ProgramRun tarn(const std::string& arguments) const {
-    return run_program("tarn", "-d " + dir.path().string() + " " + arguments);
+    return run_program("tarn", "-Wno-never-read -d " + dir.path().string() + " " + arguments);
   }
   std::string written(const std::string& name) const { return read_text(dir.file(name)); }
   std::string outputs(const std::string& module, const std::string& stimuli) const {
@@ -181,6 +181,19 @@ TEST_F(TarnOnSource, RewritesACompiledModuleAsItIs) {
   EXPECT_EQ(outputs("second.zuc", stimuli), outputs("lamp.zuc", stimuli));
 }
 
+TEST_F(TarnOnSource, TellsTheFaultOfEachModule) {
+  const std::string cycles =
+      dir.write("cycles.zu",
+                "module a: Output: o;\npresent o emit o end\nmodule b: Output: o;\nrun a end\n"
+                "module c: Output: o;\npresent o emit o end\nmodule d: Output: o; emit o end\n");
+  const ProgramRun run = tarn(cycles);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_THAT(run.err, HasSubstr("cycles.zu:2:11: error: "));
+  EXPECT_THAT(run.err, HasSubstr("cycles.zu:6:11: error: "));
+  EXPECT_THAT(run.err, Not(HasSubstr("cycles.zu:4:")));
+}
+
 TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   const std::string broken = dir.write("broken.zu", "module m: Input: i;\nemit >> end\n");
   ProgramRun run = tarn(broken + " " + source);
@@ -210,6 +223,25 @@ TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(dir.file("lamp.zuc") + ": error: cannot be written\n"));
   EXPECT_EQ(run.out, "");
+}
+
+TEST(Tarn, WarningsAreNamed) {
+  const TempDir dir;
+  const std::string source = dir.write("m.zu", "module m: Input: a; Output: o; emit o end");
+  const std::string told =
+      source + ":1:18: warning: \"a\" is an input that nothing reads [-Wnever-read]\n";
+  const std::string into = "-q -d " + dir.path().string() + " ";
+  ProgramRun run = run_program("tarn", into + source);
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err, told);
+  EXPECT_EQ(run_program("tarn", into + "-Wno-never-read -Werror " + source).err, "");
+  EXPECT_EQ(run_program("tarn", into + "--classic " + source).err, "");
+  EXPECT_EQ(run_program("tarn", into + "-Wno-such " + source).status, 2);
+  std::filesystem::remove(dir.file("m.zuc"));
+  run = run_program("tarn", into + "-Werror " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr(":1:18: error: "));
+  EXPECT_FALSE(std::filesystem::exists(dir.file("m.zuc")));
 }
 
 TEST(Tarn, RefusesWithOneLineAndAStatus) {

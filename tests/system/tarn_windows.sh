@@ -49,6 +49,6 @@ wait "$program"
 status=$?
 program=
 [ "$status" -eq 1 ] || fail "exit status $status"
-grep -q '^SYNTAX ERROR at line 2' err || fail "the text is not on the error stream"
+grep -q '^broken.zu:2:6: error: expected' err || fail "the text is not on the error stream"
 grep -q 'good.zuc' out || fail "the third file was not compiled"
 echo "two windows, closed by two keys"

@@ -138,6 +138,86 @@ TEST(ZuFaults, OfNamesAndNumbers) {
   for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
 }
 
+TEST(ZuFaults, OfTypes) {
+  const std::string data =
+      "data: Type: int, bool; Method: int add(int, int); bool big(int); Constant: int 1; bool on; "
+      "end data\nmodule m: Input: a, v: int; Output: o: int, p, b: bool;\n";
+  const Case cases[] = {
+      {data +
+           "emit b(#v > 1) >> wait a >> emit b(big(#v) and not on) >> emit o(add(#v, 1) * #v) >>\n"
+           "if on and (#v == 1) emit p end",
+       ""},
+      {data + "emit o >> emit p(1) >> emit o(on) >> sustain o until a end",
+       "3:1: error: \"o\" is of type int and needs a value: o(...)\n"
+       "3:11: error: \"p\" carries no value: it is declared without a type\n"
+       "3:31: error: \"o\" is of type int, and \"on\" is of type bool\n"
+       "3:38: error: \"o\" is of type int and needs a value: o(...)\n"},
+      {data + "emit o(#o + 1) >> emit b(#v) >> emit o(#v > 1) >> emit o(#a) end",
+       "3:1: error: the value of \"o\" cannot be made of #o in the same instant\n"
+       "3:26: error: \"b\" is of type bool, and \"#v\" is of type int\n"
+       "3:40: error: \"o\" is of type int, and \"#v > 1\" is a condition\n"
+       "3:58: error: \"a\" carries no value: it is declared without a type\n"},
+      {data + "if #v emit p >> if (#v + on) == 1 emit p >> if on and #v emit p >> emit o(add(1)) "
+              ">> emit o(add(1, "
+              "on)) end",
+       "3:4: error: \"if\" takes a condition, and \"#v\" is of type int\n"
+       "3:21: error: \"+\" takes two values of one type: \"#v\" is of type int, \"on\" is of type "
+       "bool\n"
+       "3:55: error: \"and\" takes a condition, and \"#v\" is of type int\n"
+       "3:75: error: \"add\" takes 2 arguments, not 1\n"
+       "3:100: error: argument 2 of \"add\" is of type int, and \"on\" is of type bool\n"},
+      {data + "automaton state: s /o; state: t /p(1); transition: initial-> s; s [value: #v] -> t; "
+              "end",
+       "3:21: error: \"o\" is of type int and needs a value: o(...)\n"
+       "3:34: error: \"p\" carries no value: it is declared without a type\n"
+       "3:75: error: \"value:\" takes a condition, and \"#v\" is of type int\n"},
+      {data + "Mealy Machine o = a; p(1) = a; end",
+       "3:15: error: \"o\" is of type int and needs a value: o(...)\n"
+       "3:22: error: \"p\" carries no value: it is declared without a type\n"},
+      {"data: Type: int; Method: int f(foo); end data\nmodule m: Input: v: itn; Output: o: int; "
+       "emit o(f(#v)) end",
+       "1:26: error: type \"foo\" is not declared\n"
+       "2:18: error: type \"itn\" is not declared; did you mean \"int\"?\n"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
+}
+
+TEST(ZuFaults, OfDoubtfulPlaces) {
+  const std::string locals = "module m: Input: a, b; Output: o, p; Local: l, k, j;\n";
+  const std::string machines = "module m: Input: a; Output: o;\n";
+  const Case cases[] = {
+      {locals + "present TT emit o >> present a and not a emit l >> present k pause >> halt >> "
+                "emit o end",
+       "1:21: warning: \"b\" is an input that nothing reads\n"
+       "1:35: warning: \"p\" is an output that nothing emits\n"
+       "1:45: warning: \"l\" is a local that nothing reads\n"
+       "1:48: warning: \"k\" is a local that nothing emits\n"
+       "1:51: warning: \"j\" is a local that nothing emits or reads\n"
+       "2:1: warning: the condition of this present is always present\n"
+       "2:22: warning: the condition of this present is always absent\n"
+       "2:79: warning: this is never reached: what stands before it never ends\n"},
+      {machines +
+           "automaton state: initial; state: t; transition: initial [a] -> t; t /o -> u; end",
+       "2:1: warning: the automaton has no initial-> transition and never begins\n"
+       "2:11: warning: this is a state like others; the beginning is written initial->\n"
+       "2:67: warning: state \"u\" is declared nowhere\n"},
+      {machines + "automaton state: s; state: t; transition: initial-> s; s [a] /o s; end",
+       "2:21: warning: no transition leads to state \"t\" from the initial one\n"},
+      {machines + "Mealy Machine Register: r: 0: n; o = a and r; o = a; end",
+       "2:1: error: no equation gives \"n\", the next of register \"r\"\n"
+       "2:34: warning: a later equation replaces this one of \"o\"\n"},
+      {"module x: Output: o; emit o end\nmodule y: Output: o; emit o end\n"
+       "module z: Output: o; run y end",
+       "1:8: warning: module \"x\" is not reached from \"z\", the last of the file\n"},
+      {"data: Type: int; Constant: int 1; int 2; end data\nmodule x: Output: o: int; emit o(1) >> "
+       "emit o(2) end",
+       "2:27: warning: the value of \"o\" does not count: it is emitted again in the same instant\n"
+       "2:40: note: here\n"},
+      {"module m: Input: a; Local: l; run elsewhere end", ""},
+  };
+  for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
+}
+
 TEST(ZuFaults, AreToldUpToABound) {
   std::string text = "module m: ";
   for (int i = 0; i < 100; ++i) text += "emit q" + std::to_string(i) + " >> ";

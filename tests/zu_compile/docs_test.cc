@@ -7,6 +7,7 @@
 
 #include "tarn/zu/statement.h"
 #include "tarn/zu/statement_table.h"
+#include "tarn/zu/warnings.h"
 #include "tests/support/temp_dir.h"
 #include "tests/zu_compile/compiled.h"
 #include "tests/zu_compile/program.h"
@@ -116,6 +117,12 @@ TEST(Docs, RandomProgramsHoldEachStatement) {
     }
   }
   EXPECT_TRUE(missing.empty()) << *missing.begin();
+}
+
+TEST(Docs, EachWarningHasItsRowInTheDocumentation) {
+  const std::string page = read_text(KIVA_SOURCE "/docs/messages.md");
+  for (const WarningRow& row : warning_table())
+    EXPECT_NE(page.find("| `" + std::string(row.name) + "` | "), std::string::npos) << row.name;
 }
 
 }  // namespace

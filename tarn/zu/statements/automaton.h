@@ -22,6 +22,7 @@ class State {
   std::string name;
   int number = 0;  ///< code, given by Automaton::compile
   bool final_state = false;
+  bool declared = false;  ///< else only transitions name it
   Run* run = nullptr;
   /// Moore actions: each signal, behind a valued one the signal bound to its value.
   std::vector<Signal*> actions;

@@ -17,6 +17,7 @@ Statement* Emit::read(class_zu_parser& reader, const std::string& signal_name, D
   Signal* signal = reader.statement_signal(signal_name);
   const std::string name = reader.next_name("E", Module::EmitNumber());
   Signal* bound = nullptr;
+  reader.check_emission(signal, data);
   if (data != nullptr) {
     bound = reader.bind(data, name, signal);
     reader.place_local(bound);

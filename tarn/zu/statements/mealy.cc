@@ -16,7 +16,11 @@ Statement* MealyMachine::read(class_zu_parser& reader, const std::list<Equation*
 }
 
 void MealyMachine::setMachineTable(const std::list<Equation*>& equations, Module*) {
-  for (Equation* equation : equations) table_[equation->signal->getInternalName()] = equation;
+  for (Equation* equation : equations) {
+    Equation*& entry = table_[equation->signal->getInternalName()];
+    if (entry != nullptr) replaced_.push_back(entry);
+    entry = equation;
+  }
 }
 
 void MealyMachine::createEquations(Module* module, EquationTable* table) {

@@ -24,6 +24,8 @@ class MealyMachine : public Statement {
   /// Enters each equation under its signal's name; a later one replaces an earlier one.
   void setMachineTable(const std::list<Equation*>& equations, Module* module);
   const std::map<std::string, Equation*>& getMachineTable() const { return table_; }
+  /// Equations that a later one has replaced.
+  const std::vector<Equation*>& getReplaced() const { return replaced_; }
   const RegisterPair& getRegister() const { return register_; }
 
   void createEquations(Module* module, EquationTable* table) override;
@@ -43,6 +45,7 @@ class MealyMachine : public Statement {
   void hold_registers(Circuit& c, Module* module);
 
   std::map<std::string, Equation*> table_;
+  std::vector<Equation*> replaced_;
   std::vector<Held> held_;
   RegisterPair register_;
 };

@@ -13,6 +13,7 @@ Statement* SustainUntil::read(class_zu_parser& reader, const std::string& signal
   Signal* signal = reader.statement_signal(signal_name);
   const std::string name = reader.next_name("SU", Module::SustainUntilNumber());
   Signal* bound = nullptr;
+  reader.check_emission(signal, data);
   if (data != nullptr) {
     bound = reader.bind(data, name, signal);
     reader.place_like(bound, signal);
