@@ -24,10 +24,21 @@ struct StimuliReader::Token {
   std::optional<std::string> text;
 };
 
+bool StimuliReader::next_line(std::string& text) {
+  text.clear();
+  char c = 0;
+  if (!in_.get(c)) return false;
+  ++line_;
+  for (; in_ && c != '\n'; in_.get(c)) {
+    if (text.size() == longest_line) throw StimuliError{line_, "the line is longer than 16 MiB"};
+    text += c;
+  }
+  return true;
+}
+
 std::optional<Stimulus> StimuliReader::next() {
   std::string text;
-  while (std::getline(in_, text)) {
-    ++line_;
+  while (next_line(text)) {
     if (!text.empty() && text.back() == '\r') text.pop_back();
     if (!text.empty() && text.front() == '#') continue;
     return parse(text);

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <memory>
 
 #include "base/check.h"
 #include "base/list.h"
@@ -54,7 +55,9 @@ Bddexpressionwood::Bddexpressionwood(bddpp_manager* manager) : common_bdd_manage
   resize_tables(man->Nb_bdd_vars());
 }
 
-Bddexpressionwood::Bddexpressionwood(const Bddexpressionwood* other) {
+// A wood that stands before it copies is cleared where the copying fails.
+Bddexpressionwood::Bddexpressionwood(const Bddexpressionwood* other)
+    : Bddexpressionwood(static_cast<bddpp_manager*>(nullptr)) {
   if (other != nullptr) copy_from(*other);
 }
 
@@ -71,11 +74,11 @@ Bddexpressionwood::~Bddexpressionwood() {
 
 void Bddexpressionwood::copy_from(const Bddexpressionwood& other) {
   nb_level = other.nb_level;
-  common_bdd_manager = other.common_bdd_manager;
   ens_exp = other.Set_of_exp();
   ens_exp_in_step = true;
-  man = other.man;
-  if (man != nullptr && common_bdd_manager == 0) man = new bddpp_manager(other.man);
+  const bool own = other.man != nullptr && other.common_bdd_manager == 0;
+  man = own ? new bddpp_manager(other.man) : other.man;
+  common_bdd_manager = other.common_bdd_manager;
   nb_max_var_bdd = doubled_capacity(other.nb_max_var_bdd, other.nb_var_bdd, "Bddexpression");
   resize_tables(other.nb_var_bdd);
   amont_dep_table = other.amont_dep_table;
@@ -177,7 +180,7 @@ void Bddexpressionwood::update_bdd_vars(long new_index) {
   }
 }
 
-bool Bddexpressionwood::enter_expression(Bddexpression* e) {
+void Bddexpressionwood::enter_expression(Bddexpression* e, const index_set* extra) {
   const char* refusal = nullptr;
   long index = -3;
   if (e == nullptr) {
@@ -192,18 +195,20 @@ bool Bddexpressionwood::enter_expression(Bddexpression* e) {
   }
   if (refusal != nullptr) {
     std::cerr << "INTERNAL ERROR in Bddexpressionwood::learn_expression():\n" << refusal << '\n';
-    return false;
+    return;
   }
   if (index >= nb_var_bdd) update_bdd_vars();
   const Bddexpression* old = exp_table[index];
-  if (old == e) return false;
-  if (old != nullptr) {
-    leave_as_reader(index, old->vars_dependance);
-  } else {
-    note_filled(index);
-  }
-  exp_table[index] = e;
+  if (old == e) return;
+  if (old != nullptr) leave_as_reader(index, old->vars_dependance);
   enter_as_reader(index, e->vars_dependance);
+  if (extra != nullptr) {
+    for (long reader : *extra) {
+      if (in_tables(reader)) amont_dep_table[index].insert(reader);
+    }
+  }
+  if (old == nullptr) note_filled(index);
+  exp_table[index] = e;  // when nothing can fail any more: until then it is its maker's
   nb_level = std::max({nb_level, e->earliest_date, latest_date_table[index]});
   KIVA_CHECK(1, exp_table[index]->my_index_var() == index);
   KIVA_CHECK(2, std::all_of(e->vars_dependance.begin(), e->vars_dependance.end(), [&](long dep) {
@@ -211,26 +216,21 @@ bool Bddexpressionwood::enter_expression(Bddexpression* e) {
              }));
   KIVA_CHECK(4,
              static_cast<long>(exp_table.size()) >= nb_var_bdd && nb_var_bdd <= man->Nb_bdd_vars());
-  return true;
 }
 
 void Bddexpressionwood::learn_expression(Bddexpression* e) {
-  enter_expression(e);
+  enter_expression(e, nullptr);
 }
 
 void Bddexpressionwood::learn_abstract_expression(Bddexpression* e, const index_set* extra) {
-  if (!enter_expression(e) || extra == nullptr) return;
-  index_set& readers = amont_dep_table[e->my_index_var()];
-  for (long reader : *extra) {
-    if (in_tables(reader)) readers.insert(reader);
-  }
+  enter_expression(e, extra);
 }
 
 void Bddexpressionwood::integrate_wood(Bddexpressionwood* other) {
   if (other == nullptr || other == this || other->man == nullptr) return;
   for (long from_index : other->Set_of_exp()) {
     const Bddexpression& from = *other->exp_table[from_index];
-    auto* e = new Bddexpression(this);
+    auto e = std::make_unique<Bddexpression>(this);
     e->name = from.name;
     e->exp_def = from.exp_def;
     e->w = from.w;
@@ -248,11 +248,12 @@ void Bddexpressionwood::integrate_wood(Bddexpressionwood* other) {
     const Bddexpression* old = slot(index);
     latest_date_table[index] = other->latest_date_table[from_index];
     if (from.abstraction == 0) {
-      learn_expression(e);
+      learn_expression(e.get());
     } else {
       const index_set readers = by_name(*this, *other, other->amont_dep_table[from_index]);
-      learn_abstract_expression(e, &readers);
+      learn_abstract_expression(e.get(), &readers);
     }
+    e.release();  // the wood's now
     delete old;
   }
   nb_level = std::max(nb_level, other->nb_level);

@@ -256,8 +256,9 @@ class Bddexpressionwood {
   class Dating;
   class Wire_suppression;  // wires.cc
 
-  /// Steps common to both ways of learning; false when e was refused or known already.
-  bool enter_expression(Bddexpression* e);
+  /// Steps common to both ways of learning, `extra` readers of the variable among them. Where it
+  /// throws, e is not in the tables.
+  void enter_expression(Bddexpression* e, const index_set* extra);
   void enter_as_reader(long user_index, const index_set& deps);
   void leave_as_reader(long user_index, const index_set& deps);
   /// The slot of `index` if it can be forgotten, else null; reports an index out of range.

@@ -1,6 +1,7 @@
 #include "tarn/zuc/zuc_scanner.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <ostream>
 
@@ -14,6 +15,8 @@ zuc_scanner::zuc_scanner(std::istream* in, std::ostream* out)
     : zucFlexLexer(in, out), out_(out), text_(read_all(*in)) {
   const size_t last = text_.rfind('\n');
   after_last_newline_ = last == std::string::npos ? 0 : last + 1;
+  const size_t room = text_.size() + 2;
+  yy_switch_to_buffer(yy_create_buffer(in, static_cast<int>(std::min<size_t>(room, INT_MAX / 2))));
 }
 
 int zuc_scanner::LexerInput(char* buffer, int size) {

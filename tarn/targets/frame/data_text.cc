@@ -1,5 +1,6 @@
 #include "tarn/targets/frame/data_text.h"
 
+#include <regex>
 #include <sstream>
 
 #include "base/graph_walk.h"
@@ -69,6 +70,37 @@ void put_node(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
     out << operator_text(texts, operation.getOp());
     put_operand(*operation.getOperand());
   }
+}
+
+bool is_number(const std::string& text) {
+  static const std::regex number(R"([+-]?(0[xX][0-9a-fA-F]+|([0-9]+\.?[0-9]*|\.[0-9]+))"
+                                 R"(([eE][+-]?[0-9]+)?)[a-zA-Z]{0,3})");
+  constexpr size_t longest = 1000;  // the library's matcher goes as deep as the text is long
+  return text.size() <= longest && std::regex_match(text, number);
+}
+
+/// Whether the text is one quoted string, or one character.
+bool is_quoted(const std::string& text) {
+  if (text.size() < 2 || (text[0] != '"' && text[0] != '\'')) return false;
+  for (size_t i = 1; i < text.size() && text[i] != '\n'; ++i) {
+    if (text[i] == '\\') {
+      ++i;
+    } else if (text[i] == text[0]) {
+      return i + 1 == text.size();
+    }
+  }
+  return false;
+}
+
+/// A value stands in the target's text as it is, so it may be one word there and no more.
+void check_value(const TargetNames& names, const ConstantDecl& constant) {
+  if (constant.getValue() == nullptr || !constant.getValue()->isDataValue()) return;
+  const std::string& text = static_cast<const DataValue&>(*constant.getValue()).getValue();
+  if (names.legal(text) == text || is_number(text) || is_quoted(text)) return;
+  throw explained(
+      IllegalOperationException("no value for data in the target's text:", constant.getName()),
+      "the constant \"" + constant.getName() + "\" has a value that the target does not take: " +
+          "not a number, a quoted string or a name");
 }
 
 }  // namespace
@@ -142,7 +174,10 @@ void reserve_data_names(TargetNames& names) {
     reserve(name);
   };
   for (const MethodDecl* method : data_methods()) reserve_own(method->getName());
-  for (const ConstantDecl* constant : data_constants()) reserve_own(constant->getName());
+  for (const ConstantDecl* constant : data_constants()) {
+    reserve_own(constant->getName());
+    check_value(names, *constant);
+  }
 }
 
 }  // namespace kiva

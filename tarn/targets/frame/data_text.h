@@ -34,7 +34,8 @@ std::vector<ConstantDecl*> data_constants();
 std::set<const ConstantDecl*> constants_read(const Module& module);
 
 /// Reserves the user's names and the zeros of the types. IllegalOperationException for one that the
-/// target cannot bear: the user's own text has to define it.
+/// target cannot bear (the user's own text has to define it), and for a constant whose value is not
+/// a number, a quoted string or a name there.
 void reserve_data_names(TargetNames& names);
 
 }  // namespace kiva
