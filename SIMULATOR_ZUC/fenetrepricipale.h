@@ -161,6 +161,8 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   bool open_file(const QString& name);
   /// Asks for its file.
   void ask_open();
+  /// What stands under the legend.
+  QString time_line() const;
   /// Opens the scope on the running module; says so where there is none.
   void show_scope();
   /// Everything as the simulation has it: after a move in time, or a choice made elsewhere.

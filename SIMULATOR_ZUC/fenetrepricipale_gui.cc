@@ -15,6 +15,7 @@
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/panels/panel_table.h"
 #include "SIMULATOR_ZUC/row_state.h"
+#include "SIMULATOR_ZUC/scope/time_line.h"
 
 namespace kiva {
 
@@ -208,6 +209,22 @@ bool FenPrincipale::event(QEvent* event) {
   return handled;
 }
 
+/// Which instant of what is shown; empty without a module.
+QString FenPrincipale::time_line() const {
+  if (time_ == nullptr) return {};
+  if (time_->busy()) return tr("running: instant %1").arg(time_->progress());
+  const Recording& recording = time_->recording();
+  const Recording::Position here = recording.position();
+  const QString module = QString::fromStdString(pautom->getName());
+  const QString instant = tr("%1: instant %2 of %3")
+                              .arg(module)
+                              .arg(here.instant)
+                              .arg(recording.branch(here.branch).last);
+  return recording.branches() == 1
+             ? instant
+             : tr("%1, branch %2").arg(instant, TimeLine::branch_name(recording, here.branch));
+}
+
 // Where the docks leave a band free, it says what the colours mean.
 void FenPrincipale::paintEvent(QPaintEvent* event) {
   QMainWindow::paintEvent(event);
@@ -233,6 +250,8 @@ void FenPrincipale::paintEvent(QPaintEvent* event) {
     painter.drawText(chip, Qt::AlignCenter, label_of(state));
     chip.translate(chip_width + gap, 0);
   }
+  painter.setPen(Qt::black);
+  painter.drawText(QRect(0, chip.bottom() + 4, width(), chip_height), Qt::AlignCenter, time_line());
 }
 
 void FenPrincipale::resizeEvent(QResizeEvent* event) {

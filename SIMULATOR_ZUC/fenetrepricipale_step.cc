@@ -35,6 +35,7 @@ void FenPrincipale::show_instant() {
   if (state.set) debugger_panel->set->setChecked(true);
   debugger_panel->reset->setChecked(state.reset);
   paint_all();
+  update();  // the line under the legend
 }
 
 void FenPrincipale::show_scope() {

@@ -284,6 +284,11 @@ void ScopeWindow::go() {
   tell("");
   const Recording& recording = time_->recording();
   const SimulationState before = recording.simulation().state();
+  // A server is waited for in the worker.
+  if (recording.simulation().asks_for_data()) {
+    time_->run(1, nullptr);
+    return;
+  }
   try {
     time_->go();
   } catch (const LibraryException& exception) {

@@ -89,6 +89,7 @@ TEST_F(Scope, ShowsOneInstantEverywhereAndTheKeysMoveIt) {
   EXPECT_EQ(shown_word(inputs(), 0), "one");
   press("Return");
   EXPECT_EQ(window->time()->recording().branches(), 2u) << "another choice begins a branch";
+  EXPECT_EQ(window->time_line(), "toggle: instant 2 of 2, branch 1: from 1 of main");
   press("B");
   EXPECT_EQ(window->time()->recording().position(), (Recording::Position{0, 3}));
   press("G");
