@@ -45,7 +45,7 @@ program=$!
 main=$(window_of '^KIVA$')
 [ -n "$main" ] || fail "no window"
 xdotool windowfocus "$main"
-xdotool key ctrl+o
+xdotool key alt+n
 dialog=$(window_of 'Ouvrir un fichier ZUC')
 [ -n "$dialog" ] || fail "no file dialog"
 xdotool windowfocus "$dialog"
