@@ -141,13 +141,26 @@ TEST_F(Printing, SumsOfProductsHaveALimit) {
   EXPECT_THROW(sum_text(text, texts, {0, parity}), IllegalOperationException);
 }
 
-TEST_F(Printing, AKeywordIsNoNameForData) {
+TEST_F(Printing, RefusesConstantsThatTheTargetCannotBear) {
   const TargetCase test = named_case("toggle.zuc");
   Compilation::target_rules() = TargetRules::working();
-  Compilation::constantTable().addConstant(make_kept<ConstantDecl>("int", "node", nullptr));
-  std::ostringstream out;
-  EXPECT_THROW(test.module()->LUSTRE_put(out, 0), IllegalOperationException);
-  Compilation::GDataConstantTable() = nullptr;
+  const auto taken = [&](const char* name, const char* value) {
+    DataExpr* text = value == nullptr ? nullptr : make_kept<DataValue>(value);
+    Compilation::constantTable().addConstant(make_kept<ConstantDecl>("int", name, text));
+    std::ostringstream out;
+    try {
+      test.module()->LUSTRE_put(out, 0);
+    } catch (const IllegalOperationException&) {
+      out.setstate(std::ios::failbit);
+    }
+    Compilation::GDataConstantTable() = nullptr;
+    return out.good();
+  };
+  EXPECT_FALSE(taken("node", nullptr));
+  for (const char* value : {"1", "-2.", ".5e-3", "0x1F", "true", "\"a; \\\" b\"", "';'"})
+    EXPECT_TRUE(taken("k", value)) << value;
+  for (const char* value : {"", "1; f()", "a b", "\"a\" \"b\"", "\"a\\\"", "1\n2", "x()", "-"})
+    EXPECT_FALSE(taken("k", value)) << value;
 }
 
 TEST_F(Printing, ChangedNamesAreTold) {
