@@ -2,7 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <random>
 
@@ -20,7 +20,7 @@ constexpr long instants = 1'000'000;
 /// A million instants of a module of 200 signals, with random inputs.
 struct LongRun {
   LongRun() {
-    const std::string file = "/tmp/kiva_recording_bench.zuc";
+    const std::string file = std::filesystem::temp_directory_path() / "kiva_recording_bench.zuc";
     std::ofstream(file) << kiva::bench::generated_module(200, 40);
     simulation = std::make_unique<Simulation>(kiva::read_zuc_file(file, "", "").module);
     recording = std::make_unique<Recording>(simulation.get());
