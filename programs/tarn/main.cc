@@ -2,12 +2,13 @@
 // other text.
 
 #include <algorithm>
+#include <iostream>
 #include <set>
 
-#include "forms/fltk/fltk_messages.h"
 #include "programs/tarn/compare.h"
 #include "programs/tarn/evaluate.h"
 #include "programs/tarn/messages.h"
+#include "programs/tarn/names.h"
 #include "programs/tarn/options.h"
 #include "programs/tarn/translate.h"
 #include "programs/told_text.h"
@@ -54,9 +55,9 @@ int main(int argc, char** argv) {
     programs::TraceFile log("tarn", options.log, {options.files.begin(), options.files.end()});
     if (!log.good()) return unusable;
     options.trace = log.stream();
-    fltk_presenter windows;
     const programs::ToldText told(options.verbose);
-    Messages messages(options.windows ? &windows : nullptr);
+    Messages messages(options.presenter.get());
+    if (options.print_names) return put_names(options.files, std::cout), 0;
     for (const std::string& word : options.warnings) messages.choose(word);
     status = work(options, messages);
     return log.finish() ? status : std::max(status, unusable);

@@ -5,8 +5,9 @@
 #include <iomanip>
 #include <sstream>
 
-#include "forms/fltk/fltk_messages.h"
+#include "programs/command_pages.h"
 #include "programs/report.h"
+#include "programs/tarn/windows.h"
 #include "tarn/zu/warnings.h"
 
 namespace kiva::tarn_program {
@@ -40,6 +41,30 @@ std::string target_list() {
   return list.str() + (second ? "\n" : "");
 }
 
+/// What the manual says beyond the options.
+const programs::CommandNotes& notes() {
+  static const programs::CommandNotes told = [] {
+    programs::CommandNotes notes;
+    notes.summary = "compiler of the synchronous reactive language ZU";
+    notes.synopsis = "[OPTIONS] FILE...";
+    notes.examples = {
+        {"tarn program.zu", "compiles every module of the file"},
+        {"tarn -d out --module lift plant.zu", "compiles one of them into a folder"},
+        {"tarn main.zu edge.zuc", "main.zu runs a module that has been compiled"},
+        {"tarn --c thermostat.zuc", "writes a compiled module as C"},
+        {"tarn --equiv old.zuc new.zuc", "tells whether two modules do the same"},
+        {"tarn --eval 'on and not off' lamp.zuc", "shows what an expression is made of"}};
+    notes.statuses = programs::common_statuses();
+    notes.statuses[1].second += " With --equiv: the modules differ.";
+    notes.statuses[2].second += " With --equiv: the modules cannot be compared.";
+    notes.files = {{"MODULE.zuc", "a compiled module"},
+                   {"MODULE.zuc.map", "where its signals stand in the source text"}};
+    notes.see_also = {"kiva", "kiva-console"};
+    return notes;
+  }();
+  return told;
+}
+
 }  // namespace
 
 bool read_options(int argc, char** argv, Options& options,
@@ -63,15 +88,18 @@ bool read_options(int argc, char** argv, Options& options,
       "stimuli that tell them apart, and exit with 1");
   app.add_option("--eval", options.eval,
                  "print an expression over the signals of a compiled module as a sum of products "
-                 "over inputs and registers");
+                 "over inputs and registers")
+      ->type_name("EXPR");
   app.add_option("--module", options.modules, "compile this module only; repeatable")
+      ->type_name("MODULE")
       ->take_all()
       ->allow_extra_args(false);
   app.add_option("-d", options.folder, "folder for what is written (default: this one)")
       ->check(CLI::ExistingDirectory);
-  app.add_option("-o", options.output, "name of the file that is written");
+  app.add_option("-o", options.output, "name of the file that is written")->type_name("FILE");
   app.add_flag("--in-place", options.in_place, "write onto a file that is read here, if need be");
-  app.add_option("--log", options.log, "file for what the reader did with compiled modules");
+  app.add_option("--log", options.log, "file for what the reader did with compiled modules")
+      ->type_name("FILE");
   app.add_flag("--classic", options.classic,
                "compile by the classic rules, write classic target texts");
   app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");
@@ -90,17 +118,14 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--verbose", options.verbose, "show all that the library has to tell");
   app.add_option("-W", options.warnings,
                  "-Wno-NAME leaves warnings of that name out, -Werror makes errors of them")
+      ->type_name("WORD")
       ->take_all()
       ->allow_extra_args(false)
       ->check(CLI::Validator(wrong_word, "", ""));
-  app.set_version_flag("--version", "tarn " KIVA_VERSION);
-  app.footer(target_list() +
-             "\ntarn program.zu                   compiles every module of the file\n"
-             "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
-             "tarn main.zu edge.zuc             main.zu runs a module that has been compiled\n"
-             "tarn --c thermostat.zuc           writes a compiled module as C\n"
-             "tarn --equiv old.zuc new.zuc      tells whether two modules do the same\n"
-             "tarn --eval 'on and not off' lamp.zuc");
+  app.add_flag("--print-names", options.print_names)->group("");  // for completion
+  programs::add_pages(app, notes());
+  app.footer(target_list() + "
+" + programs::example_lines(notes()));
   try {
     app.parse(argc, argv);
     for (const std::string& file : options.files)
@@ -115,7 +140,8 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--eval", "wants an expression");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
-    if (options.windows && !fltk_presenter::open_display())
+    if (options.windows) options.presenter = open_windows();
+    if (options.windows && options.presenter == nullptr)
       throw CLI::ValidationError("--windows", "no display can be opened");
   } catch (const CLI::ParseError& error) {
     status = app.exit(error) == 0 ? 0 : programs::wrong_usage;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <list>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "forms/forms.h"
 #include "tarn/targets/targets.h"
 
 namespace kiva::tarn_program {
@@ -24,7 +26,8 @@ struct Options {
   bool kiva = false;
   std::vector<const Target*> targets;
   bool equiv = false;
-  std::string eval;  ///< an expression; empty for none
+  bool print_names = false;  ///< of modules and signals, for completion
+  std::string eval;          ///< an expression; empty for none
   bool classic = false;
   bool no_finalize = false;
   bool keep_wires = false;
@@ -35,6 +38,7 @@ struct Options {
   bool check_over_knowledge = false;
   bool comments = false;
   bool windows = false;
+  std::shared_ptr<message_presenter> presenter;  ///< those windows; null for none
   bool stats = false;
   bool quiet = false;
   bool verbose = false;               ///< show what the library tells its own callers

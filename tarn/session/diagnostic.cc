@@ -15,6 +15,7 @@ namespace {
 constexpr int width_of_big_messages = 300;
 
 void tell(const Diagnostic& diagnostic) {
+  if (!Session::current().options.ToldTexts) return;
   switch (diagnostic.manner) {
     case Manner::stream:
       std::cerr << diagnostic.told << '\n';
