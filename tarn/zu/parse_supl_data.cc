@@ -1,9 +1,9 @@
 // The data part of a source file, and data expressions.
 
 #include <algorithm>
-#include <sstream>
 
 #include "base/nearest_name.h"
+#include "base/text_stream.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -37,7 +37,7 @@ template <class Declaration>
 bool class_zu_parser::known_from_elsewhere(const Declaration& again, const Declaration* known) {
   const bool first_here = declared_.insert(known == nullptr ? &again : known).second;
   if (known == nullptr || !first_here) return false;
-  std::ostringstream ours, theirs;
+  TextStream ours, theirs;
   again.print(ours);
   known->print(theirs);
   return ours.str() == theirs.str();
