@@ -1,7 +1,6 @@
 #include "tarn/model/signal.h"
 
-#include <sstream>
-
+#include "base/text_stream.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/rules.h"
@@ -151,7 +150,7 @@ SignalRef* Signal::getCurrentSignalRef(Bddexpressionwood* wood, Module* module) 
   const SignalManager* manager = module->getSignalManager();
   SignalRef* ref = manager->firstSignalRef(this, wood);
   if (ref != nullptr) return ref;
-  std::ostringstream report;
+  TextStream report;
   report << "Signal::getCurrentSignalRef: no reference for signal: " << internal_name
          << " in wood: " << wood << '\n';
   manager->printSignalTableById(report);

@@ -7,11 +7,11 @@
 // they are disjoint, cover the care set, and no two lead to the same state.
 
 #include <iostream>
-#include <sstream>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "base/graph_walk.h"
+#include "base/text_stream.h"
 #include "bdd/literal_list.h"
 #include "pert_exp/equation_code.h"
 #include "tarn/model/module.h"
@@ -69,7 +69,7 @@ class Functions {
 /// brackets if wanted.
 void put_equation(std::ostream& out, const std::string& array, long index, const bdd& f,
                   bool brackets = false) {
-  std::ostringstream sum;
+  TextStream sum;
   const std::string or_text = brackets ? ") || (" : " || ";
   f.manager_ref()->Print_wren_sop(or_text, " && ", "!", "", sum, f, array, 0);
   const bool around = brackets && sum.str().find(or_text) != std::string::npos;
