@@ -1,7 +1,7 @@
 #include "programs/command_pages.h"
 
 #include <algorithm>
-#include <sstream>
+#include "base/text_stream.h"
 
 namespace kiva::programs {
 
@@ -154,7 +154,7 @@ void put_bash_case(std::ostream& out, const Row& row) {
 }
 
 std::string bash_completion(const std::string& command, const std::vector<Row>& rows) {
-  std::ostringstream out;
+  TextStream out;
   std::string function = "_" + command;
   std::replace(function.begin(), function.end(), '-', '_');
   std::string options;
@@ -193,7 +193,7 @@ std::string zsh_action(const Row& row) {
 }
 
 std::string zsh_completion(const std::string& command, const std::vector<Row>& rows) {
-  std::ostringstream out;
+  TextStream out;
   out << "#compdef " << command << "\n# Completion of " << command << " for zsh.\n"
       << "_kiva_names() {\n  local -a found\n"
       << "  found=(${(f)\"$(tarn --print-names ${(M)words:#*.(zu|zuc)} 2>/dev/null)\"})\n"
@@ -207,7 +207,7 @@ std::string zsh_completion(const std::string& command, const std::vector<Row>& r
 }
 
 std::string fish_completion(const std::string& command, const std::vector<Row>& rows) {
-  std::ostringstream out;
+  TextStream out;
   out << "# Completion of " << command << " for fish.\nfunction __kiva_names_of_";
   std::string function = command;
   std::replace(function.begin(), function.end(), '-', '_');
@@ -247,7 +247,7 @@ std::string example_lines(const CommandNotes& notes) {
 }
 
 std::string man_page(const CLI::App& app, const CommandNotes& notes) {
-  std::ostringstream out;
+  TextStream out;
   const std::string name = app.get_name();
   std::string title = name;
   std::transform(title.begin(), title.end(), title.begin(),
