@@ -12,6 +12,7 @@
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 #include "tarn/session/session_files.h"
+#include "tarn/session/told_texts.h"
 #include "tarn/targets/frame/target_rules.h"
 #include "tarn/zu/parse_supl.h"
 #include "tarn/zuc/zuc_reader.h"
@@ -94,7 +95,7 @@ struct Workspace::Held {
     auto unit = std::make_shared<Unit>();
     Remarks remarks;
     unit->session.set_sink(&remarks);
-    unit->session.options.ToldTexts = false;
+    unit->session.part<ToldTexts>().written = false;
     {
       const Session::Use use(unit->session);
       const process_end_handler before = set_process_end_handler(throw_end);

@@ -1,6 +1,7 @@
 #include "programs/command_pages.h"
 
 #include <algorithm>
+
 #include "base/text_stream.h"
 
 namespace kiva::programs {

@@ -7,6 +7,7 @@
 #include "base/process_end.h"
 #include "forms/forms.h"
 #include "tarn/session/session.h"
+#include "tarn/session/told_texts.h"
 
 namespace kiva {
 
@@ -15,7 +16,7 @@ namespace {
 constexpr int width_of_big_messages = 300;
 
 void tell(const Diagnostic& diagnostic) {
-  if (!Session::current().options.ToldTexts) return;
+  if (!Session::current().part<ToldTexts>().written) return;
   switch (diagnostic.manner) {
     case Manner::stream:
       std::cerr << diagnostic.told << '\n';

@@ -19,7 +19,6 @@ struct SessionOptions {
   bool CheckOverKnowledgeFlag = false;
   bool SMVFlag = false, CFlag = false, CSHARPFlag = false, BLIFFlag = false;
   bool VHDLALTERAFlag = false;
-  bool ToldTexts = true;  ///< texts for the library's own callers are written; else the sink alone
   /// A reader of source text goes on behind a fault, and hands all to the session's sink; else it
   /// ends at the first fault, which it tells.
   bool FaultsGathered = false;

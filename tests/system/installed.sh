@@ -27,9 +27,11 @@ for program in kiva kiva-console tarn; do
   env -u DISPLAY QT_QPA_PLATFORM=xcb "$program" --version | grep -q "^$program [0-9]" || fail "$program --version"
   env -u DISPLAY QT_QPA_PLATFORM=xcb "$program" --help >"$work/help" || fail "$program --help"
   mandoc -Tlint -W warning "$tree/share/man/man1/$program.1" || fail "the page of $program"
-  for option in $(grep -oE '^ +(-[a-z],)?--[a-z-]+' "$work/help" | grep -oE -- '--[a-z-]+'); do
-    mandoc -Tutf8 "$tree/share/man/man1/$program.1" | col -b | grep -qe "$option" || fail "$program: $option has no place in the page"
-  done
+  mandoc -Tutf8 "$tree/share/man/man1/$program.1" | col -b >"$work/page"
+  grep -oE '^ +(-[a-z],)?--[a-z-]+' "$work/help" | grep -oE -- '--[a-z-]+' >"$work/options"
+  while read -r option; do
+    grep -qe "$option" "$work/page" || fail "$program: $option has no place in the page"
+  done <"$work/options"
   bash -n "$tree/share/bash-completion/completions/$program" || fail "$program in bash"
   zsh -n "$tree/share/zsh/vendor-completions/_$program" || fail "$program in zsh"
   fish -n "$tree/share/fish/vendor_completions.d/$program.fish" || fail "$program in fish"
@@ -52,11 +54,17 @@ found=$(fish -c "source $tree/share/fish/vendor_completions.d/kiva-console.fish;
 [ "$found" = vcd ] || fail "fish completes vc to \"$found\""
 
 # The program of the page, by CMake and by pkg-config.
-sed -n '/^```cpp$/,/^```$/p' "$source/docs/library.md" | sed '1d;$d' >mine.cc
-sed -n '/^```cmake$/,/^```$/p' "$source/docs/library.md" | sed '1d;$d' >CMakeLists.txt
-cmake -S . -B built -DCMAKE_PREFIX_PATH="$tree" >"$work/configure.log" 2>&1 && cmake --build built >"$work/built.log" 2>&1 ||
-  fail "by CMake: $(cat "$work/configure.log" "$work/built.log")"
-export PKG_CONFIG_PATH="$tree/lib/pkgconfig:$tree/lib/$(gcc -print-multiarch)/pkgconfig"
+# fenced LANGUAGE: the first block of the page in it.
+fenced() {
+  awk -v open="\`\`\`$1" '$0 == open { inside = 1; next } /^```/ { inside = 0 } inside' "$source/docs/library.md"
+}
+fenced cpp >mine.cc
+fenced cmake >CMakeLists.txt
+if ! { cmake -S . -B built -DCMAKE_PREFIX_PATH="$tree" && cmake --build built; } >"$work/built.log" 2>&1; then
+  fail "by CMake: $(cat "$work/built.log")"
+fi
+PKG_CONFIG_PATH=$(dirname "$(find "$tree" -name kiva.pc)")
+export PKG_CONFIG_PATH
 # shellcheck disable=SC2046  # words
 c++ -std=c++20 mine.cc -o by_pkg $(pkg-config --cflags --libs kiva)
 printf 'module lamp:\nInput: button;\nOutput: light;\nloop { pause >> wait button >> emit light }\nend\n' >lamp.zu
