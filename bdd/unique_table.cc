@@ -1,3 +1,6 @@
+// Nodes live in chunks that never move; lines of slots, probed as a whole, find them by variable
+// and children.
+
 #include "bdd/unique_table.h"
 
 #include <bit>

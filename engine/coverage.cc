@@ -1,3 +1,5 @@
+// What runs have shown of a module, as a table for people and as JSON that runs add to.
+
 #include "engine/coverage.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// A module as a boolean automaton: outputs and next states as functions of
+// inputs and states.
+
 #include "tarn/b_automaton/module_automaton.h"
 
 #include "tarn/model/sexception.h"

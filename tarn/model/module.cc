@@ -1,3 +1,6 @@
+// What a module is made of: interface, registers, signals by kind. What is done with modules stands
+// on the floors above.
+
 #include "tarn/model/module.h"
 
 #include <ostream>

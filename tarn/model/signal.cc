@@ -1,3 +1,6 @@
+// A signal has an occurrence for each place that defines it anew in an instant; its reference in a
+// wood is that of the occurrence reached last.
+
 #include "tarn/model/signal.h"
 
 #include "base/text_stream.h"

@@ -1,3 +1,6 @@
+// References by name and, in each wood, by the index of either rail. Woods over one manager share
+// their tables.
+
 #include "tarn/model/signal_manager.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Two ways out of the library: the text for its own callers, and the diagnostic for the sink.
+
 #include "tarn/session/diagnostic.h"
 
 #include <iostream>

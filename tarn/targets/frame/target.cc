@@ -1,3 +1,5 @@
+// The way of a text to its files, the same for all languages.
+
 #include "tarn/targets/frame/target.h"
 
 #include <filesystem>

@@ -1,3 +1,5 @@
+// Names for a language: its letters, none of its words, none twice in its own sense of equal.
+
 #include "tarn/targets/frame/target_names.h"
 #include "tarn/session/diagnostic.h"
 
