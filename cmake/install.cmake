@@ -29,15 +29,16 @@ set(pages ${PROJECT_BINARY_DIR}/pages)
 set(page_files)
 foreach(program IN LISTS kiva_programs)
   add_custom_command(
-    OUTPUT ${pages}/${program}.1
+    OUTPUT ${pages}/${program}.1.gz
     COMMAND ${CMAKE_COMMAND} -E make_directory ${pages}/zsh
     COMMAND $<TARGET_FILE:${program}> --print-man > ${pages}/${program}.1
+    COMMAND gzip -9nf ${pages}/${program}.1
     COMMAND $<TARGET_FILE:${program}> --print-completion bash > ${pages}/${program}
     COMMAND $<TARGET_FILE:${program}> --print-completion zsh > ${pages}/zsh/_${program}
     COMMAND $<TARGET_FILE:${program}> --print-completion fish > ${pages}/${program}.fish
     DEPENDS ${program} VERBATIM)
-  list(APPEND page_files ${pages}/${program}.1)
-  install(FILES ${pages}/${program}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT kiva)
+  list(APPEND page_files ${pages}/${program}.1.gz)
+  install(FILES ${pages}/${program}.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT kiva)
   install(FILES ${pages}/${program} COMPONENT kiva
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
   install(FILES ${pages}/zsh/_${program} COMPONENT kiva

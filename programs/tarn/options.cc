@@ -124,8 +124,7 @@ bool read_options(int argc, char** argv, Options& options,
       ->check(CLI::Validator(wrong_word, "", ""));
   app.add_flag("--print-names", options.print_names)->group("");  // for completion
   programs::add_pages(app, notes());
-  app.footer(target_list() + "
-" + programs::example_lines(notes()));
+  app.footer(target_list() + "\n" + programs::example_lines(notes()));
   try {
     app.parse(argc, argv);
     for (const std::string& file : options.files)

@@ -12,7 +12,7 @@ fail() {
 }
 
 rm -rf "$work"
-mkdir -p "$work/mine" "$work/home"
+mkdir -p "$work/mine" "$work/home" "$work/fish"
 cmake --install "$build" --prefix "$work/first" >"$work/install.log" || fail "no install: $(cat "$work/install.log")"
 mv "$work/first" "$work/tree"
 tree=$work/tree
@@ -26,6 +26,7 @@ for program in kiva kiva-console tarn; do
   # Without a display.
   env -u DISPLAY QT_QPA_PLATFORM=xcb "$program" --version | grep -q "^$program [0-9]" || fail "$program --version"
   env -u DISPLAY QT_QPA_PLATFORM=xcb "$program" --help >"$work/help" || fail "$program --help"
+  gunzip -k "$tree/share/man/man1/$program.1.gz"
   mandoc -Tlint -W warning "$tree/share/man/man1/$program.1" || fail "the page of $program"
   mandoc -Tutf8 "$tree/share/man/man1/$program.1" | col -b >"$work/page"
   grep -oE '^ +(-[a-z],)?--[a-z-]+' "$work/help" | grep -oE -- '--[a-z-]+' >"$work/options"
@@ -34,12 +35,12 @@ for program in kiva kiva-console tarn; do
   done <"$work/options"
   bash -n "$tree/share/bash-completion/completions/$program" || fail "$program in bash"
   zsh -n "$tree/share/zsh/vendor-completions/_$program" || fail "$program in zsh"
-  fish -n "$tree/share/fish/vendor_completions.d/$program.fish" || fail "$program in fish"
+  HOME=$work/fish fish -n "$tree/share/fish/vendor_completions.d/$program.fish" || fail "$program in fish"
 done
 desktop-file-validate "$tree/share/applications/org.kiva.kiva.desktop" || fail "the desktop file"
 appstreamcli validate --no-net "$tree/share/metainfo/org.kiva.kiva.metainfo.xml" >"$work/appstream" ||
   fail "the metainfo: $(cat "$work/appstream")"
-update-mime-database "$tree/share/mime"
+update-mime-database "$tree/share/mime" >/dev/null 2>&1
 for kind in zu:text/x-zu zuc:application/x-zuc; do
   grep -q "^[0-9]*:${kind#*:}:\*\.${kind%:*}$" "$tree/share/mime/globs2" || fail "the type of .${kind%:*}"
 done
@@ -50,7 +51,7 @@ cd "$work/mine"
 found=$(bash -c '. "$1"; COMP_WORDS=(tarn counter.zuc --eval ca); COMP_CWORD=3; compopt() { :; }; _tarn; echo "${COMPREPLY[@]}"' \
   - "$tree/share/bash-completion/completions/tarn")
 [ "$found" = carry ] || fail "bash completes ca to \"$found\""
-found=$(fish -c "source $tree/share/fish/vendor_completions.d/kiva-console.fish; complete -C 'kiva-console --format vc'" | cut -f1)
+found=$(HOME=$work/fish fish -c "source $tree/share/fish/vendor_completions.d/kiva-console.fish; complete -C 'kiva-console --format vc'" | cut -f1)
 [ "$found" = vcd ] || fail "fish completes vc to \"$found\""
 
 # The program of the page, by CMake and by pkg-config.
