@@ -7,8 +7,9 @@
 #include <cmath>
 #include <cstdint>
 #include <numeric>
-#include <sstream>
 #include <unordered_map>
+
+#include "base/text_stream.h"
 
 namespace kiva::proof {
 
@@ -123,7 +124,7 @@ Count times_two_to(Count count, int levels) {
 
 std::string text_of(const Count& count) {
   if (!count.is_exact || count.exact >> 64 != 0) {
-    std::ostringstream out;
+    TextStream out;
     out.precision(3);
     out << "about " << count.rough;
     return out.str();

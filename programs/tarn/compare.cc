@@ -40,10 +40,11 @@ class Comparison {
     if (!same_interface()) return incomparable;
     const proof::Product both(sides_[0], sides_[1]);
     const ProofWatch watch;
-    const Answer answer = proof::prove(both.machine, watch.options(options_.limit));
+    const Answer answer = proof::prove(both.machine, watch.options(options_));
     watch.clear();
     switch (answer.verdict) {
       case Verdict::holds:
+        if (!certify(options_.certificate, both.machine, answer)) return incomparable;
         std::cout << *files_[0] << " and " << *files_[1]
                   << " give the same outputs in every reachable instant\n";
         return 0;

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <iomanip>
 #include <map>
-#include <sstream>
 
+#include "base/text_stream.h"
 #include "forms/fltk/fltk_messages.h"
 #include "programs/report.h"
 #include "tarn/zu/warnings.h"
@@ -30,7 +30,7 @@ std::string wrong_word(const std::string& word) {
 
 /// The options of the target languages, two a line.
 std::string target_list() {
-  std::ostringstream list;
+  TextStream list;
   list << "Target texts of MODULE, beside each other as wanted:\n" << std::left;
   bool second = false;
   for (const Target& target : targets()) {
@@ -91,6 +91,9 @@ bool read_options(int argc, char** argv, Options& options,
       "--prove", options.prove,
       "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
   app.add_flag("--with-reset", options.with_reset, "in proofs, reset may be raised at any time");
+  app.add_option("--certificate", options.certificate,
+                 "folder for what lets others check a proof: DIR/check [SOLVER]")
+      ->type_name("DIR");
   app.add_option("--limit", options.limit, "seconds for each proof (default: 60)")
       ->check(CLI::PositiveNumber);
   app.add_option("--module", options.modules, "compile this module only; repeatable")

@@ -30,7 +30,8 @@ struct Options {
   std::vector<proof::Property> properties;
   bool prove = false;  ///< what the source's comments say
   bool with_reset = false;
-  double limit = 60;  ///< seconds for each proof
+  double limit = 60;        ///< seconds for each proof
+  std::string certificate;  ///< folder for what lets others check a proof; empty for none
   bool classic = false;
   bool no_finalize = false;
   bool keep_wires = false;

@@ -5,7 +5,9 @@
 #include <csignal>
 #include <iostream>
 
+#include "programs/tarn/messages.h"
 #include "programs/told_text.h"
+#include "proof/certificate.h"
 
 namespace kiva::tarn_program {
 
@@ -27,9 +29,10 @@ ProofWatch::~ProofWatch() {
   std::signal(SIGINT, SIG_DFL);
 }
 
-proof::ProverOptions ProofWatch::options(double seconds) const {
+proof::ProverOptions ProofWatch::options(const Options& asked_for) const {
   proof::ProverOptions options;
-  options.seconds = seconds;
+  options.seconds = asked_for.limit;
+  options.invariant = !asked_for.certificate.empty();
   options.asked = &asked;
   if (terminal_)
     options.progress = [](const std::string& so_far) {
@@ -49,6 +52,13 @@ void ProofWatch::clear() const {
 int ProofWatch::stopped(const std::string& so_far) {
   programs::errors() << "\ntarn: stopped: " << so_far << '\n';
   return 128 + SIGINT;
+}
+
+bool certify(const std::string& folder, const proof::Machine& machine,
+             const proof::Answer& answer) {
+  if (folder.empty() || !answer.invariant) return true;
+  std::string reason;
+  return proof::write_certificate(machine, *answer.invariant, folder, reason) || fail(reason);
 }
 
 }  // namespace kiva::tarn_program

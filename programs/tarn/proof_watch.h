@@ -3,6 +3,7 @@
 #include <atomic>
 #include <string>
 
+#include "programs/tarn/options.h"
 #include "proof/prover.h"
 
 namespace kiva::tarn_program {
@@ -16,8 +17,8 @@ class ProofWatch {
   ProofWatch(const ProofWatch&) = delete;
   ProofWatch& operator=(const ProofWatch&) = delete;
 
-  /// For a proof of so many seconds.
-  proof::ProverOptions options(double seconds) const;
+  /// For a proof as the command line wants it.
+  proof::ProverOptions options(const Options& options) const;
   static bool interrupted();
   /// Takes the progress from the terminal.
   void clear() const;
@@ -27,5 +28,9 @@ class ProofWatch {
  private:
   bool terminal_;
 };
+
+/// Writes the certificate of an answer that holds, where one is asked for; false when it could not
+/// be written, which has been told.
+bool certify(const std::string& folder, const proof::Machine& machine, const proof::Answer& answer);
 
 }  // namespace kiva::tarn_program

@@ -113,11 +113,16 @@ class Proofs {
       const ProofWatch watch;
       for (const auto& [asked, machine] : goals) {
         current = asked;
-        const Answer answer = proof::prove(machine, watch.options(options_.limit));
+        const Answer answer = proof::prove(machine, watch.options(options_));
         watch.clear();
         if (ProofWatch::interrupted() && answer.verdict == Verdict::unknown)
           return ProofWatch::stopped(answer.how);
         print(*asked, answer, *question);
+        ++proof_;
+        const std::string folder = options_.certificate.empty() || goals.size() == 1
+                                       ? options_.certificate
+                                       : options_.certificate + '/' + std::to_string(proof_);
+        if (!certify(folder, machine, answer)) return incomparable;
       }
     } catch (const ConditionError& error) {
       return told(*current, error);
@@ -158,6 +163,7 @@ class Proofs {
   Options& options_;
   Messages& messages_;
   int status_ = 0;
+  int proof_ = 0;  ///< number of the one under way
 };
 
 }  // namespace

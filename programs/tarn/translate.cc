@@ -232,6 +232,7 @@ std::vector<Module*> Translation::load() {
 }
 
 bool Translation::run(std::set<std::string>& met) {
+  const programs::InTextOrder order(file_);
   try {
     if (!get_modules()) return false;
     for (const Module* module : modules_) met.insert(module->getName());
