@@ -3,7 +3,8 @@
 include(CMakePackageConfigHelpers)
 
 set(kiva_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/kiva)
-set(kiva_libraries kiva_settings kiva_base kiva_bdd kiva_pert_exp kiva_forms kiva_tarn kiva_engine kiva_kiva)
+set(kiva_libraries kiva_settings kiva_base kiva_bdd kiva_pert_exp kiva_forms kiva_tarn kiva_engine kiva_kiva
+                   kiva_proof)
 set(kiva_programs kiva-console tarn)
 if(KIVA_WINDOW)
   list(APPEND kiva_programs kiva)
@@ -68,7 +69,7 @@ install(FILES ${packaging}/icons/kiva-source.svg ${packaging}/icons/kiva-module.
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/mimetypes)
 
 # The library. ------------------------------------------------------------------------------------
-foreach(floor base bdd pert_exp forms tarn engine)
+foreach(floor base bdd pert_exp forms tarn engine proof)
   install(DIRECTORY ${floor} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kiva COMPONENT dev
           FILES_MATCHING PATTERN "*.h" PATTERN fltk EXCLUDE)
 endforeach()

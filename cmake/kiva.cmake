@@ -7,10 +7,10 @@ add_library(kiva_warnings INTERFACE)
 # GCC 12 sees overlaps in additions of strings that cannot be (its bug 105651).
 target_compile_options(kiva_warnings INTERFACE -Wall -Wextra $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> $<$<BOOL:${KIVA_WERROR}>:-Werror>)
 
-# kiva_floor(NAME FOLDERS FOLDER... [USES TARGET...]): a library of all sources in the folders, known
-# to others as kiva::NAME without its "kiva_".
+# kiva_floor(NAME [STATIC] FOLDERS FOLDER... [USES TARGET...]): a library of all sources in the folders,
+# known to others as kiva::NAME without its "kiva_". STATIC is for what the programs alone need.
 function(kiva_floor name)
-  cmake_parse_arguments(FLOOR "" "" "FOLDERS;USES" ${ARGN})
+  cmake_parse_arguments(FLOOR "STATIC" "" "FOLDERS;USES" ${ARGN})
   set(sources)
   foreach(folder ${FLOOR_FOLDERS})
     file(GLOB found CONFIGURE_DEPENDS ${folder}/*.cc ${folder}/*.h)
@@ -19,7 +19,11 @@ function(kiva_floor name)
   if(NOT sources)
     message(FATAL_ERROR "floor ${name} has no sources")
   endif()
-  add_library(${name} ${sources})
+  set(kind)
+  if(FLOOR_STATIC)
+    set(kind STATIC)
+  endif()
+  add_library(${name} ${kind} ${sources})
   target_link_libraries(${name} PUBLIC kiva_settings ${FLOOR_USES}
                         PRIVATE $<BUILD_INTERFACE:kiva_warnings>)
   string(REGEX REPLACE "^kiva_" "" short ${name})

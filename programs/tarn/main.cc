@@ -10,6 +10,7 @@
 #include "programs/tarn/messages.h"
 #include "programs/tarn/names.h"
 #include "programs/tarn/options.h"
+#include "programs/tarn/prove.h"
 #include "programs/tarn/translate.h"
 #include "programs/told_text.h"
 
@@ -19,14 +20,8 @@ namespace {
 /// Does what the command line asks for; gives the exit status.
 int work(Options& options, Messages& messages) {
   const programs::ProgramSession session(&messages);
-  if (options.equiv) {
-    try {
-      return compare_modules(options, messages);
-    } catch (...) {
-      fail(programs::fault_under_way());
-      return incomparable;
-    }
-  }
+  if (options.equiv) return compare_modules(options, messages);
+  if (options.prove || !options.properties.empty()) return prove_properties(options, messages);
   if (!options.eval.empty()) return evaluate_expression(options, messages) ? 0 : unusable;
 
   bool good = true;

@@ -3,10 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iomanip>
+#include <map>
 
 #include "base/text_stream.h"
 #include "programs/command_pages.h"
 #include "programs/report.h"
+#include "programs/tarn/manual.h"
 #include "programs/tarn/windows.h"
 #include "tarn/zu/warnings.h"
 
@@ -41,28 +43,14 @@ std::string target_list() {
   return list.str() + (second ? "\n" : "");
 }
 
-/// What the manual says beyond the options.
-const programs::CommandNotes& notes() {
-  static const programs::CommandNotes told = [] {
-    programs::CommandNotes notes;
-    notes.summary = "compiler of the synchronous reactive language ZU";
-    notes.synopsis = "[OPTIONS] FILE...";
-    notes.examples = {
-        {"tarn program.zu", "compiles every module of the file"},
-        {"tarn -d out --module lift plant.zu", "compiles one of them into a folder"},
-        {"tarn main.zu edge.zuc", "main.zu runs a module that has been compiled"},
-        {"tarn --c thermostat.zuc", "writes a compiled module as C"},
-        {"tarn --equiv old.zuc new.zuc", "tells whether two modules do the same"},
-        {"tarn --eval 'on and not off' lamp.zuc", "shows what an expression is made of"}};
-    notes.statuses = programs::common_statuses();
-    notes.statuses[1].second += " With --equiv: the modules differ.";
-    notes.statuses[2].second += " With --equiv: the modules cannot be compared.";
-    notes.files = {{"MODULE.zuc", "a compiled module"},
-                   {"MODULE.zuc.map", "where its signals stand in the source text"}};
-    notes.see_also = {"kiva", "kiva-console"};
-    return notes;
-  }();
-  return told;
+/// The properties in the order of the command line.
+void add_properties(const CLI::App& app,
+                    const std::map<const CLI::Option*, proof::Property::Kind>& kinds,
+                    Options& options) {
+  std::map<const CLI::Option*, size_t> taken;
+  for (const CLI::Option* option : app.parse_order())
+    if (const auto kind = kinds.find(option); kind != kinds.end())
+      options.properties.push_back({kind->second, option->results().at(taken[option]++)});
 }
 
 }  // namespace
@@ -82,14 +70,36 @@ bool read_options(int argc, char** argv, Options& options,
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
-  app.add_flag(
-      "--equiv", options.equiv,
-      "do two compiled modules give the same outputs, whatever their inputs? If not, print "
-      "stimuli that tell them apart, and exit with 1");
+  app.add_flag("--equiv", options.equiv,
+               "do two modules give the same outputs, whatever their inputs? If not, print "
+               "stimuli that tell them apart, and exit with 1");
   app.add_option("--eval", options.eval,
                  "print an expression over the signals of a compiled module as a sum of products "
                  "over inputs and registers")
       ->type_name("EXPR");
+  std::map<const CLI::Option*, proof::Property::Kind> property_options;
+  const auto property = [&](const char* name, proof::Property::Kind kind, const char* help) {
+    CLI::Option* option = app.add_option(name)->description(help)->type_name("EXPR");
+    option->expected(1)->take_all()->allow_extra_args(false);
+    property_options[option] = kind;
+  };
+  property("--never", proof::Property::never,
+           "prove that an expression over the signals never holds, or print stimuli that end where "
+           "it does; repeatable, as are the next three");
+  property("--always", proof::Property::always, "prove that an expression always holds");
+  property("--reach", proof::Property::reach,
+           "print the shortest stimuli that end where an expression holds");
+  property("--assume", proof::Property::assume, "look only at runs in which an expression holds");
+  app.add_flag(
+      "--prove", options.prove,
+      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
+  app.add_flag("--with-reset", options.with_reset, "in proofs, reset may be raised at any time");
+  app.add_option("--certificate", options.certificate,
+                 "folder for what lets others check a proof: DIR/check [SOLVER]")
+      ->type_name("DIR");
+  app.add_option("--limit", options.limit, "seconds for each proof (default: 60)")
+      ->type_name("SECONDS")
+      ->check(CLI::PositiveNumber);
   app.add_option("--module", options.modules, "compile this module only; repeatable")
       ->type_name("MODULE")
       ->take_all()
@@ -123,20 +133,24 @@ bool read_options(int argc, char** argv, Options& options,
       ->allow_extra_args(false)
       ->check(CLI::Validator(wrong_word, "", ""));
   app.add_flag("--print-names", options.print_names)->group("");  // for completion
-  programs::add_pages(app, notes());
-  app.footer(target_list() + "\n" + programs::example_lines(notes()));
+  programs::add_pages(app, manual_notes());
+  app.footer(target_list() + "\n" + programs::example_lines(manual_notes()));
   try {
     app.parse(argc, argv);
+    add_properties(app, property_options, options);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file))
         throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
     const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
-    if (options.equiv && (!compiled || options.files.size() != 2))
-      throw CLI::ValidationError("--equiv", "compares two compiled modules (.zuc)");
+    if (options.equiv && options.files.size() != 2)
+      throw CLI::ValidationError("--equiv", "compares two modules");
     if (app.count("--eval") > 0 && (!compiled || options.files.size() != 1 || options.equiv))
       throw CLI::ValidationError("--eval", "wants one compiled module (.zuc)");
     if (app.count("--eval") > 0 && options.eval.empty())
       throw CLI::ValidationError("--eval", "wants an expression");
+    if ((options.prove || !options.properties.empty()) &&
+        (options.equiv || app.count("--eval") > 0))
+      throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
     if (options.windows) options.presenter = open_windows();

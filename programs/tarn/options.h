@@ -6,12 +6,14 @@
 #include <vector>
 
 #include "forms/forms.h"
+#include "proof/property.h"
 #include "tarn/targets/targets.h"
 
 namespace kiva::tarn_program {
 
 constexpr int different = 1;     ///< exit status of a comparison
-constexpr int incomparable = 2;  ///< exit status of a comparison that could not be made
+constexpr int incomparable = 2;  ///< exit status of a comparison or proof that could not be made
+constexpr int undecided = 3;     ///< exit status of a proof that did not come to an end
 
 /// What the command line asks for.
 struct Options {
@@ -28,6 +30,11 @@ struct Options {
   bool equiv = false;
   bool print_names = false;  ///< of modules and signals, for completion
   std::string eval;          ///< an expression; empty for none
+  std::vector<proof::Property> properties;
+  bool prove = false;  ///< what the source's comments say
+  bool with_reset = false;
+  double limit = 60;        ///< seconds for each proof
+  std::string certificate;  ///< folder for what lets others check a proof; empty for none
   bool classic = false;
   bool no_finalize = false;
   bool keep_wires = false;

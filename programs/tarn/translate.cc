@@ -28,8 +28,10 @@ class Translation {
       : file_(file), options_(options), messages_(messages) {}
 
   bool run(std::set<std::string>& met);
+  std::vector<Module*> load();
 
  private:
+  bool get_modules();
   bool read_compiled();
   bool compile_source();
   bool compile_modules();
@@ -211,15 +213,28 @@ Diagnostic Translation::fault() const {
   return fault;
 }
 
+bool Translation::get_modules() {
+  if (!is_source(file_)) return read_compiled();
+  const int before = messages_.errors();
+  return compile_source() && messages_.errors() == before;
+}
+
+std::vector<Module*> Translation::load() {
+  try {
+    const bool good = get_modules();
+    stages_.end();
+    return good ? modules_ : std::vector<Module*>();
+  } catch (...) {
+    stages_.end();
+    fail(fault());
+    return {};
+  }
+}
+
 bool Translation::run(std::set<std::string>& met) {
   const programs::InTextOrder order(file_);
   try {
-    if (is_source(file_)) {
-      const int before = messages_.errors();
-      if (!compile_source() || messages_.errors() != before) return false;
-    } else if (!read_compiled()) {
-      return false;
-    }
+    if (!get_modules()) return false;
     for (const Module* module : modules_) met.insert(module->getName());
     if (modules_.size() > 1 && !options_.output.empty())
       return fail({file_, 0, 0, 0, 0}, "holds several modules; -o names one file");
@@ -261,6 +276,21 @@ void choose(Options& options) {
   SessionFiles::current().keep_read = !options.in_place;
   SessionFiles::current().trace = options.trace;
   for (const std::string& file : options.files) SessionFiles::current().note_read(file);
+}
+
+std::vector<Module*> load_modules(const std::string& file, Options& options, Messages& messages) {
+  choose(options);
+  return Translation(file, options, messages).load();
+}
+
+std::vector<Module*> outer_modules(const std::vector<Module*>& modules) {
+  std::vector<Module*> outer;
+  for (Module* module : modules)
+    if (std::none_of(modules.begin(), modules.end(), [module](const Module* other) {
+          return other != module && other->getStatement() != nullptr && reaches(other, {module});
+        }))
+      outer.push_back(module);
+  return outer;
 }
 
 bool translate(const std::string& file, Options& options, Messages& messages,

@@ -1,14 +1,17 @@
 // Conjuncts are ordered so that variables leave early: the next one is that which lets most
 // variables go for each new one that it brings in. Small neighbours are joined.
 
-#include "tarn/b_automaton/image.h"
+#include "proof/image.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <numeric>
 #include <unordered_map>
 
-namespace kiva {
+#include "base/text_stream.h"
+
+namespace kiva::proof {
 
 namespace {
 
@@ -58,7 +61,7 @@ std::vector<size_t> quantification_order(bddpp_manager& manager, const Transitio
 
 }  // namespace
 
-Image::Image(const TransitionSystem& system) : manager_(*system.manager) {
+Image::Image(TransitionSystem& system) : manager_(system.manager) {
   next_to_now_.resize(static_cast<size_t>(manager_.Nb_bdd_vars()));
   std::iota(next_to_now_.begin(), next_to_now_.end(), 0);
   std::vector<bdd> relations;
@@ -100,22 +103,68 @@ bdd Image::operator()(const bdd& states) const {
   return manager_.Bdd_replace_vars(reached, next_to_now_.data());
 }
 
-double count_states(const TransitionSystem& system, const bdd& states) {
-  // Shares of all assignments, so that levels between nodes need no care.
-  std::unordered_map<const bdd_node*, double> shares;
-  const auto share = [&](const bdd_node* node, auto& self) -> double {
-    if (node == system.manager->Bdd_node_one()) return 1;
-    if (const auto known = shares.find(node); known != shares.end()) return known->second;
-    const double otherwise = self(node->else_node(), self);
-    const double result = (self(node->then_node(), self) +
-                           (node->else_link_type() == 1 ? otherwise : 1 - otherwise)) /
-                          2;
-    shares.emplace(node, result);
-    return result;
-  };
-  const double positive = share(states.node(), share);
-  return std::round(std::ldexp(states.link_type() == 1 ? positive : 1 - positive,
-                               static_cast<int>(system.registers.size())));
+namespace {
+
+/// A count that is exact below 2^128, and else as close as a double.
+struct Count {
+  unsigned __int128 exact = 0;
+  double rough = 0;
+  bool is_exact = true;
+};
+
+Count times_two_to(Count count, int levels) {
+  count.is_exact =
+      count.is_exact &&
+      (count.exact == 0 ||
+       (levels < 120 && count.exact < (static_cast<unsigned __int128>(1) << (120 - levels))));
+  if (count.is_exact && count.exact != 0) count.exact <<= levels;
+  count.rough = std::ldexp(count.rough, levels);
+  return count;
 }
 
-}  // namespace kiva
+std::string text_of(const Count& count) {
+  if (!count.is_exact || count.exact >> 64 != 0) {
+    TextStream out;
+    out.precision(3);
+    out << "about " << count.rough;
+    return out.str();
+  }
+  return std::to_string(static_cast<std::uint64_t>(count.exact));
+}
+
+}  // namespace
+
+std::string count_states(TransitionSystem& system, const bdd& states) {
+  // Levels are the `now` variables alone; a literal of a node counts the levels that it skips.
+  std::vector<int> level(static_cast<size_t>(system.manager.Nb_bdd_vars()), 0);
+  std::vector<long> now;
+  for (const TransitionSystem::Register& reg : system.registers) now.push_back(reg.now);
+  std::sort(now.begin(), now.end());
+  const int levels = static_cast<int>(now.size());
+  for (int k = 0; k < levels; ++k) level[static_cast<size_t>(now[static_cast<size_t>(k)])] = k;
+  std::unordered_map<std::uint64_t, Count> known;
+  const auto level_of = [&](const bdd_node* node) {
+    return node->var_index() < 0 ? levels : level[static_cast<size_t>(node->var_index())];
+  };
+  // The assignments of the levels from the node's on.
+  const auto count = [&](const bdd_node* node, int link, auto& self) -> Count {
+    if (node->var_index() < 0) return link == 1 ? Count{1, 1, true} : Count{};
+    const std::uint64_t key = static_cast<std::uint64_t>(node->global_id()) * 2 + (link == 1);
+    if (const auto at = known.find(key); at != known.end()) return at->second;
+    Count sum;
+    for (const auto& [child, child_link] :
+         {std::pair{node->then_node(), link},
+          std::pair{node->else_node(), link * node->else_link_type()}}) {
+      const Count part =
+          times_two_to(self(child, child_link, self), level_of(child) - level_of(node) - 1);
+      sum.exact += part.exact;
+      sum.rough += part.rough;
+      sum.is_exact = sum.is_exact && part.is_exact;
+    }
+    return known.emplace(key, sum).first->second;
+  };
+  return text_of(
+      times_two_to(count(states.node(), states.link_type(), count), level_of(states.node())));
+}
+
+}  // namespace kiva::proof
