@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <iostream>
 #include <string>
 
 #include "SIMULATOR_ZUC/application.h"
 #include "programs/report.h"
+#include "programs/told_text.h"
 #include "tarn/session/session.h"
 
 namespace {
@@ -15,6 +17,7 @@ constexpr const char* usage =
     "  HOST PORT   the module's evaluation server; localhost 0 for none\n"
     "  --open      opens a module without a server\n"
     "  --scope     opens the second window, too: waves, branches, why\n"
+    "  --verbose   shows what the library has to tell\n"
     "  --help, --version\n";
 
 /// What needs no window; false where there is nothing of it.
@@ -28,13 +31,23 @@ bool answered(int argc, char** argv) {
   return false;
 }
 
+/// Takes the word out of the arguments; false where it does not stand there.
+bool taken(const std::string& word, int& argc, char** argv) {
+  char** const end = std::remove(argv + 1, argv + argc, word);
+  const bool found = end != argv + argc;
+  argc = static_cast<int>(end - argv);
+  return found;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (answered(argc, argv)) return 0;
   return kiva::programs::run_reported("kiva", [&] {
+    const kiva::programs::ToldText told(taken("--verbose", argc, argv));
     kiva::Session session;
+    session.set_told_text(std::cerr);
     const kiva::Session::Use use(session);
-    return kiva::run_window(argc, argv);
+    return kiva::run_window(argc, argv, kiva::programs::errors());
   });
 }
