@@ -104,7 +104,8 @@ class ConsoleRun {
       expected_file_ = opened(options_.expect, "is a folder, not a trace");
       expected_.emplace(expected_file_, simulation_);
     }
-    if (std::filesystem::is_regular_file(options_.coverage_file)) {
+    if (const auto there = std::filesystem::status(options_.coverage_file);
+        std::filesystem::exists(there) && !std::filesystem::is_character_file(there)) {
       std::ifstream in = opened(options_.coverage_file, "is a folder");
       const std::string reason =
           coverage_.merge(std::string(std::istreambuf_iterator<char>(in), {}));
