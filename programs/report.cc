@@ -3,11 +3,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <new>
+#include <tuple>
+#include <utility>
 
 #include "base/process_end.h"
 #include "programs/told_text.h"
@@ -54,13 +57,54 @@ std::string excerpt(const Place& where) {
 
 }  // namespace
 
-bool complain(const std::string& program, const Diagnostic& diagnostic) {
-  if (diagnostic.sentence.empty()) return false;
+namespace {
+
+void print(const std::string& program, const Diagnostic& diagnostic) {
   // On a terminal a line of progress may stand there.
   std::string text = isatty(STDERR_FILENO) == 0 ? "" : "\r\033[K";
   text += diagnostic.line(program) + excerpt(diagnostic.where);
   for (const Diagnostic::Note& note : diagnostic.notes) text += Diagnostic::line(note, program);
   errors() << text << std::flush;
+}
+
+/// What waits, and the files in order of arrival.
+struct Waiting {
+  std::vector<std::pair<std::string, Diagnostic>> lines;
+  std::vector<std::string> files;
+
+  auto place(const Diagnostic& d) const {
+    const auto file = std::find(files.begin(), files.end(), d.where.file);
+    return std::tuple(file - files.begin(), d.where.line, d.where.column);
+  }
+};
+std::unique_ptr<Waiting> waiting;
+
+}  // namespace
+
+InTextOrder::InTextOrder(const std::string& file) {
+  waiting = std::make_unique<Waiting>();
+  waiting->files.push_back(file);
+}
+
+InTextOrder::~InTextOrder() {
+  const std::unique_ptr<Waiting> all = std::move(waiting);
+  std::stable_sort(all->lines.begin(), all->lines.end(), [&](const auto& a, const auto& b) {
+    return all->place(a.second) < all->place(b.second);
+  });
+  for (const auto& [program, diagnostic] : all->lines) print(program, diagnostic);
+}
+
+bool complain(const std::string& program, const Diagnostic& diagnostic) {
+  if (diagnostic.sentence.empty()) return false;
+  if (waiting == nullptr) {
+    print(program, diagnostic);
+    return false;
+  }
+  const std::string& file = diagnostic.where.file;
+  std::vector<std::string>& files = waiting->files;
+  if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end())
+    files.push_back(file);
+  waiting->lines.emplace_back(program, diagnostic);
   return false;
 }
 
