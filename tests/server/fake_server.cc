@@ -56,7 +56,10 @@ std::vector<std::string> FakeServer::take_requests() {
 }
 
 void FakeServer::serve() {
-  const int connection = accept(listening_, nullptr, nullptr);
+  for (int connection; (connection = accept(listening_, nullptr, nullptr)) >= 0;) serve(connection);
+}
+
+void FakeServer::serve(int connection) {
   connection_ = connection;
   std::string buffer(1 << 16, '\0');
   ssize_t received;
