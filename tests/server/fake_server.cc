@@ -46,6 +46,7 @@ void FakeServer::say(const std::string& text) {
 FakeServer::~FakeServer() {
   SOCK_shutdown(client_, 1);
   shutdown(listening_, SHUT_RDWR);  // where nobody has come
+  shutdown(connection_, SHUT_RDWR);
   thread_.join();
   close(listening_);
 }
@@ -73,6 +74,7 @@ void FakeServer::serve(int connection) {
     if (!reply) break;
     send(connection, reply->data(), reply->size(), MSG_NOSIGNAL);
   }
+  connection_ = -1;
   close(connection);
 }
 
