@@ -85,7 +85,8 @@ class Instance {
       return copy;
     };
     Signal* actual = variable(reg.actual_var());
-    auto* copy = make_kept<regclass>(actual, variable(reg.next_var()), reg.is_initialy_true());
+    const int initial = reg.is_initialy_true();
+    auto* copy = make_kept<regclass>(actual, variable(reg.next_var()), initial);
     module_->addRegisterSignal(copy);
     return copy;
   }

@@ -8,8 +8,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <nlohmann/json.hpp>
+#include <set>
 
+#include "base/json_text.h"
 #include "tarn/model/module.h"
 #include "tarn/zu/statements/automaton.h"
 #include "tarn/zu/statements/run.h"
@@ -89,42 +90,111 @@ std::string file_hash(const std::string& file) {
   return digits;
 }
 
-std::string source_map_text(const SourceMap& map, const std::string& module) {
-  using Json = nlohmann::ordered_json;
-  Json json;
-  json["module"] = module;
-  json["sources"] = Json::object();
-  const auto span = [&](const SourceSpan& at) {
-    if (!at.known()) return Json(nullptr);
-    const std::string file = std::filesystem::absolute(*at.file).lexically_normal();
-    if (!json["sources"].contains(file)) json["sources"][file] = file_hash(file);
-    return Json{file, at.first_line, at.first_column, at.last_line, at.last_column};
+namespace {
+
+std::string place_of_file(const std::string& file) {
+  return std::filesystem::absolute(file).lexically_normal();
+}
+
+/// The files that spans of the map name, in the order of their first.
+std::vector<std::string> source_files(const SourceMap& map) {
+  std::vector<std::string> files;
+  std::set<std::string> met;
+  const auto enter = [&](const SourceSpan& at) {
+    if (!at.known()) return;
+    const std::string file = place_of_file(*at.file);
+    if (met.insert(file).second) files.push_back(file);
   };
-  json["locals"] = map.locals;
-  json["instances"] = Json::array();
   for (const SourceMap::Instance& instance : map.instances) {
-    Json of{{"module", instance.module}, {"path", instance.path}};
-    of["statements"] = Json::array();
-    for (const SourceMap::Part& part : instance.parts)
-      of["statements"].push_back({{"span", span(part.span)},
-                                  {"leaf", part.leaf},
-                                  {"set", part.set},
-                                  {"reset", part.reset},
-                                  {"end", part.rtl},
-                                  {"active", part.active},
-                                  {"next", part.active_next}});
-    if (!instance.states.empty()) of["code"] = instance.code;
-    for (const SourceMap::AutomatonState& state : instance.states)
-      of["states"].push_back({{"name", state.name},
-                              {"span", span(state.span)},
-                              {"code", state.code},
-                              {"final", state.final_state}});
-    for (const SourceMap::Arc& arc : instance.arcs)
-      of["transitions"].push_back(
-          {{"from", arc.from}, {"to", arc.to}, {"span", span(arc.span)}, {"kind", arc.kind}});
-    json["instances"].push_back(std::move(of));
+    for (const SourceMap::Part& part : instance.parts) enter(part.span);
+    for (const SourceMap::AutomatonState& state : instance.states) enter(state.span);
+    for (const SourceMap::Arc& arc : instance.arcs) enter(arc.span);
   }
-  return json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+  return files;
+}
+
+/// The instances of a map as text.
+class InstancesText {
+ public:
+  explicit InstancesText(JsonText& json) : json_(json) {}
+
+  void put(const SourceMap::Instance& instance) {
+    json_.open_object();
+    json_.put("module", instance.module);
+    json_.put("path", instance.path);
+    json_.open_array("statements");
+    for (const SourceMap::Part& part : instance.parts) put(part);
+    json_.close();
+    if (!instance.states.empty()) {
+      json_.put("code", instance.code);
+      json_.open_array("states");
+      for (const SourceMap::AutomatonState& state : instance.states) put(state);
+      json_.close();
+    }
+    if (!instance.arcs.empty()) {
+      json_.open_array("transitions");
+      for (const SourceMap::Arc& arc : instance.arcs) put(arc);
+      json_.close();
+    }
+    json_.close();
+  }
+
+ private:
+  void put(const SourceMap::Part& part) {
+    json_.open_object();
+    put(part.span);
+    json_.put("leaf", part.leaf);
+    json_.put("set", part.set);
+    json_.put("reset", part.reset);
+    json_.put("end", part.rtl);
+    json_.put("active", part.active);
+    json_.put("next", part.active_next);
+    json_.close();
+  }
+  void put(const SourceMap::AutomatonState& state) {
+    json_.open_object();
+    json_.put("name", state.name);
+    put(state.span);
+    json_.put("code", state.code);
+    json_.put("final", state.final_state);
+    json_.close();
+  }
+  void put(const SourceMap::Arc& arc) {
+    json_.open_object();
+    json_.put("from", arc.from);
+    json_.put("to", arc.to);
+    put(arc.span);
+    json_.put("kind", arc.kind);
+    json_.close();
+  }
+  void put(const SourceSpan& at) {
+    if (!at.known()) return json_.put_null("span");
+    json_.open_array("span");
+    json_.add(place_of_file(*at.file));
+    for (const int number : {at.first_line, at.first_column, at.last_line, at.last_column})
+      json_.add(number);
+    json_.close();
+  }
+
+  JsonText& json_;
+};
+
+}  // namespace
+
+std::string source_map_text(const SourceMap& map, const std::string& module) {
+  JsonText json;
+  json.open_object();
+  json.put("module", module);
+  json.open_object("sources");
+  for (const std::string& file : source_files(map)) json.put(file, file_hash(file));
+  json.close();
+  json.put("locals", map.locals);
+  json.open_array("instances");
+  InstancesText text(json);
+  for (const SourceMap::Instance& instance : map.instances) text.put(instance);
+  json.close();
+  json.close();
+  return json.text() + '\n';
 }
 
 }  // namespace kiva

@@ -138,10 +138,10 @@ void put_registers(Module* module, std::ostream& os, const FileNumbers& numbers,
   Bddexpressionwood* wood = module->getBddWood();
   os << "register:\n";
   for (const regclass* reg : module->getRegisterList()) {
+    const int initial = reg->is_initialy_true();
     if (forget_locals) {
       os << ' ' << numbers.name(reg->next_var()->getBddStatusId(module, wood)) << ' '
-         << numbers.name(reg->actual_var()->getBddStatusId(module, wood)) << ' '
-         << reg->is_initialy_true();
+         << numbers.name(reg->actual_var()->getBddStatusId(module, wood)) << ' ' << initial;
     } else {
       os << *reg;
     }
