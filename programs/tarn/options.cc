@@ -42,6 +42,21 @@ std::string target_list() {
 
 }  // namespace
 
+namespace {
+
+/// The row whose bench is wanted. A target without is a fault of the usage.
+const Target* bench_target(const std::string& option) {
+  std::string names;
+  for (const Target& target : targets()) {
+    if (target.bench == nullptr) continue;
+    if (option == target.option || option == std::string("--") + target.option) return &target;
+    names += std::string(" ") + target.option;
+  }
+  throw CLI::ValidationError("--bench", "\"" + option + "\" is none of:" + names);
+}
+
+}  // namespace
+
 bool read_options(int argc, char** argv, Options& options,
                   int& status) {  // house: a line an option
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
@@ -57,6 +72,11 @@ bool read_options(int argc, char** argv, Options& options,
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
+  std::pair<std::string, std::string> bench;
+  app.add_option(
+      "--bench", bench,
+      "TARGET STIMULI: write that target's text and a bench that gives it the stimuli and "
+      "holds it to what they await; says how to run it");
   app.add_flag(
       "--equiv", options.equiv,
       "do two compiled modules give the same outputs, whatever their inputs? If not, print "
@@ -99,6 +119,7 @@ bool read_options(int argc, char** argv, Options& options,
              "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
              "tarn main.zu edge.zuc             main.zu runs a module that has been compiled\n"
              "tarn --c thermostat.zuc           writes a compiled module as C\n"
+             "tarn --bench c lamp.stimuli lamp.zu  writes it with a main that checks it\n"
              "tarn --equiv old.zuc new.zuc      tells whether two modules do the same\n"
              "tarn --eval 'on and not off' lamp.zuc");
   try {
@@ -115,6 +136,8 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--eval", "wants an expression");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
+    if (!bench.first.empty()) options.bench = bench_target(bench.first);
+    options.bench_stimuli = bench.second;
     if (options.windows && !fltk_presenter::open_display())
       throw CLI::ValidationError("--windows", "no display can be opened");
   } catch (const CLI::ParseError& error) {

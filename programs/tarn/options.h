@@ -23,6 +23,8 @@ struct Options {
   bool zuc = false;
   bool kiva = false;
   std::vector<const Target*> targets;
+  const Target* bench = nullptr;  ///< whose bench is wanted; null for none
+  std::string bench_stimuli;      ///< file of its stimuli
   bool equiv = false;
   std::string eval;  ///< an expression; empty for none
   bool classic = false;

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "base/whole_file.h"
+#include "programs/tarn/bench.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
@@ -179,7 +180,8 @@ bool Translation::write_compiled(Module* module) {
 
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
-  const bool zuc = options_.zuc || (!options_.kiva && options_.targets.empty());
+  const bool zuc =
+      options_.zuc || (!options_.kiva && options_.targets.empty() && options_.bench == nullptr);
   if (zuc && !write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
@@ -190,6 +192,10 @@ bool Translation::write(Module* module) {
   for (const bool finalises : {false, true})
     for (const Target* target : options_.targets)
       if (target->finalises == finalises) good = write_target(module, *target) && good;
+  if (const Target* target = options_.bench) {
+    const bool written = std::ranges::find(options_.targets, target) != options_.targets.end();
+    good = (written || write_target(module, *target)) && write_bench(module, options_) && good;
+  }
   return good;
 }
 
@@ -222,6 +228,8 @@ bool Translation::run(std::set<std::string>& met) {
     for (const Module* module : modules_) met.insert(module->getName());
     if (modules_.size() > 1 && !options_.output.empty())
       return fail({file_, 0, 0, 0, 0}, "holds several modules; -o names one file");
+    if (modules_.size() > 1 && options_.bench != nullptr)
+      return fail({file_, 0, 0, 0, 0}, "holds several modules; --module names the one to bench");
     bool good = true;
     for (Module* module : modules_) {
       current_ = module;
