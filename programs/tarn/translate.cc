@@ -36,6 +36,7 @@ class Translation {
   bool compile_modules();
   bool write_compiled(Module* module);
   bool write(Module* module);
+  bool bench(Module* module);
   bool write_map(Module* module, const std::string& path);
   bool write_target(Module* module, const Target& target);
   template <class Print>
@@ -192,11 +193,14 @@ bool Translation::write(Module* module) {
   for (const bool finalises : {false, true})
     for (const Target* target : options_.targets)
       if (target->finalises == finalises) good = write_target(module, *target) && good;
-  if (const Target* target = options_.bench) {
-    const bool written = std::ranges::find(options_.targets, target) != options_.targets.end();
-    good = (written || write_target(module, *target)) && write_bench(module, options_) && good;
-  }
+  if (options_.bench != nullptr) good = bench(module) && good;
   return good;
+}
+
+/// Writes a bench, and the text that it is for.
+bool Translation::bench(Module* module) {
+  const bool written = std::ranges::find(options_.targets, options_.bench) != options_.targets.end();
+  return (written || write_target(module, *options_.bench)) && write_bench(module, options_);
 }
 
 bool Translation::write_map(Module* module, const std::string& path) {

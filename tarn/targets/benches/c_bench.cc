@@ -18,9 +18,9 @@ bool is_number(const std::string& text) {
   return end != text.c_str() && *end == '\0';
 }
 
-/// A value's text as a literal.
-std::string literal(const std::string& text) {
-  if (is_number(text)) return text;
+/// A value's text as an expression: of a type of the user's own it may be a name.
+std::string literal(const std::string& type, const std::string& text) {
+  if (type != "string") return text;
   std::string quoted = "\"";
   for (char c : text) quoted += c == '"' || c == '\\' ? std::string{'\\', c} : std::string{c};
   return quoted + '"';
@@ -77,7 +77,7 @@ class CBench {
       if (parameter.is_output)
         out_ << "*awaited = " << at->second << "; return 1;\n";
       else
-        out_ << "return " << literal(at->second) << ";\n";
+        out_ << "return " << literal(type, at->second) << ";\n";
     }
     if (parameter.is_output)
       out_ << "  default: *awaited = 0; return 0;\n  }\n}\n\n";

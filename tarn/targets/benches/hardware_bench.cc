@@ -40,7 +40,8 @@ void put_vhdl_rows(const BenchJob& job, std::ostream& out) {
   put_bits("awaited", [&](const BenchInstant& instant) { return job.awaited(instant, '-'); });
 }
 
-void put_vhdl_process(const BenchJob& job, std::ostream& out, const Sizes& size) {
+void put_vhdl_process(const BenchJob& job, std::ostream& out,
+                      const Sizes& size) {  // house: one text
   out << R"(  process
     variable text : line;
     variable faults : natural := 0;
@@ -78,7 +79,8 @@ void put_vhdl_process(const BenchJob& job, std::ostream& out, const Sizes& size)
   size_t number = 0;
   for (long index : job.text.output_rails())
     out << "        check(instant, " << number++ << ", \"" << job.text.name(index) << "\");\n";
-  out << "      end loop;\n      exit when faults > 0;\n    end loop;\n    assert faults = 0 report \"the text differs\" "
+  out << "      end loop;\n      exit when faults > 0;\n    end loop;\n    assert faults = 0 "
+         "report \"the text differs\" "
          "severity failure;\n    write(text, string'(\""
       << job.instants.size() << " instants agree\"));\n    writeline(output, text);\n    wait;\n"
       << "  end process;\n";
@@ -134,7 +136,8 @@ void put_verilog(const BenchJob& job, std::ostream& out, const std::string& modu
   }
   out << "      clk = 1;\n      #1 clk = 0;\n    end\n  endtask\n\n  initial begin\n";
   for (int round = 0; round < (resets ? 2 : 1); ++round) {
-    if (round > 0) out << "    if (faults == 0) begin  // and again\n    reset = 1;\n    #1 reset = 0;\n";
+    if (round > 0)
+      out << "    if (faults == 0) begin  // and again\n    reset = 1;\n    #1 reset = 0;\n";
     for (size_t n = 0; n < job.instants.size(); ++n)
       out << "    step(" << n + 1 << ", " << size.inputs + 1 << "'b" << job.given(job.instants[n])
           << "0, " << size.outputs + 1 << "'b" << job.awaited(job.instants[n], 'x') << "0);\n";
