@@ -8,8 +8,8 @@
 #include <array>
 #include <cctype>
 #include <optional>
-#include <sstream>
 
+#include "base/text_stream.h"
 #include "bdd/bddpp.h"
 #include "bdd/expression_parser.h"
 
@@ -164,7 +164,7 @@ Condition::Condition(const std::string& text, const Simulation& simulation)
     form_->manager.New_var_last("a" + std::to_string(i));
   std::string plain = scanner.plain;
   plain.erase(plain.find_last_not_of(" \t\r\n") + 1);
-  std::ostringstream told;
+  TextStream told;
   class_exp_bdd_parser parser(&form_->manager, told);
   if (parser.parse(plain) != 0 || parser.prio() != 0) {
     if (parser.fault() == ExpressionFault::too_deep) throw ConditionError{1, "nested too deep"};

@@ -8,8 +8,8 @@
 #include <cstring>
 #include <iostream>
 #include <new>
-#include <sstream>
 
+#include "base/text_stream.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/translate.h"
 #include "programs/told_text.h"
@@ -78,7 +78,7 @@ class MemoryLimit {
 
 /// 12, or 1.5e+20.
 std::string number(double value) {
-  std::ostringstream out;
+  TextStream out;
   out.precision(value < 1e9 ? 9 : 3);
   out << value;
   return out.str();

@@ -3,8 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iomanip>
-#include <sstream>
 
+#include "base/text_stream.h"
 #include "forms/fltk/fltk_messages.h"
 #include "programs/report.h"
 #include "tarn/zu/warnings.h"
@@ -29,7 +29,7 @@ std::string wrong_word(const std::string& word) {
 
 /// The options of the target languages, two a line.
 std::string target_list() {
-  std::ostringstream list;
+  TextStream list;
   list << "Target texts of MODULE, beside each other as wanted:\n" << std::left;
   bool second = false;
   for (const Target& target : targets()) {

@@ -222,6 +222,7 @@ Diagnostic Translation::fault() const {
 }
 
 bool Translation::run(std::set<std::string>& met) {
+  const programs::InTextOrder order(file_);
   try {
     if (is_source(file_)) {
       const int before = messages_.errors();

@@ -75,11 +75,11 @@ class ValuedModule : public testing::Test {
   Outcome outcome;
 
  private:
-  static std::string pair(int status_id) {
-    return "(" + std::to_string(status_id) + ", " + std::to_string(status_id + 1) + ")";
+  static std::string pair(int status_index) {
+    return "(" + std::to_string(status_index) + ", " + std::to_string(status_index + 1) + ")";
   }
-  static std::string bound(int status_id, int line, int clock_id) {
-    return pair(status_id) + ": value: " + std::to_string(line) +
+  static std::string bound(int status_index, int line, int clock_id) {
+    return pair(status_index) + ": value: " + std::to_string(line) +
            (clock_id < 0 ? "" : " clock: " + pair(clock_id)) + ";\n";
   }
 };
