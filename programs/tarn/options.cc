@@ -72,6 +72,9 @@ bool read_options(int argc, char** argv, Options& options,
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
+  app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
+  app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
+  app.add_flag("--states", options.states, "with these, the states that the module can reach");
   std::pair<std::string, std::string> bench;
   app.add_option(
       "--bench", bench,
@@ -136,6 +139,8 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--eval", "wants an expression");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
+    if (options.states && !options.dot && !options.svg)
+      throw CLI::ValidationError("--states", "goes with --dot or --svg");
     if (!bench.first.empty()) options.bench = bench_target(bench.first);
     options.bench_stimuli = bench.second;
     if (options.windows && !fltk_presenter::open_display())

@@ -23,6 +23,9 @@ struct Options {
   bool zuc = false;
   bool kiva = false;
   std::vector<const Target*> targets;
+  bool dot = false;
+  bool svg = false;
+  bool states = false;            ///< of what is drawn: the reachable ones
   const Target* bench = nullptr;  ///< whose bench is wanted; null for none
   std::string bench_stimuli;      ///< file of its stimuli
   bool equiv = false;
@@ -41,6 +44,11 @@ struct Options {
   bool quiet = false;
   bool verbose = false;               ///< show what the library tells its own callers
   std::vector<std::string> warnings;  ///< "no-NAME" or "error"
+
+  /// Something else than the compiled module is wanted.
+  bool writes_other_text() const {
+    return kiva || !targets.empty() || bench != nullptr || dot || svg;
+  }
 };
 
 bool is_source(const std::string& file);

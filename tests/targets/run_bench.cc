@@ -94,7 +94,7 @@ void prove_c_family(const Cases& cases, const std::string& target, const std::st
       "all" + extension,
       (target == "c" ? "" : "#include <systemc.h>\n") +
           program.for_all("#define " + name + " @_main\n#include \"@_bench" + extension +
-                      ".bench\"\n#undef " + name + "\n") +
+                          ".bench\"\n#undef " + name + "\n") +
           "int " + entry + " { int bad = 0;\n" +
           program.for_all("bad += @_main" + std::string(target == "c" ? "()" : "(0, nullptr)") +
                           ";\n") +
@@ -202,6 +202,24 @@ TEST(BenchTools, WhatIsNotAsAwaitedIsTold) {
                 out.find("instants agree") == std::string::npos)
         << out;
   }
+}
+
+TEST(BenchTools, TheDocumentationsExampleRunsAsItSays) {
+  std::istringstream page(read_text(KIVA_SOURCE "/docs/targets.md"));
+  std::string line, stimuli, command, told;
+  while (std::getline(page, line) && line != "    $ cat watchdog.stimuli") {
+  }
+  while (std::getline(page, line) && !line.starts_with("    $ ")) stimuli += line.substr(4) + "\n";
+  command = line.substr(6);
+  while (std::getline(page, line) && !line.empty()) told += line.substr(4) + "\n";
+  const TempDir dir;
+  dir.write("watchdog.stimuli", stimuli);
+  dir.write("watchdog.zu", read_text(KIVA_SOURCE "/examples/watchdog/watchdog.zu"));
+  EXPECT_EQ(run_tool(KIVA_PROGRAMS "/" + command + " 2>&1", dir.path()), told);
+  EXPECT_EQ(
+      run_tool(told.substr(told.find("run it: ") + 8, told.rfind('\n') - told.find("run it: ") - 8),
+               dir.path()),
+      "4 instants agree\n");
 }
 
 TEST(BenchTools, HeadersAreOfCAndOfItsSuccessor) {
