@@ -1,5 +1,7 @@
 #include "base/json_text.h"
 
+#include <array>
+#include <charconv>
 #include <nlohmann/json.hpp>
 
 namespace kiva {
@@ -24,6 +26,12 @@ void JsonText::close() {
   if (any_) text_ += '\n' + std::string(open_.size(), ' ');
   text_ += bracket;
   any_ = true;
+}
+
+void JsonText::put(std::string_view name, double value) {
+  std::array<char, 32> digits{};  // the longest shortest form has 24
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  put_raw(name, std::string_view(digits.data(), static_cast<size_t>(end - digits.data())));
 }
 
 void JsonText::put(std::string_view name, const std::vector<std::string>& values) {

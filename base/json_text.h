@@ -19,6 +19,7 @@ class JsonText {
   void put(std::string_view name, const std::string& value) { put_raw(name, quoted(value)); }
   void put(std::string_view name, const std::vector<std::string>& values);
   void put(std::string_view name, int value) { put_raw(name, std::to_string(value)); }
+  void put(std::string_view name, double value);
   void put(std::string_view name, bool value) { put_raw(name, value ? "true" : "false"); }
   void put_null(std::string_view name) { put_raw(name, "null"); }
   /// Values of an array have no name.

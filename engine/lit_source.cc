@@ -7,39 +7,14 @@
 
 #include <map>
 #include <nlohmann/json.hpp>
-#include <unordered_map>
 
+#include "engine/map_rows.h"
 #include "tarn/zu/source_map.h"
 
 namespace kiva {
 
-namespace {
-
-SourcePlace place_of(const nlohmann::json& span) {
-  return {span.at(0), span.at(1), span.at(2), span.at(3), span.at(4)};
-}
-
-}  // namespace
-
-/// Rows of locals by name.
-struct LitSource::Rows {
-  std::unordered_map<std::string, size_t> by_name;
-
-  size_t of(const std::string& name) const {
-    const auto at = by_name.find(name);
-    return at == by_name.end() ? none : at->second;
-  }
-  std::vector<size_t> of_all(const nlohmann::json& names) const {
-    std::vector<size_t> all;
-    for (const nlohmann::json& name : names) all.push_back(of(name.get<std::string>()));
-    return all;
-  }
-};
-
 LitSource::LitSource(const std::string& map_text, const Simulation& simulation) {
-  Rows rows;
-  for (size_t row = 0; row < simulation.local_names().size(); ++row)
-    rows.by_name.emplace(simulation.local_names()[row], row);
+  const MapRows rows(simulation);
   try {
     const nlohmann::json json = nlohmann::json::parse(map_text);
     if (json.at("module") != simulation.module()->getName()) {
@@ -48,7 +23,7 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
     }
     for (const auto& [file, hash] : json.at("sources").items()) hashes_.emplace_back(file, hash);
     for (size_t row : rows.of_all(json.at("locals")))
-      if (row != none) declared_.push_back(row);
+      if (row != MapRows::none) declared_.push_back(row);
     for (const nlohmann::json& of : json.at("instances")) read_instance(of, rows);
   } catch (const nlohmann::json::exception&) {
     problem_ = "is no map of a source text";
@@ -56,20 +31,20 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
   }
 }
 
-void LitSource::read_instance(const nlohmann::json& of, const Rows& rows) {
+void LitSource::read_instance(const nlohmann::json& of, const MapRows& rows) {
   Instance instance{of.at("module"), of.at("path"), ""};
   std::vector<Part> parts;
   for (const nlohmann::json& part : of.at("statements")) {
     if (part.at("span").is_null()) continue;
     if (instance.file.empty()) instance.file = part["span"].at(0);
     if (!part.at("leaf").get<bool>()) continue;
-    parts.push_back({place_of(part["span"]), rows.of(part.at("set")), rows.of(part.at("reset")),
+    parts.push_back({map_place(part["span"]), rows.of(part.at("set")), rows.of(part.at("reset")),
                      rows.of(part.at("end")), rows.of_all(part.at("active")),
                      rows.of_all(part.at("next"))});
   }
   std::vector<State> states;
   for (const nlohmann::json& state : of.value("states", nlohmann::json::array())) {
-    State lit{place_of(state.at("span")), {}};
+    State lit{map_place(state.at("span")), {}};
     const std::vector<size_t> bits = rows.of_all(of.at("code"));
     for (size_t bit = 0; bit < bits.size(); ++bit)
       lit.code.emplace_back(bits[bit], (state.at("code").get<unsigned>() >> bit & 1u) != 0);
@@ -92,7 +67,7 @@ std::string LitSource::stale(size_t instance) const {
 
 std::vector<LitSource::Lit> LitSource::leaves(size_t instance, const SimulationState& state) const {
   const auto is_one = [&](size_t row) {
-    return row != none && state.shown_locals[row] == SignalState::one;
+    return row != MapRows::none && state.shown_locals[row] == SignalState::one;
   };
   std::map<SourcePlace, Light> lights;
   for (const Part& part : parts_[instance]) {
@@ -116,7 +91,8 @@ std::vector<LitSource::Lit> LitSource::lit(size_t instance, const SimulationStat
   for (const State& automaton_state : states_[instance]) {
     bool here = !automaton_state.code.empty();
     for (const auto& [row, wanted] : automaton_state.code)
-      here = here && row != none && (state.shown_locals[row] == SignalState::one) == wanted;
+      here =
+          here && row != MapRows::none && (state.shown_locals[row] == SignalState::one) == wanted;
     if (here) all.push_back({automaton_state.place, {.waits = true}});
   }
   return all;

@@ -8,6 +8,8 @@
 
 namespace kiva {
 
+class MapRows;
+
 /// What a piece of source text does in an instant.
 struct Light {
   bool started = false;  ///< in this instant
@@ -56,8 +58,7 @@ class LitSource {
   std::vector<Lit> leaves(size_t instance, const SimulationState& state) const;
 
  private:
-  static constexpr size_t none = static_cast<size_t>(-1);
-  /// Rows of locals; `none` where the module has not the signal.
+  /// Rows of locals; MapRows::none where the module has not the signal.
   struct Part {
     SourcePlace place;
     size_t set, reset, rtl;
@@ -68,8 +69,7 @@ class LitSource {
     std::vector<std::pair<size_t, bool>> code;  ///< register rows and what they must be
   };
 
-  struct Rows;
-  void read_instance(const nlohmann::json& of, const Rows& rows);
+  void read_instance(const nlohmann::json& of, const MapRows& rows);
 
   std::string problem_;
   std::vector<Instance> instances_;

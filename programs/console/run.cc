@@ -104,6 +104,7 @@ class ConsoleRun {
       expected_file_ = opened(options_.expect, "is a folder, not a trace");
       expected_.emplace(expected_file_, simulation_);
     }
+    if (options_.coverage || !options_.coverage_file.empty()) read_map();
     if (const auto there = std::filesystem::status(options_.coverage_file);
         std::filesystem::exists(there) && !std::filesystem::is_character_file(there)) {
       std::ifstream in = opened(options_.coverage_file, "is a folder");
@@ -115,6 +116,14 @@ class ConsoleRun {
     if (options_.stimuli != "-")
       stimuli_file_ = opened(options_.stimuli, "is a folder, not a file of stimuli");
     stimuli_.emplace(options_.stimuli == "-" ? std::cin : stimuli_file_, simulation_);
+  }
+
+  /// Statements are counted where the map of the source stands beside the module.
+  void read_map() {
+    std::ifstream in(options_.module + ".map");
+    if (!in) return;
+    const std::string problem = coverage_.map(std::string(std::istreambuf_iterator<char>(in), {}));
+    if (!problem.empty()) throw Refused{options_.module + ".map", 0, problem};
   }
 
   void read_random() {

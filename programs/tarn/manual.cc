@@ -12,6 +12,7 @@ const programs::CommandNotes& manual_notes() {
         {"tarn -d out --module lift plant.zu", "compiles one of them into a folder"},
         {"tarn main.zu edge.zuc", "main.zu runs a module that has been compiled"},
         {"tarn --c thermostat.zuc", "writes a compiled module as C"},
+        {"tarn --bench c lamp.stimuli lamp.zu", "writes it with a main that checks it"},
         {"tarn --equiv old.zuc new.zuc", "tells whether two modules do the same"},
         {"tarn --never 'green and walk' crossing.zu", "proves that it cannot be, or shows how"},
         {"tarn --eval 'on and not off' lamp.zuc", "shows what an expression is made of"}};

@@ -55,6 +55,21 @@ void add_properties(const CLI::App& app,
 
 }  // namespace
 
+namespace {
+
+/// The row whose bench is wanted. A target without is a fault of the usage.
+const Target* bench_target(const std::string& option) {
+  std::string names;
+  for (const Target& target : targets()) {
+    if (target.bench == nullptr) continue;
+    if (option == target.option || option == std::string("--") + target.option) return &target;
+    names += std::string(" ") + target.option;
+  }
+  throw CLI::ValidationError("--bench", "\"" + option + "\" is none of:" + names);
+}
+
+}  // namespace
+
 bool read_options(int argc, char** argv, Options& options,
                   int& status) {  // house: a line an option
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
@@ -70,6 +85,14 @@ bool read_options(int argc, char** argv, Options& options,
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
+  app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
+  app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
+  app.add_flag("--states", options.states, "with these, the states that the module can reach");
+  std::pair<std::string, std::string> bench;
+  app.add_option(
+      "--bench", bench,
+      "TARGET STIMULI: write that target's text and a bench that gives it the stimuli and "
+      "holds it to what they await; says how to run it");
   app.add_flag("--equiv", options.equiv,
                "do two modules give the same outputs, whatever their inputs? If not, print "
                "stimuli that tell them apart, and exit with 1");
@@ -153,6 +176,10 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
+    if (options.states && !options.dot && !options.svg)
+      throw CLI::ValidationError("--states", "goes with --dot or --svg");
+    if (!bench.first.empty()) options.bench = bench_target(bench.first);
+    options.bench_stimuli = bench.second;
     if (options.windows) options.presenter = open_windows();
     if (options.windows && options.presenter == nullptr)
       throw CLI::ValidationError("--windows", "no display can be opened");

@@ -27,6 +27,11 @@ struct Options {
   bool zuc = false;
   bool kiva = false;
   std::vector<const Target*> targets;
+  bool dot = false;
+  bool svg = false;
+  bool states = false;            ///< of what is drawn: the reachable ones
+  const Target* bench = nullptr;  ///< whose bench is wanted; null for none
+  std::string bench_stimuli;      ///< file of its stimuli
   bool equiv = false;
   bool print_names = false;  ///< of modules and signals, for completion
   std::string eval;          ///< an expression; empty for none
@@ -50,6 +55,11 @@ struct Options {
   bool quiet = false;
   bool verbose = false;               ///< show what the library tells its own callers
   std::vector<std::string> warnings;  ///< "no-NAME" or "error"
+
+  /// Something else than the compiled module is wanted.
+  bool writes_other_text() const {
+    return kiva || !targets.empty() || bench != nullptr || dot || svg;
+  }
 };
 
 bool is_source(const std::string& file);

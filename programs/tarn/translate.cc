@@ -4,6 +4,8 @@
 #include <iostream>
 
 #include "base/whole_file.h"
+#include "programs/tarn/bench.h"
+#include "programs/tarn/draw.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
@@ -37,6 +39,8 @@ class Translation {
   bool compile_modules();
   bool write_compiled(Module* module);
   bool write(Module* module);
+  bool write_targets(Module* module);
+  bool bench(Module* module);
   bool write_map(Module* module, const std::string& path);
   bool write_target(Module* module, const Target& target);
   template <class Print>
@@ -181,18 +185,32 @@ bool Translation::write_compiled(Module* module) {
 
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
-  const bool zuc = options_.zuc || (!options_.kiva && options_.targets.empty());
+  const bool zuc = options_.zuc || !options_.writes_other_text();
   if (zuc && !write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
     if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
   }
+  bool good = write_targets(module);
+  if (options_.dot || options_.svg) good = draw(module, file_, options_) && good;
+  if (options_.bench != nullptr) good = bench(module) && good;
+  return good;
+}
+
+/// What finalises the module comes last: the other texts show it as it is.
+bool Translation::write_targets(Module* module) {
   bool good = true;
-  // What finalises the module comes last: the other texts show it as it is.
   for (const bool finalises : {false, true})
     for (const Target* target : options_.targets)
       if (target->finalises == finalises) good = write_target(module, *target) && good;
   return good;
+}
+
+/// Writes a bench, and the text that it is for.
+bool Translation::bench(Module* module) {
+  const bool written =
+      std::ranges::find(options_.targets, options_.bench) != options_.targets.end();
+  return (written || write_target(module, *options_.bench)) && write_bench(module, options_);
 }
 
 bool Translation::write_map(Module* module, const std::string& path) {
@@ -238,6 +256,8 @@ bool Translation::run(std::set<std::string>& met) {
     for (const Module* module : modules_) met.insert(module->getName());
     if (modules_.size() > 1 && !options_.output.empty())
       return fail({file_, 0, 0, 0, 0}, "holds several modules; -o names one file");
+    if (modules_.size() > 1 && options_.bench != nullptr)
+      return fail({file_, 0, 0, 0, 0}, "holds several modules; --module names the one to bench");
     bool good = true;
     for (Module* module : modules_) {
       current_ = module;

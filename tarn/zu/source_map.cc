@@ -3,11 +3,13 @@
 
 #include "tarn/zu/source_map.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 
 #include "base/json_text.h"
@@ -19,13 +21,63 @@ namespace kiva {
 
 namespace {
 
+/// What stands at a place of a source file; empty where it cannot be read.
+class SourceTexts {
+ public:
+  std::string at(const SourceSpan& span) {
+    if (!span.known()) return "";
+    std::vector<std::string>& lines = lines_of(*span.file);
+    std::string text;
+    for (int number = span.first_line; number <= span.last_line; ++number) {
+      if (number < 1 || static_cast<size_t>(number) > lines.size()) return "";
+      std::string line = lines[static_cast<size_t>(number) - 1];
+      if (number == span.last_line) line.resize(std::min<size_t>(line.size(), span.last_column));
+      if (number == span.first_line)
+        line.erase(0, std::min<size_t>(line.size(), static_cast<size_t>(span.first_column) - 1));
+      line.resize(std::min(line.size(), line.find(";;")));
+      std::istringstream words(line);
+      for (std::string word; words >> word;) text += (text.empty() ? "" : " ") + word;
+    }
+    return text;
+  }
+
+ private:
+  std::vector<std::string>& lines_of(const std::string& file) {
+    const auto [at, first] = lines_.try_emplace(file);
+    std::ifstream in;
+    if (first) in.open(file);
+    for (std::string line; first && std::getline(in, line);) at->second.push_back(line);
+    return at->second;
+  }
+  std::map<std::string, std::vector<std::string>> lines_;
+};
+
+std::string trimmed(const std::string& text) {
+  const size_t first = text.find_first_not_of(" ;"), last = text.find_last_not_of(" ;");
+  return first == std::string::npos ? "" : text.substr(first, last - first + 1);
+}
+
+/// Rank, trigger and actions of a transition's text "FROM RANK [TRIGGER] / ACTIONS -> TO".
+std::string arc_label(const std::string& text, const Transition& t) {
+  std::string label = text;
+  for (const char* arrow : {"strong->", "weak->", "initial->", "normalterm->", "->"})
+    if (const size_t at = label.rfind(arrow); at != std::string::npos) {
+      label.resize(at);
+      break;
+    }
+  label = trimmed(label);
+  if (!t.initial && t.from != nullptr && label.starts_with(t.from->name))
+    label.erase(0, t.from->name.size());
+  return trimmed(label);
+}
+
 class Walk {
  public:
   SourceMap map;
 
   void instance(Module* module, const std::string& path, const std::string& suffix) {
     const size_t number = map.instances.size();
-    map.instances.push_back({module->getName(), path, {}, {}, {}, {}});
+    map.instances.push_back({module->getName(), path, {}, {}, {}, {}, {}, {}});
     if (Statement* body = module->getStatement()) statement(body, number, path, suffix);
   }
 
@@ -48,7 +100,8 @@ class Walk {
     }
     if (s->isAutomaton()) {
       map.instances[number].code = part.active;
-      automaton(s, number);
+      map.instances[number].next_code = part.active_next;
+      automaton(s, number, suffix);
     }
     map.instances[number].parts.push_back(part);
     for (Statement* child : s->children()) statement(child, number, path, suffix);
@@ -57,14 +110,30 @@ class Walk {
       instance(run->getCalled(), path + '/' + run->getModuleName(), run->getSuffix() + suffix);
   }
 
-  void automaton(const Statement* s, size_t number) {
+  void automaton(const Statement* s, size_t number, const std::string& suffix) {
     SourceMap::Instance& into = map.instances[number];
-    for (const auto& [name, state] : *s->getStateTable())
-      if (state->span.known() && !name.ends_with("->"))
-        into.states.push_back({name, state->span, state->number, state->final_state});
+    for (const auto& [name, state] : *s->getStateTable()) {
+      if (name.ends_with("->")) into.twins.emplace_back(name, state->number);
+      if (!state->span.known() || name.ends_with("->")) continue;
+      const std::string text = texts_.at(state->span);
+      const size_t slash = text.find('/');
+      into.states.push_back(
+          {name,
+           state->span,
+           state->number,
+           state->final_state,
+           slash == std::string::npos || !state->declared ? "" : trimmed(text.substr(slash + 1)),
+           {}});
+      if (state->geometry)
+        into.states.back().geometry.assign(state->geometry->begin(), state->geometry->end());
+    }
     for (const Transition* t : *s->getTransitionList())
-      into.arcs.push_back({t->initial ? "" : t->from->name, t->to->name, t->span, t->tpe});
+      into.arcs.push_back({t->initial ? "" : t->from->name, t->to->name, t->span, t->tpe,
+                           arc_label(texts_.at(t->span), *t), name(t->fired, suffix),
+                           name(t->triggered, suffix)});
   }
+
+  SourceTexts texts_;
 };
 
 }  // namespace
@@ -127,8 +196,19 @@ class InstancesText {
     json_.close();
     if (!instance.states.empty()) {
       json_.put("code", instance.code);
+      json_.put("next_code", instance.next_code);
       json_.open_array("states");
       for (const SourceMap::AutomatonState& state : instance.states) put(state);
+      json_.close();
+    }
+    if (!instance.twins.empty()) {
+      json_.open_array("twins");
+      for (const auto& [name, code] : instance.twins) {
+        json_.open_object();
+        json_.put("name", name);
+        json_.put("code", code);
+        json_.close();
+      }
       json_.close();
     }
     if (!instance.arcs.empty()) {
@@ -157,6 +237,10 @@ class InstancesText {
     put(state.span);
     json_.put("code", state.code);
     json_.put("final", state.final_state);
+    json_.put("shows", state.shows);
+    json_.open_array("geometry");
+    for (const double number : state.geometry) json_.add(number);
+    json_.close();
     json_.close();
   }
   void put(const SourceMap::Arc& arc) {
@@ -165,6 +249,9 @@ class InstancesText {
     json_.put("to", arc.to);
     put(arc.span);
     json_.put("kind", arc.kind);
+    json_.put("label", arc.label);
+    json_.put("fired", arc.fired);
+    json_.put("triggered", arc.triggered);
     json_.close();
   }
   void put(const SourceSpan& at) {

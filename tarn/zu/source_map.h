@@ -29,19 +29,25 @@ struct SourceMap {
     SourceSpan span;
     int code;
     bool final_state;
+    std::string shows;             ///< what it emits, as the source has it
+    std::vector<double> geometry;  ///< where the source places it: x, y, radius; else empty
   };
   struct Arc {
     std::string from;  ///< empty for an initial one
     std::string to;
     SourceSpan span;
-    int kind;  ///< Transition::strong, weak, normal_termination
+    int kind;                      ///< Transition::strong, weak, normal_termination
+    std::string label;             ///< trigger and actions, as the source has them
+    std::string fired, triggered;  ///< One where it fires, where its trigger holds in its source
   };
   struct Instance {
     std::string module;
     std::string path;  ///< "main", "main/sub", by the runs that lead here
     std::vector<Part> parts;
-    std::vector<std::string> code;
+    std::vector<std::string> code, next_code;
     std::vector<AutomatonState> states;
+    /// The code of the twin of a state that runs a module and may start it again.
+    std::vector<std::pair<std::string, int>> twins;
     std::vector<Arc> arcs;
   };
   std::vector<Instance> instances;  ///< the module itself first

@@ -89,6 +89,7 @@ std::string TargetNames::give(const std::string& wanted, const std::string& what
 
 void TargetNames::tell(const std::string& what, const std::string& original,
                        const std::string& name, const char* reason) const {
+  if (!tells_) return;
   const std::string text = std::string(shape_->target) + ": " + what + " \"" + original +
                            "\" is written as \"" + name + "\": " + reason;
   remark(Severity::note, text, text);
