@@ -65,7 +65,7 @@ void LitSource::read_instance(const nlohmann::json& of, const Rows& rows) {
   const bool own = twin >= number;
   shown_.push_back(own ? instances_.size() : shown_[twin]);
   if (own) {
-    instances_.push_back({of.at("module"), of.at("path"), ""});
+    instances_.push_back({of.at("module"), of.at("path"), "", of.value("suffix", "")});
     circuits_.emplace_back();
   }
   Instance& instance = instances_[shown_.back()];

@@ -34,6 +34,7 @@ class LitSource {
     std::string module;
     std::string path;  ///< by the runs that lead there: "main/sub"
     std::string file;
+    std::string suffix;  ///< behind the names of its signals
   };
   /// A condition that was looked at.
   struct Looked {

@@ -32,7 +32,7 @@ class Walk {
 
   void instance(Module* module, const Run* run, const Around& around) {
     const size_t number = map.instances.size();
-    map.instances.push_back({module->getName(), around.path, {}, {}, {}, {}, {}, number});
+    map.instances.push_back({module->getName(), around.path, around.suffix, {}, {}, {}, {}, {}, number});
     if (run != nullptr)
       map.instances[number].twin_of =
           first_of_.try_emplace({around.number, run->getSpan().text()}, number).first->second;
@@ -166,7 +166,7 @@ std::string source_map_text(const SourceMap& map, const std::string& module) {
   json["locals"] = map.locals;
   json["instances"] = Json::array();
   for (const SourceMap::Instance& instance : map.instances) {
-    Json of{{"module", instance.module}, {"path", instance.path}};
+    Json of{{"module", instance.module}, {"path", instance.path}, {"suffix", instance.suffix}};
     const auto number = static_cast<size_t>(&instance - map.instances.data());
     if (instance.twin_of != number) of["twin_of"] = instance.twin_of;
     of["statements"] = Json::array();
