@@ -13,6 +13,7 @@
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/ressource.h"
+#include "SIMULATOR_ZUC/window_look.h"
 #include "base/number_text.h"
 #include "engine/server_steps.h"
 
@@ -21,7 +22,6 @@ namespace kiva {
 namespace {
 
 constexpr size_t kLongestHost = 80;
-constexpr int kTextHeight = 13;  // pixels
 constexpr long kLastPort = 65535;
 
 void choose_style(std::ostream& errors) {
@@ -62,13 +62,9 @@ StartArguments read_start_arguments(int argc, const char* const* argv, std::ostr
 }
 
 void dress_window(FenPrincipale& window, std::ostream& errors) {
-  window.setFixedSize(945, 680);
   choose_style(errors);
-  // In a window of fixed size a larger text would be cut off; a dense screen scales both.
-  QFont font = QApplication::font();
-  font.setPixelSize(kTextHeight);
-  QApplication::setFont(font);
-  window.setStyleSheet(stringFromResource(":/style/style.qss"));
+  window.dress();
+  QObject::connect(&WindowLook::current(), &WindowLook::changed, &window, &FenPrincipale::dress);
 }
 
 void connect_to_server(FenPrincipale& window, const std::string& host, const std::string& port,

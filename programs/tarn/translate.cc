@@ -283,6 +283,7 @@ void choose(Options& options) {
   Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
   Compilation::target_rules().files = true;  // -d and -o hold for every text
   Compilation::KeepWiresFlag() = options.keep_wires || options.map;
+  Compilation::MapFlag() = options.map;
   Compilation::ForgetLocalsNameFlag() = options.forget_locals;
   Compilation::StripFlag() = options.strip;
   Compilation::CheckOverKnowledgeFlag() = options.check_over_knowledge;

@@ -148,6 +148,7 @@ void add_start(Module* module, Bddexpressionwood* wood) {
 
 /// Is there someone to watch a local?
 bool is_watched(const Signal* local) {
+  if (Compilation::MapFlag() && local->isWire() && !local->isRegister()) return true;
   return Compilation::rules().locals && !Compilation::StripFlag() && local->isDeclared();
 }
 

@@ -10,9 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <set>
 
-#include "base/json_text.h"
 #include "tarn/model/module.h"
 #include "tarn/zu/statements/automaton.h"
 #include "tarn/zu/statements/run.h"
@@ -71,43 +69,104 @@ std::string arc_label(const std::string& text, const Transition& t) {
   return trimmed(label);
 }
 
+/// What stands around a statement.
+struct Around {
+  size_t number;       ///< of the instance
+  std::string path;    ///< by the runs that lead there
+  std::string suffix;  ///< behind the names of its module
+  std::vector<std::string> stops;
+};
+
 class Walk {
  public:
   SourceMap map;
 
-  void instance(Module* module, const std::string& path, const std::string& suffix) {
+  void instance(Module* module, const Run* run, const Around& around) {
     const size_t number = map.instances.size();
-    map.instances.push_back({module->getName(), path, {}, {}, {}, {}, {}, {}});
-    if (Statement* body = module->getStatement()) statement(body, number, path, suffix);
+    map.instances.push_back(
+        {module->getName(), around.path, around.suffix, {}, {}, {}, {}, {}, {}, {}, number});
+    if (run != nullptr)
+      map.instances[number].twin_of =
+          first_of_.try_emplace({around.number, run->getSpan().text()}, number).first->second;
+    Around inside = around;
+    inside.number = number;
+    if (Statement* body = module->getStatement()) statement(body, inside);
   }
 
  private:
+  using Names = std::vector<std::string>;
+
   static std::string name(const Signal* signal, const std::string& suffix) {
     return signal == nullptr ? "" : signal->getInternalName() + suffix;
   }
 
-  void statement(Statement* s, size_t number, const std::string& path, const std::string& suffix) {
-    SourceMap::Part part{s->getSpan(),
-                         s->children().empty(),
-                         name(s->getSet(), suffix),
-                         name(s->getReset(), suffix),
-                         name(s->getRtl(), suffix),
-                         {},
-                         {}};
+  static void add_registers(const Statement* s, const std::string& suffix, SourceMap::Part& part) {
     for (const RegisterPair& pair : s->registers()) {
       part.active.push_back(name(pair.ACTIF, suffix));
       part.active_next.push_back(name(pair.ACTIFPLUS, suffix));
     }
+  }
+
+  void statement(Statement* s, const Around& around) {
+    const bool leaf = s->children().empty() && !s->isAutomaton();
+    SourceMap::Part part{s->getSpan(),
+                         leaf,
+                         name(s->getSet(), around.suffix),
+                         name(s->getReset(), around.suffix),
+                         name(s->getRtl(), around.suffix),
+                         {},
+                         {},
+                         around.stops};
+    add_registers(s, around.suffix, part);
+    const auto* run = dynamic_cast<const Run*>(s);
+    Around inside = around;
+    if (s->getStop() != nullptr) inside.stops.push_back(name(s->getStop(), around.suffix));
+    if (run != nullptr) part.stops = inside.stops;
     if (s->isAutomaton()) {
-      map.instances[number].code = part.active;
-      map.instances[number].next_code = part.active_next;
-      automaton(s, number, suffix);
+      map.instances[around.number].code = part.active;
+      map.instances[around.number].next_code = part.active_next;
+      automaton(s, around.number, around.suffix);
     }
-    map.instances[number].parts.push_back(part);
-    for (Statement* child : s->children()) statement(child, number, path, suffix);
-    if (const auto* run = dynamic_cast<const Run*>(s);
-        run != nullptr && run->getCalled() != nullptr)
-      instance(run->getCalled(), path + '/' + run->getModuleName(), run->getSuffix() + suffix);
+    condition(s, part, around);
+    map.instances[around.number].parts.push_back(part);
+    members(s->children(), inside);
+    if (run == nullptr || run->getCalled() == nullptr) return;
+    inside.path += '/' + run->getModuleName();
+    inside.suffix = run->getSuffix() + around.suffix;
+    instance(run->getCalled(), run, inside);
+  }
+
+  void members(const std::vector<Statement*>& members, const Around& around) {
+    for (size_t i = 0; i < members.size(); ++i) {
+      statement(members[i], around);
+      if (!members[i]->is_counted()) continue;
+      // The count is one statement: it starts with its first and ends with its last.
+      std::vector<SourceMap::Part>& parts = map.instances[around.number].parts;
+      const size_t whole = parts.size() - 1;
+      for (; i + 1 < members.size() && members[i + 1]->is_counted() &&
+             members[i + 1]->getSpan().text() == members[i]->getSpan().text();
+           ++i) {
+        add_registers(members[i + 1], around.suffix, parts[whole]);
+        parts[whole].rtl = name(members[i + 1]->getRtl(), around.suffix);
+        condition(members[i + 1], own_part(members[i + 1], around.suffix), around);
+      }
+    }
+  }
+
+  static SourceMap::Part own_part(const Statement* s, const std::string& suffix) {
+    SourceMap::Part part{s->getSpan(), true, name(s->getSet(), suffix), "", "", {}, {}, {}};
+    add_registers(s, suffix, part);
+    return part;
+  }
+
+  void condition(const Statement* s, const SourceMap::Part& part, const Around& around) {
+    const LookedAt& at = s->looked_at();
+    if (at.value == nullptr) return;
+    Names looked;
+    if (at.later) looked = part.active;
+    if (at.at_start) looked.push_back(part.set);
+    map.instances[around.number].conditions.push_back(
+        {s->getConditionSpan(), name(at.value, around.suffix), looked, around.stops});
   }
 
   void automaton(const Statement* s, size_t number, const std::string& suffix) {
@@ -134,13 +193,15 @@ class Walk {
   }
 
   SourceTexts texts_;
+  /// By instance around it and place of the run.
+  std::map<std::pair<size_t, std::string>, size_t> first_of_;
 };
 
 }  // namespace
 
 SourceMap source_map(Module* module) {
   Walk walk;
-  walk.instance(module, module->getName(), "");
+  walk.instance(module, nullptr, {0, module->getName(), "", {}});
   for (const Signal* local : module->getLocalSignalList())
     if (local->isDeclared())
       walk.map.locals.push_back(local->isInstance() ? local->getInternalName()
@@ -157,131 +218,6 @@ std::string file_hash(const std::string& file) {
   char digits[17];
   std::snprintf(digits, sizeof digits, "%016" PRIx64, hash);
   return digits;
-}
-
-namespace {
-
-std::string place_of_file(const std::string& file) {
-  return std::filesystem::absolute(file).lexically_normal();
-}
-
-/// The files that spans of the map name, in the order of their first.
-std::vector<std::string> source_files(const SourceMap& map) {
-  std::vector<std::string> files;
-  std::set<std::string> met;
-  const auto enter = [&](const SourceSpan& at) {
-    if (!at.known()) return;
-    const std::string file = place_of_file(*at.file);
-    if (met.insert(file).second) files.push_back(file);
-  };
-  for (const SourceMap::Instance& instance : map.instances) {
-    for (const SourceMap::Part& part : instance.parts) enter(part.span);
-    for (const SourceMap::AutomatonState& state : instance.states) enter(state.span);
-    for (const SourceMap::Arc& arc : instance.arcs) enter(arc.span);
-  }
-  return files;
-}
-
-/// The instances of a map as text.
-class InstancesText {
- public:
-  explicit InstancesText(JsonText& json) : json_(json) {}
-
-  void put(const SourceMap::Instance& instance) {
-    json_.open_object();
-    json_.put("module", instance.module);
-    json_.put("path", instance.path);
-    json_.open_array("statements");
-    for (const SourceMap::Part& part : instance.parts) put(part);
-    json_.close();
-    if (!instance.states.empty()) {
-      json_.put("code", instance.code);
-      json_.put("next_code", instance.next_code);
-      json_.open_array("states");
-      for (const SourceMap::AutomatonState& state : instance.states) put(state);
-      json_.close();
-    }
-    if (!instance.twins.empty()) {
-      json_.open_array("twins");
-      for (const auto& [name, code] : instance.twins) {
-        json_.open_object();
-        json_.put("name", name);
-        json_.put("code", code);
-        json_.close();
-      }
-      json_.close();
-    }
-    if (!instance.arcs.empty()) {
-      json_.open_array("transitions");
-      for (const SourceMap::Arc& arc : instance.arcs) put(arc);
-      json_.close();
-    }
-    json_.close();
-  }
-
- private:
-  void put(const SourceMap::Part& part) {
-    json_.open_object();
-    put(part.span);
-    json_.put("leaf", part.leaf);
-    json_.put("set", part.set);
-    json_.put("reset", part.reset);
-    json_.put("end", part.rtl);
-    json_.put("active", part.active);
-    json_.put("next", part.active_next);
-    json_.close();
-  }
-  void put(const SourceMap::AutomatonState& state) {
-    json_.open_object();
-    json_.put("name", state.name);
-    put(state.span);
-    json_.put("code", state.code);
-    json_.put("final", state.final_state);
-    json_.put("shows", state.shows);
-    json_.open_array("geometry");
-    for (const double number : state.geometry) json_.add(number);
-    json_.close();
-    json_.close();
-  }
-  void put(const SourceMap::Arc& arc) {
-    json_.open_object();
-    json_.put("from", arc.from);
-    json_.put("to", arc.to);
-    put(arc.span);
-    json_.put("kind", arc.kind);
-    json_.put("label", arc.label);
-    json_.put("fired", arc.fired);
-    json_.put("triggered", arc.triggered);
-    json_.close();
-  }
-  void put(const SourceSpan& at) {
-    if (!at.known()) return json_.put_null("span");
-    json_.open_array("span");
-    json_.add(place_of_file(*at.file));
-    for (const int number : {at.first_line, at.first_column, at.last_line, at.last_column})
-      json_.add(number);
-    json_.close();
-  }
-
-  JsonText& json_;
-};
-
-}  // namespace
-
-std::string source_map_text(const SourceMap& map, const std::string& module) {
-  JsonText json;
-  json.open_object();
-  json.put("module", module);
-  json.open_object("sources");
-  for (const std::string& file : source_files(map)) json.put(file, file_hash(file));
-  json.close();
-  json.put("locals", map.locals);
-  json.open_array("instances");
-  InstancesText text(json);
-  for (const SourceMap::Instance& instance : map.instances) text.put(instance);
-  json.close();
-  json.close();
-  return json.text() + '\n';
 }
 
 }  // namespace kiva

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -24,12 +25,29 @@ class Meaning {
   /// What stands, with all that runs in it.
   const State& state() const { return state_; }
 
+  /// How often a statement started and ended in the last instant.
+  struct Events {
+    int started = 0, ended = 0;
+  };
+  Events events(const Program* p) const {
+    const auto at = events_.find(p);
+    return at == events_.end() ? Events() : at->second;
+  }
+  /// Its condition counted in the last instant.
+  bool has_looked(const Program* p) const { return looked_.contains(p); }
+
   // For the kinds of statements.
-  State start(const Program& p) { return of(p, p.kind->start(*this, p)); }
+  State start(const Program& p) {
+    ++events_[&p].started;
+    return of(p, p.kind->start(*this, p));
+  }
   State resume(const Program& p, const Running& state) {
     return of(p, p.kind->resume(*this, p, state));
   }
-  bool holds(const Program& p) const { return p.condition.holds(present_); }
+  bool holds(const Program& p) {
+    looked_.insert(&p);
+    return p.condition.holds(present_);
+  }
   void emit(const std::string& signal) { emitted_.insert(signal); }
   /// A loop goes round for ever.
   void never_ends() { endless_ = true; }
@@ -37,8 +55,11 @@ class Meaning {
   void refuse() { refused_ = true; }
 
  private:
-  static State of(const Program& p, State state) {
-    if (state) state->of.insert(&p);
+  State of(const Program& p, State state) {
+    if (state)
+      state->of.insert(&p);
+    else
+      ++events_[&p].ended;
     return state;
   }
 
@@ -46,6 +67,8 @@ class Meaning {
   State state_;
   std::set<std::string> present_;  ///< what conditions see
   std::set<std::string> emitted_;
+  std::map<const Program*, Events> events_;
+  std::set<const Program*> looked_;
   bool endless_ = false;
   bool ended_ = false;
   bool refused_ = false;

@@ -27,7 +27,7 @@ Statement* Abort::read(class_zu_parser& reader, Statement* body, Expression* exp
 
 void Abort::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
-  preempt(c, c.current(getExpression()));
+  preempt(c, c.condition(getExpression(), false, true));
 }
 
 Statement* Abort::copy(const Copying& copying) const {
@@ -99,8 +99,12 @@ void StrongAbort::compile(Module* module, EquationTable* table) {
 
 void StrongAbort::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
-  Expression* e = c.current(getExpression());
+  Expression* e = c.condition(getExpression(), false, true);
   preempt(c, e);
+  if (Compilation::MapFlag()) {
+    note_stop(c.make_wire("STOP" + getName()));
+    c.assign_whole(getStop(), And(getRegister().ACTIF, e));
+  }
 
   Bddexpressionwood* wood = table->getBddexpressionWood();
   if (wood == nullptr || wood->my_bdd_manager() == nullptr) return;

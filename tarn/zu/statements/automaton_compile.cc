@@ -184,6 +184,13 @@ void AutomatonCircuit::compile_run(Place& place) {
   run->compile_with_preemption(module_, table_, strong);
   table_->unify(backup.get(), module_);
   reset_run(place);
+  if (!Compilation::MapFlag()) return;
+  Signal* stop = make_kept<Signal>(signal_name("STOP" + run->getName(), module_), module_, wood_);
+  stop->setWire();
+  module_->addLocalSignal(stop);
+  const bdd stops = And(strong, place.here);
+  table_->createRails(stop, stops, Not(stops), Compilation::SWIRE, module_);
+  run->note_stop(stop);
 }
 
 /// The run is killed where a transition takes its state away.

@@ -128,6 +128,7 @@ void Run::createEquations(Module* module, EquationTable* table) {
       nullptr)
     c.assign(ends, False());
   c.assign(c.rtl(), ends);
+  c.tell_that_it_stands();
 }
 
 /// A finalised module has constants for an output that it emits only where it never comes to. With
