@@ -17,6 +17,7 @@
 #include "tarn/model/rules.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
+#include "tarn/zu/whole_values.h"
 
 namespace kiva {
 
@@ -115,6 +116,8 @@ void complete_signals(Module* module, Bddexpressionwood* wood) {
       wood->Rename_var(instance ? input->getInternalName() : input->getOriginalName(),
                        wood->Name_var_by_index(status_index));
     }
+  for (const signal_list* list : {&module->getOutputSignalList(), &module->getLocalSignalList()})
+    for (const Signal* signal : *list) join_values(signal, module, wood);
   for (const Signal* output : module->getOutputSignalList()) {
     complete_pairs(module, wood, output, true);
     wood->Rename_var(output->getOriginalName(),

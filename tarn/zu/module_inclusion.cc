@@ -12,6 +12,7 @@
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/whole_values.h"
 
 namespace kiva {
 
@@ -214,6 +215,8 @@ void include_compiled_module(Module* module, Module* called, Interface* interfac
   }
 
   wood->Include_wood_instance(*called->getBddWood(), suffix);
+  for (const signal_list* list : {&called->getOutputSignalList(), &called->getLocalSignalList()})
+    for (const Signal* signal : *list) join_values(signal, called, wood, suffix);
   instance.retype_equations();
   if (called->getFinalised() != 0) instance.complete_equations();
   if (start_up != nullptr)
