@@ -238,6 +238,7 @@ void FenPrincipale::fill_locals_and_registers() {
   fill(register_panel->listWidget, Tab_registers);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a slot by its told signature
 void FenPrincipale::messageReceived(QString text) {
   message = text;
   qDebug() << text;

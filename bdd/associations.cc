@@ -38,7 +38,7 @@ bdd bddpp_manager::Bdd_follow_assoc(const bdd& f, int* loop) {
   *loop = -1;
   const auto association = [this](long id) { return bdd(this, 1, internal_assoc_var_table[id]); };
   if (Bdd_is_var(f)) {
-    const bdd value = association(f.node()->var_id());
+    bdd value = association(f.node()->var_id());
     if (Bdd_depends_on(value, f)) *loop = static_cast<int>(Bdd_if_index(f));
     return value;
   }

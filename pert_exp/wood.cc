@@ -253,7 +253,7 @@ void Bddexpressionwood::integrate_wood(Bddexpressionwood* other) {
       const index_set readers = by_name(*this, *other, other->amont_dep_table[from_index]);
       learn_abstract_expression(e.get(), &readers);
     }
-    e.release();  // the wood's now
+    static_cast<void>(e.release());  // the wood's now
     delete old;
   }
   nb_level = std::max(nb_level, other->nb_level);

@@ -4,6 +4,7 @@
 
 namespace kiva {
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a slot by its told signature
 void MyThread::FileUploaded(QString name) {
   fname = name.toStdString();
   std::cout << "fname :" << fname << std::endl;

@@ -178,7 +178,7 @@ std::string CycleStory::text_of(const SourceSpan& span) const {
   if (static_cast<size_t>(span.first_column) > line.size()) return "";
   size_t length = line.size();
   if (span.last_line == span.first_line)
-    length = static_cast<size_t>(span.last_column - span.first_column + 1);
+    length = static_cast<size_t>(span.last_column - span.first_column) + 1;
   line = line.substr(static_cast<size_t>(span.first_column) - 1, length);
   while (!line.empty() && std::isspace(static_cast<unsigned char>(line.back())) != 0)
     line.pop_back();

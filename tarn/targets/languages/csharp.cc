@@ -92,7 +92,7 @@ constexpr BuiltIn built_ins[] = {
 
 /// The value of an event's text.
 std::string converted(const std::string& type, bool signed_values) {
-  const std::string text = "evts[i].evtValeur";
+  std::string text = "evts[i].evtValeur";
   for (const BuiltIn& known : built_ins) {
     if (type != known.type) continue;
     if (known.told == nullptr) return text;

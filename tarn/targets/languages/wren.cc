@@ -185,11 +185,11 @@ class ExplicitText {
           module_.real_possible_transitions(states_[id], man_.Bdd_one(), transitions.data());
       if (!rules_.quiet) std::cerr << "stateId= " << id << "nb transitions: " << count << '\n';
       bdd leaves = man_.Bdd_zero();
-      for (int i = 0; i < count; ++i) {
+      for (size_t i = 0; i < static_cast<size_t>(count); ++i) {
         if (!rules_.quiet) std::cerr << "founding about transition " << i << ": \n";
-        const bdd& next = transitions[static_cast<size_t>(2 * i + 1)];
+        const bdd& next = transitions[2 * i + 1];
         if (man_.Bdd_equiv(next, states_[id]) == 0)
-          leaves = man_.Bdd_or(leaves, transitions[static_cast<size_t>(2 * i)]);
+          leaves = man_.Bdd_or(leaves, transitions[2 * i]);
         enter(next);
       }
       leaving_.push_back(leaves);

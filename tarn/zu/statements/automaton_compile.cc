@@ -259,7 +259,7 @@ bdd AutomatonCircuit::any(std::vector<bdd>& functions) {
     if (functions.size() % 2 != 0) functions[functions.size() / 2] = functions.back();
     functions.resize((functions.size() + 1) / 2);
   }
-  const bdd all = functions.front();
+  bdd all = functions.front();
   functions.clear();
   return all;
 }
