@@ -58,6 +58,7 @@ TEST(SourceMaps, SayWhatWaits) {
       stimulus.reset = i > 0 && random() % 12 == 0;
       machine.step(stimulus);
       ASSERT_TRUE(meaning.step(stimulus.present, stimulus.set, stimulus.reset));
+      if (meaning.contradicted()) break;
       std::set<const Program*> now;
       running(meaning.state(), now);
       auto leaf = in_text.begin();
