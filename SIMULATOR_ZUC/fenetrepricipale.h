@@ -85,6 +85,8 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   /// The docks in the order of their numbers, and their title bars.
   const std::vector<QDockWidget*>& docks() const { return docks_; }
   const std::vector<TitleBar*>& title_bars() const { return titles_; }
+  /// Takes the scale and the colours of WindowLook.
+  void dress();
   /// The toolkit's menu of docks is switched off.
   QMenu* createPopupMenu() override { return nullptr; }
 
@@ -186,10 +188,12 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   QToolButton* create_tool_button(const char* icon, const QString& tip, QPoint at);
   void connect_all();
   void create_panels_menu();
+  void create_look_menu();
   void fill_recent_menu();
   void create_keys();
   void order_focus();
   void fit_tool_buttons();
+  void fit_docks();
   void share_height();
   QString key_texts() const;
 

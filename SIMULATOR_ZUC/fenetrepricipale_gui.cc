@@ -16,6 +16,7 @@
 #include "SIMULATOR_ZUC/panels/panel_table.h"
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/scope/time_line.h"
+#include "SIMULATOR_ZUC/window_look.h"
 
 namespace kiva {
 
@@ -171,6 +172,7 @@ void FenPrincipale::create_panels_menu() {
   open->setShortcut(QKeySequence("Ctrl+O"));
   addAction(open);  // its key works while the menu is closed
   recent_menu = panels_menu->addMenu(tr("Recent files"));
+  create_look_menu();
   setAcceptDrops(true);
   // A module from the command line has hidden these two inside their dock. They come back before
   // it, for it takes its height from them.
@@ -196,8 +198,9 @@ void FenPrincipale::fit_tool_buttons() {
 // Left alone, the layout takes from the Load dock what all rows together lack, and cuts its second
 // line off. The Debugger dock can spare it.
 void FenPrincipale::share_height() {
-  resizeDocks({dock0, dock1, dock5}, {120, 310, 180}, Qt::Vertical);
-  if (dock0->isVisible()) resizeDocks({dock5}, {153}, Qt::Vertical);
+  const WindowLook& look = WindowLook::current();
+  resizeDocks({dock0, dock1, dock5}, {look.px(120), look.px(310), look.px(180)}, Qt::Vertical);
+  if (dock0->isVisible()) resizeDocks({dock5}, {look.px(153)}, Qt::Vertical);
 }
 
 bool FenPrincipale::event(QEvent* event) {
@@ -233,7 +236,8 @@ void FenPrincipale::paintEvent(QPaintEvent* event) {
   int top = header->height();
   for (const QDockWidget* dock : {dock0, dock1, dock2, dock3, dock4})
     if (dock->isVisible() && !dock->isFloating()) top = std::max(top, dock->geometry().bottom());
-  constexpr int chip_width = 84, chip_height = 22, gap = 10;
+  const WindowLook& look = WindowLook::current();
+  const int chip_width = look.px(84), chip_height = look.px(22), gap = look.px(10);
   if (bottom - top < 2 * chip_height) return;
   const SignalState states[] = {SignalState::one, SignalState::zero, SignalState::top,
                                 SignalState::bottom, SignalState::unknown};
@@ -250,17 +254,21 @@ void FenPrincipale::paintEvent(QPaintEvent* event) {
     painter.drawText(chip, Qt::AlignCenter, label_of(state));
     chip.translate(chip_width + gap, 0);
   }
-  painter.setPen(Qt::black);
+  painter.setPen(look.dark() ? Qt::white : Qt::black);
   painter.drawText(QRect(0, chip.bottom() + 4, width(), chip_height), Qt::AlignCenter, time_line());
 }
 
 void FenPrincipale::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
+  fit_docks();
+}
+
+void FenPrincipale::fit_docks() {
   // A dock wider than the window would have its close button cut off.
   const std::span<const PanelRow> rows = panel_table();
   for (size_t number = 0; number < rows.size(); ++number)
     if (const int wanted = rows[number].minimum.width(); wanted > 0)
-      docks_[number]->setMinimumWidth(std::min(wanted, event->size().width()));
+      docks_[number]->setMinimumWidth(std::min(WindowLook::current().px(wanted), width()));
 }
 
 }  // namespace kiva

@@ -5,6 +5,9 @@
 #include <QBrush>
 #include <QListWidget>
 #include <QTableWidget>
+#include <cmath>
+
+#include "SIMULATOR_ZUC/window_look.h"
 
 namespace kiva {
 
@@ -14,7 +17,7 @@ template <typename Item>
 void show_state_on(Item* item, SignalState state) {
   if (item == nullptr) return;
   const QString told = item->text() + ": " + label_of(state);
-  if (item->toolTip() == told) return;
+  if (item->toolTip() == told && item->background().color() == background_of(state)) return;
   item->setBackground(background_of(state));
   item->setToolTip(told);
   item->setData(Qt::AccessibleTextRole, told);
@@ -34,11 +37,17 @@ QString label_of(SignalState state) {
 }
 
 QColor text_colour_on(const QColor& background) {
-  return background == Qt::blue ? Qt::white : Qt::black;
+  // Where both contrast alike with the ground, by its luminance.
+  constexpr double middle = 0.179;
+  const auto linear = [](double c) { return std::pow(c, 2.2); };
+  const double luminance = 0.2126 * linear(background.redF()) +
+                           0.7152 * linear(background.greenF()) +
+                           0.0722 * linear(background.blueF());
+  return luminance < middle ? Qt::white : Qt::black;
 }
 
 QColor background_of(SignalState state) {
-  return QColor::fromRgb(look_of(state).background);
+  return WindowLook::current().state_colour(state);
 }
 
 void show_state(QTableWidgetItem* item, SignalState state) {

@@ -1,45 +1,22 @@
 // A statement's circuit tells what it does: its wire `set` is One when it starts, `rtl` when it
-// ends, `reset` when it is killed, and a register of it moves to One while it stays. A kill comes
-// before the other two: what a dying statement would have done does not count. One place of the
-// text may have several circuits (bodies of loops are copied); it does what any of them does.
+// ends, and a register of it moves to One while it stays. What was there or has started, and has
+// neither ended nor stays, was killed. What a strong abort stops does nothing more, whatever its
+// wires say. One place of the text may have several circuits (bodies of loops are
+// copied); it does what any of them does.
 
 #include "engine/lit_source.h"
 
+#include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <unordered_map>
 
+#include "engine/map_rows.h"
 #include "tarn/zu/source_map.h"
 
 namespace kiva {
 
-namespace {
-
-SourcePlace place_of(const nlohmann::json& span) {
-  return {span.at(0), span.at(1), span.at(2), span.at(3), span.at(4)};
-}
-
-}  // namespace
-
-/// Rows of locals by name.
-struct LitSource::Rows {
-  std::unordered_map<std::string, size_t> by_name;
-
-  size_t of(const std::string& name) const {
-    const auto at = by_name.find(name);
-    return at == by_name.end() ? none : at->second;
-  }
-  std::vector<size_t> of_all(const nlohmann::json& names) const {
-    std::vector<size_t> all;
-    for (const nlohmann::json& name : names) all.push_back(of(name.get<std::string>()));
-    return all;
-  }
-};
-
 LitSource::LitSource(const std::string& map_text, const Simulation& simulation) {
-  Rows rows;
-  for (size_t row = 0; row < simulation.local_names().size(); ++row)
-    rows.by_name.emplace(simulation.local_names()[row], row);
+  const MapRows rows(simulation);
   try {
     const nlohmann::json json = nlohmann::json::parse(map_text);
     if (json.at("module") != simulation.module()->getName()) {
@@ -48,7 +25,7 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
     }
     for (const auto& [file, hash] : json.at("sources").items()) hashes_.emplace_back(file, hash);
     for (size_t row : rows.of_all(json.at("locals")))
-      if (row != none) declared_.push_back(row);
+      if (row != MapRows::none) declared_.push_back(row);
     for (const nlohmann::json& of : json.at("instances")) read_instance(of, rows);
   } catch (const nlohmann::json::exception&) {
     problem_ = "is no map of a source text";
@@ -56,28 +33,39 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
   }
 }
 
-void LitSource::read_instance(const nlohmann::json& of, const Rows& rows) {
-  Instance instance{of.at("module"), of.at("path"), ""};
-  std::vector<Part> parts;
+void LitSource::read_instance(const nlohmann::json& of, const MapRows& rows) {
+  // Twins stand behind the one that is shown.
+  const size_t number = shown_.size();
+  const size_t twin = of.value("twin_of", number);
+  const bool own = twin >= number;
+  shown_.push_back(own ? instances_.size() : shown_[twin]);
+  if (own) {
+    instances_.push_back({of.at("module"), of.at("path"), "", of.value("suffix", "")});
+    circuits_.emplace_back();
+  }
+  Instance& instance = instances_[shown_.back()];
+  Circuits& circuits = circuits_[shown_.back()];
+  read_states(of, circuits);
   for (const nlohmann::json& part : of.at("statements")) {
     if (part.at("span").is_null()) continue;
     if (instance.file.empty()) instance.file = part["span"].at(0);
-    if (!part.at("leaf").get<bool>()) continue;
-    parts.push_back({place_of(part["span"]), rows.of(part.at("set")), rows.of(part.at("reset")),
-                     rows.of(part.at("end")), rows.of_all(part.at("active")),
-                     rows.of_all(part.at("next"))});
+    circuits.parts.push_back({map_place(part["span"]), part.at("leaf"), rows.of(part.at("set")),
+                              rows.of(part.at("reset")), rows.of(part.at("end")),
+                              rows.of_all(part.at("active")), rows.of_all(part.at("next")),
+                              rows.of_all(part.value("stops", nlohmann::json::array()))});
   }
-  std::vector<State> states;
-  for (const nlohmann::json& state : of.value("states", nlohmann::json::array())) {
-    State lit{place_of(state.at("span")), {}};
-    const std::vector<size_t> bits = rows.of_all(of.at("code"));
-    for (size_t bit = 0; bit < bits.size(); ++bit)
-      lit.code.emplace_back(bits[bit], (state.at("code").get<unsigned>() >> bit & 1u) != 0);
-    states.push_back(std::move(lit));
-  }
-  instances_.push_back(std::move(instance));
-  parts_.push_back(std::move(parts));
-  states_.push_back(std::move(states));
+  for (const nlohmann::json& condition : of.value("conditions", nlohmann::json::array()))
+    if (!condition.at("span").is_null())
+      circuits.conditions.push_back({map_place(condition["span"]), rows.of(condition.at("value")),
+                                     rows.of_all(condition.at("looked")),
+                                     rows.of_all(condition.at("stops"))});
+}
+
+/// Before the parts are: an automaton is the first of its module.
+void LitSource::read_states(const nlohmann::json& of, Circuits& into) {
+  for (const nlohmann::json& state : of.value("states", nlohmann::json::array()))
+    into.states.push_back(
+        {map_place(state.at("span")), state.at("code"), state.at("final"), into.parts.size()});
 }
 
 std::string LitSource::stale(size_t instance) const {
@@ -90,36 +78,116 @@ std::string LitSource::stale(size_t instance) const {
   return "";
 }
 
-std::vector<LitSource::Lit> LitSource::leaves(size_t instance, const SimulationState& state) const {
-  const auto is_one = [&](size_t row) {
-    return row != none && state.shown_locals[row] == SignalState::one;
-  };
-  std::map<SourcePlace, Light> lights;
-  for (const Part& part : parts_[instance]) {
-    Light& light = lights[part.place];
-    const bool kill = is_one(part.reset);
-    bool was = false;
-    for (size_t row : part.active) was = was || is_one(row);
-    for (size_t row : part.next) light.waits = light.waits || is_one(row);
-    light.killed = light.killed || (kill && (was || is_one(part.set)));
-    light.started = light.started || (!kill && is_one(part.set));
-    light.ended = light.ended || (!kill && is_one(part.rtl));
+namespace {
+
+/// What the rows of locals show in an instant.
+struct Shown {
+  const SimulationState& state;
+
+  bool one(size_t row) const {
+    return row < state.shown_locals.size() && state.shown_locals[row] == SignalState::one;
   }
-  std::vector<Lit> all;
+  bool any(const std::vector<size_t>& rows) const {
+    return std::ranges::any_of(rows, [&](size_t row) { return one(row); });
+  }
+  unsigned number(const std::vector<size_t>& bits) const {
+    unsigned number = 0;
+    for (size_t bit = 0; bit < bits.size(); ++bit) number |= unsigned{one(bits[bit])} << bit;
+    return number;
+  }
+};
+
+std::vector<LitSource::Lit> in_order(const std::map<SourcePlace, Light>& lights) {
+  std::vector<LitSource::Lit> all;
   for (const auto& [place, light] : lights) all.push_back({place, light});
   return all;
 }
 
+}  // namespace
+
+std::vector<LitSource::Lit> LitSource::leaves(size_t instance, const SimulationState& state) const {
+  const Shown shown{state};
+  std::map<SourcePlace, Light> lights;
+  for (const Part& part : circuits_[instance].parts) {
+    if (!part.leaf) continue;
+    Light& light = lights[part.place];
+    const bool was = shown.any(part.active), stays = shown.any(part.next);
+    light.waits = light.waits || stays;
+    if (shown.any(part.stops)) {
+      light.killed = light.killed || was;
+      continue;
+    }
+    const bool starts = shown.one(part.set), ends = shown.one(part.rtl);
+    light.started = light.started || starts;
+    light.ended = light.ended || ends;
+    // It may end and be killed, having started again.
+    light.killed = light.killed || int{was} + int{starts} > int{ends} + int{stays};
+  }
+  return in_order(lights);
+}
+
+std::vector<LitSource::Lit> LitSource::states(size_t instance, const SimulationState& state) const {
+  const Shown shown{state};
+  const Circuits& circuits = circuits_[instance];
+  // A state that can follow itself may have two codes.
+  struct Seen {
+    bool was = false, stays = false, killed = false, final_state = false;
+  };
+  std::map<SourcePlace, Seen> places;
+  for (const State& of : circuits.states) {
+    if (of.automaton >= circuits.parts.size()) continue;
+    const Part& automaton = circuits.parts[of.automaton];
+    Seen& seen = places[of.place];
+    const bool was = shown.number(automaton.active) == of.code;
+    seen.was = seen.was || was;
+    seen.stays = seen.stays || shown.number(automaton.next) == of.code;
+    seen.killed =
+        seen.killed || (was && (shown.one(automaton.reset) || shown.any(automaton.stops)));
+    seen.final_state = of.final_state;
+  }
+  std::map<SourcePlace, Light> lights;
+  for (const auto& [place, seen] : places) {
+    const auto [was, stays, killed, final_state] = seen;
+    // In a final one there is nothing to stay for.
+    lights[place] = final_state
+                        ? Light{.started = stays, .ended = stays}
+                        : Light{stays && !was, stays, was && !stays && !killed, killed && !stays};
+  }
+  return in_order(lights);
+}
+
 std::vector<LitSource::Lit> LitSource::lit(size_t instance, const SimulationState& state) const {
   std::vector<Lit> all = leaves(instance, state);
+  const std::vector<Lit> of_automaton = states(instance, state);
+  all.insert(all.end(), of_automaton.begin(), of_automaton.end());
   std::erase_if(all, [](const Lit& lit) { return !lit.light.any(); });
-  for (const State& automaton_state : states_[instance]) {
-    bool here = !automaton_state.code.empty();
-    for (const auto& [row, wanted] : automaton_state.code)
-      here = here && row != none && (state.shown_locals[row] == SignalState::one) == wanted;
-    if (here) all.push_back({automaton_state.place, {.waits = true}});
-  }
   return all;
+}
+
+std::vector<LitSource::Looked> LitSource::looked_at(size_t instance,
+                                                    const SimulationState& state) const {
+  const Shown shown{state};
+  std::map<SourcePlace, bool> values;
+  for (const Condition& condition : circuits_[instance].conditions)
+    if (shown.any(condition.looked) && !shown.any(condition.stops))
+      values[condition.place] = values[condition.place] || shown.one(condition.value);
+  std::vector<Looked> all;
+  for (const auto& [place, holds] : values) all.push_back({place, holds});
+  return all;
+}
+
+std::vector<SourcePlace> LitSource::places_of(size_t instance, size_t local) const {
+  const auto has = [&](const std::vector<size_t>& rows) {
+    return std::ranges::find(rows, local) != rows.end();
+  };
+  std::vector<SourcePlace> places;
+  for (const Part& part : circuits_[instance].parts)
+    if (part.set == local || part.reset == local || part.rtl == local || has(part.active) ||
+        has(part.next))
+      places.push_back(part.place);
+  for (const Condition& condition : circuits_[instance].conditions)
+    if (condition.value == local) places.push_back(condition.place);
+  return places;
 }
 
 }  // namespace kiva

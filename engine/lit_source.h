@@ -8,6 +8,8 @@
 
 namespace kiva {
 
+class MapRows;
+
 /// What a piece of source text does in an instant.
 struct Light {
   bool started = false;  ///< in this instant
@@ -34,6 +36,12 @@ class LitSource {
     std::string module;
     std::string path;  ///< by the runs that lead there: "main/sub"
     std::string file;
+    std::string suffix;  ///< behind the names of its signals
+  };
+  /// A condition that was looked at.
+  struct Looked {
+    SourcePlace place;
+    bool holds;
   };
   struct Lit {
     SourcePlace place;
@@ -54,28 +62,47 @@ class LitSource {
   std::vector<Lit> lit(size_t instance, const SimulationState& state) const;
   /// The leaves of an instance, all of them, in the order of the text.
   std::vector<Lit> leaves(size_t instance, const SimulationState& state) const;
+  /// The states of its automaton, all of them.
+  std::vector<Lit> states(size_t instance, const SimulationState& state) const;
+  /// The conditions that count in the instant, in the order of the text.
+  std::vector<Looked> looked_at(size_t instance, const SimulationState& state) const;
+  /// Where the statements stand whose circuits have that local, given by its row.
+  std::vector<SourcePlace> places_of(size_t instance, size_t local) const;
 
  private:
-  static constexpr size_t none = static_cast<size_t>(-1);
-  /// Rows of locals; `none` where the module has not the signal.
+  /// Rows of locals; MapRows::none where the module has not the signal.
   struct Part {
     SourcePlace place;
+    bool leaf;
     size_t set, reset, rtl;
-    std::vector<size_t> active, next;
+    std::vector<size_t> active, next, stops;
+  };
+  struct Condition {
+    SourcePlace place;
+    size_t value;
+    std::vector<size_t> looked, stops;
   };
   struct State {
     SourcePlace place;
-    std::vector<std::pair<size_t, bool>> code;  ///< register rows and what they must be
+    unsigned code;
+    bool final_state;
+    size_t automaton;  ///< its part
+  };
+  /// All circuits of an instance.
+  struct Circuits {
+    std::vector<Part> parts;
+    std::vector<Condition> conditions;
+    std::vector<State> states;
   };
 
-  struct Rows;
-  void read_instance(const nlohmann::json& of, const Rows& rows);
+  void read_instance(const nlohmann::json& of, const MapRows& rows);
+  void read_states(const nlohmann::json& of, Circuits& into);
 
   std::string problem_;
   std::vector<Instance> instances_;
   std::vector<size_t> declared_;
-  std::vector<std::vector<Part>> parts_;
-  std::vector<std::vector<State>> states_;
+  std::vector<Circuits> circuits_;  ///< by instance
+  std::vector<size_t> shown_;       ///< by number in the map: the instance that stands for it
   std::vector<std::pair<std::string, std::string>> hashes_;  ///< by file
 };
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <new>
@@ -20,6 +21,8 @@
 namespace kiva::programs {
 
 namespace {
+
+constexpr const char* out_of_memory = "out of memory";
 
 class Silent : public DiagnosticSink {
   void take(const Diagnostic&) override {}
@@ -121,7 +124,7 @@ Diagnostic fault_under_way(const std::string& file) {
   } catch (const LibraryException& exception) {
     fault = diagnostic_of(exception);
   } catch (const std::bad_alloc&) {
-    fault.sentence = "out of memory";
+    fault.sentence = out_of_memory;
   } catch (const std::exception& exception) {
     fault.sentence = exception.what();
   } catch (...) {
@@ -182,16 +185,39 @@ void hold_standard_descriptors() {
       static_cast<void>(open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
 }
 
+std::string terminated_program;
+
+/// Where an exception can go nowhere: a library's destructor that ran out of memory, say.
+[[noreturn]] void end_unreported() {
+  remove_unfinished_files();
+  const char* reason = "stopped by an unknown fault";
+  try {
+    if (std::current_exception() != nullptr) throw;
+  } catch (const std::bad_alloc&) {
+    reason = out_of_memory;
+  } catch (...) {
+  }
+  errors() << terminated_program << ": error: " << reason << std::endl;
+  _exit(unusable);
+}
+
 }  // namespace
 
 int run_reported(const std::string& program, const std::function<int()>& body) {
   hold_standard_descriptors();
   remove_unfinished_files_on_interrupt();
+  terminated_program = program;
+  std::set_terminate(end_unreported);
   int status = unusable;
   try {
-    status = body();
+    try {
+      status = body();
+    } catch (...) {
+      complain(program, fault_under_way());
+    }
   } catch (...) {
-    complain(program, fault_under_way());
+    // Not even the memory for a message is left.
+    errors() << program << ": error: " << out_of_memory << std::endl;
   }
   if (!std::cout.flush()) {
     if (status == 0) complain(program, Place(), "the standard output cannot be written");

@@ -10,6 +10,8 @@ class Header : public QWidget {
 
  public:
   explicit Header(QWidget* parent = nullptr);
+  /// Takes the scale of WindowLook.
+  void look_changed();
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -5,11 +5,14 @@
 #include <QPainter>
 
 #include "SIMULATOR_ZUC/row_state.h"
+#include "SIMULATOR_ZUC/window_look.h"
 
 namespace kiva {
 
 namespace {
-constexpr int letter_width = 18;
+int letter_width() {
+  return WindowLook::current().px(18);
+}
 }  // namespace
 
 StateDelegate::StateDelegate(QAbstractItemView* view) : QStyledItemDelegate(view), view_(view) {
@@ -44,8 +47,9 @@ void StateDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->fillRect(option.rect, background);
     painter->setPen(text_colour_on(background));
     const QRect all = option.rect;
-    painter->drawText(all.adjusted(all.width() - letter_width, 0, -4, 0), Qt::AlignCenter, letter);
-    text.rect.setRight(all.right() - letter_width);
+    painter->drawText(all.adjusted(all.width() - letter_width(), 0, -4, 0), Qt::AlignCenter,
+                      letter);
+    text.rect.setRight(all.right() - letter_width());
   }
   QStyledItemDelegate::paint(painter, text, index);
   if (index.row() != view_->currentIndex().row() || !index.data(Qt::BackgroundRole).isValid())

@@ -9,13 +9,17 @@
 #include <QPainter>
 #include <cstdlib>
 
+#include "SIMULATOR_ZUC/window_look.h"
+
 namespace kiva {
 
 namespace {
 
-/// A transparent pixmap of that size in logical pixels, sharp on the screen it will show on.
+/// A transparent pixmap of that told size at the scale of the window, sharp on the screen it will
+/// show on.
 QPixmap clear_pixmap(QSize size, qreal ratio) {
-  QPixmap pixmap(size * ratio);
+  const WindowLook& look = WindowLook::current();
+  QPixmap pixmap(QSize(look.px(size.width()), look.px(size.height())) * ratio);
   pixmap.setDevicePixelRatio(ratio);
   pixmap.fill(Qt::transparent);
   return pixmap;
@@ -32,6 +36,13 @@ constexpr QSize kClose(30, 13);
 
 TitleBar::TitleBar(QWidget* parent) : QWidget(parent) {
   create_pixmap();
+}
+
+void TitleBar::look_changed() {
+  create_pixmap();
+  draw_close_btn();
+  updateGeometry();
+  update();
 }
 
 void TitleBar::setTitleText(const QString& text) {
@@ -55,6 +66,7 @@ void TitleBar::create_pixmap() {
   fill.setColorAt(0.5, QColor(87, 87, 89));
   fill.setColorAt(1, QColor(142, 143, 146));
   QPainter painter(&centerPm);
+  painter.scale(WindowLook::current().scale(), WindowLook::current().scale());
   painter.fillRect(QRect(QPoint(0, 0), kCenter), fill);
 }
 
@@ -65,6 +77,7 @@ void TitleBar::draw_close_btn() {
   fill.setColorAt(0, QColor(131, 3, 3));
   fill.setColorAt(1, bpress ? QColor(237, 26, 86) : QColor(243, 115, 115));
   QPainter painter(&rightPm);
+  painter.scale(WindowLook::current().scale(), WindowLook::current().scale());
   painter.fillRect(0, 0, width, height, fill);
   painter.setPen(bpress ? QColor(Qt::black) : QColor(66, 67, 70));
   painter.drawLine(0, 0, width, 0);
@@ -81,17 +94,21 @@ void TitleBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.drawTiledPixmap(QRect(0, 0, width(), logical_size(centerPm).height()), centerPm);
   painter.setPen(Qt::white);
-  painter.drawText(4, height() - 6, titleTxt);
+  const WindowLook& look = WindowLook::current();
+  painter.drawText(look.px(4), height() - look.px(6), titleTxt);
   draw_close_btn();
-  painter.drawPixmap(width() - logical_size(rightPm).width() - 1, 2, rightPm);
+  painter.drawPixmap(width() - logical_size(rightPm).width() - 1, look.px(2), rightPm);
 }
 
 bool TitleBar::in_close_zone(const QPoint& at) const {
-  return std::abs(width() - 8 - at.x()) < 20;
+  const WindowLook& look = WindowLook::current();
+  return std::abs(width() - look.px(8) - at.x()) < look.px(20);
 }
 
 bool TitleBar::in_hover_zone(const QPoint& at) const {
-  return std::abs(height() - 10 - at.y()) < 10 && std::abs(width() - 16 - at.x()) < 15;
+  const WindowLook& look = WindowLook::current();
+  return std::abs(height() - look.px(10) - at.y()) < look.px(10) &&
+         std::abs(width() - look.px(16) - at.x()) < look.px(15);
 }
 
 void TitleBar::mousePressEvent(QMouseEvent* event) {

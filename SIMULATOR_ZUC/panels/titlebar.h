@@ -15,6 +15,8 @@ class TitleBar : public QWidget {
  public:
   explicit TitleBar(QWidget* parent = nullptr);
 
+  /// Takes the scale of WindowLook.
+  void look_changed();
   void setTitleText(const QString& text);
   const QString& titleText() const { return titleTxt; }
 

@@ -1,11 +1,12 @@
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 
+#include <QFontDatabase>
+
+#include "SIMULATOR_ZUC/window_look.h"
+
 namespace kiva {
 
 namespace {
-bool dark_in_use = false;
-bool safe_in_use = false;
-
 ScopeLook safe(ScopeLook look, bool dark) {
   look.one = dark ? QColor(0x56, 0xb4, 0xe9) : QColor(0x00, 0x5a, 0x8f);
   look.one_fill = dark ? QColor(0x1d, 0x3f, 0x52) : QColor(0xd3, 0xe8, 0xf4);
@@ -38,16 +39,19 @@ const ScopeLook& ScopeLook::dark() {
 
 const ScopeLook& ScopeLook::current() {
   static const ScopeLook safe_light = safe(light(), false), safe_dark = safe(dark(), true);
-  if (safe_in_use) return dark_in_use ? safe_dark : safe_light;
-  return dark_in_use ? dark() : light();
+  const WindowLook& look = WindowLook::current();
+  if (look.safe_colours()) return look.dark() ? safe_dark : safe_light;
+  return look.dark() ? dark() : light();
 }
 
-void ScopeLook::use_dark(bool dark) {
-  dark_in_use = dark;
+int ScopeLook::px(int told) {
+  return WindowLook::current().px(told);
 }
 
-void ScopeLook::use_safe_colours(bool safe) {
-  safe_in_use = safe;
+QFont ScopeLook::source_font() {
+  QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  font.setPixelSize(px(13));
+  return font;
 }
 
 }  // namespace kiva

@@ -21,14 +21,15 @@ struct ScopeLook {
   QColor ended;
   QColor killed;
 
-  static constexpr int row_height = 26;
+  /// Of a row, in pixels.
+  static int row_height() { return px(26); }
+  /// So many pixels at the scale in use.
+  static int px(int told);
+  static QFont source_font();
   static const ScopeLook& light();
   static const ScopeLook& dark();
-  /// The one in use.
+  /// The one in use, as WindowLook has it.
   static const ScopeLook& current();
-  static void use_dark(bool dark);
-  /// The same two themes in colours that are told apart without red and green.
-  static void use_safe_colours(bool safe);
 };
 
 }  // namespace kiva

@@ -3,7 +3,6 @@
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,19 +12,13 @@
 #include <QTimer>
 #include <QToolButton>
 
-#include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/scope/scope_look.h"
-#include "base/whole_file.h"
-#include "engine/session_file.h"
-#include "engine/vcd_trace.h"
-#include "tarn/model/sexception.h"
+#include "SIMULATOR_ZUC/window_look.h"
 
 namespace kiva {
 
 namespace {
 constexpr int progress_every = 50;  // milliseconds
-/// A run without end stops here, and can be taken up again.
-constexpr long most_instants = 10'000'000;
 }  // namespace
 
 std::span<const ScopeWindow::Control> ScopeWindow::controls() {
@@ -58,6 +51,9 @@ std::span<const ScopeWindow::Control> ScopeWindow::controls() {
       {"D", nullptr, "dark or light", &ScopeWindow::toggle_dark},
       {"C", nullptr, "colours that are told apart without red and green",
        &ScopeWindow::toggle_safe},
+      {"Ctrl++", nullptr, "larger", &ScopeWindow::larger},
+      {"Ctrl+-", nullptr, "smaller", &ScopeWindow::smaller},
+      {"Ctrl+0", nullptr, "told size", &ScopeWindow::told_size},
       {"?", "?", "the keys", &ScopeWindow::show_keys},
   };
   return all;
@@ -110,8 +106,6 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   connect_all();
   const QSettings settings;
   restoreGeometry(settings.value("scope/geometry").toByteArray());
-  dark_ = settings.value("scope/dark").toBool();
-  safe_ = settings.value("scope/safe").toBool();
   dress();
   refresh();
   if (source_->has_source()) waves_->set_declared(source_->source()->declared());
@@ -128,8 +122,13 @@ void ScopeWindow::connect_all() {
   connect(time_, &TimeControl::moved, this, &ScopeWindow::refresh);
   connect(time_, &TimeControl::busy_changed, this, &ScopeWindow::refresh);
   connect(time_, &TimeControl::run_ended, this, &ScopeWindow::tell);
-  connect(waves_, &WaveView::chosen_changed, this,
-          [this] { why_->ask(waves_->rows()[static_cast<size_t>(waves_->chosen())].place); });
+  connect(waves_, &WaveView::chosen_changed, this, [this] {
+    const SignalPlace chosen = waves_->rows()[static_cast<size_t>(waves_->chosen())].place;
+    why_->ask(chosen);
+    source_->show_signal(chosen);
+  });
+  connect(source_, &SourcePane::signal_wanted, waves_, &WaveView::choose_place);
+  connect(&WindowLook::current(), &WindowLook::changed, this, &ScopeWindow::dress);
   auto* progress = new QTimer(this);
   connect(progress, &QTimer::timeout, this, [this] {
     if (!time_->busy()) return;
@@ -241,11 +240,10 @@ void ScopeWindow::tell(const QString& text) {
 }
 
 void ScopeWindow::dress() {
-  ScopeLook::use_dark(dark_);
-  ScopeLook::use_safe_colours(safe_);
   const ScopeLook& look = ScopeLook::current();
   setStyleSheet(
-      QString("QMainWindow, QWidget { background: %1; color: %2; }"
+      QString("QWidget { font-size: %8px; }"
+              "QMainWindow, QWidget { background: %1; color: %2; }"
               "QFrame#pane, QFrame#pane > QWidget, QTreeWidget, QScrollArea > QWidget > "
               "QWidget { background: %3; }"
               "QFrame#pane { border: 1px solid %4; border-radius: 6px; }"
@@ -258,7 +256,8 @@ void ScopeWindow::dress() {
               "QLineEdit, QComboBox { background: %3; border: 1px solid %4; padding: 3px; }"
               "QToolTip { background: %3; color: %2; border: 1px solid %4; }")
           .arg(look.paper.name(), look.text.name(), look.pane.name(), look.line.name(),
-               look.faint.name(), look.one.name(), look.accent.name()));
+               look.faint.name(), look.one.name(), look.accent.name(),
+               QString::number(ScopeLook::px(13))));
   const QString module =
       QString::fromStdString(time_->recording().simulation().module()->getName());
   name_->setText(QString("<b>%1</b> <span style='color:%2'>%3</span>")
@@ -267,209 +266,13 @@ void ScopeWindow::dress() {
   waves_->look_changed();
   why_->ask_again();
   line_->update();
-  source_->refresh();
+  source_->look_changed();
 }
 
 void ScopeWindow::closeEvent(QCloseEvent* event) {
   QSettings settings;
   settings.setValue("scope/geometry", saveGeometry());
-  settings.setValue("scope/dark", dark_);
-  settings.setValue("scope/safe", safe_);
   event->accept();
-}
-
-// What the keys do ----------------------------------------------------------------------------
-
-void ScopeWindow::go() {
-  tell("");
-  const Recording& recording = time_->recording();
-  const SimulationState before = recording.simulation().state();
-  // A server is waited for in the worker.
-  if (recording.simulation().asks_for_data()) {
-    time_->run(1, nullptr);
-    return;
-  }
-  try {
-    time_->go();
-  } catch (const LibraryException& exception) {
-    return tell(QString::fromStdString(exception.text()));
-  } catch (const std::exception& exception) {
-    return tell(QString::fromUtf8(exception.what()));
-  }
-  const SimulationState& after = recording.simulation().state();
-  if (before.instant > 0 && before.shown_outputs == after.shown_outputs &&
-      before.shown_locals == after.shown_locals &&
-      before.shown_registers == after.shown_registers &&
-      before.output_values == after.output_values)
-    tell(tr("This instant changed nothing."));
-}
-
-void ScopeWindow::back() {
-  time_->back();
-}
-void ScopeWindow::forward() {
-  time_->forward();
-}
-void ScopeWindow::first() {
-  time_->first();
-}
-void ScopeWindow::last() {
-  time_->last();
-}
-void ScopeWindow::init() {
-  time_->init();
-}
-void ScopeWindow::change_before() {
-  if (!waves_->next_change(-1)) tell(tr("The chosen signal has not changed before."));
-}
-void ScopeWindow::change_after() {
-  if (!waves_->next_change(1)) tell(tr("The chosen signal does not change any more."));
-}
-void ScopeWindow::pulse() {
-  inputs_->toggle_pulse(std::max(0, inputs_->chosen()));
-}
-
-void ScopeWindow::next_branch() {
-  const Recording& recording = time_->recording();
-  const size_t next = (recording.position().branch + 1) % recording.branches();
-  time_->to({next, recording.branch(next).last});
-}
-
-void ScopeWindow::run_or_stop() {
-  if (time_->busy())
-    time_->stop();
-  else
-    time_->run(most_instants, nullptr);
-}
-
-void ScopeWindow::toggle_made() {
-  waves_->show_made(!waves_->shows_made());
-}
-
-void ScopeWindow::toggle_dark() {
-  dark_ = !dark_;
-  dress();
-}
-
-void ScopeWindow::toggle_safe() {
-  safe_ = !safe_;
-  dress();
-}
-
-void ScopeWindow::show_keys() {
-  QString text;
-  for (const Control& control : controls())
-    text += QString("<b>%1</b> %2 &nbsp; ")
-                .arg(QString(control.key).toHtmlEscaped(), tr(control.tells).toHtmlEscaped());
-  tell(text + tr("<b>1 to 9</b> the next state of an input &nbsp; <b>Escape</b> leaves and stops"));
-}
-
-void ScopeWindow::export_dump() {
-  if (time_->busy()) return;
-  const QString name =
-      dialogs().ask_save(this, tr("Write waves"), tr("Value change dumps (*.vcd)"));
-  if (name.isEmpty()) return;
-  Recording& recording = time_->recording();
-  const size_t branch = recording.position().branch;
-  WholeFile file(name.toStdString());
-  VcdTrace trace(recording.simulation());
-  if (file.opened()) {
-    trace.begin(file.out());
-    for (long instant = recording.first_instant() + 1; instant <= recording.branch(branch).last;
-         ++instant)
-      trace.write(file.out(), recording.state_at({branch, instant}));
-  }
-  if (!file.opened() || !file.finish())
-    tell(tr("%1 cannot be written").arg(name));
-  else
-    tell(tr("%1 is written").arg(name));
-}
-
-void ScopeWindow::save() {
-  if (time_->busy()) return;
-  const QString name =
-      dialogs().ask_save(this, tr("Save"), tr("Sessions (*.kivasession);;Stimuli (*.stimuli)"));
-  if (name.isEmpty()) return;
-  Recording& recording = time_->recording();
-  Marks marks;
-  for (const auto& [instant, text] : waves_->marks())
-    marks.emplace_back(Recording::Position{recording.position().branch, instant},
-                       text.toStdString());
-  const std::string text =
-      name.endsWith(".stimuli") ? stimuli_text(recording) : session_text(recording, marks);
-  WholeFile file(QFile::encodeName(name).toStdString());
-  if (file.opened()) file.out() << text;
-  const bool written = file.opened() && file.finish();
-  tell(written ? tr("%1 is saved").arg(name) : tr("%1 cannot be written").arg(name));
-}
-
-void ScopeWindow::open() {
-  if (time_->busy()) return;
-  const QString name = dialogs().ask_file(this, tr("Open"), tr("Sessions (*.kivasession)"));
-  if (name.isEmpty()) return;
-  QFile file(name);
-  if (!file.open(QIODevice::ReadOnly)) return tell(tr("%1 cannot be read").arg(name));
-  const QString problem =
-      time_->open(file.readAll().toStdString(),
-                  [this](long at, const QString& text) { waves_->mark(at, text); });
-  tell(problem.isEmpty() ? tr("%1 is open").arg(name) : name + ": " + problem);
-}
-
-void ScopeWindow::ask(Asked what) {
-  asked_ = what;
-  tell("");
-  prompt_->clear();
-  const QString texts[] = {QString(),
-                           tr("instant"),
-                           tr("until, as in: drink and instant > 9"),
-                           tr("find a signal"),
-                           tr("mark this instant as"),
-                           tr("run how many instants")};
-  prompt_->setPlaceholderText(texts[static_cast<int>(what)]);
-  prompt_->setAccessibleName(prompt_->placeholderText());
-  prompt_->show();
-  prompt_->setFocus();
-}
-
-void ScopeWindow::run_until(const QString& text) {
-  try {
-    auto condition =
-        std::make_shared<Condition>(text.toStdString(), time_->recording().simulation());
-    time_->run(most_instants, condition);
-  } catch (const ConditionError& error) {
-    tell(tr("character %1: %2").arg(error.character).arg(QString::fromStdString(error.reason)));
-  }
-}
-
-void ScopeWindow::answered() {
-  const QString text = prompt_->text();
-  const Asked what = std::exchange(asked_, Asked::nothing);
-  prompt_->hide();
-  waves_->setFocus();
-  bool is_number = false;
-  const auto number = static_cast<long>(text.toLongLong(&is_number));
-  const Recording::Position here = time_->recording().position();
-  switch (what) {
-    case Asked::instant:
-      if (!is_number || !time_->to({here.branch, number}))
-        tell(tr("\"%1\" is no instant of this branch").arg(text));
-      break;
-    case Asked::instants:
-      if (!is_number || number < 1 || !time_->run(number, nullptr))
-        tell(tr("\"%1\" is no number of instants").arg(text));
-      break;
-    case Asked::condition:
-      run_until(text);
-      break;
-    case Asked::signal:
-      if (!waves_->find(text)) tell(tr("No signal that is shown has \"%1\" in its name").arg(text));
-      break;
-    case Asked::mark:
-      waves_->mark(here.instant, text);
-      break;
-    case Asked::nothing:
-      break;
-  }
 }
 
 }  // namespace kiva

@@ -81,6 +81,9 @@ class ScopeWindow : public QMainWindow {
   void toggle_made();
   void toggle_dark();
   void toggle_safe();
+  void larger();
+  void smaller();
+  void told_size();
   void init();
   void export_dump();
   void save();
@@ -94,7 +97,6 @@ class ScopeWindow : public QMainWindow {
   TimeControl* time_;
   QString file_;
   Asked asked_ = Asked::nothing;
-  bool dark_ = false, safe_ = false;
   QLabel *name_ = nullptr, *status_ = nullptr, *told_ = nullptr;
   QLineEdit* prompt_ = nullptr;
   QComboBox* branch_ = nullptr;

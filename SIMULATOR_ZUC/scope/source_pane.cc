@@ -1,62 +1,49 @@
 #include "SIMULATOR_ZUC/scope/source_pane.h"
 
 #include <QFile>
-#include <QFontDatabase>
 #include <QLabel>
-#include <QPlainTextEdit>
-#include <QSyntaxHighlighter>
-#include <QTextBlock>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 
 namespace kiva {
 
-namespace {
-
-/// Comments are said beside.
-class Comments : public QSyntaxHighlighter {
- public:
-  using QSyntaxHighlighter::QSyntaxHighlighter;
-
- protected:
-  void highlightBlock(const QString& line) override {
-    const int at = line.indexOf(";;");
-    if (at < 0) return;
-    QTextCharFormat format;
-    format.setForeground(ScopeLook::current().faint);
-    setFormat(at, line.size() - at, format);
-  }
-};
-
-QColor colour_of(const Light& light) {
-  const ScopeLook& look = ScopeLook::current();
-  if (light.killed) return look.killed;
-  if (light.waits) return look.one_fill;
-  return light.ended && !light.started ? look.ended : look.started;
-}
-
-}  // namespace
-
 SourcePane::SourcePane(TimeControl* time, const QString& module_file, QWidget* parent)
-    : QWidget(parent), time_(time), tabs_(new QTabWidget), note_(new QLabel), legend_(new QLabel) {
+    : QWidget(parent),
+      time_(time),
+      names_(time->recording().simulation()),
+      tabs_(new QTabWidget),
+      note_(new QLabel),
+      legend_(new QLabel),
+      line_(new QLabel) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(4);
-  note_->setWordWrap(true);
+  for (QLabel* label : {note_, legend_, line_}) label->setWordWrap(true);
   note_->setAccessibleName(tr("About the source"));
+  legend_->setAccessibleName(tr("What the colours and signs mean"));
+  line_->setAccessibleName(tr("Signals of the line"));
+  line_->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
   layout->addWidget(legend_);
   layout->addWidget(tabs_, 1);
+  layout->addWidget(line_);
   layout->addWidget(note_);
   tabs_->setAccessibleName(tr("Source"));
   tabs_->setDocumentMode(true);
   load(module_file);
   tabs_->setVisible(has_source());
   legend_->setVisible(has_source());
+  line_->setVisible(false);
   note_->setVisible(!note_->text().isEmpty());
   layout->addStretch(has_source() ? 0 : 1);
   connect(time_, &TimeControl::moved, this, &SourcePane::refresh);
   connect(tabs_, &QTabWidget::currentChanged, this, &SourcePane::refresh);
+  connect(line_, &QLabel::linkActivated, this, [this](const QString& link) {
+    const auto number = static_cast<size_t>(link.toInt());
+    if (number < offered_.size()) Q_EMIT signal_wanted(offered_[number]);
+  });
   refresh();
 }
 
@@ -81,58 +68,108 @@ void SourcePane::load(const QString& module_file) {
 
 void SourcePane::add_instance(size_t instance) {
   const LitSource::Instance& of = source_->instances()[instance];
-  auto* text = new QPlainTextEdit;
-  text->setReadOnly(true);
-  text->setFrameShape(QFrame::NoFrame);
-  text->setLineWrapMode(QPlainTextEdit::NoWrap);
-  text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  text->setAccessibleName(QString::fromStdString(of.path));
-  QFile file(QFile::decodeName(of.file.c_str()));
-  if (file.open(QIODevice::ReadOnly)) text->setPlainText(QString::fromUtf8(file.readAll()));
-  new Comments(text->document());
+  auto* text = new SourceText(of);
   texts_.push_back(text);
-  tabs_->addTab(text, QString::fromStdString(of.path));
-  tabs_->setTabToolTip(static_cast<int>(instance), QString::fromStdString(of.file));
+  // Instances of one module are told apart by their number.
+  int before = 0, all = 0;
+  for (size_t other = 0; other < source_->instances().size(); ++other) {
+    if (source_->instances()[other].path != of.path) continue;
+    ++all;
+    before += other <= instance;
+  }
+  QString title = QString::fromStdString(of.path);
+  if (all > 1) title += QString(" %1").arg(before);
+  tabs_->addTab(text, title);
+  tabs_->setTabToolTip(static_cast<int>(instance),
+                       tr("%1, of %2").arg(title, QString::fromStdString(of.file)));
+  connect(text, &SourceText::line_chosen, this, &SourcePane::tell_line);
+}
+
+std::vector<int> SourcePane::lines_of(size_t instance, SignalPlace signal) const {
+  const LitSource::Instance& of = source_->instances()[instance];
+  const SourceText* text = texts_[instance];
+  if (signal.list == SignalPlace::local) {
+    std::vector<int> lines;
+    for (const SourcePlace& place : source_->places_of(instance, signal.row))
+      lines.push_back(place.first_line);
+    if (!lines.empty()) return lines;
+  }
+  std::string name = names_.name(signal);
+  if (!name.ends_with(of.suffix)) return {};
+  name.resize(name.size() - of.suffix.size());
+  return text->lines_of(QString::fromStdString(name));
+}
+
+void SourcePane::show_signal(SignalPlace signal) {
+  if (!has_source()) return;
+  // A register shows as the local that it is.
+  if (signal.list == SignalPlace::register_) {
+    const std::vector<std::string>& locals = names_.names(SignalPlace::local);
+    const auto at = std::ranges::find(locals, names_.name(signal));
+    if (at != locals.end()) signal = {SignalPlace::local, static_cast<size_t>(at - locals.begin())};
+  }
+  size_t first = texts_.size();
+  for (size_t instance = texts_.size(); instance-- > 0;)
+    if (!lines_of(instance, signal).empty()) first = instance;
+  const bool here = !lines_of(shown(), signal).empty();
+  if (!here && first < texts_.size()) tabs_->setCurrentIndex(static_cast<int>(first));
+  for (size_t instance = 0; instance < texts_.size(); ++instance)
+    texts_[instance]->mark_lines(lines_of(instance, signal));
+}
+
+std::vector<SignalPlace> SourcePane::signals_of_line(int line) const {
+  const std::string& suffix = source_->instances()[shown()].suffix;
+  std::vector<SignalPlace> signals;
+  SignalPlace place{};
+  for (const QString& name : texts_[shown()]->names_of_line(line))
+    if (names_.find(name.toStdString() + suffix, place)) signals.push_back(place);
+  return signals;
+}
+
+void SourcePane::tell_line(int line) {
+  offered_ = signals_of_line(line);
+  QStringList links;
+  const bool knows = !time_->busy() && time_->recording().position().instant > 0;
+  for (size_t i = 0; i < offered_.size(); ++i) {
+    const SignalPlace place = offered_[i];
+    QString link = QString("<a href='%1' style='color:%2'>%3</a>")
+                       .arg(QString::number(i), ScopeLook::current().one.name(),
+                            QString::fromStdString(names_.name(place)).toHtmlEscaped());
+    if (knows)
+      link += " = " + QString(QChar(letter_of(shown_state(
+                          time_->recording().state_at(time_->recording().position()), place))));
+    links += link;
+  }
+  line_->setText(tr("Line %1: %2")
+                     .arg(line)
+                     .arg(links.isEmpty() ? tr("no signal is named in it") : links.join(", ")));
+  line_->show();
+}
+
+void SourcePane::look_changed() {
+  for (SourceText* text : texts_) text->look_changed();
+  refresh();
 }
 
 void SourcePane::refresh() {
-  const ScopeLook& look = ScopeLook::current();
-  const auto chip = [](const QColor& colour, const QString& text) {
-    return QString("<span style='background:%1'>&nbsp;&nbsp;&nbsp;</span> %2&nbsp;&nbsp; ")
-        .arg(colour.name(), text);
-  };
-  legend_->setText(chip(look.one_fill, tr("waits or goes on")) +
-                   chip(look.started, tr("started now")) + chip(look.ended, tr("ended now")) +
-                   chip(look.killed, tr("killed now")));
-  const int shown = tabs_->currentIndex();
-  if (!has_source() || shown < 0 || time_->busy()) return;
-  const auto instance = static_cast<size_t>(shown);
-  const QString stale = QString::fromStdString(source_->stale(instance));
+  QString legend;
+  for (const SourceText::Sign& sign : SourceText::signs())
+    legend += QString("<span style='background:%1'>&nbsp;%2&nbsp;</span> %3&nbsp; ")
+                  .arg(sign.colour().name(), QString::fromUtf8(sign.sign), tr(sign.words));
+  legend_->setText(legend + tr("<u>a condition that holds</u>"));
+  if (!has_source() || tabs_->currentIndex() < 0 || time_->busy()) return;
+  const QString stale = QString::fromStdString(source_->stale(shown()));
   note_->setText(stale);
   note_->setVisible(!stale.isEmpty());
-  QList<QTextEdit::ExtraSelection> marks;
-  QPlainTextEdit* text = texts_[instance];
+  SourceText* text = texts_[shown()];
+  if (line_->isVisible()) tell_line(text->current_line());
   // A text that does not fit the module is not lit: a wrong light is worse than none.
-  if (stale.isEmpty() && time_->recording().position().instant > 0) {
-    for (const LitSource::Lit& lit :
-         source_->lit(instance, time_->recording().simulation().state())) {
-      const QTextBlock first = text->document()->findBlockByNumber(lit.place.first_line - 1);
-      const QTextBlock last = text->document()->findBlockByNumber(lit.place.last_line - 1);
-      if (!first.isValid() || !last.isValid()) continue;
-      // Columns count bytes.
-      const auto column = [](const QTextBlock& block, int bytes) {
-        return QString::fromUtf8(block.text().toUtf8().left(bytes)).size();
-      };
-      QTextEdit::ExtraSelection mark;
-      mark.cursor = QTextCursor(first);
-      mark.cursor.setPosition(first.position() + column(first, lit.place.first_column - 1));
-      mark.cursor.setPosition(last.position() + column(last, lit.place.last_column),
-                              QTextCursor::KeepAnchor);
-      mark.format.setBackground(colour_of(lit.light));
-      marks.push_back(mark);
-    }
+  if (!stale.isEmpty() || time_->recording().position().instant == 0) {
+    text->light({}, {});
+    return;
   }
-  text->setExtraSelections(marks);
+  const SimulationState& state = time_->recording().simulation().state();
+  text->light(source_->lit(shown(), state), source_->looked_at(shown(), state));
 }
 
 }  // namespace kiva

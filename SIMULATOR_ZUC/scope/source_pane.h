@@ -4,16 +4,17 @@
 #include <memory>
 #include <vector>
 
+#include "SIMULATOR_ZUC/scope/source_text.h"
 #include "SIMULATOR_ZUC/time_control.h"
-#include "engine/lit_source.h"
+#include "engine/signal_names.h"
 
 class QLabel;
-class QPlainTextEdit;
 
 namespace kiva {
 
 /// The source text with what started, waits, ended and was killed in the shown instant, a tab for
-/// each instance of a module.
+/// each instance of a module. It shows the lines of the chosen signal, and offers the signals of
+/// the line that is chosen in it.
 class SourcePane : public QWidget {
   Q_OBJECT
 
@@ -22,20 +23,34 @@ class SourcePane : public QWidget {
   SourcePane(TimeControl* time, const QString& module_file, QWidget* parent = nullptr);
   bool has_source() const { return source_ != nullptr; }
   const LitSource* source() const { return source_.get(); }
-  /// The editor of an instance.
-  QPlainTextEdit* text(int instance) const { return texts_[static_cast<size_t>(instance)]; }
+  SourceText* text(int instance) const { return texts_[static_cast<size_t>(instance)]; }
+  QTabWidget* tabs() const { return tabs_; }
+  /// Marks the lines of that signal, in the tab that is shown or else in the first that has some.
+  void show_signal(SignalPlace signal);
+  /// The signals that the line of the shown tab names.
+  std::vector<SignalPlace> signals_of_line(int line) const;
   void refresh();
+  void look_changed();
+
+ Q_SIGNALS:
+  /// One of the signals of a line is wanted.
+  void signal_wanted(SignalPlace signal);
 
  private:
   void load(const QString& module_file);
   void add_instance(size_t instance);
+  std::vector<int> lines_of(size_t instance, SignalPlace signal) const;
+  void tell_line(int line);
+  size_t shown() const { return static_cast<size_t>(tabs_->currentIndex()); }
 
   TimeControl* time_;
+  SignalNames names_;
   std::unique_ptr<LitSource> source_;
   QTabWidget* tabs_ = nullptr;
-  QLabel* note_ = nullptr;
-  QLabel* legend_ = nullptr;
-  std::vector<QPlainTextEdit*> texts_;
+  QLabel *note_ = nullptr, *legend_ = nullptr;
+  QLabel* line_ = nullptr;  ///< the chosen line's signals
+  std::vector<SourceText*> texts_;
+  std::vector<SignalPlace> offered_;  ///< by link of `line_`
 };
 
 }  // namespace kiva

@@ -19,9 +19,15 @@ namespace kiva {
 
 namespace {
 
-constexpr int ruler_height = 26;
-constexpr int badge = 18;
-constexpr int margin = 8;
+int ruler_height() {
+  return ScopeLook::px(26);
+}
+int badge() {
+  return ScopeLook::px(18);
+}
+int margin() {
+  return ScopeLook::px(8);
+}
 constexpr int widest_column = 96;
 
 /// Locals that the compiler made: registers, what they move to, and what nothing computes.
@@ -100,7 +106,8 @@ void WaveView::show_made(bool shown) {
         rows_[i].place.list == chosen.place.list)
       chosen_ = static_cast<int>(i);
   }
-  names_width_ = std::clamp(widest + badge + 4 * margin, 120, 360);
+  names_width_ =
+      std::clamp(widest + badge() + 4 * margin(), ScopeLook::px(120), ScopeLook::px(360));
   fit_bars();
   viewport()->update();
 }
@@ -126,11 +133,19 @@ void WaveView::choose(int row) {
   if (row < 0 || row >= static_cast<int>(rows_.size()) || rows_[static_cast<size_t>(row)].title)
     return;
   chosen_ = row;
-  const int y = row * ScopeLook::row_height;
+  const int y = row * ScopeLook::row_height();
   QScrollBar* bar = verticalScrollBar();
-  bar->setValue(std::clamp(bar->value(), y + ScopeLook::row_height - bar->pageStep(), y));
+  bar->setValue(std::clamp(bar->value(), y + ScopeLook::row_height() - bar->pageStep(), y));
   viewport()->update();
   Q_EMIT chosen_changed();
+}
+
+void WaveView::choose_place(SignalPlace signal) {
+  const auto is_it = [&](const Row& row) {
+    return !row.title && row.place.list == signal.list && row.place.row == signal.row;
+  };
+  if (std::ranges::none_of(rows_, is_it)) show_made(true);
+  choose(static_cast<int>(std::ranges::find_if(rows_, is_it) - rows_.begin()));
 }
 
 bool WaveView::find(const QString& text) {
@@ -171,27 +186,28 @@ long WaveView::instant_at(int x) const {
 }
 
 int WaveView::row_at(int y) const {
-  if (y < ruler_height) return -1;
-  const int row = (y - ruler_height + verticalScrollBar()->value()) / ScopeLook::row_height;
+  if (y < ruler_height()) return -1;
+  const int row = (y - ruler_height() + verticalScrollBar()->value()) / ScopeLook::row_height();
   return row < static_cast<int>(rows_.size()) ? row : -1;
 }
 
 QRect WaveView::cell(int row, long instant) const {
-  return {x_of(instant), ruler_height + row * ScopeLook::row_height - verticalScrollBar()->value(),
-          column_, ScopeLook::row_height};
+  return {x_of(instant),
+          ruler_height() + row * ScopeLook::row_height() - verticalScrollBar()->value(), column_,
+          ScopeLook::row_height()};
 }
 
 void WaveView::fit_bars() {
   const int width = viewport()->width() - names_width_;
-  const int height = viewport()->height() - ruler_height;
+  const int height = viewport()->height() - ruler_height();
   const long wanted = std::min<long>((shown_last() + 1) * column_, INT_MAX / 2);
   horizontalScrollBar()->setRange(0, std::max(0, static_cast<int>(wanted) - width));
   horizontalScrollBar()->setPageStep(std::max(1, width));
   horizontalScrollBar()->setSingleStep(column_);
-  const int rows = static_cast<int>(rows_.size()) * ScopeLook::row_height;
+  const int rows = static_cast<int>(rows_.size()) * ScopeLook::row_height();
   verticalScrollBar()->setRange(0, std::max(0, rows - height));
   verticalScrollBar()->setPageStep(std::max(1, height));
-  verticalScrollBar()->setSingleStep(ScopeLook::row_height);
+  verticalScrollBar()->setSingleStep(ScopeLook::row_height());
 }
 
 /// The chosen instant comes into sight.
@@ -280,7 +296,7 @@ void WaveView::paintEvent(QPaintEvent*) {
   const long from = std::max<long>(1, instant_at(names_width_));
   const long to = std::min(shown_last(), instant_at(viewport()->width()));
   look_up(from, to);
-  const int first = verticalScrollBar()->value() / ScopeLook::row_height;
+  const int first = verticalScrollBar()->value() / ScopeLook::row_height();
   for (int row = first; row < static_cast<int>(rows_.size()); ++row) {
     const int y = cell(row, from).top();
     if (y > viewport()->height()) break;
@@ -309,24 +325,24 @@ void WaveView::paint_cursor(QPainter& painter, long instant, const QColor& colou
 
 void WaveView::paint_ruler(QPainter& painter, long from, long to) {
   const ScopeLook& look = ScopeLook::current();
-  painter.fillRect(0, 0, viewport()->width(), ruler_height, look.pane);
+  painter.fillRect(0, 0, viewport()->width(), ruler_height(), look.pane);
   painter.setPen(look.line);
-  painter.drawLine(0, ruler_height - 1, viewport()->width(), ruler_height - 1);
-  const int wide = painter.fontMetrics().horizontalAdvance(QString::number(to)) + 2 * margin;
+  painter.drawLine(0, ruler_height() - 1, viewport()->width(), ruler_height() - 1);
+  const int wide = painter.fontMetrics().horizontalAdvance(QString::number(to)) + 2 * margin();
   long step = 1;
   for (int factor = 0; step * column_ < wide; ++factor) step *= factor % 3 == 1 ? 5 : 2;
-  painter.setClipRect(names_width_, 0, viewport()->width(), ruler_height);
+  painter.setClipRect(names_width_, 0, viewport()->width(), ruler_height());
   const long here = time_->recording().position().instant;
   for (long instant = from - from % step; instant <= to; instant += step) {
     if (instant < 1) continue;
     painter.setPen(instant == here ? look.accent : look.faint);
-    painter.drawText(QRect(x_of(instant), 0, std::max(column_, wide), ruler_height),
+    painter.drawText(QRect(x_of(instant), 0, std::max(column_, wide), ruler_height()),
                      column_ >= wide ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter,
                      QString::number(instant));
   }
   for (const auto& [instant, text] : marks_) {
     painter.setPen(look.accent);
-    painter.drawText(QRect(x_of(instant), 0, 400, ruler_height), Qt::AlignLeft | Qt::AlignTop,
+    painter.drawText(QRect(x_of(instant), 0, 400, ruler_height()), Qt::AlignLeft | Qt::AlignTop,
                      QString::fromUtf8("\u25be") + text);
   }
   painter.setClipping(false);
@@ -338,9 +354,9 @@ void WaveView::paint_name(QPainter& painter, const Row& row, int y, bool chosen)
   font.setBold(chosen || row.title);
   painter.setFont(font);
   painter.setPen(row.title ? look.faint : look.text);
-  const int left = row.title ? margin : 2 * margin + badge;
-  const int room = names_width_ - left - margin;
-  painter.drawText(QRect(left, y, room, ScopeLook::row_height), Qt::AlignLeft | Qt::AlignVCenter,
+  const int left = row.title ? margin() : 2 * margin() + badge();
+  const int room = names_width_ - left - margin();
+  painter.drawText(QRect(left, y, room, ScopeLook::row_height()), Qt::AlignLeft | Qt::AlignVCenter,
                    painter.fontMetrics().elidedText(row.name, Qt::ElideMiddle, room));
   font.setBold(false);
   painter.setFont(font);
@@ -355,12 +371,12 @@ void WaveView::paint_row(QPainter& painter, int number, int y, long from, long t
   }
   painter.setClipRect(names_width_, 0, viewport()->width(), viewport()->height());
   painter.setPen(look.line);
-  painter.drawLine(0, y + ScopeLook::row_height - 1, viewport()->width(),
-                   y + ScopeLook::row_height - 1);
+  painter.drawLine(0, y + ScopeLook::row_height() - 1, viewport()->width(),
+                   y + ScopeLook::row_height() - 1);
   const auto column = static_cast<size_t>(number);
   for (long instant = from; instant <= to; ++instant) {
     const Seen& seen = seen_[static_cast<size_t>(instant - from)];
-    const QRect at(x_of(instant), y, column_, ScopeLook::row_height);
+    const QRect at(x_of(instant), y, column_, ScopeLook::row_height());
     const bool same =
         instant > from &&
         seen_[static_cast<size_t>(instant - from - 1)].states[column] == seen.states[column];
@@ -372,13 +388,13 @@ void WaveView::paint_row(QPainter& painter, int number, int y, long from, long t
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, column_ - 5));
   }
   painter.setClipping(false);
-  painter.fillRect(0, y, names_width_, ScopeLook::row_height - 1, look.pane);
+  painter.fillRect(0, y, names_width_, ScopeLook::row_height() - 1, look.pane);
   paint_name(painter, row, y, number == chosen_);
   const Recording::Position here = time_->recording().position();
   const SignalState now = here.instant >= from && here.instant <= to
                               ? seen_[static_cast<size_t>(here.instant - from)].states[column]
                               : shown_state(time_->recording().state_at(here), row.place);
-  const QRect box(margin, y + (ScopeLook::row_height - badge) / 2, badge, badge);
+  const QRect box(margin(), y + (ScopeLook::row_height() - badge()) / 2, badge(), badge());
   const bool filled = now == SignalState::one;
   painter.setPen(filled ? look.one : look.faint);
   painter.setBrush(filled ? look.one : look.pane);

@@ -29,6 +29,8 @@ class WaveView : public QAbstractScrollArea {
   /// The chosen row; -1 for none.
   int chosen() const { return chosen_; }
   void choose(int row);
+  /// Chooses that signal; what the compiler made shows for it.
+  void choose_place(SignalPlace signal);
   /// The next row whose name holds the text, behind the chosen one; false where there is none.
   bool find(const QString& text);
   void show_made(bool shown);

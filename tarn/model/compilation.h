@@ -52,6 +52,7 @@ class Compilation {
   static bool& HelpFlag() { return options().HelpFlag; }
   static bool& VersionFlag() { return options().VersionFlag; }
   static bool& KeepWiresFlag() { return options().KeepWiresFlag; }
+  static bool& MapFlag() { return options().MapFlag; }
   static bool& ForgetLocalsNameFlag() { return options().ForgetLocalsNameFlag; }
   static bool& StripFlag() { return options().StripFlag; }
   static bool& CheckOverKnowledgeFlag() { return options().CheckOverKnowledgeFlag; }

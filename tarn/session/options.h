@@ -13,7 +13,9 @@ struct SessionOptions {
   bool DebugFlag = false;  ///< comments go into ZUC text
   bool PureSimulFlag = false, ValuedSimulFlag = false;
   bool KivaFlag = false, MainFlag = false, SaveFlag = false, HelpFlag = false, VersionFlag = false;
-  bool KeepWiresFlag = false;         ///< cleaning a module keeps its wires
+  bool KeepWiresFlag = false;  ///< cleaning a module keeps its wires
+  /// Circuits get what a map of the source tells by, and finalisation keeps it.
+  bool MapFlag = false;
   bool ForgetLocalsNameFlag = false;  ///< saving writes numbers for the names of locals
   bool StripFlag = false;  ///< finalisation takes no heed of the locals that the user declared
   bool CheckOverKnowledgeFlag = false;

@@ -59,6 +59,21 @@ RegisterPair Circuit::make_register(const std::string& suffix, const std::string
   return pair;
 }
 
+Expression* Circuit::condition(Expression* e, bool at_start, bool later) {
+  Expression* now = current(e);
+  if (!Compilation::MapFlag()) return now;
+  Signal* wire = make_wire("COND" + statement_.getName());
+  assign_whole(wire, now);
+  statement_.note_condition({wire, at_start, later});
+  return now;
+}
+
+void Circuit::tell_that_it_stands() {
+  if (!Compilation::MapFlag()) return;
+  const RegisterPair stands = make_register("", "STANDS");
+  assign_whole(stands.ACTIFPLUS, And(And(Or(set(), stands.ACTIF), Not(rtl())), Not(reset())));
+}
+
 void Circuit::start_and_reset(const Statement& child) {
   assign(set(child), set());
   assign(reset(child), reset());

@@ -69,6 +69,11 @@ class Circuit {
   /// statement's name and the suffix. Without `value_equation` its present value is the register's.
   RegisterPair make_register(const std::string& suffix = "", const std::string& prefix = "ACTIF",
                              bool value_equation = true);
+  /// The statement's condition over the current view of its operands; where a map is asked for,
+  /// with a wire that tells it.
+  Expression* condition(Expression* e, bool at_start, bool later);
+  /// Where a map is asked for: a register that is One from the statement's start to its end.
+  void tell_that_it_stands();
   /// The expression over the current view of its operands.
   Expression* current(Expression* e) { return e->buildCurrentExpression(table_, module_); }
 

@@ -120,6 +120,13 @@ SourceSpan class_zu_parser::reduce(const SourceSpan* first, const SourceSpan* la
   return span_;
 }
 
+Statement* class_zu_parser::looking(Statement* statement, const SourceSpan& condition) {
+  statement->setConditionSpan(condition);
+  for (Statement* part : statement->children())
+    if (part->is_counted()) part->setConditionSpan(condition);
+  return statement;
+}
+
 // Messages.
 
 void class_zu_parser::end_of_syntax(bool too_deep) {

@@ -167,6 +167,8 @@ class class_zu_parser {
     measure(statement);
     return statement;
   }
+  /// The statement, whose condition stands there.
+  Statement* looking(Statement* statement, const SourceSpan& condition);
   /// The list with one member more, which stands where the production does.
   template <class T>
   Statement* appended(T* list, Statement* right) {

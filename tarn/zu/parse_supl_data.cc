@@ -1,9 +1,9 @@
 // The data part of a source file, and data expressions.
 
 #include <algorithm>
-#include <sstream>
 
 #include "base/nearest_name.h"
+#include "base/text_stream.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -40,7 +40,7 @@ void class_zu_parser::enter(Declaration* made, const std::string& name, const De
                             void (Table::*add)(Declaration*), Table& table) {
   const bool first_here = declared_.insert(known == nullptr ? made : known).second;
   if (known != nullptr && first_here) {
-    std::ostringstream ours, theirs;
+    TextStream ours, theirs;
     made->print(ours);
     known->print(theirs);
     if (ours.str() == theirs.str()) return;

@@ -338,13 +338,13 @@ nothing: NOTHING { $$ = kiva::Nothing::read(reader); } ;
 halt: HALT { $$ = kiva::Halt::read(reader); } ;
 
 present:
-    PRESENT quadrival_exp instruction ELSE instruction { $$ = kiva::Present::read(reader, $2, $3, $5); }
-  | PRESENT quadrival_exp instruction { $$ = kiva::Present::read(reader, $2, $3, nullptr); }
+    PRESENT quadrival_exp instruction ELSE instruction { $$ = reader.looking(kiva::Present::read(reader, $2, $3, $5), @2); }
+  | PRESENT quadrival_exp instruction { $$ = reader.looking(kiva::Present::read(reader, $2, $3, nullptr), @2); }
   ;
 
 if_inst:
-    IF data_exp instruction ELSE instruction { $$ = kiva::Present::read(reader, $2, $3, $5); }
-  | IF data_exp instruction { $$ = kiva::Present::read(reader, $2, $3, nullptr); }
+    IF data_exp instruction ELSE instruction { $$ = reader.looking(kiva::Present::read(reader, $2, $3, $5), @2); }
+  | IF data_exp instruction { $$ = reader.looking(kiva::Present::read(reader, $2, $3, nullptr), @2); }
   ;
 
 loop: LOOP '{' instruction '}' { $$ = kiva::Loop::read(reader, $3); } ;
@@ -352,16 +352,16 @@ loop: LOOP '{' instruction '}' { $$ = kiva::Loop::read(reader, $3); } ;
 repeat: REPEAT INT '{' instruction '}' { $$ = kiva::read_repeat(reader, $2, $4); } ;
 
 wait:
-    WAIT quadrival_exp { $$ = kiva::Wait::read(reader, $2); }
-  | WAIT INT quadrival_exp { $$ = kiva::Wait::read(reader, $2, $3); }
+    WAIT quadrival_exp { $$ = reader.looking(kiva::Wait::read(reader, $2), @2); }
+  | WAIT INT quadrival_exp { $$ = reader.looking(kiva::Wait::read(reader, $2, $3), @3); }
   ;
 
 abort:
-    WEAK ABORT '{' instruction '}' WHEN quadrival_exp { $$ = kiva::Abort::read(reader, $4, $7); }
+    WEAK ABORT '{' instruction '}' WHEN quadrival_exp { $$ = reader.looking(kiva::Abort::read(reader, $4, $7), @7); }
   ;
 
 strongabort:
-    STRONG ABORT '{' instruction '}' WHEN quadrival_exp { $$ = kiva::StrongAbort::read(reader, $4, $7); }
+    STRONG ABORT '{' instruction '}' WHEN quadrival_exp { $$ = reader.looking(kiva::StrongAbort::read(reader, $4, $7), @7); }
   ;
 
 emit: EMIT signal_name { $$ = kiva::Emit::read(reader, *$2, nullptr); } ;
@@ -371,9 +371,9 @@ noemit: NOEMIT signal_name { $$ = kiva::NoEmit::read(reader, *$2); } ;
 emit: EMIT signal_name '(' data_exp ')' { $$ = kiva::Emit::read(reader, *$2, $4); } ;
 
 sustain_until:
-    SUSTAIN signal_name UNTIL quadrival_exp { $$ = kiva::SustainUntil::read(reader, *$2, nullptr, $4); }
+    SUSTAIN signal_name UNTIL quadrival_exp { $$ = reader.looking(kiva::SustainUntil::read(reader, *$2, nullptr, $4), @4); }
   | SUSTAIN signal_name '(' data_exp ')' UNTIL quadrival_exp
-      { $$ = kiva::SustainUntil::read(reader, *$2, $4, $7); }
+      { $$ = reader.looking(kiva::SustainUntil::read(reader, *$2, $4, $7), @7); }
   ;
 
 run: RUN ID opt_renaming { $$ = kiva::Run::read(reader, *$2, $3); } ;

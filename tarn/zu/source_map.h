@@ -15,12 +15,20 @@ class Module;
 struct SourceMap {
   struct Part {
     SourceSpan span;
-    bool leaf;          ///< has no parts
+    bool leaf;          ///< has no parts in this text
     std::string set;    ///< One in the instant in which it starts
     std::string reset;  ///< One in the instant in which it is killed
     std::string rtl;    ///< One in the instant in which it ends
     /// Registers: one of them is One while it waits or goes on; and what they move to.
     std::vector<std::string> active, active_next;
+    /// One of them is One where it is stopped before it does anything: by a strong abort around it.
+    std::vector<std::string> stops;
+  };
+  /// A condition, looked at where one of `looked` is One and none of `stops`.
+  struct Condition {
+    SourceSpan span;
+    std::string value;
+    std::vector<std::string> looked, stops;
   };
   /// A state of an automaton: it is in it where the code's registers, low bit first, hold its
   /// number.
@@ -29,20 +37,31 @@ struct SourceMap {
     SourceSpan span;
     int code;
     bool final_state;
+    std::string shows;             ///< what it emits, as the source has it
+    std::vector<double> geometry;  ///< where the source places it: x, y, radius; else empty
   };
   struct Arc {
     std::string from;  ///< empty for an initial one
     std::string to;
     SourceSpan span;
-    int kind;  ///< Transition::strong, weak, normal_termination
+    int kind;                      ///< Transition::strong, weak, normal_termination
+    std::string label;             ///< trigger and actions, as the source has them
+    std::string fired, triggered;  ///< One where it fires, where its trigger holds in its source
   };
   struct Instance {
     std::string module;
-    std::string path;  ///< "main", "main/sub", by the runs that lead here
+    std::string path;    ///< "main", "main/sub", by the runs that lead here
+    std::string suffix;  ///< behind the names of its signals
     std::vector<Part> parts;
-    std::vector<std::string> code;
+    std::vector<Condition> conditions;
+    std::vector<std::string> code, next_code;
     std::vector<AutomatonState> states;
+    /// The code of the twin of a state that runs a module and may start it again.
+    std::vector<std::pair<std::string, int>> twins;
     std::vector<Arc> arcs;
+    /// Another circuit of the same place, as copies of a loop's body are: the instance with which
+    /// it is one to the reader; its own number where there is none.
+    size_t twin_of;
   };
   std::vector<Instance> instances;  ///< the module itself first
   std::vector<std::string> locals;  ///< that the user declared, in modules that are run, too

@@ -27,7 +27,7 @@ void Statement::createWires(Module* module, EquationTable* table) {
                                    table->getBddexpressionWood());
     wire->setWire();
     module->addLocalSignal(wire);
-    table->note_source(wire, span_);
+    table->note_source(wire, source_.span);
     return wire;
   };
   set_wire = make("SET");

@@ -24,6 +24,13 @@ struct RegisterPair {
   Signal* ACTIFPLUS = nullptr;  ///< the value in the next
 };
 
+/// The condition of a statement. Where a map is asked for, `value` is a wire that has its state.
+struct LookedAt {
+  Signal* value = nullptr;
+  bool at_start = false;  ///< looked at in the instant in which the statement starts,
+  bool later = false;     ///< and while it waits or goes on
+};
+
 /// A node of a module's body. It compiles to a small circuit with three wires: `set` (started in
 /// this instant), `reset` (killed in this instant) and `rtl` (ends in this instant).
 ///
@@ -84,8 +91,22 @@ class Statement {
   void setPertLevel(long levels) { pert_level_ = levels; }
 
   /// Where the statement stands in its source; a copy stands where its original does.
-  const SourceSpan& getSpan() const { return span_; }
-  void setSpan(const SourceSpan& span) { span_ = span; }
+  const SourceSpan& getSpan() const { return source_.span; }
+  void setSpan(const SourceSpan& span) { source_.span = span; }
+  /// Where its condition stands; unknown without one.
+  const SourceSpan& getConditionSpan() const { return source_.condition; }
+  void setConditionSpan(const SourceSpan& span) { source_.condition = span; }
+  /// One of the several, all in one sequence, that stand for one of the source: of `wait 3 x`.
+  bool is_counted() const { return source_.counted; }
+  void setCounted() { source_.counted = true; }
+  void stand_like(const Statement& original) { source_ = original.source_; }
+
+  // Where a map is asked for; else null.
+  const LookedAt& looked_at() const { return looked_at_; }
+  void note_condition(const LookedAt& condition) { looked_at_ = condition; }
+  /// One where its body, or what it runs, is stopped before it does anything in this instant.
+  Signal* getStop() const { return stop_wire_; }
+  void note_stop(Signal* wire) { stop_wire_ = wire; }
 
  protected:
   Signal* set_wire = nullptr;
@@ -96,8 +117,13 @@ class Statement {
   std::string name_;
   Module* module_ = nullptr;
   long pert_level_ = 0;
-  SourceSpan span_;
+  struct {
+    SourceSpan span, condition;
+    bool counted = false;
+  } source_;
   std::vector<RegisterPair> registers_;
+  LookedAt looked_at_;
+  Signal* stop_wire_ = nullptr;
 };
 
 }  // namespace kiva

@@ -31,7 +31,7 @@ class Copying {
   T* make_named(const T& original, const std::string& name, Args&&... args) const {
     T* copy = make_kept<T>(name, std::forward<Args>(args)...);
     copy->setModule(original.getModule());
-    copy->setSpan(original.getSpan());
+    copy->stand_like(original);
     return copy;
   }
   /// The copy of a part; null for null.

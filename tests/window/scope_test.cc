@@ -203,7 +203,14 @@ TEST_F(Scope, LightsTheSource) {
   EXPECT_EQ(lit(), "wait a;");
   press("1");
   press("Return");
-  EXPECT_EQ(lit(), "wait b;");
+  EXPECT_EQ(lit(), "wait a;wait b;");
+  const SourceText* text = scope->source()->text(0);
+  EXPECT_EQ(text->signs_of_line(1).toStdString(), "\u25cf\u2715") << "one waits, one has gone";
+  EXPECT_EQ(text->words_at(1, 3).toStdString(), "killed now");
+  EXPECT_EQ(text->words_at(1, 13).toStdString(), "waits or goes on");
+  scope->waves()->choose_place({SignalPlace::input, 0});
+  EXPECT_EQ(text->marked_lines(), std::vector<int>{1});
+  ASSERT_EQ(scope->source()->signals_of_line(1).size(), 1U) << "b is no signal of the module";
   press("Left");
   EXPECT_EQ(lit(), "wait a;");
   write("w.zu", "another text\n");

@@ -10,6 +10,7 @@
 
 #include "SIMULATOR_ZUC/application.h"
 #include "SIMULATOR_ZUC/row_state.h"
+#include "SIMULATOR_ZUC/window_look.h"
 
 namespace kiva::test {
 
@@ -19,6 +20,10 @@ WindowTest::WindowTest() : before_(dialogs()) {
     captions << caption + "|" + filter;
     return next_file;
   };
+  WindowLook& look = WindowLook::current();
+  look.set_scale(1);
+  look.set_dark(false);
+  look.set_safe_colours(false);
 }
 
 WindowTest::~WindowTest() {

@@ -46,6 +46,8 @@ bool Meaning::step(const std::set<std::string>& inputs, bool start_now, bool kil
   // until both are the same. Without circles that takes one round a signal at most.
   for (size_t round = 0; round <= 10; ++round) {
     emitted_ = inputs;
+    events_.clear();
+    looked_.clear();
     denied_.clear();
     values_.clear();
     once_contradicted = once_contradicted || contradicted_;

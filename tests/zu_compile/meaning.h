@@ -33,13 +33,30 @@ class Meaning {
   /// What stands, with all that runs in it.
   const State& state() const { return state_; }
 
+  /// How often a statement started and ended in the last instant.
+  struct Events {
+    int started = 0, ended = 0;
+  };
+  Events events(const Program* p) const {
+    const auto at = events_.find(p);
+    return at == events_.end() ? Events() : at->second;
+  }
+  /// Its condition counted in the last instant.
+  bool has_looked(const Program* p) const { return looked_.contains(p); }
+
   // For the kinds of statements.
-  State start(const Program& p) { return of(p, p.kind->start(*this, p)); }
+  State start(const Program& p) {
+    ++events_[&p].started;
+    return of(p, p.kind->start(*this, p));
+  }
   State resume(const Program& p, const Running& state) {
     return of(p, p.kind->resume(*this, p, state));
   }
   bool holds(const Condition& condition);
-  bool holds(const Program& p) { return holds(p.condition); }
+  bool holds(const Program& p) {
+    looked_.insert(&p);
+    return holds(p.condition);
+  }
   void emit(const std::string& signal) { emitted_.insert(signal); }
   void emit(const Program& emission);
   void deny(const std::string& signal) { denied_.insert(signal); }
@@ -51,8 +68,11 @@ class Meaning {
 
  private:
   void number(const Program& p);
-  static State of(const Program& p, State state) {
-    if (state) state->of.insert(&p);
+  State of(const Program& p, State state) {
+    if (state)
+      state->of.insert(&p);
+    else
+      ++events_[&p].ended;
     return state;
   }
 
@@ -62,6 +82,8 @@ class Meaning {
   std::map<std::string, std::pair<size_t, int>> values_;  ///< with their places
   std::set<std::string> present_;                         ///< what conditions see
   std::set<std::string> emitted_;
+  std::map<const Program*, Events> events_;
+  std::set<const Program*> looked_;
   std::set<std::string> denied_;
   std::set<std::string> both_;  ///< emitted and denied, in the round before
   bool endless_ = false;

@@ -1,12 +1,15 @@
-// The map of a source text against the meaning of programs: what waits, by the registers that the
-// map names, is what the interpreter has waiting.
+// The lit source against the meaning of programs: statement by statement, instant by instant, what
+// has started, waits, has ended and was killed is what the interpreter says, and so are the values
+// of the conditions that it looked at.
 
 #include "tarn/zu/source_map.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <utility>
 
+#include "engine/lit_source.h"
+#include "engine/simulation.h"
 #include "tarn/model/compilation.h"
 #include "tests/support/setting.h"
 #include "tests/zu_compile/compiled.h"
@@ -20,65 +23,186 @@ void leaves(const Program& p, std::vector<const Program*>& all) {
   if (p.parts.empty()) all.push_back(&p);
   for (const Program& part : p.parts) leaves(part, all);
 }
-
-void running(const State& state, std::set<const Program*>& all) {
-  if (!state) return;
-  all.insert(state->of.begin(), state->of.end());
-  for (const State& part : state->parts) running(part, all);
+/// Those with a condition, in the order of their conditions in the text.
+void conditions(const Program& p, std::vector<const Program*>& all) {
+  const std::string name = p.kind->name;
+  const bool behind = name.ends_with("abort");
+  if (name == "present" || name == "wait" || name == "sustain") all.push_back(&p);
+  for (const Program& part : p.parts) conditions(part, all);
+  if (behind) all.push_back(&p);
 }
 
-TEST(SourceMaps, SayWhatWaits) {
-  const long seed = setting("KIVA_SEED", 77);
-  const long programs = setting("KIVA_PROGRAMS", 1500);
-  long compared = 0, waiting = 0;
-  for (long number = 0; number < programs; ++number) {
-    std::mt19937 random(static_cast<unsigned>(seed + number));
-    const Program program = random_program(random, 2 + static_cast<int>(random() % 14));
-    const Compiled compiled(module_text(program));
-    if (!compiled.ok()) continue;
-    std::vector<const Program*> in_text;
-    leaves(program, in_text);
-    using Place = std::pair<int, int>;
-    std::map<Place, std::vector<std::string>> registers;
-    const SourceMap map = source_map(compiled.module());
-    for (const SourceMap::Part& part : map.instances.at(0).parts) {
-      if (!part.leaf) continue;
-      std::vector<std::string>& of = registers[{part.span.first_line, part.span.first_column}];
-      of.insert(of.end(), part.active_next.begin(), part.active_next.end());
-    }
-    // Some statements are written as others are: then the text has other leaves.
-    if (registers.size() != in_text.size()) continue;
-    Instants machine(compiled);
-    Meaning meaning(program);
-    for (int i = 0; i < 12; ++i) {
-      Stimulus stimulus;
-      for (const std::string& name : input_names)
-        if (random() % 3 == 0) stimulus.present.insert(name);
-      stimulus.set = !meaning.runs() && random() % 2 == 0;
-      stimulus.reset = i > 0 && random() % 12 == 0;
-      machine.step(stimulus);
-      ASSERT_TRUE(meaning.step(stimulus.present, stimulus.set, stimulus.reset));
-      if (meaning.contradicted()) break;
-      std::set<const Program*> now;
-      running(meaning.state(), now);
-      auto leaf = in_text.begin();
-      for (const auto& [place, names] : registers) {
-        bool waits = false;
-        for (const std::string& name : names) waits = waits || machine.state(name) == '1';
-        // What halts has no register.
-        if (!names.empty()) {
-          ASSERT_EQ(waits, now.contains(*leaf)) << "KIVA_SEED=" << seed + number << " instant "
-                                                << i + 1 << " column " << place.second << '\n'
-                                                << module_text(program);
-        }
-        waiting += waits;
-        ++leaf;
-      }
-      ++compared;
-    }
+void standing(const State& state, std::set<const Program*>& all) {
+  if (!state) return;
+  all.insert(state->of.begin(), state->of.end());
+  for (const State& part : state->parts) standing(part, all);
+}
+
+/// What the interpreter saw a statement do.
+class Watched {
+ public:
+  explicit Watched(const Meaning& meaning) : meaning_(meaning) { standing(meaning.state(), was_); }
+
+  Light light(const Program* p) const {
+    std::set<const Program*> now;
+    standing(meaning_.state(), now);
+    const Meaning::Events events = meaning_.events(p);
+    const int left = int{was_.contains(p)} + events.started - events.ended - int{now.contains(p)};
+    return {events.started > 0, now.contains(p), events.ended > 0, left > 0};
   }
-  EXPECT_GT(compared, 6 * programs);
-  EXPECT_GT(waiting, 4 * programs);
+
+ private:
+  const Meaning& meaning_;
+  std::set<const Program*> was_;
+};
+
+std::string text(const Light& light) {
+  return std::string(light.started ? "started " : "") + (light.waits ? "waits " : "") +
+         (light.ended ? "ended " : "") + (light.killed ? "killed" : "");
+}
+
+/// A module as `tarn --map` makes it, being run beside its meaning.
+class Lit {
+ public:
+  explicit Lit(const Program& program)
+      : mapped_(), compiled_(module_text(program)), meaning_(program) {
+    if (!compiled_.ok()) return;
+    compiled_.module()->finalize(0);
+    simulation_ = std::make_unique<Simulation>(compiled_.module());
+    source_ = std::make_unique<LitSource>(
+        source_map_text(source_map(compiled_.module()), compiled_.module()->getName()),
+        *simulation_);
+    EXPECT_EQ(source_->problem(), "");
+  }
+  bool ok() const { return compiled_.ok(); }
+  const LitSource& source() const { return *source_; }
+  const SimulationState& state() const { return simulation_->state(); }
+  const Meaning& meaning() const { return meaning_; }
+
+  void step(const std::set<std::string>& present, bool first) {
+    for (size_t row = 0; row < simulation_->input_names().size(); ++row)
+      simulation_->choose_input(row, present.contains(simulation_->input_names()[row])
+                                         ? SignalState::one
+                                         : SignalState::zero);
+    simulation_->step(nullptr);
+    ASSERT_TRUE(meaning_.step(present, first, false));
+  }
+
+ private:
+  struct Mapped {
+    Mapped() : rules(std::exchange(Compilation::rules(), Rules::sound())) {
+      Compilation::MapFlag() = Compilation::KeepWiresFlag() = true;
+    }
+    ~Mapped() {
+      Compilation::MapFlag() = Compilation::KeepWiresFlag() = false;
+      Compilation::rules() = rules;
+    }
+    Rules rules;
+  } mapped_;
+  Compiled compiled_;
+  Meaning meaning_;
+  std::unique_ptr<Simulation> simulation_;
+  std::unique_ptr<LitSource> source_;
+};
+
+struct Counts {
+  long instants = 0, started = 0, waits = 0, ended = 0, killed = 0, looked = 0;
+};
+
+/// One text and the instance of it that is lit.
+struct Shown {
+  const Program& program;
+  size_t instance;
+};
+
+/// False where the text has other leaves: some statements are written as others are.
+bool compare(const Lit& lit, const Shown& shown, const Watched& watched, Counts& counts) {
+  std::vector<const Program*> in_text, looking;
+  leaves(shown.program, in_text);
+  conditions(shown.program, looking);
+  const std::vector<LitSource::Lit> told = lit.source().leaves(shown.instance, lit.state());
+  if (told.size() != in_text.size()) return false;
+  for (size_t leaf = 0; leaf < told.size(); ++leaf) {
+    const Light& light = told[leaf].light;
+    EXPECT_EQ(text(light), text(watched.light(in_text[leaf])))
+        << "line " << told[leaf].place.first_line << " column " << told[leaf].place.first_column;
+    counts.started += light.started;
+    counts.waits += light.waits;
+    counts.ended += light.ended;
+    counts.killed += light.killed;
+  }
+  std::vector<bool> meant, seen;
+  for (const Program* p : looking)
+    if (lit.meaning().has_looked(p)) meant.push_back(p->condition.holds(lit.meaning().present()));
+  for (const LitSource::Looked& looked : lit.source().looked_at(shown.instance, lit.state()))
+    seen.push_back(looked.holds);
+  EXPECT_EQ(seen, meant) << "conditions of instance " << shown.instance;
+  counts.looked += static_cast<long>(seen.size());
+  return true;
+}
+
+/// Of an automaton, being in state `was` before the instant and `is` behind it; -1 for none.
+void compare_states(const Lit& lit, const Program& automaton, int was, int is) {
+  const std::vector<LitSource::Lit> told = lit.source().states(0, lit.state());
+  ASSERT_EQ(told.size(), automaton.states.size());
+  bool in_final = false;
+  for (int i = 0; i < static_cast<int>(told.size()); ++i) {
+    const Light& light = told[static_cast<size_t>(i)].light;
+    if (automaton.states[static_cast<size_t>(i)].final_state)
+      in_final = in_final || light.any();
+    else
+      EXPECT_EQ(text(light), text({is == i && was != i, is == i, was == i && is != i, false}))
+          << "state " << i;
+  }
+  EXPECT_EQ(in_final, lit.meaning().ended());
+}
+
+/// Runs a program for twelve instants, all its texts lit.
+void compare(const Program& program, std::mt19937& random, Counts& counts) {
+  Lit lit(program);
+  if (!lit.ok()) return;
+  const bool automaton = !program.states.empty();
+  std::vector<Shown> all;
+  for (size_t i = 0; i < lit.source().instances().size(); ++i) {
+    if (!automaton) all.push_back({program, i});
+    const std::string& module = lit.source().instances()[i].module;
+    if (module.starts_with("run"))
+      all.push_back({program.states[std::stoul(module.substr(3))].run[0], i});
+  }
+  const auto state = [&] { return lit.meaning().runs() ? lit.meaning().state()->at : -1; };
+  for (int i = 0; i < 12 && !testing::Test::HasFailure(); ++i) {
+    std::set<std::string> present;
+    for (const std::string& name : input_names)
+      if (random() % 3 == 0) present.insert(name);
+    const Watched watched(lit.meaning());
+    const int was = state();
+    lit.step(present, i == 0);
+    if (lit.meaning().contradicted()) return;
+    for (const Shown& shown : all)
+      if (!compare(lit, shown, watched, counts)) return;
+    if (automaton) compare_states(lit, program, was, state());
+    ++counts.instants;
+    if (testing::Test::HasFailure()) ADD_FAILURE() << "instant " << i + 1;
+  }
+}
+
+TEST(SourceMaps, LightWhatStatementsDo) {
+  const long seed = setting("KIVA_SEED", 77);
+  const long programs = setting("KIVA_PROGRAMS", 2000);
+  Counts counts;
+  for (long number = 0; number < programs && !HasFailure(); ++number) {
+    std::mt19937 random(static_cast<unsigned>(seed + number));
+    const int size = 2 + static_cast<int>(random() % 14);
+    const Program program =
+        (seed + number) % 5 == 4 ? random_automaton(random, size) : random_program(random, size);
+    compare(program, random, counts);
+    if (HasFailure())
+      ADD_FAILURE() << "KIVA_SEED=" << seed + number << '\n' << module_text(program);
+  }
+  for (const long count :
+       {counts.instants, counts.started, counts.waits, counts.ended, counts.looked})
+    EXPECT_GT(count, 2 * programs);
+  EXPECT_GT(counts.killed, programs / 8);
 }
 
 }  // namespace

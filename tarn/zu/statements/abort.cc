@@ -27,7 +27,7 @@ Statement* Abort::read(class_zu_parser& reader, Statement* body, Expression* exp
 
 void Abort::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
-  preempt(c, c.current(getExpression()));
+  preempt(c, c.condition(getExpression(), false, true));
 }
 
 Statement* Abort::copy(const Copying& copying) const {
@@ -44,8 +44,8 @@ Statement* StrongAbort::copy(const Copying& copying) const {
 
 namespace {
 
-/// What a strong abort may mask: calls see(signal, occurrence, variable id) for both variables of
-/// the occurrences from `first(signal)` on, of each output and plain local that the wood knows.
+/// What a strong abort may mask: calls see(signal, occurrence, variable index) for both variables
+/// of the occurrences from `first(signal)` on, of each output and plain local that the wood knows.
 template <class First, class See>
 void for_each_written(Module* module, Bddexpressionwood* wood, First first, See see) {
   const auto visit = [&](Signal* signal) {
@@ -78,9 +78,10 @@ void StrongAbort::remember_written(Module* module, EquationTable* table) {
         first_written_[signal] = current;
         return current;
       },
-      [&](Signal*, int, long id) {
-        if (const Bddexpression* equation = table->getBddExpression(id))
-          if (equation->getAbstraction() == 0) written_before_.emplace(id, equation->my_bdd_exp());
+      [&](Signal*, int, long index) {
+        if (const Bddexpression* equation = table->getBddExpression(index))
+          if (equation->getAbstraction() == 0)
+            written_before_.emplace(index, equation->my_bdd_exp());
       });
 }
 
@@ -98,8 +99,12 @@ void StrongAbort::compile(Module* module, EquationTable* table) {
 
 void StrongAbort::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
-  Expression* e = c.current(getExpression());
+  Expression* e = c.condition(getExpression(), false, true);
   preempt(c, e);
+  if (Compilation::MapFlag()) {
+    note_stop(c.make_wire("STOP" + getName()));
+    c.assign_whole(getStop(), And(getRegister().ACTIF, e));
+  }
 
   Bddexpressionwood* wood = table->getBddexpressionWood();
   if (wood == nullptr || wood->my_bdd_manager() == nullptr) return;
@@ -125,11 +130,11 @@ void StrongAbort::mask_written(const bdd& mask, Module* module, EquationTable* t
         // What a run of the body has bound to a value has no further occurrences.
         return signal->isValue() && !signal->isInstance() ? 0 : 1;
       },
-      [&](Signal*, int, long id) {
-        Bddexpression* equation = table->getBddExpression(id);
+      [&](Signal*, int, long index) {
+        Bddexpression* equation = table->getBddExpression(index);
         if (equation == nullptr || equation->getAbstraction() != 0) return;
         bdd masked = wood->Bdd_and(mask, equation->my_bdd_exp());
-        auto before = written_before_.find(id);
+        auto before = written_before_.find(index);
         if (before != written_before_.end()) masked = wood->Bdd_or(before->second, masked);
         if (!(masked == equation->my_bdd_exp())) set_function(*equation, masked);
       });

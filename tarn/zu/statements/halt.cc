@@ -13,6 +13,7 @@ Statement* Halt::read(class_zu_parser& reader) {
 void Halt::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
   c.assign(c.rtl(), False());
+  c.tell_that_it_stands();
 }
 
 Statement* Halt::copy(const Copying& copying) const {

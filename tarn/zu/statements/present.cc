@@ -28,7 +28,7 @@ void Present::compile(Module* module, EquationTable* table) {
 
 void Present::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
-  Expression* e = c.current(expression_);
+  Expression* e = c.condition(expression_, true, false);
   c.assign_whole(Circuit::set(*then_), Then(e, c.set()));
   if (else_ != nullptr) c.assign_whole(Circuit::set(*else_), Else(e, c.set()));
   c.assign_whole(Circuit::reset(*then_), c.reset());

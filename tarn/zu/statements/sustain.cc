@@ -23,7 +23,7 @@ Statement* SustainUntil::read(class_zu_parser& reader, const std::string& signal
 
 void SustainUntil::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
-  Expression* e = c.current(expression_);
+  Expression* e = c.condition(expression_, true, true);
   register_ = c.make_register("", "ACTIF", false);
   Signal* const actif = register_.ACTIF;
   c.assign_whole(register_.ACTIFPLUS,

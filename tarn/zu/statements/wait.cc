@@ -20,7 +20,10 @@ Statement* Wait::read(class_zu_parser& reader, int count, Expression* expression
   reader.count_copies(count, 1);
   std::vector<Statement*> members;
   members.reserve(static_cast<size_t>(count));
-  for (int i = 0; i < count; ++i) members.push_back(read(reader, expression));
+  for (int i = 0; i < count; ++i) {
+    members.push_back(read(reader, expression));
+    members.back()->setCounted();
+  }
   return Sn::read(reader, std::move(members));
 }
 
@@ -31,7 +34,7 @@ void Wait::compile(Module* module, EquationTable* table) {
 
 void Wait::createEquations(Module* module, EquationTable* table) {
   Circuit c(*this, module, table);
-  Expression* e = c.current(expression_);
+  Expression* e = c.condition(expression_, false, true);
   register_ = c.make_register();
   Signal* const actif = register_.ACTIF;
   c.assign_whole(c.rtl(), And(actif, e));
