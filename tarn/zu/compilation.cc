@@ -53,6 +53,8 @@ bool compile_module(Module* module) {
   const Loop::Allowance copies(*body);
   body->compile(module, module->getCompilation());
   body->connectExternalWires(module);
+  // What is still to be or-ed onto an equation would undo a change of it.
+  module->getCompilation()->settle();
   if (Compilation::rules().last_value) keep_last_values(module);
   sort_code(module);
   for (Signal* wire : {module->getSet(), module->getReset(), module->getRtl()}) wire->setWire();

@@ -12,9 +12,10 @@ KIVA_FUZZ(text) {
   const int kind = text.empty() ? 0 : static_cast<unsigned char>(text[0]) % 4;
   const int size = 2 + (text.size() < 2 ? 0 : static_cast<unsigned char>(text[1]) % 24);
   const Session::Use use(session);
-  const test::Program program = kind == 0   ? test::random_automaton(random, size)
-                                : kind == 1 ? test::random_mealy(random, 1 + size / 4)
-                                            : test::random_program(random, size);
+  test::Program program = kind == 0   ? test::random_automaton(random, size)
+                          : kind == 1 ? test::random_mealy(random, 1 + size / 4)
+                                      : test::random_program(random, size);
+  test::enrich(program, random);
   std::vector<test::History> runs;
   for (int i = 0; i < 3; ++i) runs.push_back(test::random_history(random));
   std::string difference;

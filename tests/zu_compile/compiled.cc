@@ -144,7 +144,24 @@ void Instants::step(const Stimulus& stimulus) {
 }
 
 char Instants::state(const std::string& name) const {
-  const Signal* signal = name == "RTL" ? module_->getRtl() : module_->getSignal(name);
+  return state(name == "RTL" ? module_->getRtl() : module_->getSignal(name));
+}
+
+std::vector<std::string> Instants::values(const std::string& name) const {
+  std::vector<std::string> found;
+  const auto bindings = module_->getDataBindingByClock(module_->getSignal(name));
+  if (bindings == nullptr) return found;
+  for (const DataBinding* binding : *bindings) {
+    const auto* constant = dynamic_cast<const DataConstant*>(binding->getValue());
+    if (constant == nullptr || state(binding->getSignal()) != '1') continue;
+    const DataExpr* value =
+        Compilation::constantTable().getConstantById(constant->getConstantIndex())->getValue();
+    found.push_back(static_cast<const DataValue*>(value)->getValue());
+  }
+  return found;
+}
+
+char Instants::state(const Signal* signal) const {
   const Bddexpressionwood* known = module_->getBddWood();
   auto* wood = const_cast<Bddexpressionwood*>(known);
   const int status = literals_[signal->getInitialBddStatusId(module_, wood)];

@@ -65,8 +65,11 @@ class Instants {
   void step(const Stimulus& stimulus);
   /// Of a signal by name, or of the module's end by "RTL": '1' One, '0' Zero, 'T' Top, '_' Bottom.
   char state(const std::string& signal) const;
+  /// The values of all emissions of the signal that count, which are literals.
+  std::vector<std::string> values(const std::string& signal) const;
 
  private:
+  char state(const Signal* signal) const;
   void close_occurrences(const Rules& rules);
   void write(const Signal* signal, bool status, bool value);
 

@@ -19,7 +19,7 @@ struct History {
 };
 History random_history(std::mt19937& random);
 
-/// Refused: for a dependence cycle.
+/// Refused: for a dependence cycle, or since a run has no value where its caller needs one.
 enum class Verdict { agrees, refused, differs };
 
 /// Compiles and runs a program both ways: by its equations, and by its meaning. A running program

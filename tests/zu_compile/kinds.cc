@@ -25,6 +25,10 @@ std::string counted(const Program& p) {
   return std::to_string(p.count) + " ";
 }
 
+std::string value_text(const Program& p) {
+  return p.value == 0 ? "" : "(" + std::to_string(p.value) + ")";
+}
+
 // What `draw` does.
 
 int draw_condition(Program& p, Random& random, int) {
@@ -82,10 +86,10 @@ const Kind rows[] = {
     {.name = "emit",
      .alone = 4,
      .writes = true,
-     .text = [](const Program& p) { return "emit " + p.signal; },
+     .text = [](const Program& p) { return "emit " + p.signal + value_text(p); },
      .start =
          [](Meaning& m, const Program& p) {
-           m.emit(p.signal);
+           m.emit(p);
            return State();
          }},
     {.name = "noemit",
@@ -128,11 +132,13 @@ const Kind rows[] = {
      .writes = true,
      .draw = draw_condition,
      .text =
-         [](const Program& p) { return "sustain " + p.signal + " until " + p.condition.text(); },
+         [](const Program& p) {
+           return "sustain " + p.signal + value_text(p) + " until " + p.condition.text();
+         },
      .start =
          [](Meaning& m, const Program& p) {
            if (m.holds(p)) return State();
-           m.emit(p.signal);
+           m.emit(p);
            return State(Running{});
          },
      .resume = [](Meaning& m, const Program& p, const Running&) { return p.kind->start(m, p); }},
@@ -249,10 +255,27 @@ const Kind rows[] = {
 
 }  // namespace
 
+const Kind run_kind{.name = "run",
+                    .text = [](const Program& p) { return "run " + p.signal; },
+                    .start =
+                        [](Meaning& m, const Program& p) {
+                          const State state = m.start(p.parts[0]);
+                          // What refuses its start never ends.
+                          if (m.take_refusal()) return State(Running{});
+                          return state ? State(Running{0, {state}}) : State();
+                        },
+                    .resume =
+                        [](Meaning& m, const Program& p, const Running& state) {
+                          if (state.parts.empty()) return State(state);
+                          const State now = m.resume(p.parts[0], *state.parts[0]);
+                          return now ? State(Running{0, {now}}) : State();
+                        }};
+
 const std::vector<const Kind*>& kinds() {
   static const std::vector<const Kind*> all = [] {
     std::vector<const Kind*> found;
     for (const Kind& row : rows) found.push_back(&row);
+    found.push_back(&run_kind);
     found.push_back(&automaton_kind);
     found.push_back(&mealy_kind);
     return found;

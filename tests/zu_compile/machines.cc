@@ -22,8 +22,8 @@ std::string automaton_text(const Program& p) {
   for (size_t i = 0; i < p.states.size(); ++i) {
     const AutomatonState& state = p.states[i];
     text += "state: " + name(static_cast<int>(i)) + (state.final_state ? " final" : "") +
-            (state.run.empty() ? "" : " run run" + std::to_string(i)) +
-            actions_text(state.actions) + ";\n";
+            (state.run.empty() ? "" : " " + state.run[0].text()) + actions_text(state.actions) +
+            ";\n";
   }
   text += "transition:\n";
   for (const Transition& t : p.transitions) {
@@ -53,16 +53,38 @@ std::string mealy_text(const Program& p) {
 
 /// The equations hold in each instant from the start on; the state has a bit for each register.
 State hold_equations(Meaning& m, const Program& p, int registers) {
-  std::set<std::string> seen = m.present();
-  for (size_t i = 0; i < mealy_registers.size(); ++i)
-    if ((registers >> i & 1) != 0) seen.insert(mealy_registers[i].name);
   std::map<std::string, const Condition*> last;
   for (const MealyEquation& equation : p.equations) last[equation.signal] = &equation.right;
-  for (const auto& [signal, right] : last)
-    if (right->holds(seen)) m.emit(signal);
+  // Registers and what they have next are the machine's own.
+  std::set<std::string> own;
+  for (size_t i = 0; i < mealy_registers.size(); ++i)
+    if ((registers >> i & 1) != 0) own.insert(mealy_registers[i].name);
+  const auto holds = [&](const Condition& right) {
+    std::set<std::string> seen = m.present();
+    seen.insert(own.begin(), own.end());
+    return right.holds(seen);
+  };
+  std::set<std::string> nexts;
+  for (const MealyRegister& reg : mealy_registers) nexts.insert(reg.next);
+  for (size_t round = 0; round < nexts.size(); ++round)
+    for (const std::string& next : nexts) {
+      own.erase(next);
+      if (holds(*last.at(next))) own.insert(next);
+    }
+  for (const auto& [signal, right] : last) {
+    if (nexts.contains(signal)) continue;
+    if (holds(*right)) m.emit(signal);
+    // What reads outputs may be neither true nor false.
+    const std::vector<std::string> read = right->signals();
+    const auto is_written = [](const std::string& name) {
+      return name == local_names[0] || name == local_names[1] ||
+             std::find(output_names.begin(), output_names.end(), name) != output_names.end();
+    };
+    if (!holds(*right) && std::none_of(read.begin(), read.end(), is_written)) m.deny(signal);
+  }
   Running next;
   for (size_t i = 0; i < mealy_registers.size(); ++i)
-    if (seen.contains(mealy_registers[i].next)) next.at |= 1 << i;
+    if (own.contains(mealy_registers[i].next)) next.at |= 1 << i;
   return next;
 }
 
@@ -131,6 +153,12 @@ const Kind mealy_kind{.name = "Mealy Machine",
 
 namespace {
 
+/// The next name of a module.
+std::string new_module() {
+  static int number = 0;
+  return "m" + std::to_string(number++);
+}
+
 std::vector<std::string> random_actions(std::mt19937& random) {
   std::vector<std::string> names;
   while (names.size() < 2 && pick(random, 3) == 0) names.push_back(written_signal(random));
@@ -148,16 +176,49 @@ Transition random_transition(std::mt19937& random, int from, int states) {
 
 /// Makes a program fit to be a module that reads the inputs and writes the outputs alone.
 void confine(Condition& condition) {
-  if (condition.kind == Condition::Kind::signal)
+  const auto is_own = [&](const MealyRegister& reg) {
+    return condition.signal == reg.name || condition.signal == reg.next;
+  };
+  if (condition.kind == Condition::Kind::signal &&
+      std::none_of(mealy_registers.begin(), mealy_registers.end(), is_own))
     condition.signal = input_names[std::hash<std::string>()(condition.signal) % 3];
   for (Condition& part : condition.parts) confine(part);
 }
 
-void confine(Program& program) {
-  for (size_t i = 0; i < local_names.size(); ++i)
-    if (program.signal == local_names[i]) program.signal = output_names[i];
+/// With `pure`, it gives no values.
+void confine(Program& program, bool pure) {
+  const auto confine_written = [pure](std::string& written) {
+    for (size_t i = 0; i < local_names.size(); ++i)
+      if (written == local_names[i]) written = output_names[i];
+    if (pure && valued_names.contains(written)) written = "c";
+  };
+  if (program.kind != &run_kind) confine_written(program.signal);
   confine(program.condition);
-  for (Program& part : program.parts) confine(part);
+  for (Program& part : program.parts) confine(part, pure);
+  for (AutomatonState& state : program.states) {
+    for (std::string& action : state.actions) confine_written(action);
+    for (Program& run : state.run) confine(run, pure);
+  }
+  for (Transition& t : program.transitions) {
+    confine(t.trigger);
+    for (std::string& action : t.actions) confine_written(action);
+  }
+  for (MealyEquation& equation : program.equations) {
+    confine_written(equation.signal);
+    confine(equation.right);
+  }
+}
+
+/// A caller with a value to take does not take a signal that never has one.
+Program run_of(Program body) {
+  bool pure = true;
+  for_each_writing(body, [&](const std::string&, int value) { pure = pure && value == 0; });
+  confine(body, pure);
+  Program made;
+  made.kind = &run_kind;
+  made.signal = new_module();
+  made.parts.push_back(std::move(body));
+  return made;
 }
 
 }  // namespace
@@ -172,8 +233,7 @@ Program random_automaton(std::mt19937& random, int size) {  // house: one choice
     if (state.final_state) continue;
     state.actions = random_actions(random);
     if (states == 1 || pick(random, 4) != 0) continue;
-    state.run.push_back(random_program(random, 1 + pick(random, 8)));
-    confine(state.run[0]);
+    state.run.push_back(run_of(random_program(random, 1 + pick(random, 8))));
   }
   // Priorities do not rank initial transitions: a second one takes what the first leaves.
   Transition initial = random_transition(random, -1, states);
@@ -237,6 +297,24 @@ Program random_mealy(std::mt19937& random, int size) {
     made.equations.push_back({written_signal(random), random_right_side(random, 3)});
   std::shuffle(made.equations.begin(), made.equations.end(), random);
   return made;
+}
+
+void enrich(Program& program, std::mt19937& random) {
+  for (Program& part : program.parts) enrich(part, random);
+  for (AutomatonState& state : program.states)
+    for (Program& run : state.run) enrich(run, random);
+  if (program.kind == kind("emit") || program.kind == kind("sustain"))
+    program.value = valued_names.contains(program.signal) ? 1 + pick(random, 4) : 0;
+  if (!program.states.empty() || !program.equations.empty() || pick(random, 12) != 0) return;
+  if (program.kind == &run_kind) {
+    Program body = pick(random, 2) == 0 ? random_mealy(random, 2) : random_automaton(random, 3);
+    const Program made = run_of(body);
+    program.parts = made.parts;
+  } else {
+    program = run_of(pick(random, 2) == 0   ? random_mealy(random, 2)
+                     : pick(random, 2) == 0 ? random_automaton(random, 3)
+                                            : program);
+  }
 }
 
 }  // namespace kiva::test

@@ -9,12 +9,30 @@ char Meaning::said(const std::string& signal) const {
   return denied_.contains(signal) ? (emitted ? 'T' : '0') : (emitted ? '1' : '_');
 }
 
+int Meaning::value(const std::string& signal) const {
+  const auto at = values_.find(signal);
+  return at == values_.end() ? 0 : at->second.second;
+}
+
+void Meaning::emit(const Program& emission) {
+  emit(emission.signal);
+  if (emission.value == 0) return;
+  std::pair<size_t, int>& latest = values_[emission.signal];
+  latest = std::max(latest, {place_.at(&emission), emission.value});
+}
+
+void Meaning::number(const Program& p) {
+  place_.emplace(&p, place_.size() + 1);
+  for (const Program& part : p.parts) number(part);
+  for (const AutomatonState& state : p.states)
+    for (const Program& run : state.run) number(run);
+}
+
 bool Meaning::holds(const Condition& condition) {
   const std::vector<std::string> read = condition.signals();
-  contradicted_ =
-      contradicted_ || std::any_of(read.begin(), read.end(), [this](const std::string& signal) {
-        return both_.contains(signal);
-      });
+  contradicted_ = contradicted_ ||
+                  std::any_of(read.begin(), read.end(),
+                              [this](const std::string& signal) { return both_.contains(signal); });
   return condition.holds(present_);
 }
 
@@ -22,6 +40,8 @@ bool Meaning::step(const std::set<std::string>& inputs, bool start_now, bool kil
   const State before = state_;
   present_ = inputs;
   both_.clear();
+  contradicted_ = false;
+  bool once_contradicted = false;
   // What is emitted depends on what is present, and the other way round: go through the instant
   // until both are the same. Without circles that takes one round a signal at most.
   for (size_t round = 0; round <= 10; ++round) {
@@ -29,6 +49,8 @@ bool Meaning::step(const std::set<std::string>& inputs, bool start_now, bool kil
     events_.clear();
     looked_.clear();
     denied_.clear();
+    values_.clear();
+    once_contradicted = once_contradicted || contradicted_;
     contradicted_ = false;
     refused_ = false;
     endless_ = false;
@@ -52,7 +74,8 @@ bool Meaning::step(const std::set<std::string>& inputs, bool start_now, bool kil
     }
     present_ = now;
   }
-  return false;
+  contradicted_ = contradicted_ || once_contradicted;
+  return contradicted_;
 }
 
 }  // namespace kiva::test

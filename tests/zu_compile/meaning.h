@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "tests/zu_compile/program.h"
 
@@ -12,7 +13,7 @@ namespace kiva::test {
 /// or is killed, and makes signals present. It knows no equations.
 class Meaning {
  public:
-  explicit Meaning(const Program& program) : program_(program) {}
+  explicit Meaning(const Program& program) : program_(program) { number(program); }
 
   /// One instant. `start` starts the program if it does not run; `kill` lets it go through the
   /// instant and then takes it away. False when no set of signals agrees with itself, or a loop
@@ -25,6 +26,8 @@ class Meaning {
   /// What the last instant says of an output or local: '1' present, '0' absent, 'T' both, '_'
   /// nothing.
   char said(const std::string& signal) const;
+  /// The value that the last instant gives it: that of the last emission in the text; 0 for none.
+  int value(const std::string& signal) const;
   bool ended() const { return ended_; }
   bool runs() const { return state_.has_value(); }
   /// What stands, with all that runs in it.
@@ -55,13 +58,16 @@ class Meaning {
     return holds(p.condition);
   }
   void emit(const std::string& signal) { emitted_.insert(signal); }
+  void emit(const Program& emission);
   void deny(const std::string& signal) { denied_.insert(signal); }
   /// A loop goes round for ever.
   void never_ends() { endless_ = true; }
   /// No initial transition took the start.
   void refuse() { refused_ = true; }
+  bool take_refusal() { return std::exchange(refused_, false); }
 
  private:
+  void number(const Program& p);
   State of(const Program& p, State state) {
     if (state)
       state->of.insert(&p);
@@ -71,8 +77,10 @@ class Meaning {
   }
 
   const Program& program_;
+  std::map<const Program*, size_t> place_;  ///< in the text, as if each run were its module's body
   State state_;
-  std::set<std::string> present_;  ///< what conditions see
+  std::map<std::string, std::pair<size_t, int>> values_;  ///< with their places
+  std::set<std::string> present_;                         ///< what conditions see
   std::set<std::string> emitted_;
   std::map<const Program*, Events> events_;
   std::set<const Program*> looked_;

@@ -43,6 +43,7 @@ void judge(const char* what, long standard, Make make) {
   for (long number = 0; number < programs && differed < 3; ++number) {
     std::mt19937 random(static_cast<unsigned>(seed + number));
     Program program = make(random, number);
+    enrich(program, random);
     std::vector<History> runs;
     for (int i = 0; i < runs_of_each; ++i) runs.push_back(random_history(random));
     std::string difference;
@@ -97,7 +98,7 @@ TEST(Meaning, SeesEachRuleThatIsMissing) {
       {&Rules::copies, statements},       {&Rules::final_state, automata},
       {&Rules::kill, automata},           {&Rules::state_mask, automata},
       {&Rules::state_reset, automata},    {&Rules::self_restart, automata},
-      {&Rules::mealy_start, machines}};
+      {&Rules::mealy_start, machines},    {&Rules::last_value, statements}};
   int number = 0;
   for (const auto& [rule, make] : rules) {
     Rules without = Rules::sound();
@@ -105,7 +106,8 @@ TEST(Meaning, SeesEachRuleThatIsMissing) {
     bool seen = false;
     for (unsigned seed = 0; seed < 3000 && !seen; ++seed) {
       std::mt19937 random(seed);
-      const Program program = make(random);
+      Program program = make(random);
+      enrich(program, random);
       std::string difference;
       seen = compare(program, {random_history(random)}, difference, without) == Verdict::differs;
     }

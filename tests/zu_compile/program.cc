@@ -1,6 +1,7 @@
 #include "tests/zu_compile/program.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace kiva::test {
 
@@ -72,14 +73,17 @@ void add_smaller_machines(const Program& p, std::vector<Program>& found) {
     if (!p.states[i].actions.empty())
       add([i](Program& copy) { copy.states[i].actions.pop_back(); });
     if (p.states[i].run.empty()) continue;
-    add([i](Program& copy) {
-      copy.states[i].run.clear();
-      std::erase_if(copy.transitions, [i](const Transition& t) {
-        return t.from == static_cast<int>(i) && t.kind == Transition::Kind::normal_termination;
+    const auto is_end = [i](const Transition& t) {
+      return t.from == static_cast<int>(i) && t.kind == Transition::Kind::normal_termination;
+    };
+    if (!std::all_of(p.transitions.begin(), p.transitions.end(), is_end))
+      add([&](Program& copy) {
+        copy.states[i].run.clear();
+        std::erase_if(copy.transitions, is_end);
       });
-    });
     for (Program& run : p.states[i].run[0].smaller())
-      add([&](Program& copy) { copy.states[i].run[0] = std::move(run); });
+      if (run.kind == &run_kind)
+        add([&](Program& copy) { copy.states[i].run[0] = std::move(run); });
   }
   for (size_t i = 0; i < p.transitions.size(); ++i) {
     if (p.transitions.size() > 1)
@@ -102,7 +106,8 @@ void add_smaller_machines(const Program& p, std::vector<Program>& found) {
 }  // namespace
 
 std::vector<Program> Program::smaller() const {
-  std::vector<Program> found = parts;
+  // The body of a run may be one that stands alone.
+  std::vector<Program> found = kind == &run_kind ? std::vector<Program>() : parts;
   if (!parts.empty()) found.emplace_back();  // nothing
   const auto add = [&](auto change) {
     Program copy = *this;
@@ -121,18 +126,65 @@ std::vector<Program> Program::smaller() const {
   return found;
 }
 
-std::string module_text(const Program& body) {
-  const auto list = [](const char* section, const std::vector<std::string>& names) {
-    std::string text = section;
-    for (const std::string& name : names) text += (name == names[0] ? " " : ", ") + name;
-    return text + ";\n";
+namespace {
+
+/// The inner runs first.
+void for_each_run(const Program& p, const std::function<void(const Program&)>& see) {
+  for (const Program& part : p.parts) for_each_run(part, see);
+  for (const AutomatonState& state : p.states)
+    for (const Program& run : state.run) for_each_run(run, see);
+  if (p.kind == &run_kind) see(p);
+}
+
+std::string interface(const Program& p, const std::vector<std::string>& outputs,
+                      const std::vector<std::string>& locals) {
+  std::set<std::string> valued;
+  for_each_writing(p, [&](const std::string& signal, int value) {
+    if (value > 0) valued.insert(signal);
+  });
+  const auto list = [&](const char* section, const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names)
+      text += (text.empty() ? section : ", ") + name + (valued.contains(name) ? ": int" : "");
+    return text + (text.empty() ? "" : ";\n");
   };
-  const std::string interface = list("Input:", input_names) + list("Output:", output_names);
+  return list("Input: ", input_names) + list("Output: ", outputs) + list("Local: ", locals);
+}
+
+}  // namespace
+
+void for_each_writing(const Program& p, const std::function<void(const std::string&, int)>& see) {
+  if (!p.signal.empty() && p.kind != &run_kind) see(p.signal, p.value);
+  for (const Program& part : p.parts) for_each_writing(part, see);
+  for (const AutomatonState& state : p.states) {
+    for (const std::string& action : state.actions) see(action, 0);
+    for (const Program& run : state.run) for_each_writing(run, see);
+  }
+  for (const Transition& t : p.transitions)
+    for (const std::string& action : t.actions) see(action, 0);
+  for (const MealyEquation& equation : p.equations) see(equation.signal, 0);
+}
+
+std::string module_text(const Program& body) {
+  int largest = 0;
+  for_each_writing(body,
+                   [&](const std::string&, int value) { largest = std::max(largest, value); });
   std::string text;
-  for (size_t i = 0; i < body.states.size(); ++i)
-    for (const Program& run : body.states[i].run)
-      text += "module run" + std::to_string(i) + ":\n" + interface + run.text() + "\nend\n";
-  return text + "module main:\n" + interface + list("Local:", local_names) + body.text() +
+  for (int value = 1; value <= largest; ++value)
+    text +=
+        (text.empty() ? "data: Type: int; Constant: int " : " int ") + std::to_string(value) + ";";
+  if (largest > 0) text += " end data\n";
+  for_each_run(body, [&](const Program& run) {
+    const Program& own = run.parts[0];
+    std::vector<std::string> written;
+    for_each_writing(own, [&](const std::string& signal, int) {
+      if (std::find(written.begin(), written.end(), signal) == written.end() &&
+          std::find(output_names.begin(), output_names.end(), signal) != output_names.end())
+        written.push_back(signal);
+    });
+    text += "module " + run.signal + ":\n" + interface(own, written, {}) + own.text() + "\nend\n";
+  });
+  return text + "module main:\n" + interface(body, output_names, local_names) + body.text() +
          "\nend\n";
 }
 

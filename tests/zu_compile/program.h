@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <random>
 #include <set>
@@ -50,6 +51,7 @@ struct Kind {
 /// One for each statement that random programs hold (kinds.cc).
 const std::vector<const Kind*>& kinds();
 const Kind* kind(const std::string& name);
+extern const Kind run_kind;                    // kinds.cc: of the module with that body
 extern const Kind automaton_kind, mealy_kind;  // machines.cc
 
 /// An equation of a Mealy machine.
@@ -62,9 +64,10 @@ struct MealyEquation {
 /// stands alone.
 struct Program {
   const Kind* kind = test::kind("nothing");
-  std::string signal;  ///< empty where its kind writes none
+  std::string signal;  ///< empty where its kind writes none; of a run, the module that it runs
   Condition condition;
   int count = 1;               ///< wait, repeat
+  int value = 0;               ///< of an emission; 0 for none
   std::vector<Program> parts;  ///< `present` has one or two
   std::vector<AutomatonState> states;
   std::vector<Transition> transitions;
@@ -79,7 +82,7 @@ struct Program {
 struct AutomatonState {
   bool final_state = false;
   std::vector<std::string> actions;
-  std::vector<Program> run;  ///< at most one; the module it runs has this body
+  std::vector<Program> run;  ///< at most one statement, a run
 };
 
 /// A transition by the places of its states; from -1 for an initial one.
@@ -114,11 +117,20 @@ const Member& pick(std::mt19937& random, const std::vector<Member>& names) {
 const std::string& written_signal(std::mt19937& random);
 Condition random_condition(std::mt19937& random, int depth);
 
-/// The text of module "main" with that body, and of the modules that its states run.
+/// Those of the signals above that can have a value.
+inline const std::set<std::string> valued_names{"a", "L"};
+
+/// Each place that writes a signal, with the value that it gives, or 0.
+void for_each_writing(const Program& p, const std::function<void(const std::string&, int)>& see);
+
+/// The text of module "main" with that body, and of the modules that are run.
 std::string module_text(const Program& body);
 
 /// A program of about `size` statements.
 Program random_program(std::mt19937& random, int size);
+/// Gives emissions values, and puts runs of machines, of automata and of other programs in the
+/// place of some statements.
+void enrich(Program& program, std::mt19937& random);
 /// An automaton of up to about `size` transitions, deterministic.
 Program random_automaton(std::mt19937& random, int size);
 /// A machine of up to about `size` equations.

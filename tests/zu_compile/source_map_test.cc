@@ -177,6 +177,7 @@ void compare(const Program& program, std::mt19937& random, Counts& counts) {
     const Watched watched(lit.meaning());
     const int was = state();
     lit.step(present, i == 0);
+    if (lit.meaning().contradicted()) return;
     for (const Shown& shown : all)
       if (!compare(lit, shown, watched, counts)) return;
     if (automaton) compare_states(lit, program, was, state());

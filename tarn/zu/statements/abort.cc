@@ -126,7 +126,9 @@ void StrongAbort::mask_written(const bdd& mask, Module* module, EquationTable* t
       [&](Signal* signal) {
         if (!body_only) return 1;
         auto at = first_written_.find(signal);
-        return at == first_written_.end() ? 1 : std::max(1, at->second);
+        if (at != first_written_.end()) return std::max(1, at->second);
+        // What a run of the body has bound to a value has no further occurrences.
+        return signal->isValue() && !signal->isInstance() ? 0 : 1;
       },
       [&](Signal*, int, long index) {
         Bddexpression* equation = table->getBddExpression(index);
