@@ -9,12 +9,14 @@ namespace {
 
 constexpr const char* usage =
     "The simulator: a module, an instant at a time.\n"
-    "Usage: kiva [--scope]\n"
-    "       kiva [--scope] --open FILE.zuc\n"
-    "       kiva [--scope] FILE.zuc HOST PORT\n\n"
+    "Usage: kiva [OPTIONS]\n"
+    "       kiva [OPTIONS] --open FILE.zuc\n"
+    "       kiva [OPTIONS] FILE.zuc HOST PORT\n\n"
     "  HOST PORT   the module's evaluation server; localhost 0 for none\n"
     "  --open      opens a module without a server\n"
     "  --scope     opens the second window, too: waves, branches, why\n"
+    "  --beside    opens it beside the window, where the screen has room\n"
+    "  --first     runs the first instant\n"
     "  --help, --version\n";
 
 /// What needs no window; false where there is nothing of it.

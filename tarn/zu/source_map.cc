@@ -32,7 +32,8 @@ class Walk {
 
   void instance(Module* module, const Run* run, const Around& around) {
     const size_t number = map.instances.size();
-    map.instances.push_back({module->getName(), around.path, around.suffix, {}, {}, {}, {}, {}, number});
+    map.instances.push_back(
+        {module->getName(), around.path, around.suffix, {}, {}, {}, {}, {}, number});
     if (run != nullptr)
       map.instances[number].twin_of =
           first_of_.try_emplace({around.number, run->getSpan().text()}, number).first->second;

@@ -46,7 +46,7 @@ struct SourceMap {
   };
   struct Instance {
     std::string module;
-    std::string path;  ///< "main", "main/sub", by the runs that lead here
+    std::string path;    ///< "main", "main/sub", by the runs that lead here
     std::string suffix;  ///< behind the names of its signals
     std::vector<Part> parts;
     std::vector<Condition> conditions;
