@@ -27,20 +27,20 @@ namespace {
 constexpr size_t kLongestHost = 80;
 constexpr long kLastPort = 65535;
 
-void choose_style() {
+void choose_style(std::ostream& errors) {
   if (QStyle* style = QStyleFactory::create("plastique")) {
     QApplication::setStyle(style);
     return;
   }
   static bool told = false;
-  if (!told) std::cerr << "The style plastique is not installed; the window uses Fusion.\n";
+  if (!told) errors << "The style plastique is not installed; the window uses Fusion.\n";
   told = true;
   QApplication::setStyle("Fusion");
 }
 
 }  // namespace
 
-StartArguments read_start_arguments(int argc, const char* const* argv) {
+StartArguments read_start_arguments(int argc, const char* const* argv, std::ostream& errors) {
   StartArguments arguments;
   std::vector<std::string> plain;
   for (int i = 1; i < argc; ++i) {
@@ -64,20 +64,21 @@ StartArguments read_start_arguments(int argc, const char* const* argv) {
     return arguments;
   }
   if (!plain.empty())
-    std::cerr << "usage: kiva [FILE HOST PORT]: the window opens empty, for it wants all three "
-                 "arguments or none\n";
+    errors << "usage: kiva [FILE HOST PORT]: the window opens empty, for it wants all three "
+              "arguments or none\n";
   return arguments;
 }
 
-void dress_window(FenPrincipale& window) {
-  choose_style();
+void dress_window(FenPrincipale& window, std::ostream& errors) {
+  choose_style(errors);
   window.dress();
   QObject::connect(&WindowLook::current(), &WindowLook::changed, &window, &FenPrincipale::dress);
 }
 
-void connect_to_server(FenPrincipale& window, const std::string& host, const std::string& port) {
-  const auto refuse = [&window](const std::string& text) {
-    std::cerr << text << std::endl;
+void connect_to_server(FenPrincipale& window, const std::string& host, const std::string& port,
+                       std::ostream& errors) {
+  const auto refuse = [&](const std::string& text) {
+    errors << text << std::endl;
     dialogs().show_message(&window, QString::fromStdString(text));
   };
   if (host.size() > kLongestHost) {
@@ -123,7 +124,7 @@ void show_beside(FenPrincipale& window) {
 
 }  // namespace
 
-int run_window(int argc, char** argv) {
+int run_window(int argc, char** argv, std::ostream& errors) {
   register_resources();
   // A server that has gone must not take the window with it.
   std::signal(SIGPIPE, SIG_IGN);
@@ -132,15 +133,15 @@ int run_window(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("KIVA");
   show_library_messages();
-  const StartArguments arguments = read_start_arguments(argc, argv);
+  const StartArguments arguments = read_start_arguments(argc, argv, errors);
   // Without a server, values are missing and not empty.
   const ServerSteps no_server(nullptr);
   const std::unique_ptr<FenPrincipale> window =
       arguments.complete ? std::make_unique<FenPrincipale>(arguments.file)
                          : std::make_unique<FenPrincipale>();
-  dress_window(*window);
+  dress_window(*window, errors);
   window->show();
-  if (arguments.complete) connect_to_server(*window, arguments.host, arguments.port);
+  if (arguments.complete) connect_to_server(*window, arguments.host, arguments.port, errors);
   if (!window->isVisible()) return 0;  // closed while the server was waited for
   if (!arguments.open.empty()) window->open_file(QFile::decodeName(arguments.open.c_str()));
   if (arguments.first && !window->empty()) {

@@ -50,7 +50,14 @@ ServerLine::ServerLine(QWidget* parent, const std::string& host, unsigned short 
   service.name = connection_.name();
   service.ask = [this](const std::string& request) {
     const auto lock = alone();
-    return connection_.ask(request);
+    try {
+      return connection_.ask(request);
+    } catch (const ConnectionFault& fault) {
+      const QString reason = QString::fromUtf8(fault.what());
+      QMetaObject::invokeMethod(
+          this, [this, reason] { fault_ = reason; }, Qt::QueuedConnection);
+      throw;
+    }
   };
   auto* timer = new QTimer(this);
   connect(timer, &QTimer::timeout, this, &ServerLine::look);

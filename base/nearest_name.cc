@@ -1,3 +1,6 @@
+// The distance counts letters put in, left out, changed, and neighbours exchanged (optimal string
+// alignment).
+
 #include "base/nearest_name.h"
 
 #include <algorithm>

@@ -33,8 +33,7 @@ std::atomic<bool> unfinished_taken[most_unfinished];
 std::atomic<bool> unfinished[most_unfinished];
 
 extern "C" void end_by_signal(int number) {
-  for (int slot = 0; slot < most_unfinished; ++slot)
-    if (unfinished[slot]) unlink(unfinished_names[slot]);
+  remove_unfinished_files();
   signal(number, SIG_DFL);
   raise(number);
 }
@@ -109,14 +108,20 @@ void WholeFile::forget_temporary() {
   temporary_.clear();
 }
 
-bool WholeFile::finish() {
+bool WholeFile::finish(Sync sync) {
   if (!out_.is_open()) return false;
   out_.close();
   if (!out_) return false;
   if (temporary_.empty()) return true;
-  if (!synced(temporary_) || rename(temporary_.c_str(), path_.c_str()) != 0) return false;
+  if (sync == Sync::yes && !synced(temporary_)) return false;
+  if (rename(temporary_.c_str(), path_.c_str()) != 0) return false;
   forget_temporary();
   return true;
+}
+
+void remove_unfinished_files() noexcept {
+  for (int slot = 0; slot < most_unfinished; ++slot)
+    if (unfinished[slot]) unlink(unfinished_names[slot]);
 }
 
 void remove_unfinished_files_on_interrupt() {

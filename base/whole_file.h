@@ -20,8 +20,10 @@ class WholeFile {
   /// False where it cannot be written at all.
   bool opened() const { return out_.is_open(); }
   std::ostream& out() { return out_; }
+  /// What is cheap to make again may go without the wait for the disk.
+  enum class Sync { yes, no };
   /// Gives the text its name; false, and the older file stands, where something failed.
-  [[nodiscard]] bool finish();
+  [[nodiscard]] bool finish(Sync sync = Sync::yes);
 
  private:
   WholeFile() = default;
@@ -32,6 +34,9 @@ class WholeFile {
   int slot_ = -1;          ///< in the list that an interrupt works off
   std::ofstream out_;
 };
+
+/// Takes away the temporary files of this process, whatever it is doing; for one that ends at once.
+void remove_unfinished_files() noexcept;
 
 /// Lets an interrupt of the process (SIGINT, SIGTERM, SIGHUP) take the temporary files with it.
 /// What the process ignores stays ignored.

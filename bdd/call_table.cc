@@ -2,6 +2,8 @@
 
 #include "bdd/call_table.h"
 
+#include "bdd/work_guard.h"
+
 namespace kiva {
 
 void call_table::next_stamp() {
@@ -11,6 +13,7 @@ void call_table::next_stamp() {
 }
 
 void call_table::grow() {
+  WorkGuard::call();
   std::vector<entry> moved;
   moved.reserve(used_);
   for (std::size_t at = 0; at <= mask_; ++at) {

@@ -29,7 +29,7 @@ int class_exp_bdd_parser::parse(const std::string& text) {
   piece_.clear();
   position_ = 0;
   priority_ = 0;
-  result_.reset();
+  result_ = bdd();
   fault_ = ExpressionFault::none;
   constexpr int stack_full = 2;
   const int result = exp_bddparse();

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <iosfwd>
-#include <memory>
 #include <string>
 
+#include "base/parse_values.h"
 #include "bdd/bddpp.h"
 
 namespace kiva {
@@ -30,7 +30,7 @@ class class_exp_bdd_parser {
   /// The value in angle brackets; 0 without one, -1 for "other" and "default".
   int prio() const { return priority_; }
   /// A default-built handle before a parse that succeeded.
-  bdd bddexpression() const { return result_ ? *result_ : bdd(); }
+  bdd bddexpression() const { return result_; }
 
   // For the scanner and the grammar.
   bddpp_manager* manager() const { return manager_; }
@@ -39,7 +39,8 @@ class class_exp_bdd_parser {
   const std::string& current_piece() const { return piece_; }
   /// Where the current piece begins, from 0.
   size_t position() const { return position_; }
-  void take_result(bdd* result) { result_.reset(result); }
+  ParseValues values;
+  void set_result(const bdd& result) { result_ = result; }
   void set_priority(long priority) { priority_ = static_cast<int>(priority); }
   void set_fault(ExpressionFault fault) { fault_ = fault; }
   void message(const std::string& text);
@@ -53,7 +54,7 @@ class class_exp_bdd_parser {
   size_t position_ = 0;
   int priority_ = 0;
   ExpressionFault fault_ = ExpressionFault::none;
-  std::unique_ptr<bdd> result_;
+  bdd result_;
 };
 
 /// The parse under way in this thread.

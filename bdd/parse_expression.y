@@ -4,7 +4,7 @@
 
 %{
 // The grammar of expressions. A rule builds its function at once; a name is looked up, and never
-// made. What a rule consumes it deletes, what a failed parse leaves behind the parser deletes.
+// made.
 
 #include "base/number_text.h"
 #include "bdd/expression_parser.h"
@@ -15,6 +15,7 @@ using kiva::pexp_bdd_parser;
 
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 10000
+#define YYSTACK_USE_ALLOCA 1  // gone, too, where an action throws
 %}
 
 %define api.prefix {exp_bdd}
@@ -38,10 +39,8 @@ static bddpp_manager& diagrams() { return *pexp_bdd_parser->manager(); }
 /// A function of two operands, which are consumed.
 static bdd* combined(bdd (bddpp_manager::*operation)(const bdd&, const bdd&), bdd* left,
                      bdd* right) {
-  bdd* result = new bdd((diagrams().*operation)(*left, *right));
-  delete left;
-  delete right;
-  return result;
+  kiva::ParseValues& values = pexp_bdd_parser->values;
+  return values.make<bdd>((diagrams().*operation)(*values.take(left), *values.take(right)));
 }
 
 static void complain(kiva::ExpressionFault fault, const char* before, const char* after) {
@@ -59,11 +58,10 @@ static void complain(kiva::ExpressionFault fault, const char* before, const char
 
 %type <function> bdd_expression_gen bdd_expression bdd_terme bdd_facteur bdd_variable
 %type <priority> priorite valeur
-%destructor { delete $$; } <function>
 
 %%
 
-bdd_final: bdd_expression_gen { pexp_bdd_parser->take_result($1); }
+bdd_final: bdd_expression_gen { pexp_bdd_parser->set_result(*$1); }
   ;
 bdd_expression_gen: priorite bdd_expression { pexp_bdd_parser->set_priority($1); $$ = $2; }
   ;
@@ -96,15 +94,15 @@ bdd_terme: bdd_terme TOKEN_AND bdd_facteur { $$ = combined(&bddpp_manager::Bdd_a
 bdd_facteur: TOKEN_PAR_OUVRANTE bdd_expression TOKEN_PAR_FERMANTE { $$ = $2; }
   | TOKEN_NOT bdd_facteur { *$2 = diagrams().Bdd_not(*$2); $$ = $2; }
   | bdd_variable { $$ = $1; }
-  | TOKEN_ZERO { $$ = new bdd(diagrams().Bdd_zero()); }
-  | TOKEN_ONE { $$ = new bdd(diagrams().Bdd_one()); }
+  | TOKEN_ZERO { $$ = pexp_bdd_parser->values.make<bdd>(diagrams().Bdd_zero()); }
+  | TOKEN_ONE { $$ = pexp_bdd_parser->values.make<bdd>(diagrams().Bdd_one()); }
   ;
 bdd_variable: TOKEN_STRING {
       if (diagrams().Id_var_by_name(pexp_bdd_parser->current_piece()) < 0) {
         complain(kiva::ExpressionFault::unknown_name, "name ", " not identificated ...");
         YYERROR;
       }
-      $$ = new bdd(diagrams().Bdd_var_by_name(pexp_bdd_parser->current_piece()));
+      $$ = pexp_bdd_parser->values.make<bdd>(diagrams().Bdd_var_by_name(pexp_bdd_parser->current_piece()));
     }
   ;
 

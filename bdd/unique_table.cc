@@ -1,3 +1,6 @@
+// Nodes live in chunks that never move; lines of slots, probed as a whole, find them by variable
+// and children.
+
 #include "bdd/unique_table.h"
 
 #include <bit>
@@ -5,6 +8,7 @@
 #include <tuple>
 
 #include "bdd/table_memory.h"
+#include "bdd/work_guard.h"
 
 namespace kiva {
 
@@ -18,6 +22,7 @@ unique_table::~unique_table() {
 }
 
 void unique_table::add_chunk() {
+  WorkGuard::call();
   if (slots_used_ == max_slots) throw std::bad_alloc();
   chunks_.reserve(chunks_.size() + 1);
   chunks_.push_back(static_cast<bdd_node*>(

@@ -1,13 +1,16 @@
 # The settings that every target of our own shares; generated parsers get them without the warnings.
 add_library(kiva_settings INTERFACE)
-target_include_directories(kiva_settings INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_features(kiva_settings INTERFACE cxx_std_20)
+target_include_directories(kiva_settings INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+                           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kiva>)
 add_library(kiva_warnings INTERFACE)
 # GCC 12 sees overlaps in additions of strings that cannot be (its bug 105651).
 target_compile_options(kiva_warnings INTERFACE -Wall -Wextra $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> $<$<BOOL:${KIVA_WERROR}>:-Werror>)
 
-# kiva_floor(NAME FOLDER... [USES TARGET...]): a library of all sources in the folders.
+# kiva_floor(NAME [STATIC] FOLDERS FOLDER... [USES TARGET...]): a library of all sources in the folders,
+# known to others as kiva::NAME without its "kiva_". STATIC is for what the programs alone need.
 function(kiva_floor name)
-  cmake_parse_arguments(FLOOR "" "" "FOLDERS;USES" ${ARGN})
+  cmake_parse_arguments(FLOOR "STATIC" "" "FOLDERS;USES" ${ARGN})
   set(sources)
   foreach(folder ${FLOOR_FOLDERS})
     file(GLOB found CONFIGURE_DEPENDS ${folder}/*.cc ${folder}/*.h)
@@ -16,8 +19,18 @@ function(kiva_floor name)
   if(NOT sources)
     message(FATAL_ERROR "floor ${name} has no sources")
   endif()
-  add_library(${name} STATIC ${sources})
-  target_link_libraries(${name} PUBLIC kiva_settings ${FLOOR_USES} PRIVATE kiva_warnings)
+  set(kind)
+  if(FLOOR_STATIC)
+    set(kind STATIC)
+  endif()
+  add_library(${name} ${kind} ${sources})
+  target_link_libraries(${name} PUBLIC kiva_settings ${FLOOR_USES}
+                        PRIVATE $<BUILD_INTERFACE:kiva_warnings>)
+  string(REGEX REPLACE "^kiva_" "" short ${name})
+  add_library(kiva::${short} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES EXPORT_NAME ${short} VERSION ${PROJECT_VERSION}
+                        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
+                        POSITION_INDEPENDENT_CODE ${BUILD_SHARED_LIBS})
 endfunction()
 
 # kiva_tests(NAME [USES TARGET...]): one test program of all *_test.cc in tests/NAME. Suites whose

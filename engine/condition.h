@@ -4,16 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "engine/signal_names.h"
+#include "engine/condition_text.h"
 #include "engine/simulation.h"
 
 namespace kiva {
-
-/// A text that cannot be read as a condition.
-struct ConditionError {
-  size_t character;  ///< from 1
-  std::string reason;
-};
 
 /// What must hold in an instant: the expression text over the signals' presence (One counts, all
 /// else does not), `instant` compared with a number (== = != < <= > >=), and NAME=text or

@@ -1,3 +1,5 @@
+// What a line awaits, held against what an instant shows; and the other way round, for --update.
+
 #include "engine/expectations.h"
 
 #include "engine/signal_names.h"

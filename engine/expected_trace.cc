@@ -2,6 +2,9 @@
 
 #include <istream>
 #include <nlohmann/json.hpp>
+#include <stdexcept>
+
+#include "base/lines.h"
 
 namespace kiva {
 
@@ -14,8 +17,8 @@ std::string shown_text(const std::string& word, const std::string& value) {
 
 }  // namespace
 
-bool ExpectedTrace::next_line(std::string& text) {
-  while (std::getline(in_, text)) {
+bool ExpectedTrace::read_line(std::string& text) {
+  while (next_line(in_, text)) {
     ++line_;
     if (text.find_first_not_of(" \t\r") != std::string::npos) return true;
   }
@@ -24,9 +27,9 @@ bool ExpectedTrace::next_line(std::string& text) {
 
 std::vector<std::string> ExpectedTrace::compare(const SimulationState& state) {
   std::string text;
-  if (!next_line(text)) return {"the trace ends before this instant"};
   std::vector<std::string> differences;
   try {
+    if (!read_line(text)) return {"the trace ends before this instant"};
     const nlohmann::json json = nlohmann::json::parse(text);
     if (json.contains("instant") && json["instant"] != state.instant)
       differences.push_back("the trace has instant " + json["instant"].dump() + " here");
@@ -53,13 +56,17 @@ std::vector<std::string> ExpectedTrace::compare(const SimulationState& state) {
     }
   } catch (const nlohmann::json::exception&) {
     differences.push_back("is no object of a trace");
+  } catch (const std::runtime_error& error) {
+    ++line_;
+    differences.emplace_back(error.what());
+    in_.setstate(std::ios::eofbit | std::ios::failbit);
   }
   return differences;
 }
 
 std::string ExpectedTrace::end() {
   std::string text;
-  return next_line(text) ? "the run ends before this instant of the trace" : "";
+  return !in_.fail() && read_line(text) ? "the run ends before this instant of the trace" : "";
 }
 
 }  // namespace kiva

@@ -23,7 +23,7 @@ class ExpectedTrace {
   long line() const { return line_; }
 
  private:
-  bool next_line(std::string& text);
+  bool read_line(std::string& text);
 
   std::istream& in_;
   SignalNames names_;

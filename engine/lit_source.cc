@@ -9,39 +9,14 @@
 #include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <unordered_map>
 
+#include "engine/map_rows.h"
 #include "tarn/zu/source_map.h"
 
 namespace kiva {
 
-namespace {
-
-SourcePlace place_of(const nlohmann::json& span) {
-  return {span.at(0), span.at(1), span.at(2), span.at(3), span.at(4)};
-}
-
-}  // namespace
-
-/// Rows of locals by name.
-struct LitSource::Rows {
-  std::unordered_map<std::string, size_t> by_name;
-
-  size_t of(const std::string& name) const {
-    const auto at = by_name.find(name);
-    return at == by_name.end() ? none : at->second;
-  }
-  std::vector<size_t> of_all(const nlohmann::json& names) const {
-    std::vector<size_t> all;
-    for (const nlohmann::json& name : names) all.push_back(of(name.get<std::string>()));
-    return all;
-  }
-};
-
 LitSource::LitSource(const std::string& map_text, const Simulation& simulation) {
-  Rows rows;
-  for (size_t row = 0; row < simulation.local_names().size(); ++row)
-    rows.by_name.emplace(simulation.local_names()[row], row);
+  const MapRows rows(simulation);
   try {
     const nlohmann::json json = nlohmann::json::parse(map_text);
     if (json.at("module") != simulation.module()->getName()) {
@@ -50,7 +25,7 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
     }
     for (const auto& [file, hash] : json.at("sources").items()) hashes_.emplace_back(file, hash);
     for (size_t row : rows.of_all(json.at("locals")))
-      if (row != none) declared_.push_back(row);
+      if (row != MapRows::none) declared_.push_back(row);
     for (const nlohmann::json& of : json.at("instances")) read_instance(of, rows);
   } catch (const nlohmann::json::exception&) {
     problem_ = "is no map of a source text";
@@ -58,7 +33,7 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
   }
 }
 
-void LitSource::read_instance(const nlohmann::json& of, const Rows& rows) {
+void LitSource::read_instance(const nlohmann::json& of, const MapRows& rows) {
   // Twins stand behind the one that is shown.
   const size_t number = shown_.size();
   const size_t twin = of.value("twin_of", number);
@@ -74,14 +49,14 @@ void LitSource::read_instance(const nlohmann::json& of, const Rows& rows) {
   for (const nlohmann::json& part : of.at("statements")) {
     if (part.at("span").is_null()) continue;
     if (instance.file.empty()) instance.file = part["span"].at(0);
-    circuits.parts.push_back({place_of(part["span"]), part.at("leaf"), rows.of(part.at("set")),
+    circuits.parts.push_back({map_place(part["span"]), part.at("leaf"), rows.of(part.at("set")),
                               rows.of(part.at("reset")), rows.of(part.at("end")),
                               rows.of_all(part.at("active")), rows.of_all(part.at("next")),
                               rows.of_all(part.value("stops", nlohmann::json::array()))});
   }
   for (const nlohmann::json& condition : of.value("conditions", nlohmann::json::array()))
     if (!condition.at("span").is_null())
-      circuits.conditions.push_back({place_of(condition["span"]), rows.of(condition.at("value")),
+      circuits.conditions.push_back({map_place(condition["span"]), rows.of(condition.at("value")),
                                      rows.of_all(condition.at("looked")),
                                      rows.of_all(condition.at("stops"))});
 }
@@ -90,7 +65,7 @@ void LitSource::read_instance(const nlohmann::json& of, const Rows& rows) {
 void LitSource::read_states(const nlohmann::json& of, Circuits& into) {
   for (const nlohmann::json& state : of.value("states", nlohmann::json::array()))
     into.states.push_back(
-        {place_of(state.at("span")), state.at("code"), state.at("final"), into.parts.size()});
+        {map_place(state.at("span")), state.at("code"), state.at("final"), into.parts.size()});
 }
 
 std::string LitSource::stale(size_t instance) const {

@@ -8,6 +8,8 @@
 
 namespace kiva {
 
+class MapRows;
+
 /// What a piece of source text does in an instant.
 struct Light {
   bool started = false;  ///< in this instant
@@ -68,8 +70,7 @@ class LitSource {
   std::vector<SourcePlace> places_of(size_t instance, size_t local) const;
 
  private:
-  static constexpr size_t none = static_cast<size_t>(-1);
-  /// Rows of locals; `none` where the module has not the signal.
+  /// Rows of locals; MapRows::none where the module has not the signal.
   struct Part {
     SourcePlace place;
     bool leaf;
@@ -94,8 +95,7 @@ class LitSource {
     std::vector<State> states;
   };
 
-  struct Rows;
-  void read_instance(const nlohmann::json& of, const Rows& rows);
+  void read_instance(const nlohmann::json& of, const MapRows& rows);
   void read_states(const nlohmann::json& of, Circuits& into);
 
   std::string problem_;

@@ -7,6 +7,9 @@
 #include <cctype>
 #include <istream>
 #include <set>
+#include <stdexcept>
+
+#include "base/lines.h"
 
 namespace kiva {
 
@@ -24,21 +27,19 @@ struct StimuliReader::Token {
   std::optional<std::string> text;
 };
 
-bool StimuliReader::next_line(std::string& text) {
-  text.clear();
-  char c = 0;
-  if (!in_.get(c)) return false;
-  ++line_;
-  for (; in_ && c != '\n'; in_.get(c)) {
-    if (text.size() == longest_line) throw StimuliError{line_, "the line is longer than 16 MiB"};
-    text += c;
+bool StimuliReader::read_line(std::string& text) {
+  try {
+    if (!next_line(in_, text)) return false;
+    ++line_;
+    return true;
+  } catch (const std::runtime_error& error) {
+    throw StimuliError{line_ + 1, error.what()};
   }
-  return true;
 }
 
 std::optional<Stimulus> StimuliReader::next() {
   std::string text;
-  while (next_line(text)) {
+  while (read_line(text)) {
     if (!text.empty() && text.back() == '\r') text.pop_back();
     if (!text.empty() && text.front() == '#') continue;
     return parse(text);

@@ -51,8 +51,6 @@ struct StimuliError {
 class StimuliReader {
  public:
   StimuliReader(std::istream& in, const Simulation& simulation);
-  /// Characters that a line may have: what never ends shall not fill the memory.
-  static constexpr size_t longest_line = size_t{16} << 20;
 
   /// The next instant, nothing at the end of the text; throws StimuliError.
   [[nodiscard]] std::optional<Stimulus> next();
@@ -62,7 +60,7 @@ class StimuliReader {
  private:
   friend size_t end_of_choices(const std::string& line);
   struct Token;
-  bool next_line(std::string& text);
+  bool read_line(std::string& text);
   Stimulus parse(const std::string& text) const;
   static Token next_token(const std::string& text, size_t& at);
   SignalState state_of_word(const Token& token, bool awaited) const;

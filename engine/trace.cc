@@ -3,9 +3,9 @@
 #include "engine/trace.h"
 
 #include <iomanip>
-#include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "base/json_text.h"
 #include "base/printable_text.h"
 #include "engine/vcd_trace.h"
 
@@ -13,14 +13,9 @@ namespace kiva {
 
 namespace {
 
-/// A JSON string; bytes that are no UTF-8 are replaced.
-std::string quoted(const std::string& text) {
-  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-}
-
 std::vector<std::string> keys(const std::vector<std::string>& names) {
   std::vector<std::string> keys;
-  for (const std::string& name : names) keys.push_back(quoted(name) + ":");
+  for (const std::string& name : names) keys.push_back(JsonText::quoted(name) + ":");
   return keys;
 }
 
@@ -50,7 +45,7 @@ void JsonTrace::write(std::ostream& out, const SimulationState& state) {
     line += "[\"";
     line += look_of(state.shown_outputs[row]).word;
     line += "\",";
-    line += quoted(state.output_values[row]);
+    line += JsonText::quoted(state.output_values[row]);
     line += ']';
   }
   line += "},\"locals\":{";

@@ -48,17 +48,17 @@ void Bddexpressionwood::Include_wood_instance(Bddexpressionwood& other, const st
                            : Bdd_isomorphe(man, other.man, from.bdd_exp, corr.data());
       e = new Bddexpression(name, this, man->Bdd_var_by_index(index), f, early, late,
                             from.usertype);
-      e->exp_def = from.exp_def;
     } else {
       const index_set deps = renamed(from.vars_dependance);
       index_set readers;
       if (shared) readers = renamed(other.amont_dep_table[from_index]);
       e = new Bddexpression(index, this, &deps, &readers, from.exp_def, early, late);
-      e->name = name;
-      e->usertype = from.usertype;
     }
+    delete old;  // before anything else can fail: nobody has it now
+    e->name = name;
+    e->exp_def = from.exp_def;
+    e->usertype = from.usertype;
     e->w = from.w;
-    delete old;
   }
   other.update_bdd_vars();
   nb_level = std::max(nb_level, other.nb_level);

@@ -3,10 +3,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <new>
+#include <tuple>
+#include <utility>
 
 #include "base/process_end.h"
 #include "programs/told_text.h"
@@ -17,6 +21,8 @@
 namespace kiva::programs {
 
 namespace {
+
+constexpr const char* out_of_memory = "out of memory";
 
 class Silent : public DiagnosticSink {
   void take(const Diagnostic&) override {}
@@ -51,13 +57,54 @@ std::string excerpt(const Place& where) {
 
 }  // namespace
 
-bool complain(const std::string& program, const Diagnostic& diagnostic) {
-  if (diagnostic.sentence.empty()) return false;
+namespace {
+
+void print(const std::string& program, const Diagnostic& diagnostic) {
   // On a terminal a line of progress may stand there.
   std::string text = isatty(STDERR_FILENO) == 0 ? "" : "\r\033[K";
   text += diagnostic.line(program) + excerpt(diagnostic.where);
   for (const Diagnostic::Note& note : diagnostic.notes) text += Diagnostic::line(note, program);
   errors() << text << std::flush;
+}
+
+/// What waits, and the files in order of arrival.
+struct Waiting {
+  std::vector<std::pair<std::string, Diagnostic>> lines;
+  std::vector<std::string> files;
+
+  auto place(const Diagnostic& d) const {
+    const auto file = std::find(files.begin(), files.end(), d.where.file);
+    return std::tuple(file - files.begin(), d.where.line, d.where.column);
+  }
+};
+std::unique_ptr<Waiting> waiting;
+
+}  // namespace
+
+InTextOrder::InTextOrder(const std::string& file) {
+  waiting = std::make_unique<Waiting>();
+  waiting->files.push_back(file);
+}
+
+InTextOrder::~InTextOrder() {
+  const std::unique_ptr<Waiting> all = std::move(waiting);
+  std::stable_sort(all->lines.begin(), all->lines.end(), [&](const auto& a, const auto& b) {
+    return all->place(a.second) < all->place(b.second);
+  });
+  for (const auto& [program, diagnostic] : all->lines) print(program, diagnostic);
+}
+
+bool complain(const std::string& program, const Diagnostic& diagnostic) {
+  if (diagnostic.sentence.empty()) return false;
+  if (waiting == nullptr) {
+    print(program, diagnostic);
+    return false;
+  }
+  const std::string& file = diagnostic.where.file;
+  std::vector<std::string>& files = waiting->files;
+  if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end())
+    files.push_back(file);
+  waiting->lines.emplace_back(program, diagnostic);
   return false;
 }
 
@@ -77,7 +124,7 @@ Diagnostic fault_under_way(const std::string& file) {
   } catch (const LibraryException& exception) {
     fault = diagnostic_of(exception);
   } catch (const std::bad_alloc&) {
-    fault.sentence = "out of memory";
+    fault.sentence = out_of_memory;
   } catch (const std::exception& exception) {
     fault.sentence = exception.what();
   } catch (...) {
@@ -138,16 +185,39 @@ void hold_standard_descriptors() {
       static_cast<void>(open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
 }
 
+std::string terminated_program;
+
+/// Where an exception can go nowhere: a library's destructor that ran out of memory, say.
+[[noreturn]] void end_unreported() {
+  remove_unfinished_files();
+  const char* reason = "stopped by an unknown fault";
+  try {
+    if (std::current_exception() != nullptr) throw;
+  } catch (const std::bad_alloc&) {
+    reason = out_of_memory;
+  } catch (...) {
+  }
+  errors() << terminated_program << ": error: " << reason << std::endl;
+  _exit(unusable);
+}
+
 }  // namespace
 
 int run_reported(const std::string& program, const std::function<int()>& body) {
   hold_standard_descriptors();
   remove_unfinished_files_on_interrupt();
+  terminated_program = program;
+  std::set_terminate(end_unreported);
   int status = unusable;
   try {
-    status = body();
+    try {
+      status = body();
+    } catch (...) {
+      complain(program, fault_under_way());
+    }
   } catch (...) {
-    complain(program, fault_under_way());
+    // Not even the memory for a message is left.
+    errors() << program << ": error: " << out_of_memory << std::endl;
   }
   if (!std::cout.flush()) {
     if (status == 0) complain(program, Place(), "the standard output cannot be written");

@@ -21,6 +21,18 @@ bool complain(const std::string& program, const Diagnostic& diagnostic);
 /// The same of a reason at a place, which may be unknown.
 bool complain(const std::string& program, const Place& where, const std::string& reason);
 
+/// While one lives, what `complain` has to print waits, and comes out at its end in the order of
+/// the text: by line and column in each file, files in order of arrival, what has no place behind
+/// them.
+class InTextOrder {
+ public:
+  /// The file comes first.
+  explicit InTextOrder(const std::string& file);
+  ~InTextOrder();
+  InTextOrder(const InTextOrder&) = delete;
+  InTextOrder& operator=(const InTextOrder&) = delete;
+};
+
 /// What the exception under way says. `file` stands for an unknown place.
 Diagnostic fault_under_way(const std::string& file = "");
 

@@ -1,3 +1,6 @@
+// While a program works, what the library tells its own callers goes into a buffer in place of
+// std::cerr; the program's own lines go past it.
+
 #include "programs/told_text.h"
 
 #include <iostream>

@@ -24,7 +24,8 @@ kiva_install_packages() {
     apt-get install -q -y --no-install-recommends $missing >&2
 }
 
-# kiva_build PRESET [TARGET...]: configures once, then builds; quiet unless it fails.
+# kiva_build PRESET [TARGET...]: configures once, then builds; quiet unless it fails, but for the progress
+# on a terminal.
 kiva_build() {
   preset=$1
   shift
@@ -32,11 +33,28 @@ kiva_build() {
   mkdir -p build
   targets=
   [ $# = 0 ] || targets="--target $*"
+  : >"$log"
   # shellcheck disable=SC2086
-  if ! { cmake --preset "$preset" && cmake --build "build/$preset" -j "$(nproc)" $targets; } \
-    >"$log" 2>&1; then
+  if ! { { cmake --preset "$preset" && cmake --build "build/$preset" -j "$(nproc)" $targets; } \
+    2>&1 && echo "kiva built"; } | kiva_progress "$log"; then
     cat "$log" >&2
     echo "The build failed; its output is in $log" >&2
     exit 1
   fi
+}
+
+# Writes its input to the log, and on a terminal the steps done; fails unless the last line says that
+# all is built.
+kiva_progress() {
+  terminal=false
+  [ ! -t 2 ] || terminal=true
+  line=
+  while IFS= read -r line; do
+    printf '%s\n' "$line" >>"$1"
+    case $terminal,$line in
+    true,'['*/*']'*) printf '\r\033[KBuilding %s' "${line%%]*}]" >&2 ;;
+    esac
+  done
+  ! $terminal || printf '\r\033[K' >&2
+  [ "$line" = "kiva built" ]
 }

@@ -6,8 +6,10 @@
 #include <fstream>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
 
 #include "base/connection.h"
+#include "base/lines.h"
 #include "base/whole_file.h"
 #include "engine/condition.h"
 #include "engine/coverage.h"
@@ -102,7 +104,9 @@ class ConsoleRun {
       expected_file_ = opened(options_.expect, "is a folder, not a trace");
       expected_.emplace(expected_file_, simulation_);
     }
-    if (!options_.coverage_file.empty() && std::filesystem::exists(options_.coverage_file)) {
+    if (options_.coverage || !options_.coverage_file.empty()) read_map();
+    if (const auto there = std::filesystem::status(options_.coverage_file);
+        std::filesystem::exists(there) && !std::filesystem::is_character_file(there)) {
       std::ifstream in = opened(options_.coverage_file, "is a folder");
       const std::string reason =
           coverage_.merge(std::string(std::istreambuf_iterator<char>(in), {}));
@@ -112,6 +116,14 @@ class ConsoleRun {
     if (options_.stimuli != "-")
       stimuli_file_ = opened(options_.stimuli, "is a folder, not a file of stimuli");
     stimuli_.emplace(options_.stimuli == "-" ? std::cin : stimuli_file_, simulation_);
+  }
+
+  /// Statements are counted where the map of the source stands beside the module.
+  void read_map() {
+    std::ifstream in(options_.module + ".map");
+    if (!in) return;
+    const std::string problem = coverage_.map(std::string(std::istreambuf_iterator<char>(in), {}));
+    if (!problem.empty()) throw Refused{options_.module + ".map", 0, problem};
   }
 
   void read_random() {
@@ -159,8 +171,6 @@ class ConsoleRun {
     }
     try {
       const auto stimulus = stimuli_->next();
-      std::istream& in = options_.stimuli == "-" ? std::cin : stimuli_file_;
-      if (!stimulus && in.bad()) throw Refused{stimuli_name(), 0, "cannot be read to its end"};
       if (!stimulus) return false;
       apply(*stimulus, simulation_);
       expectations_ = stimulus->expectations;
@@ -208,7 +218,7 @@ class ConsoleRun {
     if (differences_ > most_differences)
       programs::errors() << program << ": " << differences_ - most_differences
                          << " more differences\n";
-    if (options_.update) write_file(options_.stimuli, updated_stimuli());
+    if (options_.update) update();
     if (!options_.save_stimuli.empty()) write_file(options_.save_stimuli, saved_);
     if (options_.coverage) coverage_.print(programs::errors());
     if (!options_.coverage_file.empty()) write_file(options_.coverage_file, coverage_.text());
@@ -225,10 +235,18 @@ class ConsoleRun {
     if (!file.opened() || !file.finish()) throw Refused{name, 0, "cannot be written"};
   }
 
+  void update() const {
+    try {
+      write_file(options_.stimuli, updated_stimuli());
+    } catch (const std::runtime_error& error) {
+      throw Refused{options_.stimuli, 0, error.what()};
+    }
+  }
+
   std::string updated_stimuli() const {
     std::ifstream in = opened(options_.stimuli, "is a folder");
     std::string text, line;
-    for (size_t instant = 0; std::getline(in, line);) {
+    for (size_t instant = 0; next_line(in, line);) {
       if ((!line.empty() && line.front() == '#') || instant == seen_.size()) {
         text += line + '\n';
         continue;

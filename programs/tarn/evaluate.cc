@@ -5,8 +5,8 @@
 #include "programs/tarn/evaluate.h"
 
 #include <iostream>
-#include <sstream>
 
+#include "base/text_stream.h"
 #include "bdd/expression_parser.h"
 #include "pert_exp/unfold.h"
 #include "programs/tarn/read_module.h"
@@ -31,7 +31,7 @@ class Evaluation {
   }
 
   bool run(const std::string& text) {
-    std::ostringstream told;
+    TextStream told;
     class_exp_bdd_parser parser(&names_, told);
     if (parser.parse(text) != 0) return complain(parser);
     if (parser.prio() != 0) return fail("--eval: a priority has no meaning here");

@@ -2,13 +2,15 @@
 // other text.
 
 #include <algorithm>
+#include <iostream>
 #include <set>
 
-#include "forms/fltk/fltk_messages.h"
 #include "programs/tarn/compare.h"
 #include "programs/tarn/evaluate.h"
 #include "programs/tarn/messages.h"
+#include "programs/tarn/names.h"
 #include "programs/tarn/options.h"
+#include "programs/tarn/prove.h"
 #include "programs/tarn/translate.h"
 #include "programs/told_text.h"
 
@@ -18,14 +20,8 @@ namespace {
 /// Does what the command line asks for; gives the exit status.
 int work(Options& options, Messages& messages) {
   const programs::ProgramSession session(&messages);
-  if (options.equiv) {
-    try {
-      return compare_modules(options, messages);
-    } catch (...) {
-      fail(programs::fault_under_way());
-      return incomparable;
-    }
-  }
+  if (options.equiv) return compare_modules(options, messages);
+  if (options.prove || !options.properties.empty()) return prove_properties(options, messages);
   if (!options.eval.empty()) return evaluate_expression(options, messages) ? 0 : unusable;
 
   bool good = true;
@@ -54,9 +50,9 @@ int main(int argc, char** argv) {
     programs::TraceFile log("tarn", options.log, {options.files.begin(), options.files.end()});
     if (!log.good()) return unusable;
     options.trace = log.stream();
-    fltk_presenter windows;
     const programs::ToldText told(options.verbose);
-    Messages messages(options.windows ? &windows : nullptr);
+    Messages messages(options.presenter.get());
+    if (options.print_names) return put_names(options.files, std::cout), 0;
     for (const std::string& word : options.warnings) messages.choose(word);
     status = work(options, messages);
     return log.finish() ? status : std::max(status, unusable);

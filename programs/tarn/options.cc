@@ -3,10 +3,13 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iomanip>
-#include <sstream>
+#include <map>
 
-#include "forms/fltk/fltk_messages.h"
+#include "base/text_stream.h"
+#include "programs/command_pages.h"
 #include "programs/report.h"
+#include "programs/tarn/manual.h"
+#include "programs/tarn/windows.h"
 #include "tarn/zu/warnings.h"
 
 namespace kiva::tarn_program {
@@ -29,7 +32,7 @@ std::string wrong_word(const std::string& word) {
 
 /// The options of the target languages, two a line.
 std::string target_list() {
-  std::ostringstream list;
+  TextStream list;
   list << "Target texts of MODULE, beside each other as wanted:\n" << std::left;
   bool second = false;
   for (const Target& target : targets()) {
@@ -38,6 +41,31 @@ std::string target_list() {
     second = !second;
   }
   return list.str() + (second ? "\n" : "");
+}
+
+/// The properties in the order of the command line.
+void add_properties(const CLI::App& app,
+                    const std::map<const CLI::Option*, proof::Property::Kind>& kinds,
+                    Options& options) {
+  std::map<const CLI::Option*, size_t> taken;
+  for (const CLI::Option* option : app.parse_order())
+    if (const auto kind = kinds.find(option); kind != kinds.end())
+      options.properties.push_back({kind->second, option->results().at(taken[option]++)});
+}
+
+}  // namespace
+
+namespace {
+
+/// The row whose bench is wanted. A target without is a fault of the usage.
+const Target* bench_target(const std::string& option) {
+  std::string names;
+  for (const Target& target : targets()) {
+    if (target.bench == nullptr) continue;
+    if (option == target.option || option == std::string("--") + target.option) return &target;
+    names += std::string(" ") + target.option;
+  }
+  throw CLI::ValidationError("--bench", "\"" + option + "\" is none of:" + names);
 }
 
 }  // namespace
@@ -57,21 +85,54 @@ bool read_options(int argc, char** argv, Options& options,
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
-  app.add_flag(
-      "--equiv", options.equiv,
-      "do two compiled modules give the same outputs, whatever their inputs? If not, print "
-      "stimuli that tell them apart, and exit with 1");
+  app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
+  app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
+  app.add_flag("--states", options.states, "with these, the states that the module can reach");
+  std::pair<std::string, std::string> bench;
+  app.add_option(
+      "--bench", bench,
+      "TARGET STIMULI: write that target's text and a bench that gives it the stimuli and "
+      "holds it to what they await; says how to run it");
+  app.add_flag("--equiv", options.equiv,
+               "do two modules give the same outputs, whatever their inputs? If not, print "
+               "stimuli that tell them apart, and exit with 1");
   app.add_option("--eval", options.eval,
                  "print an expression over the signals of a compiled module as a sum of products "
-                 "over inputs and registers");
+                 "over inputs and registers")
+      ->type_name("EXPR");
+  std::map<const CLI::Option*, proof::Property::Kind> property_options;
+  const auto property = [&](const char* name, proof::Property::Kind kind, const char* help) {
+    CLI::Option* option = app.add_option(name)->description(help)->type_name("EXPR");
+    option->expected(1)->take_all()->allow_extra_args(false);
+    property_options[option] = kind;
+  };
+  property("--never", proof::Property::never,
+           "prove that an expression over the signals never holds, or print stimuli that end where "
+           "it does; repeatable, as are the next three");
+  property("--always", proof::Property::always, "prove that an expression always holds");
+  property("--reach", proof::Property::reach,
+           "print the shortest stimuli that end where an expression holds");
+  property("--assume", proof::Property::assume, "look only at runs in which an expression holds");
+  app.add_flag(
+      "--prove", options.prove,
+      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
+  app.add_flag("--with-reset", options.with_reset, "in proofs, reset may be raised at any time");
+  app.add_option("--certificate", options.certificate,
+                 "folder for what lets others check a proof: DIR/check [SOLVER]")
+      ->type_name("DIR");
+  app.add_option("--limit", options.limit, "seconds for each proof (default: 60)")
+      ->type_name("SECONDS")
+      ->check(CLI::PositiveNumber);
   app.add_option("--module", options.modules, "compile this module only; repeatable")
+      ->type_name("MODULE")
       ->take_all()
       ->allow_extra_args(false);
   app.add_option("-d", options.folder, "folder for what is written (default: this one)")
       ->check(CLI::ExistingDirectory);
-  app.add_option("-o", options.output, "name of the file that is written");
+  app.add_option("-o", options.output, "name of the file that is written")->type_name("FILE");
   app.add_flag("--in-place", options.in_place, "write onto a file that is read here, if need be");
-  app.add_option("--log", options.log, "file for what the reader did with compiled modules");
+  app.add_option("--log", options.log, "file for what the reader did with compiled modules")
+      ->type_name("FILE");
   app.add_flag("--classic", options.classic,
                "compile by the classic rules, write classic target texts");
   app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");
@@ -90,32 +151,37 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--verbose", options.verbose, "show all that the library has to tell");
   app.add_option("-W", options.warnings,
                  "-Wno-NAME leaves warnings of that name out, -Werror makes errors of them")
+      ->type_name("WORD")
       ->take_all()
       ->allow_extra_args(false)
       ->check(CLI::Validator(wrong_word, "", ""));
-  app.set_version_flag("--version", "tarn " KIVA_VERSION);
-  app.footer(target_list() +
-             "\ntarn program.zu                   compiles every module of the file\n"
-             "tarn -d out --module lift plant.zu   compiles one of them into a folder\n"
-             "tarn main.zu edge.zuc             main.zu runs a module that has been compiled\n"
-             "tarn --c thermostat.zuc           writes a compiled module as C\n"
-             "tarn --equiv old.zuc new.zuc      tells whether two modules do the same\n"
-             "tarn --eval 'on and not off' lamp.zuc");
+  app.add_flag("--print-names", options.print_names)->group("");  // for completion
+  programs::add_pages(app, manual_notes());
+  app.footer(target_list() + "\n" + programs::example_lines(manual_notes()));
   try {
     app.parse(argc, argv);
+    add_properties(app, property_options, options);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file))
         throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
     const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
-    if (options.equiv && (!compiled || options.files.size() != 2))
-      throw CLI::ValidationError("--equiv", "compares two compiled modules (.zuc)");
+    if (options.equiv && options.files.size() != 2)
+      throw CLI::ValidationError("--equiv", "compares two modules");
     if (app.count("--eval") > 0 && (!compiled || options.files.size() != 1 || options.equiv))
       throw CLI::ValidationError("--eval", "wants one compiled module (.zuc)");
     if (app.count("--eval") > 0 && options.eval.empty())
       throw CLI::ValidationError("--eval", "wants an expression");
+    if ((options.prove || !options.properties.empty()) &&
+        (options.equiv || app.count("--eval") > 0))
+      throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
-    if (options.windows && !fltk_presenter::open_display())
+    if (options.states && !options.dot && !options.svg)
+      throw CLI::ValidationError("--states", "goes with --dot or --svg");
+    if (!bench.first.empty()) options.bench = bench_target(bench.first);
+    options.bench_stimuli = bench.second;
+    if (options.windows) options.presenter = open_windows();
+    if (options.windows && options.presenter == nullptr)
       throw CLI::ValidationError("--windows", "no display can be opened");
   } catch (const CLI::ParseError& error) {
     status = app.exit(error) == 0 ? 0 : programs::wrong_usage;

@@ -1,15 +1,19 @@
 #pragma once
 
 #include <list>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "forms/forms.h"
+#include "proof/property.h"
 #include "tarn/targets/targets.h"
 
 namespace kiva::tarn_program {
 
 constexpr int different = 1;     ///< exit status of a comparison
-constexpr int incomparable = 2;  ///< exit status of a comparison that could not be made
+constexpr int incomparable = 2;  ///< exit status of a comparison or proof that could not be made
+constexpr int undecided = 3;     ///< exit status of a proof that did not come to an end
 
 /// What the command line asks for.
 struct Options {
@@ -23,8 +27,19 @@ struct Options {
   bool zuc = false;
   bool kiva = false;
   std::vector<const Target*> targets;
+  bool dot = false;
+  bool svg = false;
+  bool states = false;            ///< of what is drawn: the reachable ones
+  const Target* bench = nullptr;  ///< whose bench is wanted; null for none
+  std::string bench_stimuli;      ///< file of its stimuli
   bool equiv = false;
-  std::string eval;  ///< an expression; empty for none
+  bool print_names = false;  ///< of modules and signals, for completion
+  std::string eval;          ///< an expression; empty for none
+  std::vector<proof::Property> properties;
+  bool prove = false;  ///< what the source's comments say
+  bool with_reset = false;
+  double limit = 60;        ///< seconds for each proof
+  std::string certificate;  ///< folder for what lets others check a proof; empty for none
   bool classic = false;
   bool no_finalize = false;
   bool keep_wires = false;
@@ -35,10 +50,16 @@ struct Options {
   bool check_over_knowledge = false;
   bool comments = false;
   bool windows = false;
+  std::shared_ptr<message_presenter> presenter;  ///< those windows; null for none
   bool stats = false;
   bool quiet = false;
   bool verbose = false;               ///< show what the library tells its own callers
   std::vector<std::string> warnings;  ///< "no-NAME" or "error"
+
+  /// Something else than the compiled module is wanted.
+  bool writes_other_text() const {
+    return kiva || !targets.empty() || bench != nullptr || dot || svg;
+  }
 };
 
 bool is_source(const std::string& file);

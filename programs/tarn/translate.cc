@@ -4,6 +4,8 @@
 #include <iostream>
 
 #include "base/whole_file.h"
+#include "programs/tarn/bench.h"
+#include "programs/tarn/draw.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
@@ -28,13 +30,17 @@ class Translation {
       : file_(file), options_(options), messages_(messages) {}
 
   bool run(std::set<std::string>& met);
+  std::vector<Module*> load();
 
  private:
+  bool get_modules();
   bool read_compiled();
   bool compile_source();
   bool compile_modules();
   bool write_compiled(Module* module);
   bool write(Module* module);
+  bool write_targets(Module* module);
+  bool bench(Module* module);
   bool write_map(Module* module, const std::string& path);
   bool write_target(Module* module, const Target& target);
   template <class Print>
@@ -179,18 +185,32 @@ bool Translation::write_compiled(Module* module) {
 
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
-  const bool zuc = options_.zuc || (!options_.kiva && options_.targets.empty());
+  const bool zuc = options_.zuc || !options_.writes_other_text();
   if (zuc && !write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
     if (!options_.quiet) std::cout << options_.folder << "/kiva_" << module->getName() << ".cc\n";
   }
+  bool good = write_targets(module);
+  if (options_.dot || options_.svg) good = draw(module, file_, options_) && good;
+  if (options_.bench != nullptr) good = bench(module) && good;
+  return good;
+}
+
+/// What finalises the module comes last: the other texts show it as it is.
+bool Translation::write_targets(Module* module) {
   bool good = true;
-  // What finalises the module comes last: the other texts show it as it is.
   for (const bool finalises : {false, true})
     for (const Target* target : options_.targets)
       if (target->finalises == finalises) good = write_target(module, *target) && good;
   return good;
+}
+
+/// Writes a bench, and the text that it is for.
+bool Translation::bench(Module* module) {
+  const bool written =
+      std::ranges::find(options_.targets, options_.bench) != options_.targets.end();
+  return (written || write_target(module, *options_.bench)) && write_bench(module, options_);
 }
 
 bool Translation::write_map(Module* module, const std::string& path) {
@@ -211,17 +231,33 @@ Diagnostic Translation::fault() const {
   return fault;
 }
 
-bool Translation::run(std::set<std::string>& met) {
+bool Translation::get_modules() {
+  if (!is_source(file_)) return read_compiled();
+  const int before = messages_.errors();
+  return compile_source() && messages_.errors() == before;
+}
+
+std::vector<Module*> Translation::load() {
   try {
-    if (is_source(file_)) {
-      const int before = messages_.errors();
-      if (!compile_source() || messages_.errors() != before) return false;
-    } else if (!read_compiled()) {
-      return false;
-    }
+    const bool good = get_modules();
+    stages_.end();
+    return good ? modules_ : std::vector<Module*>();
+  } catch (...) {
+    stages_.end();
+    fail(fault());
+    return {};
+  }
+}
+
+bool Translation::run(std::set<std::string>& met) {
+  const programs::InTextOrder order(file_);
+  try {
+    if (!get_modules()) return false;
     for (const Module* module : modules_) met.insert(module->getName());
     if (modules_.size() > 1 && !options_.output.empty())
       return fail({file_, 0, 0, 0, 0}, "holds several modules; -o names one file");
+    if (modules_.size() > 1 && options_.bench != nullptr)
+      return fail({file_, 0, 0, 0, 0}, "holds several modules; --module names the one to bench");
     bool good = true;
     for (Module* module : modules_) {
       current_ = module;
@@ -261,6 +297,21 @@ void choose(Options& options) {
   SessionFiles::current().keep_read = !options.in_place;
   SessionFiles::current().trace = options.trace;
   for (const std::string& file : options.files) SessionFiles::current().note_read(file);
+}
+
+std::vector<Module*> load_modules(const std::string& file, Options& options, Messages& messages) {
+  choose(options);
+  return Translation(file, options, messages).load();
+}
+
+std::vector<Module*> outer_modules(const std::vector<Module*>& modules) {
+  std::vector<Module*> outer;
+  for (Module* module : modules)
+    if (std::none_of(modules.begin(), modules.end(), [module](const Module* other) {
+          return other != module && other->getStatement() != nullptr && reaches(other, {module});
+        }))
+      outer.push_back(module);
+  return outer;
 }
 
 bool translate(const std::string& file, Options& options, Messages& messages,

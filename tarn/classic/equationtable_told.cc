@@ -11,10 +11,10 @@ namespace kiva {
 void EquationTable::removeSignal(Signal* signal) {
   const std::string name = signal->getName(nullptr, bdd_expression_wood);
   for (const char* rail : {"_s_", "_v_"}) {
-    const long id = bdd_expression_wood->Index_var_by_name(rail + name);
-    if (id < 0) continue;
-    settle(id);
-    bdd_expression_wood->forget_expression_by_bddid(id);
+    const long index = bdd_expression_wood->Index_var_by_name(rail + name);
+    if (index < 0) continue;
+    settle(index);
+    bdd_expression_wood->forget_expression_by_bddid(index);
   }
 }
 
@@ -27,9 +27,9 @@ void EquationTable::learnSignal(Signal* signal, Module* module) {
       signal->getBddValueId(module, main_wood) == -1)
     throw IllegalOperationException("EquationTable:learSignal: signal not defined in module wood",
                                     signal->getInternalName());
-  const long status_id = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
-  const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
-  module->getSignalManager()->extendSignalRef(status_id, value_id, ref, wood);
+  const long status_index = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
+  const long value_index = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
+  module->getSignalManager()->extendSignalRef(status_index, value_index, ref, wood);
   signal->extendCurrentOccurrenceTable(wood, signal->getCurrentOccurrence(main_wood));
 }
 
@@ -38,17 +38,17 @@ void EquationTable::updatePertDate(Bddexpression* from, Bddexpression* to) {
   to->setLateDate(from->getLateDate());
 }
 
-Bddexpression* EquationTable::equation_or_throw(long id) {
-  if (id < 0 || id >= bdd_expression_wood->my_bdd_manager()->Nb_bdd_vars())
+Bddexpression* EquationTable::equation_or_throw(long index) {
+  if (index < 0 || index >= bdd_expression_wood->my_bdd_manager()->Nb_bdd_vars())
     throw IllegalOperationException("EquationTable::id out of bounds");
-  return equation_at(id);
+  return equation_at(index);
 }
 
 void EquationTable::cond(Signal* condition, Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
   const bdd guard = condition->getBddValue(module, wood);
-  const auto guard_equation = [&](long id) {
-    if (Bddexpression* equation = equation_or_throw(id)) and_function(*equation, guard);
+  const auto guard_equation = [&](long index) {
+    if (Bddexpression* equation = equation_or_throw(index)) and_function(*equation, guard);
   };
   for (Signal* output : module->getOutputSignalList()) {
     guard_equation(output->getBddStatusId(module, wood));
@@ -56,7 +56,7 @@ void EquationTable::cond(Signal* condition, Module* module) {
   }
   for (Signal* local : module->getLocalSignalList()) {
     if (!local->isLocal() || local->isWire()) continue;
-    for (long id : local->getAllBddId(module, wood)) guard_equation(id);
+    for (long index : local->getAllBddId(module, wood)) guard_equation(index);
   }
 }
 

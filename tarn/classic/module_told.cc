@@ -59,13 +59,13 @@ void Module::save() {
 
 // Called by no program.
 
-long Module::getOtherBddId(long id, Bddexpressionwood* wood) const {
-  const SignalRef* ref = signal_manager->getSignalRefById(id, wood);
+long Module::getOtherBddId(long index, Bddexpressionwood* wood) const {
+  const SignalRef* ref = signal_manager->getSignalRefById(index, wood);
   if (ref == nullptr)
     throw IllegalOperationException("Module::getOtherBddId: no signal in table for this bdd id:",
-                                    std::to_string(id));
-  const long value_id = ref->getBddValueId(wood);
-  return id == value_id ? ref->getBddStatusId(wood) : value_id;
+                                    std::to_string(index));
+  const long value_index = ref->getBddValueId(wood);
+  return index == value_index ? ref->getBddStatusId(wood) : value_index;
 }
 
 void Module::removeBinding(const std::string& signal_name) {

@@ -48,20 +48,20 @@ CycleStory::CycleStory(const EquationTable& table, const std::list<long>& member
 
 /// By breadth, from what the variable reads back to itself; in the order cause before effect. Empty
 /// where the budget has gone.
-std::vector<long> CycleStory::shortest_through(long id, const index_set& members,
+std::vector<long> CycleStory::shortest_through(long index, const index_set& members,
                                                size_t& budget) const {
   std::unordered_map<long, long> reader;
-  std::vector<long> row{id};
+  std::vector<long> row{index};
   for (size_t at = 0; at < row.size(); ++at) {
     const Bddexpression* equation = table_.bdd_expression_wood->exp_by_index(row[at]);
     if (equation == nullptr) continue;
     for (long read : equation->set_of_var_dependances()) {
       if (budget == 0) return {};
       --budget;
-      if (read == id) {
+      if (read == index) {
         std::vector<long> cycle;
-        for (long on = row[at]; on != id; on = reader.at(on)) cycle.push_back(on);
-        cycle.push_back(id);
+        for (long on = row[at]; on != index; on = reader.at(on)) cycle.push_back(on);
+        cycle.push_back(index);
         return cycle;
       }
       if (members.contains(read) && reader.emplace(read, row[at]).second) row.push_back(read);
@@ -75,16 +75,16 @@ std::vector<long> CycleStory::shortest(const std::list<long>& members) const {
   std::vector<long> best;
   size_t starts = 0;
   size_t budget = most_looks;
-  for (long id : members) {
+  for (long index : members) {
     if (++starts > most_starts) break;
-    std::vector<long> cycle = shortest_through(id, all, budget);
+    std::vector<long> cycle = shortest_through(index, all, budget);
     if (!cycle.empty() && (best.empty() || cycle.size() < best.size())) best = std::move(cycle);
   }
   return best;
 }
 
-std::string CycleStory::signal_name(long id) const {
-  const std::string variable = table_.bdd_expression_wood->Name_var_by_index(id);
+std::string CycleStory::signal_name(long index) const {
+  const std::string variable = table_.bdd_expression_wood->Name_var_by_index(index);
   constexpr size_t rail = 3;  // "_s_" or "_v_"
   return variable.size() < rail ? variable : Compilation::bddNameToSignalName(variable);
 }
@@ -126,7 +126,7 @@ SourceSpan CycleStory::direct_cause(long from, long to) const {
 
 void CycleStory::gather_steps(const std::vector<long>& cycle) {
   std::vector<Step> members;
-  for (long id : cycle) members.push_back(member(&table_, signal_name(id)));
+  for (long index : cycle) members.push_back(member(&table_, signal_name(index)));
   size_t first = 0;
   while (first < members.size() && members[first].label.empty()) ++first;
   of_signals_ = first < members.size();

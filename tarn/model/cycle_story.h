@@ -26,8 +26,8 @@ class CycleStory {
   };
 
   std::vector<long> shortest(const std::list<long>& members) const;
-  std::vector<long> shortest_through(long id, const index_set& members, size_t& budget) const;
-  std::string signal_name(long id) const;
+  std::vector<long> shortest_through(long index, const index_set& members, size_t& budget) const;
+  std::string signal_name(long index) const;
   /// What a variable is in the source: a signal's name, or the place of the statement it belongs
   /// to.
   Step member(const EquationTable* table, std::string name) const;

@@ -1,3 +1,5 @@
+// Data expressions: what they depend on, how they are copied, and how their value is asked for.
+
 #include "tarn/model/data.h"
 
 #include <unordered_set>

@@ -114,9 +114,9 @@ std::string DataSignalValue::Simul_put(Module* module, ConstantTexts* constants,
                                        int* context, Sock socket) {
   const ReadGuard guard(signal);
   Bddexpressionwood* wood = module->getBddWood();
-  const long status_id = signal->getBddStatusId(module, wood);
-  const long value_id = signal->getBddValueId(module, wood);
-  auto at = values->find(status_id);
+  const long status_index = signal->getBddStatusId(module, wood);
+  const long value_index = signal->getBddValueId(module, wood);
+  auto at = values->find(status_index);
   if (at == values->end()) {
     end_with("***error: DataSignalValue:Simul_put: signal: " + signal->getInternalName() +
              "  undefined in  data signal value table");
@@ -124,7 +124,7 @@ std::string DataSignalValue::Simul_put(Module* module, ConstantTexts* constants,
   std::string result = at->second;
   if (result != no_value) return result;
 
-  if (context[status_id] == 1 && context[value_id] == 0) {
+  if (context[status_index] == 1 && context[value_index] == 0) {
     if (const auto bound = module->getSignalBindingByClock(signal)) {
       for (const Signal* writer : *bound) {
         DataBinding* binding = module->getBinding(writer->getName(module, wood));

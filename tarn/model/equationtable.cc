@@ -23,8 +23,8 @@ namespace kiva {
 
 /// Later terms are over later variables, which stand below the others in the order: built from the
 /// last one on, each adds nodes on top of what is there.
-void EquationTable::settle(long id) {
-  const auto at = pending_.find(id);
+void EquationTable::settle(long index) {
+  const auto at = pending_.find(index);
   if (at == pending_.end()) return;
   const auto [conjunction, terms] = std::move(at->second);
   pending_.erase(at);
@@ -33,9 +33,9 @@ void EquationTable::settle(long id) {
   for (size_t i = terms.size() - 1; i-- > 0;)
     all = conjunction ? wood->Bdd_and(terms[i], all) : wood->Bdd_or(terms[i], all);
   if (conjunction) {
-    and_function(*wood->exp_by_index(id), all);
+    and_function(*wood->exp_by_index(index), all);
   } else {
-    or_function(*wood->exp_by_index(id), all);
+    or_function(*wood->exp_by_index(index), all);
   }
 }
 
@@ -43,34 +43,34 @@ void EquationTable::settle() {
   while (!pending_.empty()) settle(pending_.begin()->first);
 }
 
-void EquationTable::join_later(long id, bool conjunction, const bdd& f) {
-  const auto at = pending_.find(id);
-  if (at != pending_.end() && at->second.conjunction != conjunction) settle(id);
-  KIVA_CHECK(1, bdd_expression_wood->exp_by_index(id) != nullptr);
-  PendingTerms& pending = pending_[id];
+void EquationTable::join_later(long index, bool conjunction, const bdd& f) {
+  const auto at = pending_.find(index);
+  if (at != pending_.end() && at->second.conjunction != conjunction) settle(index);
+  KIVA_CHECK(1, bdd_expression_wood->exp_by_index(index) != nullptr);
+  PendingTerms& pending = pending_[index];
   pending.conjunction = conjunction;
   pending.terms.push_back(f);
 }
 
-Bddexpression* EquationTable::equation_at(long id) {
-  settle(id);
+Bddexpression* EquationTable::equation_at(long index) {
+  settle(index);
   bdd_expression_wood->update_bdd_vars();
-  return bdd_expression_wood->exp_by_index(id);
+  return bdd_expression_wood->exp_by_index(index);
 }
 
-void EquationTable::define(const std::string& name, long id, const bdd& f, int usertype) {
-  const std::unique_ptr<Bddexpression> replaced(equation_at(id));
+void EquationTable::define(const std::string& name, long index, const bdd& f, int usertype) {
+  const std::unique_ptr<Bddexpression> replaced(equation_at(index));
   // Learnt, and so owned, by the wood.
-  new Bddexpression(name, bdd_expression_wood, bdd_expression_wood->Bdd_var_by_index(id), f, 0, 0,
-                    usertype);
+  new Bddexpression(name, bdd_expression_wood, bdd_expression_wood->Bdd_var_by_index(index), f, 0,
+                    0, usertype);
 }
 
 void EquationTable::createEquation(Signal* signal, Expression* e, Module* module, bool initial) {
   Bddexpressionwood* wood = bdd_expression_wood;
   const bdd status = signal->getBddStatus(module, wood);
-  const long status_id = wood->Index_var_by_bdd(status);
-  const long value_id = wood->Index_var_by_bdd(signal->getBddValue(module, wood));
-  define(signal->getInternalName(), status_id,
+  const long status_index = wood->Index_var_by_bdd(status);
+  const long value_index = wood->Index_var_by_bdd(signal->getBddValue(module, wood));
+  define(signal->getInternalName(), status_index,
          initial ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood),
          signal->computeStatusType());
   bdd value;
@@ -79,25 +79,25 @@ void EquationTable::createEquation(Signal* signal, Expression* e, Module* module
   } else {
     value = initial ? e->getInitialBddValue(module, wood) : e->getBddValue(module, wood);
   }
-  define(signal->getInternalName(), value_id, value, signal->computeValueType());
+  define(signal->getInternalName(), value_index, value, signal->computeValueType());
 }
 
 void EquationTable::createUnifyEquation(Signal* signal, Expression* e, Module* module,
                                         bool initial) {
   Bddexpressionwood* wood = bdd_expression_wood;
-  const long status_id = signal->getBddStatusId(module, wood);
-  const long value_id = signal->getBddValueId(module, wood);
+  const long status_index = signal->getBddStatusId(module, wood);
+  const long value_index = signal->getBddValueId(module, wood);
   const bdd status = initial ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood);
   const bdd value = initial ? e->getInitialBddValue(module, wood) : e->getBddValue(module, wood);
-  if (Bddexpression* equation = equation_at(status_id)) {
+  if (Bddexpression* equation = equation_at(status_index)) {
     or_function(*equation, status);
   } else {
-    std::cerr << "internal error 1 in createUnifyEquation()! about sid=" << status_id << '\n';
+    std::cerr << "internal error 1 in createUnifyEquation()! about sid=" << status_index << '\n';
   }
-  if (Bddexpression* equation = equation_at(value_id)) {
+  if (Bddexpression* equation = equation_at(value_index)) {
     or_function(*equation, value);
   } else {
-    std::cerr << "internal error 2 in createUnifyEquation()! about vid=" << value_id << '\n';
+    std::cerr << "internal error 2 in createUnifyEquation()! about vid=" << value_index << '\n';
   }
 }
 
@@ -111,11 +111,11 @@ void EquationTable::createRails(Signal* signal, const bdd& status, const bdd& va
 
 void EquationTable::raise(Signal* signal, const bdd& f, Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
-  const long status_id = signal->getBddStatusId(module, wood);
-  if (Bddexpression* equation = equation_at(status_id)) {
+  const long status_index = signal->getBddStatusId(module, wood);
+  if (Bddexpression* equation = equation_at(status_index)) {
     or_function(*equation, f);
   } else {
-    define(signal->getName(module, wood), status_id, f, Compilation::STAT);
+    define(signal->getName(module, wood), status_index, f, Compilation::STAT);
   }
 }
 
@@ -147,11 +147,11 @@ void EquationTable::createBottomEquation(Signal* signal, Module* module, int occ
 
 void EquationTable::replaceEquation(Signal* signal, Signal* other, Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
-  const auto follow = [&](long id, const bdd& followed, long followed_id, int usertype) {
-    if (Bddexpression* equation = equation_at(id)) {
+  const auto follow = [&](long index, const bdd& followed, long followed_index, int usertype) {
+    if (Bddexpression* equation = equation_at(index)) {
       set_function(*equation, followed);
     } else {
-      define(signal->getInternalName(), id, wood->Bdd_var_by_index(followed_id), usertype);
+      define(signal->getInternalName(), index, wood->Bdd_var_by_index(followed_index), usertype);
     }
   };
   follow(signal->getBddStatusId(module, wood), other->getBddStatus(module, wood),

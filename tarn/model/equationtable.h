@@ -45,14 +45,14 @@ class EquationTable {
   void settle();
   const std::string& getModuleName() const { return module_name; }
   void setModuleName(const std::string& name) { module_name = name; }
-  /// The wood's equation of that name, or of the variable of that id, complete; null for none.
+  /// The wood's equation of that name, or of the variable of that index, complete; null for none.
   Bddexpression* getBddExpression(const std::string& name) {
     settle();
     return bdd_expression_wood->exp_by_name(name);
   }
-  Bddexpression* getBddExpression(long id) {
-    settle(id);
-    return bdd_expression_wood->exp_by_index(id);
+  Bddexpression* getBddExpression(long index) {
+    settle(index);
+    return bdd_expression_wood->exp_by_index(index);
   }
   long getPertLevel() const { return bdd_expression_wood->Nb_level(); }
 
@@ -102,13 +102,13 @@ class EquationTable {
   void discard(Module* module);
 
   // Dates.
-  /// Dates the equations, of all or of the given variable ids, and gives the number of levels. A
-  /// dependence cycle ends the process with a report; ModulePertFailureException if dating fails.
+  /// Dates the equations, of all or of the given variable indices, and gives the number of levels.
+  /// A dependence cycle ends the process with a report; ModulePertFailureException if dating fails.
   long callPert();
-  long callPert(const std::list<long>& ids);
-  /// The text of the cycle that begins at the first id, and of what else is in the list; takes what
-  /// the cycle met out of the list.
-  std::string computeDependence(std::list<long>& ids);
+  long callPert(const std::list<long>& indices);
+  /// The text of the cycle that begins at the first index, and of what else is in the list; takes
+  /// what the cycle met out of the list.
+  std::string computeDependence(std::list<long>& indices);
   /// The statement that makes the signal stands there: the report of a cycle names its line. Known
   /// to all tables duplicated from this one.
   void note_source(const Signal* signal, const SourceSpan& span);
@@ -146,22 +146,22 @@ class EquationTable {
     std::vector<bdd> terms;
   };
   void lose_wood();
-  void settle(long id);
+  void settle(long index);
   /// Has f or-ed, or and-ed, onto the equation of the variable, which has one.
-  void join_later(long id, bool conjunction, const bdd& f);
+  void join_later(long index, bool conjunction, const bdd& f);
 
   /// The equation of a variable; null when it has none.
-  Bddexpression* equation_at(long id);
+  Bddexpression* equation_at(long index);
   /// The same; IllegalOperationException when there is no such variable.
-  Bddexpression* equation_or_throw(long id);
+  Bddexpression* equation_or_throw(long index);
   /// Gives a variable its equation; one that stood there is deleted.
-  void define(const std::string& name, long id, const bdd& f, int usertype);
+  void define(const std::string& name, long index, const bdd& f, int usertype);
   EquationTable* over(Bddexpressionwood* copy);
   template <class See>
   void for_each_known_signal(Module* module, See see);
   void learn_occurrence(Signal* signal, int occurrence);
-  void move_equation(long id, Bddexpressionwood* from, Module* module);
-  void unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
+  void move_equation(long index, Bddexpressionwood* from, Module* module);
+  void unify_equation(Bddexpression* theirs, long their_index, Bddexpressionwood* from,
                       Module* module);
   void start_occurrence(Signal* signal, Module* module);
   /// The report of a cycle, at the first of its statements.
@@ -176,7 +176,7 @@ class EquationTable {
   /// Of a branch: the signals taken over, and the lengths of the module's lists when it began.
   std::vector<Signal*> carried_;
   std::array<size_t, 4> lists_at_begin_{};
-  std::unordered_map<long, PendingTerms> pending_;  ///< by variable id
+  std::unordered_map<long, PendingTerms> pending_;  ///< by variable index
 };
 
 }  // namespace kiva

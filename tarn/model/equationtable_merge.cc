@@ -38,10 +38,11 @@ bdd carried(Bddexpressionwood* to, Bddexpressionwood* from, const bdd& f) {
   return copy;
 }
 
-index_set carried(Bddexpressionwood* to, Bddexpressionwood* from, const index_set& ids) {
-  if (to->my_bdd_manager() == from->my_bdd_manager()) return ids;
+index_set carried(Bddexpressionwood* to, Bddexpressionwood* from, const index_set& indices) {
+  if (to->my_bdd_manager() == from->my_bdd_manager()) return indices;
   std::vector<long> found;
-  for (long id : ids) found.push_back(to->Index_new_var_last(from->Name_var_by_index(id)));
+  for (long index : indices)
+    found.push_back(to->Index_new_var_last(from->Name_var_by_index(index)));
   return index_set::from_unsorted(std::move(found));
 }
 
@@ -96,11 +97,11 @@ void EquationTable::add(Bddexpression* e, Module* module) {
   Bddexpressionwood* from = e->my_wood();
   const bdd variable = carried(wood, from, e->my_bdd_var());
   wood->update_bdd_vars();
-  const long id = wood->Index_var_by_bdd(variable);
-  const std::unique_ptr<Bddexpression> replaced(equation_at(id));
+  const long index = wood->Index_var_by_bdd(variable);
+  const std::unique_ptr<Bddexpression> replaced(equation_at(index));
   Bddexpression* copy;
   if (e->getAbstraction() != 0) {
-    copy = new Bddexpression(id, wood, carried(wood, from, e->set_of_var_dependances()),
+    copy = new Bddexpression(index, wood, carried(wood, from, e->set_of_var_dependances()),
                              e->getExpDef(), e->getEarlyDate(), e->getLateDate());
     copy->setName(e->my_name());
     copy->setUserType(e->getUserType());
@@ -113,9 +114,9 @@ void EquationTable::add(Bddexpression* e, Module* module) {
   SignalRef* ref = module->getSignalManager()->getSignalRefByName(name);
   if (ref == nullptr) throw IllegalOperationException("EquationTable::add: no Signal ref", name);
   if (!ref->isDefinedWood(wood)) {
-    const long status_id = SignalRef::computeId("_s_" + name, wood);
-    const long value_id = SignalRef::computeId("_v_" + name, wood);
-    module->getSignalManager()->extendSignalRef(status_id, value_id, ref, wood);
+    const long status_index = SignalRef::computeId("_s_" + name, wood);
+    const long value_index = SignalRef::computeId("_v_" + name, wood);
+    module->getSignalManager()->extendSignalRef(status_index, value_index, ref, wood);
   }
   if (Signal* signal = module->getSignalFromInternalName(ref->getInternalName()))
     learn_occurrence(signal, ref->getCurrentOccurrence());
@@ -135,18 +136,18 @@ void EquationTable::unify_later(EquationTable* other, Module* module) {
   from->update_bdd_vars();
   SignalManager* manager = module->getSignalManager();
   const index_set equations = from->Set_of_exp();
-  for (long id : equations) {
-    unify_equation(from->exp_by_index(id), id, from, module);
-    KIVA_CHECK(3,
-               wood->exp_by_index(wood->Index_var_by_name(from->Name_var_by_index(id))) != nullptr);
+  for (long index : equations) {
+    unify_equation(from->exp_by_index(index), index, from, module);
+    KIVA_CHECK(
+        3, wood->exp_by_index(wood->Index_var_by_name(from->Name_var_by_index(index))) != nullptr);
   }
   // Signals without an equation there are known all the same.
   for (SignalRef* ref : manager->definedIn(from)) {
     if (ref->isDefinedWood(wood)) continue;
     if (module->getSignalFromInternalName(ref->getInternalName()) == nullptr) continue;
-    const long status_id = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
-    const long value_id = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
-    manager->extendSignalRef(status_id, value_id, ref, wood);
+    const long status_index = SignalRef::computeId("_s_" + ref->getCurrentName(), wood);
+    const long value_index = SignalRef::computeId("_v_" + ref->getCurrentName(), wood);
+    manager->extendSignalRef(status_index, value_index, ref, wood);
   }
   // The table had each signal at its latest occurrence.
   other->for_each_known_signal(module, [&](Signal* signal) {
@@ -157,16 +158,17 @@ void EquationTable::unify_later(EquationTable* other, Module* module) {
 }
 
 /// What `add` does, for a wood over the same manager that is about to go.
-void EquationTable::move_equation(long id, Bddexpressionwood* from, Module* module) {
+void EquationTable::move_equation(long index, Bddexpressionwood* from, Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
-  SignalRef* ref = module->getSignalManager()->getSignalRefById(id, from);
+  SignalRef* ref = module->getSignalManager()->getSignalRefById(index, from);
   if (ref == nullptr)
-    throw IllegalOperationException("EquationTable::add: no Signal ref",
-                                    Compilation::bddNameToSignalName(from->Name_var_by_index(id)));
+    throw IllegalOperationException(
+        "EquationTable::add: no Signal ref",
+        Compilation::bddNameToSignalName(from->Name_var_by_index(index)));
   KIVA_CHECK(2, wood->my_bdd_manager() == from->my_bdd_manager());
-  Bddexpression* moved = std::exchange(from->Exp_table()[id], nullptr);
+  Bddexpression* moved = std::exchange(from->Exp_table()[index], nullptr);
   moved->setBddexpressionwood(wood);
-  moved->setLateDate(from->getLateDate(id));
+  moved->setLateDate(from->getLateDate(index));
   if (moved->getAbstraction() != 0) {
     wood->learn_abstract_expression(moved, nullptr);
   } else {
@@ -177,14 +179,15 @@ void EquationTable::move_equation(long id, Bddexpressionwood* from, Module* modu
                                                 ref, wood);
 }
 
-void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpressionwood* from,
+void EquationTable::unify_equation(Bddexpression* theirs, long their_index, Bddexpressionwood* from,
                                    Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
   const bool shared = wood->my_bdd_manager() == from->my_bdd_manager();
-  const long id = shared ? their_id : wood->Index_var_by_name(from->Name_var_by_index(their_id));
-  Bddexpression* ours = id < 0 ? nullptr : wood->exp_by_index(id);
+  const long index =
+      shared ? their_index : wood->Index_var_by_name(from->Name_var_by_index(their_index));
+  Bddexpression* ours = index < 0 ? nullptr : wood->exp_by_index(index);
   if (ours == nullptr && shared) {
-    move_equation(their_id, from, module);
+    move_equation(their_index, from, module);
     return;
   }
   if (theirs->getAbstraction() != 0 || ours == nullptr) {
@@ -193,13 +196,13 @@ void EquationTable::unify_equation(Bddexpression* theirs, long their_id, Bddexpr
   }
   const bdd function = carried(wood, from, theirs->my_bdd_exp());
   if (function == ours->my_bdd_exp()) return;
-  const SignalRef* ref = module->getSignalManager()->getSignalRefById(id, wood);
+  const SignalRef* ref = module->getSignalManager()->getSignalRefById(index, wood);
   const Signal* signal =
       ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
   const bool whole_value = Compilation::rules().values && signal != nullptr &&
-                           ref->getCurrentOccurrence() == 0 && id == ref->getBddValueId(wood) &&
+                           ref->getCurrentOccurrence() == 0 && index == ref->getBddValueId(wood) &&
                            std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
-  join_later(id, whole_value, function);
+  join_later(index, whole_value, function);
 }
 
 void EquationTable::pre(Module* module) {
@@ -222,15 +225,15 @@ void EquationTable::start_occurrence(Signal* signal, Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
   signal->newOccurrence(wood, module);
   createBottomEquation(signal, module);
-  const long status_id = signal->getInitialBddStatusId(module, wood);
-  const long value_id = signal->getInitialBddValueId(module, wood);
-  const bool no_status = wood->exp_by_index(status_id) == nullptr;
-  if (no_status || wood->exp_by_index(value_id) == nullptr) {
+  const long status_index = signal->getInitialBddStatusId(module, wood);
+  const long value_index = signal->getInitialBddValueId(module, wood);
+  const bool no_status = wood->exp_by_index(status_index) == nullptr;
+  if (no_status || wood->exp_by_index(value_index) == nullptr) {
     end_with(std::string("undefined equation for ") + (no_status ? "status" : "value") +
              " of :" + signal->getInternalName());
   }
-  join_later(status_id, false, wood->Bdd_var_by_index(signal->getBddStatusId(module, wood)));
-  join_later(value_id, true, wood->Bdd_var_by_index(signal->getBddValueId(module, wood)));
+  join_later(status_index, false, wood->Bdd_var_by_index(signal->getBddStatusId(module, wood)));
+  join_later(value_index, true, wood->Bdd_var_by_index(signal->getBddValueId(module, wood)));
 }
 
 EquationTable* EquationTable::over(Bddexpressionwood* copy) {
@@ -278,12 +281,12 @@ EquationTable* EquationTable::branch(Module* module) {
     for (int occurrence = 0; occurrence <= current; ++occurrence) {
       SignalRef* ref = manager->getSignalRefByOccurrence(signal, occurrence);
       if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
-      const long status_id = ref->getBddStatusId(wood);
-      const long value_id = ref->getBddValueId(wood);
-      manager->extendSignalRef(status_id, value_id, ref, copy);
+      const long status_index = ref->getBddStatusId(wood);
+      const long value_index = ref->getBddValueId(wood);
+      manager->extendSignalRef(status_index, value_index, ref, copy);
       if (!with_equations) continue;
-      for (long id : {status_id, value_id})
-        if (const Bddexpression* equation = wood->exp_by_index(id)) {
+      for (long index : {status_index, value_index})
+        if (const Bddexpression* equation = wood->exp_by_index(index)) {
           auto* copied = new Bddexpression(copy, *equation);
           if (equation->getAbstraction() != 0) {
             copy->learn_abstract_expression(copied, nullptr);

@@ -16,9 +16,9 @@ namespace kiva {
 namespace {
 
 /// "VARIABLE = f(what it reads)", or "VARIABLE = -" without an equation.
-std::string debug_in_string(const Bddexpressionwood& wood, long id) {
-  const std::string name = wood.Name_var_by_index(id);
-  const Bddexpression* equation = wood.exp_by_index(id);
+std::string debug_in_string(const Bddexpressionwood& wood, long index) {
+  const std::string name = wood.Name_var_by_index(index);
+  const Bddexpression* equation = wood.exp_by_index(index);
   if (equation == nullptr) return name + " = -";
   std::string reads;
   for (long dep : equation->set_of_var_dependances()) {
@@ -39,9 +39,9 @@ long EquationTable::callPert() {
   end_with(cycle_fault(cycle, Manner::message));
 }
 
-long EquationTable::callPert(const std::list<long>& ids) {
+long EquationTable::callPert(const std::list<long>& indices) {
   settle();
-  const long levels = bdd_expression_wood->compute_dates(ids);
+  const long levels = bdd_expression_wood->compute_dates(indices);
   if (levels < 0) throw ModulePertFailureException();
   const std::list<long> cycle = bdd_expression_wood->loop_detection();
   if (cycle.empty()) return levels;
@@ -51,32 +51,32 @@ long EquationTable::callPert(const std::list<long>& ids) {
 std::string EquationTable::cycle_report(std::list<long> cycle) {
   std::string report =
       "ERROR in Module `" + module_name + "': detecting variables in a dependance cycle:\n";
-  for (long id : cycle) report += bdd_expression_wood->Name_var_by_index(id) + "\n";
+  for (long index : cycle) report += bdd_expression_wood->Name_var_by_index(index) + "\n";
   const std::string lines = source_lines(cycle);
   report += "\n\nwhen sorting equations: \n" + computeDependence(cycle);
   return lines.empty() ? report : report + "in the source lines:\n" + lines;
 }
 
-std::string EquationTable::computeDependence(std::list<long>& ids) {
-  if (ids.empty()) return "";
-  std::set<long> awaited(ids.begin(), ids.end());
+std::string EquationTable::computeDependence(std::list<long>& indices) {
+  if (indices.empty()) return "";
+  std::set<long> awaited(indices.begin(), indices.end());
   std::vector<long> met;
-  std::vector<long> stack{ids.front()};
+  std::vector<long> stack{indices.front()};
   while (!stack.empty()) {
-    const long id = stack.back();
+    const long index = stack.back();
     stack.pop_back();
-    if (awaited.erase(id) == 0) continue;
-    met.push_back(id);
-    const Bddexpression* equation = bdd_expression_wood->exp_by_index(id);
+    if (awaited.erase(index) == 0) continue;
+    met.push_back(index);
+    const Bddexpression* equation = bdd_expression_wood->exp_by_index(index);
     if (equation == nullptr) continue;
     const index_set& deps = equation->set_of_var_dependances();
     for (auto dep = deps.end(); dep != deps.begin();)
       if (awaited.contains(*--dep)) stack.push_back(*dep);
   }
-  ids.remove_if([&](long id) { return !awaited.contains(id); });
+  indices.remove_if([&](long index) { return !awaited.contains(index); });
   std::string text;
-  for (long id : met) text += debug_in_string(*bdd_expression_wood, id) + "\n\n";
-  for (long id : ids) text += debug_in_string(*bdd_expression_wood, id) + "\n\n";
+  for (long index : met) text += debug_in_string(*bdd_expression_wood, index) + "\n\n";
+  for (long index : indices) text += debug_in_string(*bdd_expression_wood, index) + "\n\n";
   return text;
 }
 
@@ -84,8 +84,8 @@ std::string EquationTable::computeDependence(std::list<long>& ids) {
 std::vector<SourceSpan> EquationTable::source_spans(const std::list<long>& cycle) const {
   std::vector<SourceSpan> spans;
   if (sources_ == nullptr) return spans;
-  for (long id : cycle) {
-    const std::string variable = bdd_expression_wood->Name_var_by_index(id);
+  for (long index : cycle) {
+    const std::string variable = bdd_expression_wood->Name_var_by_index(index);
     if (variable.size() < 3) continue;
     auto at = sources_->makers.find(Compilation::bddNameToSignalName(variable));
     if (at != sources_->makers.end()) spans.push_back(at->second);

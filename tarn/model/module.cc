@@ -1,3 +1,6 @@
+// What a module is made of: interface, registers, signals by kind. What is done with modules stands
+// on the floors above.
+
 #include "tarn/model/module.h"
 
 #include <ostream>
@@ -135,16 +138,16 @@ Signal* Module::getSignalFromInternalName(const std::string& name) const {
   return nullptr;
 }
 
-Signal* Module::getSignalById(long id, Bddexpressionwood* wood) const {
-  const SignalRef* ref = signal_manager->getSignalRefById(id, wood);
+Signal* Module::getSignalById(long index, Bddexpressionwood* wood) const {
+  const SignalRef* ref = signal_manager->getSignalRefById(index, wood);
   return ref == nullptr ? nullptr : getSignal(ref->getInternalName());
 }
 
-const std::string& Module::getSignalNameById(long id, Bddexpressionwood* wood) const {
-  const SignalRef* ref = signal_manager->getSignalRefById(id, wood);
+const std::string& Module::getSignalNameById(long index, Bddexpressionwood* wood) const {
+  const SignalRef* ref = signal_manager->getSignalRefById(index, wood);
   if (ref == nullptr)
     throw IllegalOperationException(
-        "Module::getSignalNameById: no signal reference for this bdd id", std::to_string(id));
+        "Module::getSignalNameById: no signal reference for this bdd id", std::to_string(index));
   return ref->getCurrentName();
 }
 
@@ -183,9 +186,9 @@ const std::string* Module::getModuleLocation(const std::string& run) const {
 void Module::update_user_type() {
   Bddexpressionwood* wood = getBddWood();
   if (wood == nullptr) return;
-  const auto set_type = [wood](long id, int type) {
-    if (id < 0) return;
-    if (Bddexpression* e = wood->exp_by_index(id)) e->setUserType(type);
+  const auto set_type = [wood](long index, int type) {
+    if (index < 0) return;
+    if (Bddexpression* e = wood->exp_by_index(index)) e->setUserType(type);
   };
   for (const Signal* output : output_signal_list) {
     set_type(output->getBddStatusId(this, wood), Compilation::SOUTPUT);
@@ -195,8 +198,8 @@ void Module::update_user_type() {
     for (const Signal* local : local_signal_list) {
       if (!(local->*mark)()) continue;
       bool status = true;
-      for (long id : local->getAllBddId(this, wood)) {
-        set_type(id, status ? status_type : value_type);
+      for (long index : local->getAllBddId(this, wood)) {
+        set_type(index, status ? status_type : value_type);
         status = !status;
       }
     }

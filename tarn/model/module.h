@@ -106,10 +106,10 @@ class Module {
   /// The same order, by internal name throughout.
   Signal* getSignalFromInternalName(const std::string& name) const;
 
-  /// Null when no reference has that variable id in the wood.
-  Signal* getSignalById(long id, Bddexpressionwood* wood) const;
+  /// Null when no reference has that variable index in the wood.
+  Signal* getSignalById(long index, Bddexpressionwood* wood) const;
   /// IllegalOperationException without a reference.
-  const std::string& getSignalNameById(long id, Bddexpressionwood* wood) const;
+  const std::string& getSignalNameById(long index, Bddexpressionwood* wood) const;
 
   const std::string& getName() const { return name; }
   void setName(const std::string& text) { name = text; }
@@ -217,9 +217,9 @@ class Module {
   // Told, and called by no program (tarn/classic).
   /// Simplifies all equations under the assertion that the module's wires are present.
   void learnStatusWireAssertion();
-  /// The other id of the same reference: status for value, value for status.
+  /// The other index of the same reference: status for value, value for status.
   /// IllegalOperationException without a reference.
-  long getOtherBddId(long id, Bddexpressionwood* wood) const;
+  long getOtherBddId(long index, Bddexpressionwood* wood) const;
   void removeBinding(const std::string& signal_name);
   void setRunDeclTable(std::unique_ptr<std::map<std::string, std::string>> table) {
     run_decl_table = std::move(table);
@@ -307,7 +307,7 @@ class Module {
  private:
   static Counters& counters() { return Session::current().counters; }
   DataTable& bindings();
-  void make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& ids);
+  void make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& indices);
   index_set dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any);
   Signal* bind_intermediate(DataExpr* e, const std::string& signal_name, Signal* clock,
                             Bddexpressionwood* wood);

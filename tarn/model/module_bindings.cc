@@ -29,30 +29,32 @@ DataBinding* Module::getBinding(const std::string& signal_name) const {
 }
 
 index_set Module::dependence_ids(DataExpr* e, Bddexpressionwood* wood, bool& any) {
-  std::vector<long> ids;
+  std::vector<long> indices;
   const auto signals = e->computeDependencySet();
   any = signals != nullptr;
   if (any)
     for (const Signal* read : *signals) {
       if (!read->hasOccurrence(wood)) continue;  // of another branch
-      ids.push_back(read->getBddStatusId(this, wood));
-      ids.push_back(read->getBddValueId(this, wood));
+      indices.push_back(read->getBddStatusId(this, wood));
+      indices.push_back(read->getBddValueId(this, wood));
     }
-  return index_set::from_unsorted(std::move(ids));
+  return index_set::from_unsorted(std::move(indices));
 }
 
-void Module::make_value_equations(Signal* signal, Bddexpressionwood* wood, const index_set& ids) {
-  for (long id : {signal->getBddStatusId(this, wood), signal->getBddValueId(this, wood)}) {
-    const std::unique_ptr<Bddexpression> replaced(wood->exp_by_index(id));
-    new Bddexpression(id, wood, ids, value_signal, 0, 0);  // learnt, and so owned, by the wood
+void Module::make_value_equations(Signal* signal, Bddexpressionwood* wood,
+                                  const index_set& indices) {
+  for (long index : {signal->getBddStatusId(this, wood), signal->getBddValueId(this, wood)}) {
+    const std::unique_ptr<Bddexpression> replaced(wood->exp_by_index(index));
+    new Bddexpression(index, wood, indices, value_signal, 0,
+                      0);  // learnt, and so owned, by the wood
   }
 }
 
 Signal* Module::addSignalBinding(DataExpr* e, Signal* signal) {
   bindings()[signal->getInternalName()] = make_kept<DataBinding>(signal, e);
   bool any = false;
-  const index_set ids = dependence_ids(e, getBddWood(), any);
-  if (any) make_value_equations(signal, getBddWood(), ids);
+  const index_set indices = dependence_ids(e, getBddWood(), any);
+  if (any) make_value_equations(signal, getBddWood(), indices);
   return signal;
 }
 
@@ -74,13 +76,13 @@ Signal* Module::bind_intermediate(DataExpr* e, const std::string& signal_name, S
   bindings()[signal->getInternalName()] = make_kept<DataBinding>(signal, e, clock);
 
   bool any = false;
-  index_set ids = dependence_ids(e, wood, any);
+  index_set indices = dependence_ids(e, wood, any);
   if (clock != nullptr) {
     any = true;
-    ids.insert(clock->getBddStatusId(this, wood));
-    ids.insert(clock->getBddValueId(this, wood));
+    indices.insert(clock->getBddStatusId(this, wood));
+    indices.insert(clock->getBddValueId(this, wood));
   }
-  if (any) make_value_equations(signal, wood, ids);
+  if (any) make_value_equations(signal, wood, indices);
   return signal;
 }
 

@@ -1,3 +1,6 @@
+// What exceptions of the library say: to its own callers by class and words, to the users of
+// programs by a sentence.
+
 #include "tarn/model/sexception.h"
 
 #include <array>

@@ -1,7 +1,9 @@
+// A signal has an occurrence for each place that defines it anew in an instant; its reference in a
+// wood is that of the occurrence reached last.
+
 #include "tarn/model/signal.h"
 
-#include <sstream>
-
+#include "base/text_stream.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/rules.h"
@@ -106,9 +108,9 @@ Signal* Signal::newOccurrence(Bddexpressionwood* wood, Module* module) {
     if (known->isDefinedWood(wood))
       throw IllegalOperationException(
           "Signal::newOccurrence: signal ref already exits for the current wood", internal_name);
-    const long status_id = SignalRef::computeId("_s_" + name, wood);
-    const long value_id = SignalRef::computeId("_v_" + name, wood);
-    manager->extendSignalRef(status_id, value_id, known, wood);
+    const long status_index = SignalRef::computeId("_s_" + name, wood);
+    const long value_index = SignalRef::computeId("_v_" + name, wood);
+    manager->extendSignalRef(status_index, value_index, known, wood);
     return this;
   }
   auto* made =
@@ -151,7 +153,7 @@ SignalRef* Signal::getCurrentSignalRef(Bddexpressionwood* wood, Module* module) 
   const SignalManager* manager = module->getSignalManager();
   SignalRef* ref = manager->firstSignalRef(this, wood);
   if (ref != nullptr) return ref;
-  std::ostringstream report;
+  TextStream report;
   report << "Signal::getCurrentSignalRef: no reference for signal: " << internal_name
          << " in wood: " << wood << '\n';
   manager->printSignalTableById(report);
@@ -201,16 +203,16 @@ long Signal::getInitialBddValueId(Module* module, Bddexpressionwood* wood) const
 std::list<long> Signal::getAllBddId(Module* module, Bddexpressionwood* wood) const {
   if (!is_local && !is_wire && !is_output)
     throw IllegalOperationException("Signal::getAllBddId", internal_name);
-  std::list<long> ids;
+  std::list<long> indices;
   const int current = getCurrentOccurrence(wood);
   for (int occurrence = 0; occurrence <= current; ++occurrence) {
     const SignalRef* ref = module->getSignalManager()->getSignalRefByOccurrence(this, occurrence);
     if (ref == nullptr)
       throw IllegalOperationException(" Signal::getAllBddId: Unknown Signal Ref", internal_name);
-    ids.push_back(ref->getBddStatusId(wood));
-    ids.push_back(ref->getBddValueId(wood));
+    indices.push_back(ref->getBddStatusId(wood));
+    indices.push_back(ref->getBddValueId(wood));
   }
-  return ids;
+  return indices;
 }
 
 bdd Signal::getBddStatus(Module* module, Bddexpressionwood* wood) {

@@ -90,12 +90,12 @@ class Signal : public Expression {
   /// The first reference defined in the wood; ends the process with a report if there is none.
   SignalRef* getCurrentSignalRef(Bddexpressionwood* wood, Module* module) const;
 
-  // Variable ids of the current occurrence, and of occurrence 0.
+  // Variable indices of the current occurrence, and of occurrence 0.
   long getBddStatusId(Module* module, Bddexpressionwood* wood) const;
   long getBddValueId(Module* module, Bddexpressionwood* wood) const;
   long getInitialBddStatusId(Module* module, Bddexpressionwood* wood) const;
   long getInitialBddValueId(Module* module, Bddexpressionwood* wood) const;
-  /// Status and value id of each occurrence from 0 to the current one.
+  /// Status and value index of each occurrence from 0 to the current one.
   std::list<long> getAllBddId(Module* module, Bddexpressionwood* wood) const;
 
   // Variables of the latest occurrence in the wood, and of occurrence 0.

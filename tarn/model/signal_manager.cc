@@ -1,3 +1,6 @@
+// References by name and, in each wood, by the index of either rail. Woods over one manager share
+// their tables.
+
 #include "tarn/model/signal_manager.h"
 
 #include <algorithm>
@@ -24,9 +27,9 @@ SignalRef::SignalRef(const std::string& original, const std::string& internal,
       current_name(current),
       current_occurrence(occurrence),
       is_valued(valued) {
-  long status_id = computeId("_s_" + current, wood);
-  long value_id = computeId("_v_" + current, wood);
-  addBddIds(status_id, value_id, wood);
+  long status_index = computeId("_s_" + current, wood);
+  long value_index = computeId("_v_" + current, wood);
+  addBddIds(status_index, value_index, wood);
   module->getSignalManager()->addSignalRef(this);
 }
 
@@ -34,38 +37,38 @@ long SignalRef::computeId(const std::string& name, Bddexpressionwood* wood) {
   return wood->Index_new_var_last(name);
 }
 
-void SignalRef::addBddIds(long status_id, long value_id, Bddexpressionwood* wood) {
+void SignalRef::addBddIds(long status_index, long value_index, Bddexpressionwood* wood) {
   if (bdd_ids_wood.find(wood) != nullptr)
     throw IllegalOperationException("SignalRef::addBddIds: wood already added", current_name);
-  bdd_ids_wood.enter(wood, {status_id, value_id});
+  bdd_ids_wood.enter(wood, {status_index, value_index});
 }
 
 long SignalRef::getBddStatusId(Bddexpressionwood* wood) const {
   const BddIds* entry = bdd_ids_wood.find(wood);
   if (entry == nullptr)
     throw IllegalOperationException("SignalRef::getBddStatusId:unknown wood", current_name);
-  return entry->status_id;
+  return entry->status_index;
 }
 
 long SignalRef::getBddValueId(Bddexpressionwood* wood) const {
   const BddIds* entry = bdd_ids_wood.find(wood);
   if (entry == nullptr)
     throw IllegalOperationException("SignalRef::getBddValueId:unknown wood", current_name);
-  return entry->value_id;
+  return entry->value_index;
 }
 
-void SignalRef::setBddStatusId(long id, Bddexpressionwood* wood) {
+void SignalRef::setBddStatusId(long index, Bddexpressionwood* wood) {
   BddIds* entry = bdd_ids_wood.find(wood);
   if (entry == nullptr)
     throw IllegalOperationException("SignalRef::setBddStausId: wood not found", current_name);
-  entry->status_id = id;
+  entry->status_index = index;
 }
 
-void SignalRef::setBddValueId(long id, Bddexpressionwood* wood) {
+void SignalRef::setBddValueId(long index, Bddexpressionwood* wood) {
   BddIds* entry = bdd_ids_wood.find(wood);
   if (entry == nullptr)
     throw IllegalOperationException("SignalRef::setBddValueId: wood not found", current_name);
-  entry->value_id = id;
+  entry->value_index = index;
 }
 
 bool SignalRef::isDefinedWood(const Bddexpressionwood* wood) const {
@@ -80,8 +83,9 @@ void SignalRef::print(std::ostream& out) const {
   out << "Signal Ref:"
       << "original: " << original_name << "  internal:  " << internal_name
       << "  current:  " << current_name;
-  bdd_ids_wood.for_each([&out](const Bddexpressionwood* wood, const BddIds& ids) {
-    out << "Bdd ids for wood:" << wood << " : (" << ids.status_id << ", " << ids.value_id << ")";
+  bdd_ids_wood.for_each([&out](const Bddexpressionwood* wood, const BddIds& indices) {
+    out << "Bdd ids for wood:" << wood << " : (" << indices.status_index << ", "
+        << indices.value_index << ")";
   });
 }
 
@@ -102,36 +106,36 @@ void SignalManager::addSignalRef(SignalRef* ref) {
                                });
     same_signal.insert(at, ref);
   }
-  ref->getBddIdsWood().for_each([&](Bddexpressionwood* wood, const BddIds& ids) {
-    addSignalRefIdTable(ids.status_id, ids.value_id, ref, wood);
+  ref->getBddIdsWood().for_each([&](Bddexpressionwood* wood, const BddIds& indices) {
+    addSignalRefIdTable(indices.status_index, indices.value_index, ref, wood);
   });
 }
 
-void SignalManager::addSignalRefIdTable(long status_id, long value_id, SignalRef* ref,
+void SignalManager::addSignalRefIdTable(long status_index, long value_index, SignalRef* ref,
                                         Bddexpressionwood* wood) {
   SignalRefTable& table = signalref_id_table[wood->my_bdd_manager()];
   const size_t needed = static_cast<size_t>(
-      std::max({wood->my_bdd_manager()->Nb_bdd_vars(), status_id + 1, value_id + 1}));
+      std::max({wood->my_bdd_manager()->Nb_bdd_vars(), status_index + 1, value_index + 1}));
   if (table.size() < needed) table.resize(needed, nullptr);
-  // Over one manager a reference has the same two ids in each wood.
-  const bool its_own = ref->isDefinedWood(wood) && ref->getBddStatusId(wood) == status_id &&
-                       ref->getBddValueId(wood) == value_id;
-  const auto taken = [&](long id) {
-    return table[id] != nullptr && !(its_own && table[id] == ref);
+  // Over one manager a reference has the same two indices in each wood.
+  const bool its_own = ref->isDefinedWood(wood) && ref->getBddStatusId(wood) == status_index &&
+                       ref->getBddValueId(wood) == value_index;
+  const auto taken = [&](long index) {
+    return table[index] != nullptr && !(its_own && table[index] == ref);
   };
-  if (taken(status_id))
+  if (taken(status_index))
     throw IllegalOperationException("addSignalRef (excep1)", ref->getCurrentName());
-  if (taken(value_id))
+  if (taken(value_index))
     throw IllegalOperationException("addSignalRef (excep2)", ref->getCurrentName());
-  table[status_id] = ref;
-  table[value_id] = ref;
+  table[status_index] = ref;
+  table[value_index] = ref;
   signalrefs_of_wood[wood].push_back(ref);
 }
 
-void SignalManager::extendSignalRef(long status_id, long value_id, SignalRef* ref,
+void SignalManager::extendSignalRef(long status_index, long value_index, SignalRef* ref,
                                     Bddexpressionwood* wood) {
-  ref->addBddIds(status_id, value_id, wood);
-  addSignalRefIdTable(status_id, value_id, ref, wood);
+  ref->addBddIds(status_index, value_index, wood);
+  addSignalRefIdTable(status_index, value_index, ref, wood);
 }
 
 SignalRef* SignalManager::getSignalRefByName(const std::string& current_name) const {
@@ -139,10 +143,10 @@ SignalRef* SignalManager::getSignalRefByName(const std::string& current_name) co
   return place < 0 ? nullptr : signalref_table[place];
 }
 
-SignalRef* SignalManager::getSignalRefById(long id, const Bddexpressionwood* wood) const {
+SignalRef* SignalManager::getSignalRefById(long index, const Bddexpressionwood* wood) const {
   const SignalRefTable* table = tableOf(wood);
-  if (table == nullptr || id < 0 || static_cast<size_t>(id) >= table->size()) return nullptr;
-  SignalRef* ref = (*table)[id];
+  if (table == nullptr || index < 0 || static_cast<size_t>(index) >= table->size()) return nullptr;
+  SignalRef* ref = (*table)[index];
   return ref != nullptr && ref->isDefinedWood(wood) ? ref : nullptr;
 }
 
@@ -242,11 +246,12 @@ void SignalManager::printSignalTableById(std::ostream& out) const {
   for (const auto& [wood, refs] : signalrefs_of_wood) {
     out << "wood address:" << wood << ":\n";
     const SignalRefTable& table = *tableOf(wood);
-    for (size_t id = 0; id < table.size(); ++id) {
-      const SignalRef* ref = table[id];
+    for (size_t index = 0; index < table.size(); ++index) {
+      const SignalRef* ref = table[index];
       if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
-      out << id << ": current: " << ref->getCurrentName() << "  internal:" << ref->getInternalName()
-          << " original: " << ref->getOriginalName() << '\n';
+      out << index << ": current: " << ref->getCurrentName()
+          << "  internal:" << ref->getInternalName() << " original: " << ref->getOriginalName()
+          << '\n';
     }
   }
 }

@@ -20,13 +20,13 @@ class Signal;
 
 /// Ids of the two variables of one occurrence.
 struct BddIds {
-  long status_id;
-  long value_id;
+  long status_index;
+  long value_index;
 };
 using BddIdsWood = by_wood<BddIds>;
 
-/// One occurrence of a signal: its current name, and the ids of its variables "_s_" and "_v_" plus
-/// that name in each wood in which the occurrence exists.
+/// One occurrence of a signal: its current name, and the indices of its variables "_s_" and "_v_"
+/// plus that name in each wood in which the occurrence exists.
 class SignalRef {
  public:
   // Each makes the two variables, status first, last in the wood's order unless they exist, and
@@ -40,13 +40,13 @@ class SignalRef {
   /// Index of the variable of that name, made last if there is none.
   static long computeId(const std::string& name, Bddexpressionwood* wood);
 
-  /// IllegalOperationException when the reference has ids for the wood already.
-  void addBddIds(long status_id, long value_id, Bddexpressionwood* wood);
-  /// IllegalOperationException for a wood without ids.
+  /// IllegalOperationException when the reference has indices for the wood already.
+  void addBddIds(long status_index, long value_index, Bddexpressionwood* wood);
+  /// IllegalOperationException for a wood without indices.
   long getBddStatusId(Bddexpressionwood* wood) const;
   long getBddValueId(Bddexpressionwood* wood) const;
-  void setBddStatusId(long id, Bddexpressionwood* wood);
-  void setBddValueId(long id, Bddexpressionwood* wood);
+  void setBddStatusId(long index, Bddexpressionwood* wood);
+  void setBddValueId(long index, Bddexpressionwood* wood);
   bool isDefinedWood(const Bddexpressionwood* wood) const;
   void removeWood(const Bddexpressionwood* wood);
 
@@ -76,7 +76,7 @@ class SignalRef {
   bool is_valued = false;
 };
 
-/// All references of a module, by current name and by variable id in each wood.
+/// All references of a module, by current name and by variable index in each wood.
 class SignalManager {
  public:
   SignalManager() = default;
@@ -85,13 +85,15 @@ class SignalManager {
 
   /// HashTableAddException for a current name already there.
   void addSignalRef(SignalRef* ref);
-  /// IllegalOperationException when an id is taken.
-  void addSignalRefIdTable(long status_id, long value_id, SignalRef* ref, Bddexpressionwood* wood);
-  void extendSignalRef(long status_id, long value_id, SignalRef* ref, Bddexpressionwood* wood);
+  /// IllegalOperationException when an index is taken.
+  void addSignalRefIdTable(long status_index, long value_index, SignalRef* ref,
+                           Bddexpressionwood* wood);
+  void extendSignalRef(long status_index, long value_index, SignalRef* ref,
+                       Bddexpressionwood* wood);
 
   /// Null when there is none.
   SignalRef* getSignalRefByName(const std::string& current_name) const;
-  SignalRef* getSignalRefById(long id, const Bddexpressionwood* wood) const;
+  SignalRef* getSignalRefById(long index, const Bddexpressionwood* wood) const;
   SignalRef* getSignalRefByOccurrence(const Signal* signal, int occurrence) const;
   /// The references with the signal's internal name that are defined in the wood, in name order.
   std::list<SignalRef*> getAllSignalRef(const Signal* signal, const Bddexpressionwood* wood) const;
@@ -106,7 +108,7 @@ class SignalManager {
   /// The references defined in the wood, in order of arrival.
   const std::vector<SignalRef*>& definedIn(const Bddexpressionwood* wood) const;
 
-  /// Gives every reference defined in `from` the same ids in `to`.
+  /// Gives every reference defined in `from` the same indices in `to`.
   void duplicate(Bddexpressionwood* from, Bddexpressionwood* to);
   /// Takes the wood out of all references and tables, then destroys it.
   void deleteWood(Bddexpressionwood* wood);
@@ -115,7 +117,7 @@ class SignalManager {
   void printSignalTableById(std::ostream& out) const;
 
  private:
-  /// Entries by variable id; null where an id has no reference.
+  /// Entries by variable index; null where an index has no reference.
   using SignalRefTable = std::vector<SignalRef*>;
   const SignalRefTable* tableOf(const Bddexpressionwood* wood) const;
 
@@ -129,7 +131,7 @@ class SignalManager {
   /// The further occurrences by internal name, each list in name order. Most signals have none, and
   /// occurrence 0 bears the internal name itself, before all others.
   std::unordered_map<std::string_view, std::vector<SignalRef*>> further_occurrences;
-  /// By variable id. Woods over one manager have the same ids, so they share a table; which
+  /// By variable index. Woods over one manager have the same indices, so they share a table; which
   /// references are defined in a wood, the references know.
   std::unordered_map<const bddpp_manager*, SignalRefTable> signalref_id_table;
   /// The references that each wood defines, in order of arrival.

@@ -1,3 +1,5 @@
+// Two ways out of the library: the text for its own callers, and the diagnostic for the sink.
+
 #include "tarn/session/diagnostic.h"
 
 #include <iostream>
@@ -7,6 +9,7 @@
 #include "base/process_end.h"
 #include "forms/forms.h"
 #include "tarn/session/session.h"
+#include "tarn/session/told_texts.h"
 
 namespace kiva {
 
@@ -15,6 +18,7 @@ namespace {
 constexpr int width_of_big_messages = 300;
 
 void tell(const Diagnostic& diagnostic) {
+  if (!Session::current().part<ToldTexts>().written) return;
   switch (diagnostic.manner) {
     case Manner::stream:
       std::cerr << diagnostic.told << '\n';

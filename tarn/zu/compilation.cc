@@ -24,10 +24,10 @@ void start_signal(Signal* signal, Module* module, const char* complaint) {
   if (outside == nullptr) throw IllegalOperationException(complaint, signal->getInternalName());
   signal->newOccurrence(wood, module);
   module->getCompilation()->createBottomEquation(signal, module);
-  const auto tie = [&](long id, const bdd& inside, int usertype) {
-    const std::unique_ptr<Bddexpression> replaced(wood->exp_by_index(id));
+  const auto tie = [&](long index, const bdd& inside, int usertype) {
+    const std::unique_ptr<Bddexpression> replaced(wood->exp_by_index(index));
     // Learnt, and so owned, by the wood.
-    new Bddexpression(signal->getInternalName(), wood, wood->Bdd_var_by_index(id), inside, 0, 0,
+    new Bddexpression(signal->getInternalName(), wood, wood->Bdd_var_by_index(index), inside, 0, 0,
                       usertype);
   };
   tie(outside->getBddStatusId(wood), signal->getBddStatus(module, wood),
@@ -80,11 +80,11 @@ void create_compile_env(Module* module) {
 }
 
 void sort_code(Module* module) {
-  std::list<long> ids;
+  std::list<long> indices;
   for (const signal_list* list : {&module->getLocalSignalList(), &module->getOutputSignalList()})
     for (const Signal* signal : *list)
-      ids.splice(ids.end(), signal->getAllBddId(module, module->getBddWood()));
-  module->getCompilation()->callPert(ids);
+      indices.splice(indices.end(), signal->getAllBddId(module, module->getBddWood()));
+  module->getCompilation()->callPert(indices);
 }
 
 }  // namespace kiva

@@ -17,6 +17,7 @@
 #include "tarn/model/rules.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
+#include "tarn/zu/whole_values.h"
 
 namespace kiva {
 
@@ -37,8 +38,8 @@ void define(Bddexpressionwood* wood, const std::string& name, const bdd& left, c
   new Bddexpression(name, wood, left, right, 0, 0, usertype);
 }
 
-bdd variable(Bddexpressionwood* wood, long id) {
-  return wood->Bdd_var_by_index(id);
+bdd variable(Bddexpressionwood* wood, long index) {
+  return wood->Bdd_var_by_index(index);
 }
 
 void require_type(Bddexpression* e, int type, const std::string& warning) {
@@ -50,23 +51,23 @@ void require_type(Bddexpression* e, int type, const std::string& warning) {
 /// Gives a signal's occurrences the rails that they lack.
 void complete_pairs(Module* module, Bddexpressionwood* wood, const Signal* signal,
                     bool may_define_status) {
-  const std::list<long> ids = signal->getAllBddId(module, wood);
-  for (auto at = ids.begin(); at != ids.end();) {
-    const long status_id = *at++;
-    const long value_id = *at++;
-    if (status_id < 0) continue;
-    const Bddexpression* status = wood->exp_by_index(status_id);
-    Bddexpression* value = wood->exp_by_index(value_id);
+  const std::list<long> indices = signal->getAllBddId(module, wood);
+  for (auto at = indices.begin(); at != indices.end();) {
+    const long status_index = *at++;
+    const long value_index = *at++;
+    if (status_index < 0) continue;
+    const Bddexpression* status = wood->exp_by_index(status_index);
+    Bddexpression* value = wood->exp_by_index(value_index);
     if (value == nullptr) {
-      define(wood, signal->getInternalName(), variable(wood, value_id),
-             wood->Bdd_not(variable(wood, status_id)), signal->computeValueType());
+      define(wood, signal->getInternalName(), variable(wood, value_index),
+             wood->Bdd_not(variable(wood, status_index)), signal->computeValueType());
     } else if (status == nullptr) {
       if (!may_define_status) continue;
       report("***Warning: Finalize: no status expression and a value expression for:" +
-                 wood->Name_var_by_index(value_id) + "!!!\n => changing status equation ...",
+                 wood->Name_var_by_index(value_index) + "!!!\n => changing status equation ...",
              Manner::message, Severity::warning);
-      define(wood, signal->getInternalName(), variable(wood, status_id),
-             wood->Bdd_not(variable(wood, value_id)), signal->computeValueType());
+      define(wood, signal->getInternalName(), variable(wood, status_index),
+             wood->Bdd_not(variable(wood, value_index)), signal->computeValueType());
     } else if (status->getAbstraction() == 0 && value->getAbstraction() == 0 &&
                wood->my_bdd_manager()->Bdd_is_zero_tautologic(status->my_bdd_exp()) != 0 &&
                wood->my_bdd_manager()->Bdd_is_zero_tautologic(value->my_bdd_exp()) != 0) {
@@ -79,22 +80,22 @@ void complete_pairs(Module* module, Bddexpressionwood* wood, const Signal* signa
 void require_types(Module* module, Bddexpressionwood* wood) {
   for (const regclass* reg : module->getRegisterList()) {
     const Signal* next = reg->next_var();
-    const long status_id = next->getBddStatusId(module, wood);
-    const long value_id = next->getBddValueId(module, wood);
-    require_type(wood->exp_by_index(status_id), Compilation::SREG,
-                 " Warning: reaffectation " + wood->Name_var_by_index(status_id) + " with SREG");
-    require_type(wood->exp_by_index(value_id), Compilation::VREG,
-                 " Warning reaffectation " + wood->Name_var_by_index(value_id) + " with VREG");
+    const long status_index = next->getBddStatusId(module, wood);
+    const long value_index = next->getBddValueId(module, wood);
+    require_type(wood->exp_by_index(status_index), Compilation::SREG,
+                 " Warning: reaffectation " + wood->Name_var_by_index(status_index) + " with SREG");
+    require_type(wood->exp_by_index(value_index), Compilation::VREG,
+                 " Warning reaffectation " + wood->Name_var_by_index(value_index) + " with VREG");
   }
   if (module->getDataTable() == nullptr) return;
   for (const auto& [bound_name, binding] : *module->getDataTable()) {
     if (binding->getClock() == nullptr) continue;
     const Signal* signal = binding->getSignal();
-    const auto make_output = [&](long id, int type) {
-      Bddexpression* e = wood->exp_by_index(id);
+    const auto make_output = [&](long index, int type) {
+      Bddexpression* e = wood->exp_by_index(index);
       if (e == nullptr) return;
       require_type(e, type,
-                   "Warning: reaffectation " + wood->Name_var_by_index(id) + " with " +
+                   "Warning: reaffectation " + wood->Name_var_by_index(index) + " with " +
                        std::to_string(type) + " (founding :" + std::to_string(e->getUserType()) +
                        ")");
     };
@@ -107,14 +108,16 @@ void require_types(Module* module, Bddexpressionwood* wood) {
 void complete_signals(Module* module, Bddexpressionwood* wood) {
   for (const signal_list* list : {&module->getInputSignalList(), &module->getDataSignalList()})
     for (const Signal* input : *list) {
-      const long status_id = input->getBddStatusId(module, wood);
+      const long status_index = input->getBddStatusId(module, wood);
       define(wood, input->getInternalName(), variable(wood, input->getBddValueId(module, wood)),
-             wood->Bdd_not(variable(wood, status_id)), Compilation::VINPUT);
+             wood->Bdd_not(variable(wood, status_index)), Compilation::VINPUT);
       // Instances of one module have data signals of one original name.
       const bool instance = input->isInstance();
       wood->Rename_var(instance ? input->getInternalName() : input->getOriginalName(),
-                       wood->Name_var_by_index(status_id));
+                       wood->Name_var_by_index(status_index));
     }
+  for (const signal_list* list : {&module->getOutputSignalList(), &module->getLocalSignalList()})
+    for (const Signal* signal : *list) join_values(signal, module, wood);
   for (const Signal* output : module->getOutputSignalList()) {
     complete_pairs(module, wood, output, true);
     wood->Rename_var(output->getOriginalName(),
@@ -163,8 +166,8 @@ std::vector<const Signal*> watched_locals(const Module* module) {
 void set_types(Module* module, Bddexpressionwood* wood, const std::vector<const Signal*>& signals,
                int status_type, int value_type) {
   for (const Signal* signal : signals) {
-    const auto set_type = [&](long id, int type) {
-      Bddexpression* e = wood->exp_by_index(id);
+    const auto set_type = [&](long index, int type) {
+      Bddexpression* e = wood->exp_by_index(index);
       if (e != nullptr && e->getAbstraction() == 0) e->setUserType(type);
     };
     set_type(signal->getInitialBddStatusId(module, wood), status_type);
@@ -185,9 +188,9 @@ std::set<const Signal*> register_variables(const Module* module) {
 index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rtl,
                            const std::vector<const Signal*>& watched) {
   std::vector<long> kept;
-  const auto keep = [&](long status_id, long value_id) {
-    kept.push_back(status_id);
-    kept.push_back(value_id);
+  const auto keep = [&](long status_index, long value_index) {
+    kept.push_back(status_index);
+    kept.push_back(value_index);
   };
   // A constant that nobody reads would go; the wire has its equations whatever the module holds.
   keep(module->getReset()->getBddStatusId(module, wood),
@@ -219,10 +222,12 @@ void forget_silent_locals(Module* module, Bddexpressionwood* wood) {
   const auto is_silent = [&](const Signal* local) {
     if (registers.contains(local) || local->isValued(module, wood) || local->isClock())
       return false;
-    const std::list<long> ids = local->getAllBddId(module, wood);
-    const auto is_own = [&](long id) { return std::find(ids.begin(), ids.end(), id) != ids.end(); };
-    for (auto at = ids.begin(); at != ids.end(); ++at) {
-      const bool is_status = std::distance(ids.begin(), at) % 2 == 0;
+    const std::list<long> indices = local->getAllBddId(module, wood);
+    const auto is_own = [&](long index) {
+      return std::find(indices.begin(), indices.end(), index) != indices.end();
+    };
+    for (auto at = indices.begin(); at != indices.end(); ++at) {
+      const bool is_status = std::distance(indices.begin(), at) % 2 == 0;
       const index_set& readers = wood->set_of_amont_dependances(*at);
       if ((is_status && wood->exp_by_index(*at) != nullptr) ||
           !std::all_of(readers.begin(), readers.end(), is_own))
@@ -236,8 +241,8 @@ void forget_silent_locals(Module* module, Bddexpressionwood* wood) {
       kept.push_back(local);
       continue;
     }
-    for (long id : local->getAllBddId(module, wood))
-      if (wood->exp_by_index(id) != nullptr) wood->forget_expression_by_bddid(id);
+    for (long index : local->getAllBddId(module, wood))
+      if (wood->exp_by_index(index) != nullptr) wood->forget_expression_by_bddid(index);
   }
   module->setLocalSignalList(std::move(kept));
 }
@@ -249,12 +254,12 @@ void date(Module* module, Bddexpressionwood* wood) {
   wood->compute_dates(dated);
   // Inputs and wires are in no list: what reads them may have their date, and come before them.
   std::list<long> overtaken;
-  for (long id : wood->Set_of_exp()) {
-    const long date = wood->exp_by_index(id)->getEarlyDate();
-    for (long reader : wood->set_of_amont_dependances(id)) {
+  for (long index : wood->Set_of_exp()) {
+    const long date = wood->exp_by_index(index)->getEarlyDate();
+    for (long reader : wood->set_of_amont_dependances(index)) {
       const Bddexpression* e = wood->exp_by_index(reader);
-      if (e == nullptr || std::pair(e->getEarlyDate(), reader) > std::pair(date, id)) continue;
-      overtaken.push_back(id);
+      if (e == nullptr || std::pair(e->getEarlyDate(), reader) > std::pair(date, index)) continue;
+      overtaken.push_back(index);
       break;
     }
   }
@@ -342,8 +347,8 @@ void clean_locals(Module* module) {
   signal_list kept;
   for (Signal* local : module->getLocalSignalList()) {
     const auto is_read = [&] {
-      for (long id : local->getAllBddId(module, wood))
-        if (!wood->set_of_amont_dependances(id).empty()) return true;
+      for (long index : local->getAllBddId(module, wood))
+        if (!wood->set_of_amont_dependances(index).empty()) return true;
       return false;
     };
     if (is_watched(local) || local->isRegister() || local->isValued(module, wood) ||
@@ -363,8 +368,8 @@ void add_over_knowledge_check(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
   bdd error = wood->Bdd_zero();
   for (const Signal* output : module->getOutputSignalList()) {
-    const std::list<long> ids = output->getAllBddId(module, wood);
-    for (auto at = ids.begin(); at != ids.end();) {
+    const std::list<long> indices = output->getAllBddId(module, wood);
+    for (auto at = indices.begin(); at != indices.end();) {
       const Bddexpression* status = wood->exp_by_index(*at++);
       const Bddexpression* value = wood->exp_by_index(*at++);
       if (status == nullptr || value == nullptr || status->getAbstraction() != 0 ||

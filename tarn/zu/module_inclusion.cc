@@ -12,6 +12,7 @@
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/whole_values.h"
 
 namespace kiva {
 
@@ -33,10 +34,10 @@ bool is_declared(const Signal* signal, Module* called) {
   if (called->getStatement() != nullptr || !signal->isLocal() || signal->isRegister())
     return signal->isDeclared();
   Bddexpressionwood* wood = called->getBddWood();
-  const long status_id = signal->getBddStatusId(called, wood);
+  const long status_index = signal->getBddStatusId(called, wood);
   const Bddexpression* value = wood->exp_by_index(signal->getBddValueId(called, wood));
-  if (wood->exp_by_index(status_id) == nullptr || value == nullptr ||
-      value->my_bdd_exp() == wood->Bdd_not(wood->Bdd_var_by_index(status_id)))
+  if (wood->exp_by_index(status_index) == nullptr || value == nullptr ||
+      value->my_bdd_exp() == wood->Bdd_not(wood->Bdd_var_by_index(status_index)))
     return false;
   const std::string& name = signal->getInternalName();
   const size_t end = name.find_last_not_of("0123456789");
@@ -85,7 +86,8 @@ class Instance {
       return copy;
     };
     Signal* actual = variable(reg.actual_var());
-    auto* copy = make_kept<regclass>(actual, variable(reg.next_var()), reg.is_initialy_true());
+    const int initial = reg.is_initialy_true();
+    auto* copy = make_kept<regclass>(actual, variable(reg.next_var()), initial);
     module_->addRegisterSignal(copy);
     return copy;
   }
@@ -93,8 +95,8 @@ class Instance {
   /// The equations now belong to locals, whatever their signals were in the called module.
   void retype_equations() const {
     for (const Signal* copy : copies_) {
-      const auto retype = [&](long id, int usertype) {
-        if (Bddexpression* equation = wood_->exp_by_index(id)) equation->setUserType(usertype);
+      const auto retype = [&](long index, int usertype) {
+        if (Bddexpression* equation = wood_->exp_by_index(index)) equation->setUserType(usertype);
       };
       retype(copy->getBddStatusId(module_, wood_), copy->computeStatusType());
       retype(copy->getBddValueId(module_, wood_), copy->computeValueType());
@@ -106,9 +108,9 @@ class Instance {
   void complete_equations() const {
     for (const Signal* copy : copies_) {
       if (!copy->isLocal() || copy->isRegister() || copy->isWire()) continue;
-      const auto complete = [&](long id, const bdd& f, int usertype) {
-        if (wood_->exp_by_index(id) == nullptr)
-          new Bddexpression(copy->getInternalName(), wood_, wood_->Bdd_var_by_index(id), f, 0, 0,
+      const auto complete = [&](long index, const bdd& f, int usertype) {
+        if (wood_->exp_by_index(index) == nullptr)
+          new Bddexpression(copy->getInternalName(), wood_, wood_->Bdd_var_by_index(index), f, 0, 0,
                             usertype);  // learnt, and so owned, by the wood
       };
       complete(copy->getBddStatusId(module_, wood_), wood_->Bdd_zero(), copy->computeStatusType());
@@ -213,13 +215,15 @@ void include_compiled_module(Module* module, Module* called, Interface* interfac
   }
 
   wood->Include_wood_instance(*called->getBddWood(), suffix);
+  for (const signal_list* list : {&called->getOutputSignalList(), &called->getLocalSignalList()})
+    for (const Signal* signal : *list) join_values(signal, called, wood, suffix);
   instance.retype_equations();
   if (called->getFinalised() != 0) instance.complete_equations();
   if (start_up != nullptr)
     for (const char* rail : {"_s_", "_v_"}) {
-      const long id =
+      const long index =
           wood->Index_var_by_name(rail + start_up->next_var()->getInternalName() + suffix);
-      if (id >= 0) wood->forget_expression_by_bddid(id);
+      if (index >= 0) wood->forget_expression_by_bddid(index);
     }
 
   module->setReincarnate(module->getReincarnate() || called->getReincarnate());

@@ -51,6 +51,7 @@ int class_zu_parser::parse() {
       reader.depths_.clear();
       reader.extents_.clear();
       reader.declared_.clear();
+      reader.types_here_.clear();
       reader.recovery_ = {};
     }
   } at_end{*this};

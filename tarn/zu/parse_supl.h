@@ -259,9 +259,13 @@ class class_zu_parser {
   template <class Check>
   void check_data(DataExpr* data, Check check);
   static DataExpr* unknown_value();
-  /// True for a declaration that an earlier file has made in the same words: it stands already.
-  template <class Declaration>
-  bool known_from_elsewhere(const Declaration& again, const Declaration* known);
+  /// Adds a declaration to its table, unless an earlier file has made it in the same words. `known`
+  /// has that name in the table and may be null.
+  template <class Declaration, class Table>
+  void enter(Declaration* made, const std::string& name, const Declaration* known,
+             void (Table::*add)(Declaration*), Table& table);
+  /// Tells of a name that stands at the production under way, and stood at a first place.
+  void doubled(const std::string& name, const SourceSpan& first);
   Signal* any_signal(const std::string& name);
   /// A signal for a name that a fault was about, so that the next one is about something else.
   Signal* stand_in(const std::string& name);
@@ -289,7 +293,10 @@ class class_zu_parser {
   std::vector<std::shared_ptr<void>> passing_;
   std::unordered_map<const void*, int> depths_;
   std::unordered_map<std::string, SourceSpan> signal_places_;  ///< of the module under way
-  std::unordered_set<const void*> declared_;  ///< methods and constants of this file
+  std::unordered_map<std::string, SourceSpan> run_places_;     ///< of the module under way
+  std::unordered_map<std::string, SourceSpan> types_here_;     ///< of this file
+  std::unordered_set<const void*> declared_;                 ///< methods and constants of this file
+  std::unordered_map<const void*, SourceSpan> declared_at_;  ///< of all files
   std::unordered_map<const Statement*, Extent> extents_;
   std::unordered_map<std::string, int> counters_;
   long copies_left_ = 0;

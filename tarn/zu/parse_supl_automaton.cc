@@ -26,10 +26,11 @@ State* class_zu_parser::new_state(const std::string& name) {
 
 void class_zu_parser::state(const std::string& name, bool final_state, Statement* run,
                             const SignalActions* actions, const GeometryTriple* geometry) {
-  if (Automaton::findState(*TheCurrentStateTable(), name) != nullptr) {
-    fatal("ERROR: two states or more have the same name: " + name + "\n\nAbortion ...",
-          "two states have the name \"" + name + '"');
-    return;
+  if (const State* other = Automaton::findState(*TheCurrentStateTable(), name)) {
+    const std::string sentence = "two states have the name \"" + name + '"';
+    if (gathers())
+      return fault(sentence, span_, {{place_of(other->span), "the other one stands here"}});
+    fatal("ERROR: two states or more have the same name: " + name + "\n\nAbortion ...", sentence);
   }
   State* state = new_state(name);
   state->declared = true;

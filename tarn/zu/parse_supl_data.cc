@@ -1,9 +1,9 @@
 // The data part of a source file, and data expressions.
 
 #include <algorithm>
-#include <sstream>
 
 #include "base/nearest_name.h"
+#include "base/text_stream.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
@@ -14,8 +14,10 @@ namespace kiva {
 
 namespace {
 
+const std::string literal_prefix = "C__";
+
 std::string literal_name(const std::string& literal) {
-  return "C__" + literal;
+  return literal_prefix + literal;
 }
 
 const ConstantDecl* known_constant(const std::string& name) {
@@ -33,14 +35,19 @@ std::string module_name() {
 // What an earlier file has declared stays: its expressions refer to the tables by index. A file may
 // declare it again in the same words, as files do whose modules run each other; once.
 
-template <class Declaration>
-bool class_zu_parser::known_from_elsewhere(const Declaration& again, const Declaration* known) {
-  const bool first_here = declared_.insert(known == nullptr ? &again : known).second;
-  if (known == nullptr || !first_here) return false;
-  std::ostringstream ours, theirs;
-  again.print(ours);
-  known->print(theirs);
-  return ours.str() == theirs.str();
+template <class Declaration, class Table>
+void class_zu_parser::enter(Declaration* made, const std::string& name, const Declaration* known,
+                            void (Table::*add)(Declaration*), Table& table) {
+  const bool first_here = declared_.insert(known == nullptr ? made : known).second;
+  if (known != nullptr && first_here) {
+    TextStream ours, theirs;
+    made->print(ours);
+    known->print(theirs);
+    if (ours.str() == theirs.str()) return;
+  }
+  if (known != nullptr && gathers()) return doubled(name, declared_at_[known]);
+  (table.*add)(made);
+  declared_at_[made] = span_;
 }
 
 void class_zu_parser::make_type_table() {
@@ -54,7 +61,13 @@ void class_zu_parser::make_constant_table() {
 }
 
 void class_zu_parser::add_type(const std::string& name) {
-  Compilation::typeTable().addType(name);
+  DataTypeTable& table = Compilation::typeTable();
+  table.addType(name);
+  // The production is the list up to the name.
+  span_.first_line = span_.last_line;
+  span_.first_column = span_.last_column + 1 - static_cast<int>(name.size());
+  const auto [first, is_new] = types_here_.emplace(name, span_);
+  if (!is_new && checks()) doubled(name, first->second);
 }
 
 void class_zu_parser::require_type(const std::string& name) {
@@ -77,9 +90,7 @@ void class_zu_parser::add_method(const std::string& type, const std::string& nam
   DataMethodTable& table = Compilation::methodTable();
   MethodDecl* method =
       make_kept<MethodDecl>(type, name, arguments == nullptr ? NameList() : *arguments);
-  tolerate([&] {
-    if (!known_from_elsewhere(*method, table.getMethod(name))) table.addMethod(method);
-  });
+  enter(method, name, table.getMethod(name), &DataMethodTable::addMethod, table);
 }
 
 void class_zu_parser::add_constant(const std::string& type, const std::string& name,
@@ -92,9 +103,9 @@ void class_zu_parser::add_constant(const std::string& type, const std::string& n
     if (value->isDataValue()) static_cast<DataValue*>(value)->setConstant(constant);
   }
   DataConstantTable& table = Compilation::constantTable();
-  tolerate([&] {
-    if (!known_from_elsewhere(*constant, table.getConstant(name))) table.addConstant(constant);
-  });
+  const bool is_literal = name.starts_with(literal_prefix);
+  enter(constant, is_literal ? name.substr(literal_prefix.size()) : name, table.getConstant(name),
+        &DataConstantTable::addConstant, table);
 }
 
 void class_zu_parser::add_literal(const std::string& type, const std::string& literal) {

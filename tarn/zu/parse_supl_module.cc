@@ -18,6 +18,7 @@ void class_zu_parser::begin_module(const std::string& name) {
   recovery_.braced = false;
   recovery_.braces.clear();
   signal_places_.clear();
+  run_places_.clear();
 }
 
 void class_zu_parser::refuse_doubled(const std::string& name) {
@@ -25,13 +26,17 @@ void class_zu_parser::refuse_doubled(const std::string& name) {
   if (!Compilation::rules().copies && !checks()) return;
   const auto [first, is_new] = signal_places_.emplace(name, span_);
   if (is_new) return;
-  Diagnostic doubled;
-  doubled.where = place_of(span_);
-  doubled.sentence = '"' + name + "\" is declared twice";
-  doubled.notes.push_back({place_of(first->second), "first declared here"});
-  doubled.manner = Manner::untold;
-  if (!gathers()) end_with(std::move(doubled));
-  fault(doubled.sentence, span_, doubled.notes);
+  doubled(name, first->second);
+}
+
+void class_zu_parser::doubled(const std::string& name, const SourceSpan& first) {
+  Diagnostic twice;
+  twice.where = place_of(span_);
+  twice.sentence = '"' + name + "\" is declared twice";
+  twice.notes.push_back({place_of(first), "first declared here"});
+  twice.manner = Manner::untold;
+  if (!gathers()) end_with(std::move(twice));
+  fault(twice.sentence, span_, twice.notes);
 }
 
 void class_zu_parser::finish_module(Statement* body) {
@@ -73,20 +78,21 @@ void class_zu_parser::declare_local(const std::string& name, const std::string& 
 
 void class_zu_parser::declare_run(const std::string& path, const std::string& module) {
   const size_t slash = path.rfind('/');
-  tolerate([&] {
-    if (slash == std::string::npos) {
-      TheModule()->addRunDecl(module, "", path);
-    } else {
-      TheModule()->addRunDecl(module, path.substr(slash + 1), path.substr(0, slash));
-    }
-  });
+  if (slash == std::string::npos) return declare_run(path, "", module);
+  declare_run(path.substr(0, slash), path.substr(slash + 1), module);
 }
 
 void class_zu_parser::declare_run(const std::string& directory, const std::string& file,
                                   const std::string& module) {
   std::string slashed = directory;
   std::replace(slashed.begin(), slashed.end(), '\\', '/');
-  tolerate([&] { TheModule()->addRunDecl(module, file, slashed); });
+  const auto [first, is_new] = run_places_.emplace(module, span_);
+  if (!is_new && gathers()) {
+    fault("the place of module \"" + module + "\" is declared twice", span_,
+          {{place_of(first->second), "first declared here"}});
+  } else {
+    TheModule()->addRunDecl(module, file, slashed);
+  }
 }
 
 Signal* class_zu_parser::any_signal(const std::string& name) {

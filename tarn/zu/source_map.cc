@@ -3,12 +3,13 @@
 
 #include "tarn/zu/source_map.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <nlohmann/json.hpp>
+#include <map>
 
 #include "tarn/model/module.h"
 #include "tarn/zu/statements/automaton.h"
@@ -17,6 +18,56 @@
 namespace kiva {
 
 namespace {
+
+/// What stands at a place of a source file; empty where it cannot be read.
+class SourceTexts {
+ public:
+  std::string at(const SourceSpan& span) {
+    if (!span.known()) return "";
+    std::vector<std::string>& lines = lines_of(*span.file);
+    std::string text;
+    for (int number = span.first_line; number <= span.last_line; ++number) {
+      if (number < 1 || static_cast<size_t>(number) > lines.size()) return "";
+      std::string line = lines[static_cast<size_t>(number) - 1];
+      if (number == span.last_line) line.resize(std::min<size_t>(line.size(), span.last_column));
+      if (number == span.first_line)
+        line.erase(0, std::min<size_t>(line.size(), static_cast<size_t>(span.first_column) - 1));
+      line.resize(std::min(line.size(), line.find(";;")));
+      std::istringstream words(line);
+      for (std::string word; words >> word;) text += (text.empty() ? "" : " ") + word;
+    }
+    return text;
+  }
+
+ private:
+  std::vector<std::string>& lines_of(const std::string& file) {
+    const auto [at, first] = lines_.try_emplace(file);
+    std::ifstream in;
+    if (first) in.open(file);
+    for (std::string line; first && std::getline(in, line);) at->second.push_back(line);
+    return at->second;
+  }
+  std::map<std::string, std::vector<std::string>> lines_;
+};
+
+std::string trimmed(const std::string& text) {
+  const size_t first = text.find_first_not_of(" ;"), last = text.find_last_not_of(" ;");
+  return first == std::string::npos ? "" : text.substr(first, last - first + 1);
+}
+
+/// Rank, trigger and actions of a transition's text "FROM RANK [TRIGGER] / ACTIONS -> TO".
+std::string arc_label(const std::string& text, const Transition& t) {
+  std::string label = text;
+  for (const char* arrow : {"strong->", "weak->", "initial->", "normalterm->", "->"})
+    if (const size_t at = label.rfind(arrow); at != std::string::npos) {
+      label.resize(at);
+      break;
+    }
+  label = trimmed(label);
+  if (!t.initial && t.from != nullptr && label.starts_with(t.from->name))
+    label.erase(0, t.from->name.size());
+  return trimmed(label);
+}
 
 /// What stands around a statement.
 struct Around {
@@ -33,7 +84,7 @@ class Walk {
   void instance(Module* module, const Run* run, const Around& around) {
     const size_t number = map.instances.size();
     map.instances.push_back(
-        {module->getName(), around.path, around.suffix, {}, {}, {}, {}, {}, number});
+        {module->getName(), around.path, around.suffix, {}, {}, {}, {}, {}, {}, {}, number});
     if (run != nullptr)
       map.instances[number].twin_of =
           first_of_.try_emplace({around.number, run->getSpan().text()}, number).first->second;
@@ -73,7 +124,8 @@ class Walk {
     if (run != nullptr) part.stops = inside.stops;
     if (s->isAutomaton()) {
       map.instances[around.number].code = part.active;
-      automaton(s, around.number);
+      map.instances[around.number].next_code = part.active_next;
+      automaton(s, around.number, around.suffix);
     }
     condition(s, part, around);
     map.instances[around.number].parts.push_back(part);
@@ -117,15 +169,30 @@ class Walk {
         {s->getConditionSpan(), name(at.value, around.suffix), looked, around.stops});
   }
 
-  void automaton(const Statement* s, size_t number) {
+  void automaton(const Statement* s, size_t number, const std::string& suffix) {
     SourceMap::Instance& into = map.instances[number];
-    for (const auto& [name, state] : *s->getStateTable())
-      if (state->span.known() && !name.ends_with("->"))
-        into.states.push_back({name, state->span, state->number, state->final_state});
+    for (const auto& [name, state] : *s->getStateTable()) {
+      if (name.ends_with("->")) into.twins.emplace_back(name, state->number);
+      if (!state->span.known() || name.ends_with("->")) continue;
+      const std::string text = texts_.at(state->span);
+      const size_t slash = text.find('/');
+      into.states.push_back(
+          {name,
+           state->span,
+           state->number,
+           state->final_state,
+           slash == std::string::npos || !state->declared ? "" : trimmed(text.substr(slash + 1)),
+           {}});
+      if (state->geometry)
+        into.states.back().geometry.assign(state->geometry->begin(), state->geometry->end());
+    }
     for (const Transition* t : *s->getTransitionList())
-      into.arcs.push_back({t->initial ? "" : t->from->name, t->to->name, t->span, t->tpe});
+      into.arcs.push_back({t->initial ? "" : t->from->name, t->to->name, t->span, t->tpe,
+                           arc_label(texts_.at(t->span), *t), name(t->fired, suffix),
+                           name(t->triggered, suffix)});
   }
 
+  SourceTexts texts_;
   /// By instance around it and place of the run.
   std::map<std::pair<size_t, std::string>, size_t> first_of_;
 };
@@ -151,53 +218,6 @@ std::string file_hash(const std::string& file) {
   char digits[17];
   std::snprintf(digits, sizeof digits, "%016" PRIx64, hash);
   return digits;
-}
-
-std::string source_map_text(const SourceMap& map, const std::string& module) {
-  using Json = nlohmann::ordered_json;
-  Json json;
-  json["module"] = module;
-  json["sources"] = Json::object();
-  const auto span = [&](const SourceSpan& at) {
-    if (!at.known()) return Json(nullptr);
-    const std::string file = std::filesystem::absolute(*at.file).lexically_normal();
-    if (!json["sources"].contains(file)) json["sources"][file] = file_hash(file);
-    return Json{file, at.first_line, at.first_column, at.last_line, at.last_column};
-  };
-  json["locals"] = map.locals;
-  json["instances"] = Json::array();
-  for (const SourceMap::Instance& instance : map.instances) {
-    Json of{{"module", instance.module}, {"path", instance.path}, {"suffix", instance.suffix}};
-    const auto number = static_cast<size_t>(&instance - map.instances.data());
-    if (instance.twin_of != number) of["twin_of"] = instance.twin_of;
-    of["statements"] = Json::array();
-    for (const SourceMap::Part& part : instance.parts)
-      of["statements"].push_back({{"span", span(part.span)},
-                                  {"leaf", part.leaf},
-                                  {"set", part.set},
-                                  {"reset", part.reset},
-                                  {"end", part.rtl},
-                                  {"active", part.active},
-                                  {"next", part.active_next},
-                                  {"stops", part.stops}});
-    of["conditions"] = Json::array();
-    for (const SourceMap::Condition& condition : instance.conditions)
-      of["conditions"].push_back({{"span", span(condition.span)},
-                                  {"value", condition.value},
-                                  {"looked", condition.looked},
-                                  {"stops", condition.stops}});
-    if (!instance.states.empty()) of["code"] = instance.code;
-    for (const SourceMap::AutomatonState& state : instance.states)
-      of["states"].push_back({{"name", state.name},
-                              {"span", span(state.span)},
-                              {"code", state.code},
-                              {"final", state.final_state}});
-    for (const SourceMap::Arc& arc : instance.arcs)
-      of["transitions"].push_back(
-          {{"from", arc.from}, {"to", arc.to}, {"span", span(arc.span)}, {"kind", arc.kind}});
-    json["instances"].push_back(std::move(of));
-  }
-  return json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }
 
 }  // namespace kiva

@@ -37,12 +37,16 @@ struct SourceMap {
     SourceSpan span;
     int code;
     bool final_state;
+    std::string shows;             ///< what it emits, as the source has it
+    std::vector<double> geometry;  ///< where the source places it: x, y, radius; else empty
   };
   struct Arc {
     std::string from;  ///< empty for an initial one
     std::string to;
     SourceSpan span;
-    int kind;  ///< Transition::strong, weak, normal_termination
+    int kind;                      ///< Transition::strong, weak, normal_termination
+    std::string label;             ///< trigger and actions, as the source has them
+    std::string fired, triggered;  ///< One where it fires, where its trigger holds in its source
   };
   struct Instance {
     std::string module;
@@ -50,8 +54,10 @@ struct SourceMap {
     std::string suffix;  ///< behind the names of its signals
     std::vector<Part> parts;
     std::vector<Condition> conditions;
-    std::vector<std::string> code;
+    std::vector<std::string> code, next_code;
     std::vector<AutomatonState> states;
+    /// The code of the twin of a state that runs a module and may start it again.
+    std::vector<std::pair<std::string, int>> twins;
     std::vector<Arc> arcs;
     /// Another circuit of the same place, as copies of a loop's body are: the instance with which
     /// it is one to the reader; its own number where there is none.

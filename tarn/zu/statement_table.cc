@@ -1,3 +1,5 @@
+// The statements of the language, a row each; what a statement is stands in its own files.
+
 #include "tarn/zu/statement_table.h"
 
 #include <unordered_map>

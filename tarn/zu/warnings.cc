@@ -182,6 +182,7 @@ std::vector<Diagnostic> find_doubtful(const std::vector<ReadModule>& modules) {
   for (const ReadModule& read : modules) {
     find_doubtful_signals(read, found);
     find_doubtful_statements(*read.module, found);
+    find_overruled(*read.module, found);
   }
   if (!modules.empty()) find_doubtful_modules(modules, found);
   return found;

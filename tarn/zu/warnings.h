@@ -36,6 +36,7 @@ Diagnostic warning(const char* name, const SourceSpan& span, std::string sentenc
 // Parts of it.
 void find_doubtful_signals(const ReadModule& read, std::vector<Diagnostic>& found);
 void find_doubtful_statements(const Module& module, std::vector<Diagnostic>& found);
+void find_overruled(const Module& module, std::vector<Diagnostic>& found);
 void find_doubtful_modules(const std::vector<ReadModule>& modules, std::vector<Diagnostic>& found);
 
 }  // namespace kiva

@@ -1,20 +1,19 @@
 // What is doubtful about single statements, automata and machines.
 
 #include <algorithm>
-#include <array>
 #include <set>
 
 #include "tarn/model/expression.h"
 #include "tarn/model/module.h"
 #include "tarn/zu/statement_walk.h"
 #include "tarn/zu/statements/automaton.h"
-#include "tarn/zu/statements/emit.h"
 #include "tarn/zu/statements/halt.h"
 #include "tarn/zu/statements/loop.h"
 #include "tarn/zu/statements/mealy.h"
 #include "tarn/zu/statements/parallel.h"
 #include "tarn/zu/statements/present.h"
 #include "tarn/zu/statements/sequence.h"
+#include "tarn/zu/three_states.h"
 #include "tarn/zu/warnings.h"
 
 namespace kiva {
@@ -53,94 +52,20 @@ void find_dead_code(const Statement& sequence, Found& found) {
   }
 }
 
-/// Of two emissions of a value one after the other in one instant the last counts.
-void find_overruled(const Statement& sequence, Found& found) {
-  const std::vector<Statement*> members = sequence.children();
-  for (size_t i = 0; i + 1 < members.size(); ++i) {
-    const auto* first = dynamic_cast<const Emit*>(members[i]);
-    if (first == nullptr || first->getDataSignal() == nullptr) continue;
-    for (size_t k = i + 1; k < members.size(); ++k) {
-      const auto* second = dynamic_cast<const Emit*>(members[k]);
-      if (second == nullptr) break;
-      if (second->getSignal() != first->getSignal() || second->getDataSignal() == nullptr) continue;
-      Diagnostic overruled =
-          warning("overruled", first->getSpan(),
-                  "the value of " + quoted(first->getSignalName()) +
-                      " does not count: it is emitted again in the same instant");
-      overruled.notes.push_back({place_of(second->getSpan()), "here"});
-      found.push_back(std::move(overruled));
-      break;
-    }
-  }
-}
-
 // Conditions.
-
-/// Status and value, as the expressions have them.
-struct Rails {
-  bool status, value;
-};
-
-using States = std::vector<std::pair<const Signal*, Rails>>;
-
-Rails state_of(const Signal* signal, const States& states) {
-  for (const auto& [known, state] : states)
-    if (known == signal) return state;
-  return {false, false};
-}
-
-bool is_present(const Rails& r) {
-  return r.status && !r.value;
-}
-
-Rails rails(const Expression* e, const States& states) {
-  if (e->isTrueExpr()) return {true, false};
-  if (e->isFalseExpr()) return {false, true};
-  if (const auto* signal = dynamic_cast<const Signal*>(e)) return state_of(signal, states);
-  if (const auto* negated = dynamic_cast<const NotExpression*>(e)) {
-    const Rails r = rails(negated->getExpression(), states);
-    return {r.value, r.status};
-  }
-  if (const auto* absent = dynamic_cast<const NpExpression*>(e)) {
-    const Rails r = rails(absent->getExpression(), states);
-    return {!is_present(r), is_present(r)};
-  }
-  const auto* pair = dynamic_cast<const BinaryExpression*>(e);
-  if (pair == nullptr) return {false, false};
-  const Rails a = rails(pair->getLeft(), states);
-  const Rails b = rails(pair->getRight(), states);
-  if (dynamic_cast<const AndExpression*>(e) != nullptr)
-    return {a.status && b.status, a.value || b.value};
-  return {a.status || b.status, a.value && b.value};
-}
 
 /// "present" or "absent" where the expression is that in all states of its signals; "" where it is
 /// not, and where there are too many to try.
 std::string constant(const Expression* e) {
-  constexpr size_t most = 6;
-  constexpr size_t longest = 64;
-  std::set<const Signal*> signals;
-  size_t named = 0;
-  for_each_signal(e, [&](const Signal* signal) {
-    signals.insert(signal);
-    ++named;
+  if (expression_key(e).empty()) return "";
+  std::set<Moment> signals;
+  for_each_signal(e, [&](const Signal* signal) { signals.insert({signal, 0}); });
+  bool present = false, absent = false;
+  const bool tried = for_each_state(signals, [&](const States& states) {
+    (is_present(rails(e, 0, states)) ? present : absent) = true;
   });
-  if (signals.size() > most || named > longest) return "";
-  static constexpr std::array<Rails, 3> each{{{false, false}, {true, false}, {false, true}}};
-  size_t count = 1;
-  for (size_t i = 0; i < signals.size(); ++i) count *= each.size();
-  size_t present = 0;
-  for (size_t n = 0; n < count; ++n) {
-    States states;
-    size_t rest = n;
-    for (const Signal* signal : signals) {
-      states.emplace_back(signal, each[rest % each.size()]);
-      rest /= each.size();
-    }
-    present += is_present(rails(e, states)) ? 1 : 0;
-  }
-  if (present == count) return "present";
-  return present == 0 ? "absent" : "";
+  if (!tried || present == absent) return "";
+  return present ? "present" : "absent";
 }
 
 // Automata and machines.
@@ -201,10 +126,7 @@ void find_doubtful_equations(const Module& module, const MealyMachine& machine, 
 
 void find_doubtful_statements(const Module& module, Found& found) {
   for_each_statement(module.getStatement(), [&](const Statement& statement) {
-    if (statement.isSequence()) {
-      find_dead_code(statement, found);
-      find_overruled(statement, found);
-    }
+    if (statement.isSequence()) find_dead_code(statement, found);
     if (statement.isAutomaton()) find_doubtful_states(statement, found);
     if (const auto* machine = dynamic_cast<const MealyMachine*>(&statement))
       find_doubtful_equations(module, *machine, found);

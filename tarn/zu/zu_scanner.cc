@@ -1,3 +1,6 @@
+// The scanner reads its whole text at once: the generated one would scan a long token again at each
+// refill.
+
 #include "tarn/zu/zu_scanner.h"
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/scanner_error.h"
 #include "tarn/model/source_span.h"
 
 #ifndef yyFlexLexerOnce
@@ -28,6 +29,7 @@ class zu_scanner : public zuFlexLexer {
 
  protected:
   int LexerInput(char* buffer, int size) override;
+  void LexerError(const char* told) override { throw_scanner_error(told); }
 
  private:
   /// Moves on over the text of one match.

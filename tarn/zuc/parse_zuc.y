@@ -21,6 +21,7 @@ using kiva::signal_list;
 
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 10000
+#define YYSTACK_USE_ALLOCA 1  // gone, too, where an action throws
 %}
 
 %define api.prefix {zuc}
@@ -47,12 +48,6 @@ int zuclex(ZUCSTYPE* value);
 static void zucerror(kiva::class_zuc_parser& reader, const char* message) {
   reader.syntax_error(message);
 }
-
-/// Takes over what an action's value points to.
-template <class T>
-static std::unique_ptr<T> owned(T* value) {
-  return std::unique_ptr<T>(value);
-}
 }
 
 %token END_OF_INPUT 0 "$end"
@@ -72,8 +67,6 @@ static std::unique_ptr<T> owned(T* value) {
 %type <evaluation> evaluation
 %type <names> argument_list
 
-%destructor { delete $$; } <text> <signals> <numbers> <evaluation> <names>
-
 %%
 
 module_compile:
@@ -92,7 +85,7 @@ name_declaration:
     TOKEN_MODULE ident
       {
         reader.trace(2, 1, "definition nom declaration");
-        reader.module_name = *owned($2);
+        reader.module_name = *reader.values.take($2);
       }
   ;
 
@@ -106,7 +99,7 @@ input_declarations:
   | TOKEN_INPUTS iol_list TOKEN_SEP
       {
         reader.trace(5, 2, "definition liste inputs");
-        reader.inputs = std::move(*owned($2));
+        reader.inputs = std::move(*reader.values.take($2));
         reader.mark_inputs(reader.inputs);
         if (!reader.stand_once(reader.inputs)) YYABORT;
       }
@@ -118,7 +111,7 @@ output_declarations:
   | TOKEN_OUTPUTS iol_list TOKEN_SEP
       {
         reader.trace(6, 2, "definition liste output");
-        reader.outputs = std::move(*owned($2));
+        reader.outputs = std::move(*reader.values.take($2));
         reader.mark_outputs(reader.outputs);
         if (!reader.stand_once(reader.outputs)) YYABORT;
       }
@@ -130,7 +123,7 @@ data_declarations:
   | TOKEN_DATA_SIGNAL iol_list TOKEN_SEP
       {
         reader.trace(7, 2, "definition liste data signals");
-        reader.data = std::move(*owned($2));
+        reader.data = std::move(*reader.values.take($2));
         reader.mark_data(reader.data);
         if (!reader.stand_once(reader.data, true)) YYABORT;
       }
@@ -142,7 +135,7 @@ local_declarations:
   | TOKEN_LOCALS iol_list TOKEN_SEP
       {
         reader.trace(8, 2, "definition liste locaux");
-        reader.locals = std::move(*owned($2));
+        reader.locals = std::move(*reader.values.take($2));
         reader.mark_locals(reader.locals);
         if (!reader.stand_once(reader.locals)) YYABORT;
       }
@@ -152,7 +145,7 @@ iol_list:
     iol
       {
         reader.trace(9, 1, "creation liste iol");
-        $$ = new signal_list;
+        $$ = reader.values.make<signal_list>();
         $$->push_back($1);
       }
   | iol_list iol
@@ -162,8 +155,8 @@ iol_list:
 iol:
     ident possibletype
       {
-        auto name = owned($1);
-        auto type = owned($2);
+        auto name = reader.values.take($1);
+        auto type = reader.values.take($2);
         reader.trace(10, 1, *name);
         $$ = reader.declare(*name, type.get());
       }
@@ -187,8 +180,8 @@ register_list:
 register:
     next_var actual_var initial_value TOKEN_SEP
       {
-        auto next = owned($1);
-        auto actual = owned($2);
+        auto next = reader.values.take($1);
+        auto actual = reader.values.take($2);
         reader.trace(14, 1, *actual);
         if (auto* reg = reader.declare_register(*next, *actual, $3))
           reader.registers.push_back(reg);
@@ -207,9 +200,9 @@ initial_value:
 connexion_declarations:
     TOKEN_CONNEXION ident ident ident TOKEN_SEP
       {
-        auto set = owned($2);
-        auto reset = owned($3);
-        auto rtl = owned($4);
+        auto set = reader.values.take($2);
+        auto reset = reader.values.take($3);
+        auto rtl = reader.values.take($4);
         reader.trace(18, 1, "connexion");
         reader.declare_wires(*set, *reset, *rtl);
       }
@@ -219,7 +212,7 @@ ident:
     TOKEN_IDENT
       {
         reader.trace_token(19, 1);
-        $$ = new std::string(reader.token_text());
+        $$ = reader.values.make<std::string>(reader.token_text());
       }
   ;
 
@@ -256,7 +249,7 @@ expression_bool:
     number number number TOKEN_DEUX_POINTS number TOKEN_VIRGULE number TOKEN_VIRGULE
     TOKEN_POUVRANTE number_list TOKEN_PFERMANTE
       {
-        auto deps = owned($10);
+        auto deps = reader.values.take($10);
         reader.trace(25, 1, "def expression bool");
         if (!reader.expression_line($1, $2, $3, $5, $7, *deps)) YYABORT;
       }
@@ -266,7 +259,7 @@ number_list:
     %empty
       {
         reader.trace(26, 1, "liste nombres vide");
-        $$ = new std::vector<long>;
+        $$ = reader.values.make<std::vector<long>>();
         constexpr size_t usual = 8;
         $$->reserve(usual);
       }
@@ -313,7 +306,7 @@ evaltable_list:
 evaltable:
     number TOKEN_DEUX_POINTS evaluation TOKEN_SEP
       {
-        auto node = owned($3);
+        auto node = reader.values.take($3);
         reader.trace(33, 1, "ligne evaluation");
         node->nodeident = $1;
         node->line = reader.line();
@@ -325,27 +318,27 @@ evaluation:
     evalconstante
       {
         reader.trace(34, 1, "constante");
-        $$ = new evalnodeparse{evalnodeparse::constant, $1, -1, {}};
+        $$ = reader.values.make<evalnodeparse>(evalnodeparse::constant, $1, -1, std::vector<long>());
       }
   | number
       {
         reader.trace(34, 2, "nombre");
-        $$ = new evalnodeparse{evalnodeparse::reference, $1, -1, {}};
+        $$ = reader.values.make<evalnodeparse>(evalnodeparse::reference, $1, -1, std::vector<long>());
       }
   | TOKEN_POURCENT number TOKEN_POUVRANTE evalargument_list TOKEN_PFERMANTE
       {
-        auto arguments = owned($4);
+        auto arguments = reader.values.take($4);
         reader.trace(34, 3, "methode");
-        $$ = new evalnodeparse{evalnodeparse::method, 0, $2, std::move(*arguments)};
+        $$ = reader.values.make<evalnodeparse>(evalnodeparse::method, 0, $2, std::move(*arguments));
       }
   | TOKEN_DOUBLEPOURCENT number TOKEN_POUVRANTE evalargument_list TOKEN_PFERMANTE
       {
-        auto arguments = owned($4);
+        auto arguments = reader.values.take($4);
         reader.trace(34, 4, "operateur predefini");
         // A signal is its status and its value number, whatever follows.
         if ($2 % kiva::DataExpr::NbPredefOp == kiva::DataExpr::SignalVal && arguments->size() > 2)
           arguments->resize(2);
-        $$ = new evalnodeparse{evalnodeparse::operation, 0, $2, std::move(*arguments)};
+        $$ = reader.values.make<evalnodeparse>(evalnodeparse::operation, 0, $2, std::move(*arguments));
       }
   ;
 
@@ -354,9 +347,9 @@ evalconstante:
   ;
 
 evalargument_list:
-    %empty { reader.trace(36, 1, "liste arguments vide"); $$ = new std::vector<long>; }
+    %empty { reader.trace(36, 1, "liste arguments vide"); $$ = reader.values.make<std::vector<long>>(); }
   | evalargument
-      { reader.trace(36, 2, "creation liste arguments"); $$ = new std::vector<long>{$1}; }
+      { reader.trace(36, 2, "creation liste arguments"); $$ = reader.values.make<std::vector<long>>($1); }
   | evalargument_list TOKEN_VIRGULE evalargument
       { reader.trace(36, 3, "ajout argument liste"); $$ = $1; $$->push_back($3); }
   ;
@@ -380,7 +373,7 @@ typedata_list:
 typedata:
     ident TOKEN_SEP
       {
-        auto name = owned($1);
+        auto name = reader.values.take($1);
         reader.trace(40, 1, *name);
         if (!reader.add_type(*name)) YYABORT;
       }
@@ -394,9 +387,9 @@ method_list:
 met:
     ident ident TOKEN_POUVRANTE argument_list TOKEN_PFERMANTE TOKEN_SEP
       {
-        auto type = owned($1);
-        auto name = owned($2);
-        auto arguments = owned($4);
+        auto type = reader.values.take($1);
+        auto name = reader.values.take($2);
+        auto arguments = reader.values.take($4);
         reader.trace(42, 1, *name);
         if (!reader.add_method(*type, *name, *arguments)) YYABORT;
       }
@@ -404,17 +397,17 @@ met:
 
 argument_list:
     %empty
-      { reader.trace(43, 1, "liste types vide"); $$ = new std::list<std::string>; }
+      { reader.trace(43, 1, "liste types vide"); $$ = reader.values.make<std::list<std::string>>(); }
   | argument
       {
         reader.trace(43, 2, "creation liste types arguments");
-        $$ = new std::list<std::string>{*owned($1)};
+        $$ = reader.values.make<std::list<std::string>>(*reader.values.take($1));
       }
   | argument_list TOKEN_VIRGULE argument
       {
         reader.trace(43, 3, "ajout type argument");
         $$ = $1;
-        $$->push_back(*owned($3));
+        $$->push_back(*reader.values.take($3));
       }
   ;
 
@@ -433,16 +426,16 @@ constant_list:
 constant:
     ident ident constant_string TOKEN_SEP
       {
-        auto type = owned($1);
-        auto name = owned($2);
-        auto literal = owned($3);
+        auto type = reader.values.take($1);
+        auto name = reader.values.take($2);
+        auto literal = reader.values.take($3);
         reader.trace(47, 1, *name);
         if (!reader.add_constant(*type, *name, literal.get())) YYABORT;
       }
   | ident ident TOKEN_SEP
       {
-        auto type = owned($1);
-        auto name = owned($2);
+        auto type = reader.values.take($1);
+        auto name = reader.values.take($2);
         reader.trace(47, 2, *name);
         if (!reader.add_constant(*type, *name, nullptr)) YYABORT;
       }
@@ -452,7 +445,7 @@ constant_string:
     TOKEN_CHAINE_CARACTERES
       {
         reader.trace_token(48, 1);
-        $$ = new std::string(reader.token_text());
+        $$ = reader.values.make<std::string>(reader.token_text());
       }
   ;
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/name_numbers.h"
+#include "base/parse_values.h"
 #include "tarn/model/module.h"
 #include "tarn/zuc/zuc_bindings.h"
 #include "tarn/zuc/zuc_nodes.h"
@@ -70,6 +71,7 @@ class class_zuc_parser {
   bool finish(bool reincarnate, bool finalised);
 
   // What a read holds while it goes.
+  ParseValues values;
   long premier_bdd_id = 0;
   int explain_param = 0;
   std::ostream* parse_os = nullptr;

@@ -29,7 +29,7 @@ class ReaderTrace {
     if (!chosen_ && (!exists(there) || is_regular_file(there))) file_.emplace(beside);
   }
   ~ReaderTrace() {
-    if (file_) static_cast<void>(file_->finish());
+    if (file_) static_cast<void>(file_->finish(WholeFile::Sync::no));
   }
   ReaderTrace(const ReaderTrace&) = delete;
   ReaderTrace& operator=(const ReaderTrace&) = delete;

@@ -3,6 +3,8 @@
 #include <iosfwd>
 #include <string>
 
+#include "base/scanner_error.h"
+
 #ifndef yyFlexLexerOnce
 #define yyFlexLexer zucFlexLexer
 #include <FlexLexer.h>
@@ -21,6 +23,7 @@ class zuc_scanner : public zucFlexLexer {
 
  protected:
   int LexerInput(char* buffer, int size) override;
+  void LexerError(const char* told) override { throw_scanner_error(told); }
   void LexerOutput(const char* text, int length) override;
 
  private:

@@ -26,19 +26,19 @@ class FileNumbers {
  public:
   explicit FileNumbers(long variables) : numbers_(static_cast<size_t>(variables), -1) {}
   /// Gives the pair the next two numbers.
-  void enter(long status_id, long value_id) {
-    numbers_[static_cast<size_t>(status_id)] = next_++;
-    numbers_[static_cast<size_t>(value_id)] = next_++;
+  void enter(long status_index, long value_index) {
+    numbers_[static_cast<size_t>(status_index)] = next_++;
+    numbers_[static_cast<size_t>(value_index)] = next_++;
   }
   /// "V" and the number of the pair, with "_bis" behind it until no name of the interface is so.
-  std::string name(long status_id) const {
-    std::string name = "V" + std::to_string((*this)[status_id]);
+  std::string name(long status_index) const {
+    std::string name = "V" + std::to_string((*this)[status_index]);
     while (taken_.contains(name)) name += "_bis";
     return name;
   }
   /// The names that are written as they are.
   void take(const std::string& name) { taken_.insert(name); }
-  long operator[](long id) const { return numbers_[static_cast<size_t>(id)]; }
+  long operator[](long index) const { return numbers_[static_cast<size_t>(index)]; }
   long* data() { return numbers_.data(); }
 
  private:
@@ -94,10 +94,11 @@ void put_data_tables(std::ostream& os) {
 }
 
 /// Nothing can be said of the pair in any instant, and nobody asks.
-bool is_silent(Bddexpressionwood* wood, long status_id, long value_id) {
-  return wood->exp_by_index(status_id) == nullptr && wood->exp_by_index(value_id) == nullptr &&
-         wood->set_of_amont_dependances(status_id).empty() &&
-         wood->set_of_amont_dependances(value_id).empty();
+bool is_silent(Bddexpressionwood* wood, long status_index, long value_index) {
+  return wood->exp_by_index(status_index) == nullptr &&
+         wood->exp_by_index(value_index) == nullptr &&
+         wood->set_of_amont_dependances(status_index).empty() &&
+         wood->set_of_amont_dependances(value_index).empty();
 }
 
 /// Locals with all their occurrences, then the further occurrences of outputs.
@@ -106,20 +107,21 @@ void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool for
   const bool lists_no_silent = module->getFinalised() != 0 && Compilation::rules().locals;
   bool any_local = false;
   const auto put_occurrences = [&](const Signal* signal, bool skip_first) {
-    const std::list<long> ids = signal->getAllBddId(module, wood);
-    for (auto at = ids.begin(); at != ids.end();) {
-      const long status_id = *at++;
-      const long value_id = *at++;
+    const std::list<long> indices = signal->getAllBddId(module, wood);
+    for (auto at = indices.begin(); at != indices.end();) {
+      const long status_index = *at++;
+      const long value_index = *at++;
       if (std::exchange(skip_first, false)) continue;
-      if (lists_no_silent && status_id != ids.front() && is_silent(wood, status_id, value_id))
+      if (lists_no_silent && status_index != indices.front() &&
+          is_silent(wood, status_index, value_index))
         continue;
       if (!std::exchange(any_local, true)) os << "local:";
-      numbers.enter(status_id, value_id);
-      const SignalRef* ref = module->getSignalManager()->getSignalRefById(status_id, wood);
+      numbers.enter(status_index, value_index);
+      const SignalRef* ref = module->getSignalManager()->getSignalRefById(status_index, wood);
       if (ref == nullptr)
         end_with(signal->getInternalName() + " no signal reference ", Manner::message);
       if (forget_locals) {
-        os << "  " << numbers.name(status_id);
+        os << "  " << numbers.name(status_index);
       } else {
         os << ' ' << ref->getCurrentName();
         put_type(os, *ref);
@@ -136,10 +138,10 @@ void put_registers(Module* module, std::ostream& os, const FileNumbers& numbers,
   Bddexpressionwood* wood = module->getBddWood();
   os << "register:\n";
   for (const regclass* reg : module->getRegisterList()) {
+    const int initial = reg->is_initialy_true();
     if (forget_locals) {
       os << ' ' << numbers.name(reg->next_var()->getBddStatusId(module, wood)) << ' '
-         << numbers.name(reg->actual_var()->getBddStatusId(module, wood)) << ' '
-         << reg->is_initialy_true();
+         << numbers.name(reg->actual_var()->getBddStatusId(module, wood)) << ' ' << initial;
     } else {
       os << *reg;
     }
@@ -204,25 +206,25 @@ void write_zuc_bindings(Module* module, std::ostream& os,
   os << "binding:\n";
   int next = 0;
   std::list<DataExpr*> pending;
-  const auto put_line = [&](long status_id, long value_id, DataExpr* value, long clock_status_id,
-                            long clock_value_id) {
-    os << "   (" << map[status_id] << ", " << map[value_id] << "): value: " << next;
+  const auto put_line = [&](long status_index, long value_index, DataExpr* value,
+                            long clock_status_index, long clock_value_index) {
+    os << "   (" << map[status_index] << ", " << map[value_index] << "): value: " << next;
     value->setIndex(next++);
     pending.push_back(value);
-    if (clock_status_id >= 0)
-      os << " clock: (" << map[clock_status_id] << ", " << map[clock_value_id] << ")";
+    if (clock_status_index >= 0)
+      os << " clock: (" << map[clock_status_index] << ", " << map[clock_value_index] << ")";
     os << ";\n";
   };
   for (const auto& [bound_name, binding] : *module->getDataTable()) {
     const Signal* signal = binding->getSignal();
     const Signal* clock = binding->getClock();
     if (signal->isLocal() || signal->isWire() || signal->isOutput()) {
-      const std::list<long> ids = signal->getAllBddId(module, wood);
-      for (auto at = ids.begin(); at != ids.end();) {
-        const long status_id = *at++;
-        const long value_id = *at++;
-        if (map[status_id] < 0) continue;  // a silent occurrence
-        put_line(status_id, value_id, binding->getValue()->duplicate(),
+      const std::list<long> indices = signal->getAllBddId(module, wood);
+      for (auto at = indices.begin(); at != indices.end();) {
+        const long status_index = *at++;
+        const long value_index = *at++;
+        if (map[status_index] < 0) continue;  // a silent occurrence
+        put_line(status_index, value_index, binding->getValue()->duplicate(),
                  clock == nullptr ? -1 : clock->getInitialBddStatusId(module, wood),
                  clock == nullptr ? -1 : clock->getInitialBddValueId(module, wood));
       }

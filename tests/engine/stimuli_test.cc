@@ -4,6 +4,7 @@
 
 #include <sstream>
 
+#include "base/lines.h"
 #include "engine/condition.h"
 #include "engine/expectations.h"
 #include "engine/trace.h"
@@ -72,8 +73,8 @@ TEST_F(Stimuli, AreRefusedWithTheirLine) {
   EXPECT_EQ(refused("A B:zero=4"), "1: only an input in state one carries a value: \"B:zero=4\"");
   EXPECT_EQ(refused("A B A:top"), "1: an input stands twice on the line: \"A:top\"");
   EXPECT_EQ(refused("!go"), "1: the module has no input \"!go\"");
-  EXPECT_EQ(refused("A\n" + std::string(StimuliReader::longest_line, ' ') + "\n\n"), "accepted");
-  EXPECT_EQ(refused("A\n" + std::string(StimuliReader::longest_line + 1, ' ')),
+  EXPECT_EQ(refused("A\n" + std::string(longest_line, ' ') + "\n\n"), "accepted");
+  EXPECT_EQ(refused("A\n" + std::string(longest_line + 1, ' ')),
             "2: the line is longer than 16 MiB");
   EXPECT_EQ(refused("=5"), "1: the module has no input \"\"");
 }

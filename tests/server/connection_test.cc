@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "base/connection.h"
+#include "engine/recording.h"
 #include "engine/server_steps.h"
 #include "tests/server/valued_module.h"
 
@@ -68,6 +69,52 @@ TEST_F(Connecting, AnInstantHasAllItsValuesOrHasNotTakenPlace) {
     EXPECT_EQ(fault, "server " + connection.name() + c.fault) << c.name;
     EXPECT_TRUE(simulation->state() == before) << c.name;
   }
+}
+
+TEST_F(Connecting, ThePastAsksNobodyAndABranchAsksAgain) {
+  load(x_by_t1(5), "5: %1(0);\n");
+  int number = 0;
+  bool leaves = false;
+  FakeServer server([&](const std::string&) {
+    return leaves ? std::nullopt : std::optional(std::to_string(++number));
+  });
+  Connection connection("127.0.0.1", server.port(), milliseconds(5000));
+  connection.open();
+  const ServerSteps steps(&connection);
+  Recording recording(simulation.get());
+  const auto go = [&](const std::string& a) {
+    simulation->choose_input(0, SignalState::one);
+    simulation->type_input(0, a);
+    run_captured([&] { recording.go(nullptr); });
+  };
+  std::vector<SimulationState> shown{simulation->state()};
+  for (const char* a : {"3", "4", "5"}) {
+    go(a);
+    shown.push_back(simulation->state());
+    EXPECT_EQ(x_text(), std::to_string(number));
+  }
+  EXPECT_EQ(server.take_requests().size(), 3u);
+  for (const long instant : {2L, 3L, 0L, 1L}) {
+    EXPECT_TRUE(recording.to({0, instant}));
+    EXPECT_EQ(simulation->state(), shown[static_cast<size_t>(instant)]) << instant;
+  }
+  go("4");  // as it was
+  EXPECT_EQ(simulation->state(), shown[2]);
+  recording.init();
+  EXPECT_TRUE(recording.to({0, 1}));
+  EXPECT_THAT(server.take_requests(), testing::IsEmpty());
+
+  go("9");
+  EXPECT_EQ(x_text(), "4");
+  EXPECT_THAT(server.take_requests(), testing::ElementsAre("MC,neg,9"));
+  const Recording::Position branch = recording.position();
+  const SimulationState last = simulation->state();
+  leaves = true;
+  EXPECT_THROW(go("7"), ConnectionFault);
+  EXPECT_EQ(recording.position(), branch);
+  EXPECT_EQ(x_text(), "4");
+  EXPECT_TRUE(recording.back() && recording.forward());
+  EXPECT_EQ(simulation->state(), last);
 }
 
 TEST_F(Connecting, WhatNobodyAskedForEndsTheConnection) {

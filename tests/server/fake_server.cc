@@ -46,6 +46,7 @@ void FakeServer::say(const std::string& text) {
 FakeServer::~FakeServer() {
   SOCK_shutdown(client_, 1);
   shutdown(listening_, SHUT_RDWR);  // where nobody has come
+  shutdown(connection_, SHUT_RDWR);
   thread_.join();
   close(listening_);
 }
@@ -56,7 +57,10 @@ std::vector<std::string> FakeServer::take_requests() {
 }
 
 void FakeServer::serve() {
-  const int connection = accept(listening_, nullptr, nullptr);
+  for (int connection; (connection = accept(listening_, nullptr, nullptr)) >= 0;) serve(connection);
+}
+
+void FakeServer::serve(int connection) {
   connection_ = connection;
   std::string buffer(1 << 16, '\0');
   ssize_t received;
@@ -70,6 +74,7 @@ void FakeServer::serve() {
     if (!reply) break;
     send(connection, reply->data(), reply->size(), MSG_NOSIGNAL);
   }
+  connection_ = -1;
   close(connection);
 }
 

@@ -12,8 +12,8 @@
 
 namespace kiva::test {
 
-/// An evaluation server in the test's own process, on a port of 127.0.0.1 that the system chose. It
-/// keeps each request byte for byte, as one read gave it.
+/// An evaluation server in the test's own process, on a port of 127.0.0.1 that the system chose,
+/// for one client after another. It keeps each request byte for byte, as one read gave it.
 class FakeServer {
  public:
   /// The reply to a request; nothing to close the connection instead.
@@ -34,6 +34,7 @@ class FakeServer {
 
  private:
   void serve();
+  void serve(int connection);
 
   Answer answer_;
   unsigned short port_ = 0;

@@ -125,6 +125,8 @@ TEST_F(ConsoleInput, HoldsARunAgainstWhatIsAwaited) {
   EXPECT_EQ(run_program("kiva-console", both).status, 0);
   const std::string trace = dir.write("trace", plain.out);
   EXPECT_EQ(run_program("kiva-console", "--expect " + trace + " " + both).status, 0);
+  EXPECT_EQ(run_program("kiva-console", "--expect /dev/zero " + module, "T\n").err,
+            "/dev/zero:1: instant 1: the line is longer than 16 MiB\n");
 
   dir.write("s", "T -> !Q\n");
   const ProgramRun differs =

@@ -24,11 +24,10 @@ struct Runner {
   bool tools = true;   ///< needs programs of others; else an evaluator of ours reads the text
   bool open = true;    ///< takes modules that are not finalised
   int random_programs = 6;
-  /// The rails of a signal stand together, and those of rtl come first; else all statuses stand
-  /// before all values.
-  bool by_signal = true;
+  /// Proves the texts of the cases by their benches; null where an evaluator of ours runs them.
+  std::function<void(const Cases&)> prove = {};
   /// Writes the texts of the cases and runs them.
-  std::function<std::vector<Seen>(const Cases&)> run;
+  std::function<std::vector<Seen>(const Cases&)> run = {};
   /// Whether the target may refuse the module; null for never.
   std::function<bool(const TargetCase&)> refuses = {};
 };
@@ -47,23 +46,5 @@ struct Registered {
 /// A runner that takes the cases one by one.
 std::function<std::vector<Seen>(const Cases&)> one_by_one(
     std::function<Seen(const TargetCase&)> run);
-
-/// Rows of a printed trace: bits, then the value where one is shown.
-Seen read_seen(const std::string& lines);
-
-// What netlists and hardware have in common: bits in, bits out.
-
-struct Bits {
-  std::vector<std::string> inputs;  ///< one row an instant
-  size_t outputs;
-};
-/// Those of a case, its rails by signal, the tests on data behind them.
-Bits bits_of(const TargetCase& test);
-/// Simulates `entity` of a file, over the stimuli twice with a reset before each.
-Seen run_vhdl(const std::filesystem::path& folder, const std::string& file,
-              const std::string& entity, bool altera, const Bits& bits);
-/// Turns a netlist into a program of another language and simulates that.
-Seen run_blif(const std::filesystem::path& folder, const std::string& module, bool has_state,
-              const Bits& bits);
 
 }  // namespace kiva::test

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <utility>
 
 #include "engine/stimuli.h"
 #include "tarn/model/compilation.h"
@@ -56,6 +57,7 @@ void TargetCase::load(const fs::path& source, const std::string& stimuli,
   ASSERT_NE(read.module, nullptr) << read.problem;
   module_ = read.module;
   simulation_ = std::make_unique<Simulation>(module_);
+  bench_stimuli_ = stimuli;
   std::istringstream in(stimuli);
   StimuliReader reader(in, *simulation_);
   while (const auto stimulus = reader.next()) {
@@ -76,11 +78,19 @@ void TargetCase::load(const fs::path& source, const std::string& stimuli,
 
 void TargetCase::read_trace(const std::string& file) {
   std::ifstream in(file);
+  std::istringstream stimuli(std::exchange(bench_stimuli_, ""));
   size_t number = 0;
   for (std::string line; std::getline(in, line); ++number) {
     ASSERT_LT(number, instants_.size());
     const auto trace = nlohmann::json::parse(line);
     const auto& outputs = trace["outputs"];
+    while (std::getline(stimuli, line) && line.starts_with('#')) {
+    }
+    bench_stimuli_ += line + " ->";
+    // Tests on data, which targets without data are given.
+    for (const char* name : {"cold", "hot"})
+      if (trace["locals"].contains(name))
+        bench_stimuli_ += std::string(trace["locals"][name] == "one" ? " " : " !") + name;
     for (const auto& [name, word] : trace["locals"].items())
       instants_[number].locals[name] = pair_of(state_of_word(word.get<std::string>())).status;
     for (size_t i = 0; i < this->outputs().size(); ++i) {
@@ -88,7 +98,11 @@ void TargetCase::read_trace(const std::string& file) {
       instants_[number].outputs[i] = state_of_word(shown[0].get<std::string>());
       instants_[number].statuses[i] = pair_of(instants_[number].outputs[i]).status;
       instants_[number].values.push_back(shown[1].get<std::string>());
+      const std::string& name = simulation_->output_names()[i];
+      bench_stimuli_ +=
+          ' ' + stimulus_text(name, instants_[number].outputs[i], instants_[number].values.back());
     }
+    bench_stimuli_ += '\n';
   }
   ASSERT_EQ(number, instants_.size());
 }

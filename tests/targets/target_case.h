@@ -50,6 +50,9 @@ class TargetCase {
   /// fails. Gives what tarn told on the error stream.
   std::string write(const std::string& option) const;
 
+  /// What a bench is made of: the stimuli, with what the trace beside them tells, if there is one.
+  const std::string& bench_stimuli() const { return bench_stimuli_; }
+
   /// The bits of an instant's inputs: the status of each, then, of a module that is not finalised,
   /// the value of each.
   std::vector<int> input_bits(const Instant& instant) const;
@@ -67,7 +70,7 @@ class TargetCase {
 
   TempDir dir_;
   std::string name_;
-  std::string compiled_;
+  std::string compiled_, bench_stimuli_;
   Module* module_ = nullptr;
   std::unique_ptr<Simulation> simulation_;
   std::vector<Instant> instants_;

@@ -134,6 +134,14 @@ TEST(ZuFaults, OfNamesAndNumbers) {
        "2:8: error: the literal 3 is not declared under Constant:\n"},
       {"module m: end\nmodule m: end",
        "2:8: error: two modules have the name \"m\"\n1:8: note: the other one stands here\n"},
+      {"data: Type: int, int; Method: int f(); int f(int); Constant: int 1; int 1; end data\n"
+       "module m: Run: \"d\": n; \"e\": n; automaton state: s; state: s; transition: initial-> s; "
+       "end",
+       "1:18: error: \"int\" is declared twice\n1:13: note: first declared here\n"
+       "1:40: error: \"f\" is declared twice\n1:31: note: first declared here\n"
+       "1:69: error: \"1\" is declared twice\n1:62: note: first declared here\n"
+       "2:24: error: the place of module \"n\" is declared twice\n2:16: note: first declared here\n"
+       "2:52: error: two states have the name \"s\"\n2:42: note: the other one stands here\n"},
   };
   for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
 }
@@ -209,13 +217,49 @@ TEST(ZuFaults, OfDoubtfulPlaces) {
       {"module x: Output: o; emit o end\nmodule y: Output: o; emit o end\n"
        "module z: Output: o; run y end",
        "1:8: warning: module \"x\" is not reached from \"z\", the last of the file\n"},
-      {"data: Type: int; Constant: int 1; int 2; end data\nmodule x: Output: o: int; emit o(1) >> "
-       "emit o(2) end",
-       "2:27: warning: the value of \"o\" does not count: it is emitted again in the same instant\n"
-       "2:40: note: here\n"},
       {"module m: Input: a; Local: l; run elsewhere end", ""},
   };
   for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
+}
+
+/// Emissions that meet surely and differ; `columns` of the earlier and of the later, from line 3.
+TEST(ZuFaults, OfValuesThatMeet) {
+  const std::string text =
+      "data: Type: int; Constant: int 1; int 2; end data\n"
+      "module m: Input: a, b; Output: o: int;\n";
+  const struct {
+    const char* body;
+    int earlier, later;  ///< columns; 0 for none
+    bool always = true;
+  } cases[] = {
+      {"emit o(1) >> emit o(2)", 1, 14},
+      {"emit o(1) || emit o(2)", 1, 14},
+      {"emit o(1) || emit o(1)", 0, 0},
+      {"pause >> emit o(1) || pause >> emit o(2)", 10, 32},
+      {"pause >> emit o(1) || pause >> pause >> emit o(2)", 0, 0},
+      {"{ wait a >> emit o(1) } || { wait a >> emit o(2) }", 13, 40},
+      {"{ wait a >> emit o(1) } || { wait b >> emit o(2) }", 0, 0},
+      {"present a emit o(1) else emit o(2)", 0, 0},
+      {"{ present a emit o(1) } >> emit o(2)", 13, 28},
+      {"emit o(1) >> present a emit o(2)", 0, 0},
+      {"emit o(1) || { present a emit o(2) }", 1, 26, false},
+      {"{ present a emit o(1) } || { present not a emit o(2) }", 0, 0},
+      {"weak abort { emit o(1) >> pause >> emit o(2) } when a || { emit o(2) >> pause }", 14, 60},
+      {"weak abort { pause >> emit o(1) } when a || { pause >> emit o(2) }", 0, 0},
+      {"loop { emit o(1) >> pause >> emit o(2) }", 8, 30},
+      {"{ sustain o(1) until a } || pause >> emit o(2)", 0, 0},
+  };
+  for (const auto& c : cases) {
+    const std::string told = c.always ? "it is emitted again in the same instant"
+                                      : "in an instant in which it is emitted again";
+    EXPECT_EQ(faults(text + "present a or b nothing >>\n{ " + c.body + " } end"),
+              c.earlier == 0
+                  ? ""
+                  : "4:" + std::to_string(c.earlier + 2) +
+                        ": warning: the value of \"o\" does not count" + (c.always ? ": " : " ") +
+                        told + "\n4:" + std::to_string(c.later + 2) + ": note: here\n")
+        << c.body;
+  }
 }
 
 TEST(ZuFaults, AreToldUpToABound) {

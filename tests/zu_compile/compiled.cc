@@ -10,6 +10,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/whole_values.h"
 #include "tests/support/process_end.h"
 #include "tests/support/temp_dir.h"
 
@@ -24,22 +25,22 @@ void restart_reader() {
   Compilation::GDataConstantTable() = nullptr;
 }
 
-Compiled::Compiled(const std::string& text, const Rules& rules) {
+Compiled::Compiled(const std::string& text, const Rules& rules) : rules_(rules) {
   static const TempDir dir;
   const std::string file = dir.write("main.zu", text);
   restart_reader();
-  run(rules, [&] {
+  run([&] {
     Compilation::zu_parse(file.c_str());
     module_ = Compilation::ModTable()->get("main");
   });
 }
 
-Compiled::Compiled(Module* module, const Rules& rules) {
-  run(rules, [&] { module_ = module; });
+Compiled::Compiled(Module* module, const Rules& rules) : rules_(rules) {
+  run([&] { module_ = module; });
 }
 
-void Compiled::run(const Rules& rules, const std::function<void()>& make_module) {
-  const Rules before = std::exchange(Compilation::rules(), rules);
+void Compiled::run(const std::function<void()>& make_module) {
+  const Rules before = std::exchange(Compilation::rules(), rules_);
   const Outcome outcome = run_captured([&] {
     try {
       make_module();
@@ -84,7 +85,7 @@ void expect_equation(const Compiled& compiled, const std::string& variable,
 }
 
 Instants::Instants(const Compiled& compiled) : module_(compiled.module()) {
-  close_silent_occurrences();
+  close_occurrences(compiled.rules());
   Bddexpressionwood* wood = module_->getBddWood();
   const std::list<long> order = wood->earliest_sort();
   order_.assign(order.begin(), order.end());
@@ -93,10 +94,12 @@ Instants::Instants(const Compiled& compiled) : module_(compiled.module()) {
     write(reg->actual_var(), reg->is_initialy_true() != 0, reg->is_initialy_true() == 0);
 }
 
-void Instants::close_silent_occurrences() {
+void Instants::close_occurrences(const Rules& rules) {
   Bddexpressionwood* wood = module_->getBddWood();
+  const Rules before = std::exchange(Compilation::rules(), rules);
   for (const signal_list* list : {&module_->getOutputSignalList(), &module_->getLocalSignalList()})
     for (const Signal* signal : *list) {
+      join_values(signal, module_, wood);
       const std::list<long> ids = signal->getAllBddId(module_, wood);
       for (auto id = ids.begin(); id != ids.end(); ++id) {
         const Bddexpression* status = wood->exp_by_index(*id);
@@ -107,6 +110,7 @@ void Instants::close_silent_occurrences() {
           value->setBddExp(wood->Bdd_one(), value->getEarlyDate(), value->getLateDate());
       }
     }
+  Compilation::rules() = before;
 }
 
 void Instants::write(const Signal* signal, bool status, bool value) {

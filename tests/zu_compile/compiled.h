@@ -32,13 +32,15 @@ class Compiled {
   const std::string& report() const { return report_; }
   Module* module() const { return module_; }
   Bddexpressionwood* wood() const { return module_->getBddWood(); }
+  const Rules& rules() const { return rules_; }
 
   /// The right member of a variable's equation; fails the test when there is none.
   bdd equation(const std::string& variable) const;
 
  private:
-  void run(const Rules& rules, const std::function<void()>& make_module);
+  void run(const std::function<void()>& make_module);
 
+  Rules rules_;
   Module* module_ = nullptr;
   std::string report_;
 };
@@ -56,7 +58,7 @@ struct Stimulus {
 
 /// Runs a compiled module by its equations, in the order of their dates, one instant at a time. As
 /// after finalisation, an input that is not present is Zero, and so is an occurrence of a signal
-/// that nothing writes: the constructor makes it so.
+/// that nothing writes, and all occurrences say whether it is absent: the constructor makes it so.
 class Instants {
  public:
   explicit Instants(const Compiled& compiled);
@@ -65,7 +67,7 @@ class Instants {
   char state(const std::string& signal) const;
 
  private:
-  void close_silent_occurrences();
+  void close_occurrences(const Rules& rules);
   void write(const Signal* signal, bool status, bool value);
 
   Module* module_;

@@ -88,6 +88,15 @@ const Kind rows[] = {
            m.emit(p.signal);
            return State();
          }},
+    {.name = "noemit",
+     .alone = 1,
+     .writes = true,
+     .text = [](const Program& p) { return "noemit " + p.signal; },
+     .start =
+         [](Meaning& m, const Program& p) {
+           m.deny(p.signal);
+           return State();
+         }},
     {.name = "pause",
      .alone = 3,
      .text = [](const Program&) { return std::string("pause"); },

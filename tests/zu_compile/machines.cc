@@ -74,11 +74,11 @@ State start_equations(Meaning& m, const Program& p) {
 }
 
 /// The first in rank of a kind out of a state that is triggered; null if none is.
-const Transition* triggered(const Meaning& m, const Program& p, int from, Transition::Kind kind) {
+const Transition* triggered(Meaning& m, const Program& p, int from, Transition::Kind kind) {
   const auto rank = [](const Transition& t) { return t.priority < 0 ? INT_MAX : t.priority; };
   const Transition* first = nullptr;
   for (const Transition& t : p.transitions)
-    if (t.from == from && t.kind == kind && t.trigger.holds(m.present()))
+    if (t.from == from && t.kind == kind && m.holds(t.trigger))
       if (first == nullptr || rank(t) < rank(*first)) first = &t;
   return first;
 }

@@ -18,8 +18,13 @@ class Meaning {
   /// instant and then takes it away. False when no set of signals agrees with itself, or a loop
   /// goes round for ever within the instant.
   bool step(const std::set<std::string>& inputs, bool start, bool kill);
-  /// Inputs and what was emitted in the last instant.
+  /// Inputs and what was emitted, and not denied, in the last instant.
   const std::set<std::string>& present() const { return present_; }
+  /// A condition has read what is both emitted and denied: no meaning tells what follows.
+  bool contradicted() const { return contradicted_; }
+  /// What the last instant says of an output or local: '1' present, '0' absent, 'T' both, '_'
+  /// nothing.
+  char said(const std::string& signal) const;
   bool ended() const { return ended_; }
   bool runs() const { return state_.has_value(); }
   /// What stands, with all that runs in it.
@@ -44,11 +49,13 @@ class Meaning {
   State resume(const Program& p, const Running& state) {
     return of(p, p.kind->resume(*this, p, state));
   }
+  bool holds(const Condition& condition);
   bool holds(const Program& p) {
     looked_.insert(&p);
-    return p.condition.holds(present_);
+    return holds(p.condition);
   }
   void emit(const std::string& signal) { emitted_.insert(signal); }
+  void deny(const std::string& signal) { denied_.insert(signal); }
   /// A loop goes round for ever.
   void never_ends() { endless_ = true; }
   /// No initial transition took the start.
@@ -69,9 +76,12 @@ class Meaning {
   std::set<std::string> emitted_;
   std::map<const Program*, Events> events_;
   std::set<const Program*> looked_;
+  std::set<std::string> denied_;
+  std::set<std::string> both_;  ///< emitted and denied, in the round before
   bool endless_ = false;
   bool ended_ = false;
   bool refused_ = false;
+  bool contradicted_ = false;
 };
 
 }  // namespace kiva::test

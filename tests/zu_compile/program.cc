@@ -38,6 +38,14 @@ std::string Condition::text() const {
   return "(" + parts[0].text() + operation + parts[1].text() + ")";
 }
 
+std::vector<std::string> Condition::signals() const {
+  std::vector<std::string> all;
+  if (kind == Kind::signal) all.push_back(signal);
+  for (const Condition& part : parts)
+    for (const std::string& name : part.signals()) all.push_back(name);
+  return all;
+}
+
 int Program::size() const {
   int all = 1 + static_cast<int>(condition.parts.size());
   for (const Program& part : parts) all += part.size();

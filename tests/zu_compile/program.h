@@ -17,6 +17,7 @@ struct Condition {
 
   bool holds(const std::set<std::string>& present) const;
   std::string text() const;
+  std::vector<std::string> signals() const;
 };
 
 struct AutomatonState;

@@ -18,14 +18,9 @@ namespace {
 
 using Names = std::set<std::string>;
 
-void add_signals(const Condition& condition, Names& read) {
-  if (condition.kind == Condition::Kind::signal) read.insert(condition.signal);
-  for (const Condition& part : condition.parts) add_signals(part, read);
-}
-
 void add_signals(const Program& p, Names& read, Names& written) {
   if (!p.signal.empty()) written.insert(p.signal);
-  add_signals(p.condition, read);
+  for (const std::string& name : p.condition.signals()) read.insert(name);
   for (const Program& part : p.parts) add_signals(part, read, written);
 }
 

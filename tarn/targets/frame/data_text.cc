@@ -1,9 +1,9 @@
 #include "tarn/targets/frame/data_text.h"
 
 #include <regex>
-#include <sstream>
 
 #include "base/graph_walk.h"
+#include "base/text_stream.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/depth_guard.h"
 #include "tarn/model/sexception.h"
@@ -114,7 +114,7 @@ void put_data(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
 }
 
 std::string data_text(const DataTexts& texts, const DataExpr& e) {
-  std::ostringstream out;
+  TextStream out;
   put_data(out, texts, e);
   return out.str();
 }

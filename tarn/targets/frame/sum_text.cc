@@ -1,3 +1,6 @@
+// Sums of products are counted before they are written: a diagram may stand for more products than
+// any file can hold.
+
 #include "tarn/targets/frame/sum_text.h"
 
 #include <algorithm>

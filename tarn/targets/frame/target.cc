@@ -1,3 +1,5 @@
+// The way of a text to its files, the same for all languages.
+
 #include "tarn/targets/frame/target.h"
 
 #include <filesystem>
@@ -5,6 +7,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "base/text_stream.h"
 #include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
@@ -47,7 +50,7 @@ void print_target(const Target& target, Module* module) {
   std::string beside_name = module->getName() + target.beside;
   if (rules.real_header && paths.size() > 1)
     beside_name = std::filesystem::path(paths[1]).filename().string();
-  std::vector<std::ostringstream> texts(2);
+  std::vector<TextStream> texts(2);
   target.put({target, module, rules, texts[0], texts[1], beside_name});
   for (size_t i = 0; i < paths.size(); ++i)
     write_print_file(paths[i], texts[i].str(), target.file, rules);

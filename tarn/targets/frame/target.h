@@ -10,6 +10,7 @@
 namespace kiva {
 
 class Module;
+struct Bench;
 struct Target;
 
 /// What a language's writer is handed: the module, by which rules, and where the text goes.
@@ -37,6 +38,8 @@ struct Target {
   bool finalises = false;
   /// Title of the message window that shows the file once it is written; null for none.
   const char* shown_as = nullptr;
+  /// How the text is proved in the target's own tools; null where it cannot be run.
+  const Bench* bench = nullptr;
 
   /// The files that are printed: the second is the first with another extension.
   std::vector<std::string> paths(const Module& module, const TargetRules& rules) const;

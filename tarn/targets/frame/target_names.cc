@@ -1,3 +1,5 @@
+// Names for a language: its letters, none of its words, none twice in its own sense of equal.
+
 #include "tarn/targets/frame/target_names.h"
 #include "tarn/session/diagnostic.h"
 
@@ -87,6 +89,7 @@ std::string TargetNames::give(const std::string& wanted, const std::string& what
 
 void TargetNames::tell(const std::string& what, const std::string& original,
                        const std::string& name, const char* reason) const {
+  if (!tells_) return;
   const std::string text = std::string(shape_->target) + ": " + what + " \"" + original +
                            "\" is written as \"" + name + "\": " + reason;
   remark(Severity::note, text, text);

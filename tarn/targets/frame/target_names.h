@@ -22,8 +22,9 @@ struct NameShape {
 /// The names of one text. What asks first is served first; no two names are the same.
 class TargetNames {
  public:
-  /// Without `check` every name is given as it is wanted.
-  TargetNames(const NameShape& shape, bool check) : shape_(&shape), check_(check) {}
+  /// Without `check` every name is given as it is wanted; without `tells` no change is told.
+  TargetNames(const NameShape& shape, bool check, bool tells = true)
+      : shape_(&shape), check_(check), tells_(tells) {}
 
   /// Takes a name of the text's own.
   void reserve(const std::string& name) { taken_.insert(folded(name)); }
@@ -47,6 +48,7 @@ class TargetNames {
 
   const NameShape* shape_;
   bool check_;
+  bool tells_;
   bool is_taken(const std::string& name) const;
 
   std::unordered_set<std::string> taken_;

@@ -44,6 +44,8 @@ struct TargetRules {
   bool proper_lists = false;
   /// Nothing says on the error stream how far a long search or listing is.
   bool quiet = false;
+  /// What is renamed or added is not told: a text beside this one has told it.
+  bool untold = false;
 
   static constexpr TargetRules told() { return {}; }
   static constexpr TargetRules working() {

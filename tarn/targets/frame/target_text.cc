@@ -26,7 +26,7 @@ TargetText::TargetText(Module* module, const Language& language, const TargetRul
       language_(language),
       rules_(rules),
       wood_(module->getBddWood()),
-      names_(language_.shape, rules.names) {
+      names_(language_.shape, rules.names, !rules.untold) {
   wood_->update_bdd_vars();
   take_interface();
   take_equations();
@@ -214,6 +214,7 @@ void TargetText::complete() {  // house: one rule by cases
   for (long index : input_rails()) given.insert(index);
 
   const auto tell = [&](long index, const char* what) {
+    if (rules_.untold) return;
     const SignalRef* ref = reference(module_, index);
     const std::string text =
         std::string(language_.shape.target) + ": " +
@@ -366,7 +367,7 @@ void TargetText::take_names() {
     take_name(status(signal));  // may be no variable of the text
     take_value_name(signal);
   }
-  if (inner_names_.empty()) return;
+  if (inner_names_.empty() || rules_.untold) return;
   const std::string text =
       std::string(language_.shape.target) + ": inner signals under other names: " + inner_names_;
   remark(Severity::note, text, text);

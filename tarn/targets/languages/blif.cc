@@ -6,6 +6,7 @@
 #include "tarn/b_automaton/b_automaton.h"
 #include "tarn/b_automaton/writing.h"
 #include "tarn/model/equationtable.h"
+#include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_text.h"
 
@@ -114,13 +115,20 @@ void put_automaton(std::ostream& out, const b_automaton& automaton, const std::s
   out << "\n.end\n\n";
 }
 
+const Bench bench{.language = &language,
+                  .extension = ".v",
+                  .run = blif_bench_run,
+                  .put = put_blif_bench,
+                  .tool = "berkeley-abc -h | head -n 1"};
+
 }  // namespace
 
 extern const Target blif_target{
     .option = "blif",
     .help = "netlist, .blif",
     .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
-    .put = put_module};
+    .put = put_module,
+    .bench = &bench};
 
 // A boolean automaton.
 

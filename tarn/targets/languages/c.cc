@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "tarn/b_automaton/writing.h"
+#include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/languages/c_automaton.h"
 #include "tarn/targets/languages/c_family.h"
@@ -91,13 +92,20 @@ void put_automaton_equations(std::ostream& out, const b_automaton& automaton,
   }
 }
 
+const Bench bench{.language = &language,
+                  .extension = ".c",
+                  .run = c_bench_run,
+                  .put = put_c_bench,
+                  .tool = "gcc --version"};
+
 }  // namespace
 
 extern const Target c_target{.option = "c",
                              .help = "C function, .c and .h",
                              .file = {.extension = ".c"},
                              .put = put_module,
-                             .beside = ".h"};
+                             .beside = ".h",
+                             .bench = &bench};
 
 // A boolean automaton.
 

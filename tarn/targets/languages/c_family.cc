@@ -138,31 +138,35 @@ void CFamilyText::put_reaction_head(std::ostream& body, std::ostream& header) co
   header << ");\n";
 }
 
+std::vector<CParameter> c_parameters(const TargetText& text) {
+  std::vector<CParameter> all;
+  const auto add_signals = [&](const std::vector<Signal*>& signals, bool outputs) {
+    for (const Signal* signal : signals)
+      all.push_back({text.status(signal), outputs, text.is_valued(signal) ? signal : nullptr});
+    if (text.finalised()) return;
+    for (const Signal* signal : signals) all.push_back({text.value(signal), outputs, nullptr});
+  };
+  for (long index : text.set_reset_rails()) all.push_back({index, false, nullptr});
+  add_signals(text.inputs(), false);
+  for (long index : text.further_inputs()) all.push_back({index, false, nullptr});
+  for (long index : text.rtl_rails()) all.push_back({index, true, nullptr});
+  add_signals(text.outputs(), true);
+  return all;
+}
+
 void CFamilyText::put_parameters(std::ostream& out, const std::string& integer) const {
-  bool first = true;
-  const auto put = [&](const std::string& type, const std::string& other_type,
-                       const std::string& name) {
-    out << (first ? type : ", " + other_type) << name;
-    first = false;
-  };
-  const std::string pointer = "int* ";
-  const auto put_status = [&](const Signal* signal, bool output) {
-    put(output ? pointer : "int ", output ? pointer : integer, text_.name(signal));
-    if (text_.is_valued(signal)) {
-      const std::string type = text_.type(signal) + (output ? "* " : " ");
-      put(type, type, text_.value_name(signal));
-    }
-  };
-  for (long index : text_.set_reset_rails()) put("int ", integer, text_.name(index));
-  for (const Signal* input : text_.inputs()) put_status(input, false);
-  if (!text_.finalised())
-    for (const Signal* input : text_.inputs()) put("int ", integer, text_.name(text_.value(input)));
-  for (long index : text_.further_inputs()) put("int ", integer, text_.name(index));
-  for (long index : text_.rtl_rails()) put(pointer, pointer, text_.name(index));
-  for (const Signal* output : text_.outputs()) put_status(output, true);
-  if (!text_.finalised())
-    for (const Signal* output : text_.outputs())
-      put(pointer, pointer, text_.name(text_.value(output)));
+  const char* separator = "";
+  for (const CParameter& parameter : c_parameters(text_)) {
+    const std::string pointer = parameter.is_output ? "* " : " ";
+    out << separator
+        << (parameter.is_output ? "int* "
+            : *separator == 0   ? "int "
+                                : integer)
+        << text_.name(parameter.index);
+    separator = ", ";
+    if (parameter.valued != nullptr)
+      out << ", " << text_.type(parameter.valued) << pointer << text_.value_name(parameter.valued);
+  }
 }
 
 void CFamilyText::put_locals(std::ostream& out) const {

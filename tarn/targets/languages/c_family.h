@@ -35,6 +35,16 @@ equation_code_texts c_equation_texts(bddpp_manager* manager, const std::string& 
                                      const std::list<std::string>& outputs,
                                      const std::string& prefix, const std::string& suffix);
 
+/// A parameter of the reaction: the bit of a rail, and behind it the value of its signal if that
+/// carries one.
+struct CParameter {
+  long index;
+  bool is_output;
+  const Signal* valued;  ///< null for none
+};
+/// In the order of the function's head.
+std::vector<CParameter> c_parameters(const TargetText& text);
+
 /// The layout of the value of an output.
 struct ValuedOutputTexts {
   const char *open_if, *open, *first, *other, *otherwise, *close;

@@ -6,6 +6,7 @@
 
 #include "tarn/b_automaton/writing.h"
 #include "tarn/model/sexception.h"
+#include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/languages/c_automaton.h"
 #include "tarn/targets/languages/c_family.h"
@@ -309,6 +310,12 @@ class CSharpText {
   std::vector<std::string> event_of_;  ///< variables of the outputs' events
 };
 
+const Bench bench{.language = &language,
+                  .extension = ".cs",
+                  .run = csharp_bench_run,
+                  .put = put_csharp_bench,
+                  .tool = "mcs --version"};
+
 }  // namespace
 
 extern const Target csharp_target{
@@ -316,7 +323,8 @@ extern const Target csharp_target{
     .help = "C# component, .cs",
     .file = {.extension = ".cs", .in_folder = true, .tells_failure = true},
     .put = [](const TargetJob& job) { CSharpText(job.module, job.rules).put(job.out); },
-    .finalised_only = true};
+    .finalised_only = true,
+    .bench = &bench};
 
 // A boolean automaton.
 

@@ -9,11 +9,11 @@ namespace kiva {
 
 namespace {
 
-void put_id(std::ostream& out, long id) {
-  if (id < 0)
+void put_id(std::ostream& out, long index) {
+  if (index < 0)
     out << "NODEF";
   else
-    out << id;
+    out << index;
 }
 
 void put_signals(std::ostream& out, Module& module, const char* title, const signal_list& signals) {

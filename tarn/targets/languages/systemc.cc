@@ -5,6 +5,7 @@
 
 #include "tarn/b_automaton/b_automaton.h"
 #include "tarn/b_automaton/writing.h"
+#include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/languages/c_family.h"
 
@@ -134,13 +135,21 @@ void put_module(const TargetJob& job) {
   header << "#endif\n";
 }
 
+const Bench bench{
+    .language = &language,
+    .extension = ".cpp",
+    .run = systemc_bench_run,
+    .put = put_systemc_bench,
+    .tool = "printf '#include <systemc>\\nSystemC SC_VERSION' | g++ -E -P -x c++ - | tail -n 1"};
+
 }  // namespace
 
 extern const Target systemc_target{.option = "systemc",
                                    .help = "SystemC, _sc.cpp and _sc.h",
                                    .file = {.extension = "_sc.cpp"},
                                    .put = put_module,
-                                   .beside = "_sc.h"};
+                                   .beside = "_sc.h",
+                                   .bench = &bench};
 
 // A boolean automaton.
 

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "pert_exp/equation_code.h"
+#include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_text.h"
 
@@ -118,12 +119,19 @@ class VerilogText {
   equation_code_texts texts_;
 };
 
+const Bench bench{.language = &language,
+                  .extension = ".v",
+                  .run = verilog_bench_run,
+                  .put = put_verilog_bench,
+                  .tool = "iverilog -V"};
+
 }  // namespace
 
 extern const Target verilog_target{
     .option = "verilog",
     .help = "Verilog module, .v",
     .file = {.extension = ".v"},
-    .put = [](const TargetJob& job) { VerilogText(job.module, job.out).put(); }};
+    .put = [](const TargetJob& job) { VerilogText(job.module, job.out).put(); },
+    .bench = &bench};
 
 }  // namespace kiva

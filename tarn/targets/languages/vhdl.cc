@@ -14,6 +14,7 @@
 #include "tarn/b_automaton/b_automaton.h"
 #include "tarn/b_automaton/writing.h"
 #include "tarn/model/compilation.h"
+#include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_text.h"
 
@@ -296,19 +297,32 @@ class VhdlText {
   std::unordered_set<long> sampled_;
 };
 
+const Bench bench{.language = &language,
+                  .extension = ".vhdl",
+                  .run = vhdl_bench_run,
+                  .put = put_vhdl_bench,
+                  .tool = "ghdl --version"};
+const Bench altera_bench{.language = &language,
+                         .extension = ".vhdl",
+                         .run = vhdl_bench_run,
+                         .put = put_vhdl_altera_bench,
+                         .tool = "ghdl --version"};
+
 }  // namespace
 
 extern const Target vhdl_target{
     .option = "vhdl",
     .help = "VHDL of bits, .vhdl",
     .file = {.extension = ".vhdl"},
-    .put = [](const TargetJob& job) { VhdlText(job.module, job.rules).put(job.out, "bit"); }};
+    .put = [](const TargetJob& job) { VhdlText(job.module, job.rules).put(job.out, "bit"); },
+    .bench = &bench};
 
 extern const Target vhdl_altera_target{
     .option = "vhdl-altera",
     .help = "VHDL of std_logic, .vhdl",
     .file = {.extension = ".vhdl"},
-    .put = [](const TargetJob& job) { VhdlText(job.module, job.rules).put(job.out, "std_logic"); }};
+    .put = [](const TargetJob& job) { VhdlText(job.module, job.rules).put(job.out, "std_logic"); },
+    .bench = &altera_bench};
 
 // A boolean automaton.
 

@@ -7,11 +7,11 @@
 // they are disjoint, cover the care set, and no two lead to the same state.
 
 #include <iostream>
-#include <sstream>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "base/graph_walk.h"
+#include "base/text_stream.h"
 #include "bdd/literal_list.h"
 #include "pert_exp/equation_code.h"
 #include "tarn/model/module.h"
@@ -69,7 +69,7 @@ class Functions {
 /// brackets if wanted.
 void put_equation(std::ostream& out, const std::string& array, long index, const bdd& f,
                   bool brackets = false) {
-  std::ostringstream sum;
+  TextStream sum;
   const std::string or_text = brackets ? ") || (" : " || ";
   f.manager_ref()->Print_wren_sop(or_text, " && ", "!", "", sum, f, array, 0);
   const bool around = brackets && sum.str().find(or_text) != std::string::npos;
@@ -322,16 +322,16 @@ class ExplicitText {
 int awaited(Module* module, const bdd& b, const Signal* signal, bool state) {
   Bddexpressionwood* wood = module->getBddWood();
   bddpp_manager& man = *wood->my_bdd_manager();
-  const long status_id = signal->getBddStatusId(module, wood);
-  const long value_id = signal->getBddValueId(module, wood);
+  const long status_index = signal->getBddStatusId(module, wood);
+  const long value_index = signal->getBddValueId(module, wood);
   const auto depends = [&](long id) {
     return id >= 0 && man.set_of_index_depend_on(b).contains(id);
   };
-  if (!depends(status_id) && !depends(value_id)) return 0;
-  const bdd variable = man.Bdd_var_by_index(status_id);
-  const bdd known = depends(value_id)
-                        ? man.Bdd_compose(b, man.Bdd_var_by_index(value_id), man.Bdd_not(variable))
-                        : b;
+  if (!depends(status_index) && !depends(value_index)) return 0;
+  const bdd variable = man.Bdd_var_by_index(status_index);
+  const bdd known = depends(value_index) ? man.Bdd_compose(b, man.Bdd_var_by_index(value_index),
+                                                           man.Bdd_not(variable))
+                                         : b;
   return man.Bdd_is_zero_tautologic(
              man.Bdd_cube_reduce(known, state ? variable : man.Bdd_not(variable))) == 0;
 }

@@ -44,8 +44,8 @@ Statement* StrongAbort::copy(const Copying& copying) const {
 
 namespace {
 
-/// What a strong abort may mask: calls see(signal, occurrence, variable id) for both variables of
-/// the occurrences from `first(signal)` on, of each output and plain local that the wood knows.
+/// What a strong abort may mask: calls see(signal, occurrence, variable index) for both variables
+/// of the occurrences from `first(signal)` on, of each output and plain local that the wood knows.
 template <class First, class See>
 void for_each_written(Module* module, Bddexpressionwood* wood, First first, See see) {
   const auto visit = [&](Signal* signal) {
@@ -78,9 +78,10 @@ void StrongAbort::remember_written(Module* module, EquationTable* table) {
         first_written_[signal] = current;
         return current;
       },
-      [&](Signal*, int, long id) {
-        if (const Bddexpression* equation = table->getBddExpression(id))
-          if (equation->getAbstraction() == 0) written_before_.emplace(id, equation->my_bdd_exp());
+      [&](Signal*, int, long index) {
+        if (const Bddexpression* equation = table->getBddExpression(index))
+          if (equation->getAbstraction() == 0)
+            written_before_.emplace(index, equation->my_bdd_exp());
       });
 }
 
@@ -127,11 +128,11 @@ void StrongAbort::mask_written(const bdd& mask, Module* module, EquationTable* t
         auto at = first_written_.find(signal);
         return at == first_written_.end() ? 1 : std::max(1, at->second);
       },
-      [&](Signal*, int, long id) {
-        Bddexpression* equation = table->getBddExpression(id);
+      [&](Signal*, int, long index) {
+        Bddexpression* equation = table->getBddExpression(index);
         if (equation == nullptr || equation->getAbstraction() != 0) return;
         bdd masked = wood->Bdd_and(mask, equation->my_bdd_exp());
-        auto before = written_before_.find(id);
+        auto before = written_before_.find(index);
         if (before != written_before_.end()) masked = wood->Bdd_or(before->second, masked);
         if (!(masked == equation->my_bdd_exp())) set_function(*equation, masked);
       });

@@ -55,7 +55,7 @@ class StrongAbort : public Preemption {
   void mask_written(const bdd& mask, Module* module, EquationTable* table);
 
   // While the body compiles, by the rule `abort_mask`: its first occurrence of each signal, and the
-  // equations that stood there before it, by variable id.
+  // equations that stood there before it, by variable index.
   std::unordered_map<const Signal*, int> first_written_;
   std::unordered_map<long, bdd> written_before_;
 };

@@ -51,6 +51,9 @@ class Transition {
   std::unique_ptr<GeometryPair> geometry;
   bool initial = false;
   SourceSpan span;
+  /// One where it fires, and where its trigger holds in its source; null unless wires are kept.
+  Signal* fired = nullptr;
+  Signal* triggered = nullptr;
 };
 
 /// States and transitions as the whole body of a module. `compile` translates it into functions

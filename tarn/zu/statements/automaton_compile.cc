@@ -39,6 +39,7 @@ class AutomatonCircuit {
   void compile_runs();
   void fire_transitions();
   void stay();
+  void show_transitions();
   void write_next_code();
   void write_actions();
   void write_end(Signal* rtl);
@@ -59,7 +60,8 @@ class AutomatonCircuit {
     Place* to;
     int to_code;
     bdd trigger;
-    bdd fires;  ///< whether or not the automaton is set
+    bdd fires;       ///< whether or not the automaton is set
+    bdd moves = {};  ///< it fires, in an instant that lets it
   };
 
   bdd And(const bdd& f, const bdd& g) { return wood_->Bdd_and(f, g); }
@@ -273,7 +275,7 @@ void AutomatonCircuit::fire_transitions() {
     const Transition& t = *arc.transition;
     arc.fires = fires(arc);
     // In the instant of set only initial transitions change the code.
-    const bdd moves = t.initial ? arc.fires : And(arc.fires, not_set_);
+    const bdd moves = arc.moves = t.initial ? arc.fires : And(arc.fires, not_set_);
     go_to(arc.to_code, moves);
     raise(t.action, arc.fires);
     for (const Signal* signal : t.action) table_->note_cause(arc.fires, signal, t.span);
@@ -292,6 +294,24 @@ void AutomatonCircuit::stay() {
   for (const auto& [name, state] : *automaton_.getStateTable()) {
     const Place& place = places_[state->number];
     go_to(state->number, And(And(place.here, Not(place.left)), not_set_));
+  }
+}
+
+/// Signals by which a map tells what each transition does.
+void AutomatonCircuit::show_transitions() {
+  int number = 0;
+  const auto show = [&](const char* what, const bdd& f) {
+    Signal* signal = make_bit(module_->getName() + what + std::to_string(number));
+    table_->createRails(signal, f, Not(f), Compilation::SWIRE, module_);
+    return signal;
+  };
+  for (Arc& arc : arcs_) {
+    Transition& t = *arc.transition;
+    const bdd here = t.initial ? set_ : And(arc.from->here, not_set_);
+    t.fired = show("fires", And(arc.moves, Not(reset_)));
+    t.triggered = show(
+        "triggered", t.tpe == Transition::normal_termination ? arc.moves : And(here, arc.trigger));
+    ++number;
   }
 }
 
@@ -365,6 +385,9 @@ void Automaton::compile(Module* module, EquationTable* table) {
   circuit.compile_runs();
   circuit.fire_transitions();
   circuit.stay();
+  // What is told of --keep-wires alone does not have them.
+  if (Compilation::KeepWiresFlag() && Session::current().options.SourceChecked)
+    circuit.show_transitions();
   circuit.write_next_code();
   circuit.write_actions();
   circuit.write_end(Circuit::rtl(*this));

@@ -60,10 +60,10 @@ void MealyMachine::createTarnEquation(Equation* equation, Signal* actif, Signal*
                     equation->span);
   table->settle();
   wood->update_bdd_vars();
-  const auto equation_of = [&](long id) {
-    if (id < 0 || id >= wood->Nb_bdd_vars())
+  const auto equation_of = [&](long index) {
+    if (index < 0 || index >= wood->Nb_bdd_vars())
       throw IllegalOperationException("EquationTable::id out of bounds");
-    return wood->exp_by_index(id);
+    return wood->exp_by_index(index);
   };
   Bddexpression* status = equation_of(equation->signal->getBddStatusId(module, wood));
   Bddexpression* value = equation_of(equation->signal->getBddValueId(module, wood));

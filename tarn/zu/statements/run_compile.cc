@@ -28,8 +28,8 @@ bool never_emitted(const Signal* output, Module* called) {
     const bdd f = e->my_bdd_exp();
     return wood->Bdd_is_tautology(f, 0) || (of_value && wood->Bdd_is_tautology(f, 1));
   };
-  const auto hangs_on_constants = [&](long id, bool of_value) {
-    const Bddexpression* e = wood->exp_by_index(id);
+  const auto hangs_on_constants = [&](long index, bool of_value) {
+    const Bddexpression* e = wood->exp_by_index(index);
     if (e == nullptr || e->getAbstraction() != 0) return false;
     for (long read : e->set_of_var_dependances())
       if (!constant(wood->exp_by_index(read), of_value)) return false;
@@ -77,8 +77,8 @@ void Run::compile_with_preemption(Module* module, EquationTable* table, const bd
     const bdd kept = wood->Bdd_not(preemption);
     for (const auto& [formal, copy] : interface.getOutputSignalTable()) {
       const SignalRef* ref = copy->getCurrentSignalRef(wood, module);
-      for (long id : {ref->getBddStatusId(wood), ref->getBddValueId(wood)})
-        if (Bddexpression* equation = wood->exp_by_index(id))
+      for (long index : {ref->getBddStatusId(wood), ref->getBddValueId(wood)})
+        if (Bddexpression* equation = wood->exp_by_index(index))
           if (equation->getAbstraction() == 0) and_function(*equation, kept);
     }
   });

@@ -1,0 +1,47 @@
+#include "base/json_text.h"
+
+#include <array>
+#include <charconv>
+#include <nlohmann/json.hpp>
+
+namespace kiva {
+
+void JsonText::put_raw(std::string_view name, std::string_view value) {
+  if (any_) text_ += ',';
+  if (!open_.empty()) text_ += '\n' + std::string(open_.size(), ' ');
+  if (!name.empty()) text_ += quoted(std::string(name)) + ": ";
+  text_ += value;
+  any_ = true;
+}
+
+void JsonText::open(std::string_view name, char bracket) {
+  put_raw(name, {&bracket, 1});
+  open_ += bracket == '{' ? '}' : ']';
+  any_ = false;
+}
+
+void JsonText::close() {
+  const char bracket = open_.back();
+  open_.pop_back();
+  if (any_) text_ += '\n' + std::string(open_.size(), ' ');
+  text_ += bracket;
+  any_ = true;
+}
+
+void JsonText::put(std::string_view name, double value) {
+  std::array<char, 32> digits{};  // the longest shortest form has 24
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  put_raw(name, std::string_view(digits.data(), static_cast<size_t>(end - digits.data())));
+}
+
+void JsonText::put(std::string_view name, const std::vector<std::string>& values) {
+  open_array(name);
+  for (const std::string& value : values) add(value);
+  close();
+}
+
+std::string JsonText::quoted(const std::string& text) {
+  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+}  // namespace kiva

@@ -1,0 +1,4 @@
+setlocal commentstring=;;\ %s
+setlocal comments=:;;
+setlocal shiftwidth=2 expandtab
+compiler tarn

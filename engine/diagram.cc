@@ -1,0 +1,158 @@
+#include "engine/diagram.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "engine/map_rows.h"
+
+namespace kiva {
+
+namespace {
+
+/// A number in the bits of its registers, low bit first.
+Diagram::Code code_of(const nlohmann::json& registers, unsigned number) {
+  Diagram::Code code;
+  for (size_t bit = 0; bit < registers.size(); ++bit)
+    code.emplace_back(registers[bit].get<std::string>(), (number >> bit & 1u) != 0);
+  return code;
+}
+
+/// The twin of a state that runs a module and may start it again stands for the state itself.
+std::string own_name(std::string name) {
+  while (name.ends_with("->")) name.resize(name.size() - 2);
+  return name;
+}
+
+size_t node_of(const Diagram& diagram, const std::string& name) {
+  const auto at = std::ranges::find(diagram.nodes, own_name(name), &Diagram::Node::name);
+  return at == diagram.nodes.end() ? Diagram::nowhere
+                                   : static_cast<size_t>(at - diagram.nodes.begin());
+}
+
+void add_arc(Diagram& diagram, const nlohmann::json& json) {
+  std::string label = json.value("label", "");
+  const int kind = json.at("kind").get<int>();
+  if (kind == 3) label = label.empty() ? "ends" : "ends " + label;
+  Diagram::Arc arc{node_of(diagram, json.at("from")), node_of(diagram, json.at("to")), label,
+                   kind == 2, map_place(json.at("span"))};
+  if (arc.to == Diagram::nowhere) return;
+  auto same = std::ranges::find_if(diagram.arcs, [&](const Diagram::Arc& other) {
+    return other.place == arc.place && other.from == arc.from && other.to == arc.to;
+  });
+  if (same == diagram.arcs.end()) same = diagram.arcs.insert(same, std::move(arc));
+  const auto add_signal = [&](const char* key, std::vector<std::string>& signals) {
+    if (const std::string name = json.value(key, ""); !name.empty()) signals.push_back(name);
+  };
+  add_signal("fired", same->fired);
+  add_signal("triggered", same->triggered);
+}
+
+Diagram automaton_of(const nlohmann::json& instance) {
+  using Json = nlohmann::json;
+  Diagram diagram{instance.at("path"), {}, {}};
+  const Json next = instance.value("next_code", Json::array());
+  const auto add_codes = [&](Diagram::Node& node, unsigned number) {
+    node.is.push_back(code_of(instance.at("code"), number));
+    if (!next.empty()) node.next.push_back(code_of(next, number));
+  };
+  for (const Json& state : instance.at("states")) {
+    diagram.nodes.push_back(
+        {state.at("name"),
+         state.value("shows", ""),
+         state.at("final").get<bool>() ? Diagram::Shape::final_state : Diagram::Shape::state,
+         {},
+         {},
+         map_place(state.at("span")),
+         state.value("geometry", std::vector<double>())});
+    add_codes(diagram.nodes.back(), state.at("code").get<unsigned>());
+  }
+  for (const Json& twin : instance.value("twins", Json::array()))
+    if (const size_t node = node_of(diagram, twin.at("name")); node != Diagram::nowhere)
+      add_codes(diagram.nodes[node], twin.at("code").get<unsigned>());
+  for (const Json& arc : instance.value("transitions", Json::array())) add_arc(diagram, arc);
+  return diagram;
+}
+
+}  // namespace
+
+std::vector<Diagram> automata_of_map(const std::string& map_text) {
+  std::vector<Diagram> all;
+  const nlohmann::json json = nlohmann::json::parse(map_text);
+  for (const nlohmann::json& instance : json.at("instances"))
+    if (instance.contains("states")) all.push_back(automaton_of(instance));
+  return all;
+}
+
+DiagramLights::DiagramLights(const Diagram& diagram, const Simulation& simulation)
+    : simulation_(&simulation) {
+  for (const Diagram::Node& node : diagram.nodes) {
+    is_.push_back(find_all(node.is, node.next.empty()));
+    next_.push_back(find_all(node.next, false));
+  }
+  for (const Diagram::Arc& arc : diagram.arcs) {
+    fired_.push_back(find_any(arc.fired));
+    triggered_.push_back(find_any(arc.triggered));
+    ends_.emplace_back(arc.from, arc.to);
+  }
+}
+
+/// A register stands among the locals, too, where it shows the instant.
+DiagramLights::Bit DiagramLights::find(const std::string& name, bool wanted,
+                                       bool registers_first) const {
+  for (const bool in_registers : {registers_first, !registers_first}) {
+    const auto& names = in_registers ? simulation_->register_names() : simulation_->local_names();
+    const auto at = std::ranges::find(names, name);
+    if (at != names.end())
+      return {in_registers ? Bit::register_ : Bit::local, static_cast<size_t>(at - names.begin()),
+              wanted};
+  }
+  return {Bit::missing, 0, wanted};
+}
+
+std::vector<DiagramLights::Bits> DiagramLights::find_all(const std::vector<Diagram::Code>& codes,
+                                                         bool registers_first) const {
+  std::vector<Bits> all;
+  for (const Diagram::Code& code : codes) {
+    all.emplace_back();
+    for (const auto& [name, wanted] : code)
+      all.back().push_back(find(name, wanted, registers_first));
+  }
+  return all;
+}
+
+std::vector<DiagramLights::Bits> DiagramLights::find_any(
+    const std::vector<std::string>& names) const {
+  std::vector<Bits> any;
+  for (const std::string& name : names) any.push_back({find(name, true, false)});
+  return any;
+}
+
+bool DiagramLights::holds(const std::vector<Bits>& any, const SimulationState& state) {
+  const auto is = [&](const Bit& bit) {
+    if (bit.list == Bit::missing) return false;
+    const auto& shown = bit.list == Bit::local ? state.shown_locals : state.shown_registers;
+    return bit.row < shown.size() && (shown[bit.row] == SignalState::one) == bit.wanted;
+  };
+  return std::ranges::any_of(any, [&](const Bits& bits) { return std::ranges::all_of(bits, is); });
+}
+
+DiagramLight DiagramLights::at(const SimulationState& state, const SimulationState* before) const {
+  DiagramLight light;
+  for (size_t node = 0; node < is_.size(); ++node) {
+    // Locals show the instant; registers what it leaves behind.
+    const bool tells_next = !next_[node].empty();
+    light.is.push_back(tells_next ? holds(is_[node], state)
+                                  : before != nullptr && holds(is_[node], *before));
+    light.next.push_back(holds(tells_next ? next_[node] : is_[node], state));
+  }
+  for (size_t arc = 0; arc < ends_.size(); ++arc) {
+    const auto [from, to] = ends_[arc];
+    light.fired.push_back(fired_[arc].empty()
+                              ? from != Diagram::nowhere && light.is[from] && light.next[to]
+                              : holds(fired_[arc], state));
+    light.triggered.push_back(holds(triggered_[arc], state));
+  }
+  return light;
+}
+
+}  // namespace kiva

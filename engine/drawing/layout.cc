@@ -1,0 +1,215 @@
+// Places come from Graphviz's library. A diagram goes there as a graph of numbered nodes whose
+// labels have the sizes of our text, and comes back as boxes and curves.
+
+#include "engine/drawing/layout.h"
+
+#include <gvc.h>
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+
+namespace kiva {
+
+std::vector<std::string> broken_lines(const std::string& text, size_t longest) {
+  std::vector<std::string> lines;
+  std::istringstream words(text);
+  for (std::string word; words >> word;) {
+    if (lines.empty() || lines.back().size() + 1 + word.size() > longest)
+      lines.push_back(word);
+    else
+      lines.back() += ' ' + word;
+  }
+  return lines;
+}
+
+namespace {
+
+std::vector<std::string> lines_of(const Diagram::Node& node) {
+  std::vector<std::string> lines = broken_lines(node.name);
+  if (lines.empty()) lines.emplace_back();
+  const bool is_function =
+      node.shape == Diagram::Shape::register_ || node.shape == Diagram::Shape::function;
+  const std::string shows = node.shows.empty() ? "" : (is_function ? "= " : "/ ") + node.shows;
+  for (const std::string& line : broken_lines(shows, 40)) lines.push_back(line);
+  return lines;
+}
+
+std::string joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += (text.empty() ? "" : "\n") + line;
+  return text;
+}
+
+/// In double quotes, for a text in Graphviz's language.
+std::string quoted(const std::string& text) {
+  std::string all = "\"";
+  for (char c : text) {
+    if (c == '"' || c == '\\') all += '\\';
+    if (c == '\n')
+      all += "\\n";
+    else
+      all += c;
+  }
+  return all + '"';
+}
+
+const char* shape_of(Diagram::Shape shape) {
+  return shape == Diagram::Shape::register_ || shape == Diagram::Shape::function ? "box"
+                                                                                 : "ellipse";
+}
+
+constexpr double points_an_inch = 72;
+
+class Placed {
+ public:
+  explicit Placed(const Diagram& diagram)
+      : diagram_(diagram),
+        fixed_(!diagram.nodes.empty() &&
+               std::ranges::all_of(diagram.nodes,
+                                   [](const auto& node) { return node.geometry.size() == 3; })),
+        context_(gvContext(), &gvFreeContext),
+        graph_(agopen(name("diagram"), Agdirected, nullptr), &agclose) {
+    set(graph_.get(), "rankdir", diagram.nodes.size() > 8 ? "TB" : "LR");
+    set(graph_.get(), "nodesep", "0.35");
+    set(graph_.get(), "ranksep", "0.5");
+    set(graph_.get(), "splines", "true");
+    add_nodes();
+    add_arcs();
+    done_ = gvLayout(context_.get(), graph_.get(), fixed_ ? "neato" : "dot") == 0;
+  }
+  ~Placed() {
+    if (done_) gvFreeLayout(context_.get(), graph_.get());
+  }
+  Placed(const Placed&) = delete;
+  Placed& operator=(const Placed&) = delete;
+
+  DiagramLayout layout() const {
+    DiagramLayout all;
+    if (!done_) return all;
+    const boxf box = GD_bb(graph_.get());
+    const double margin = 12;
+    const auto point = [&](double x, double y) {
+      return DrawnPoint{x - box.LL.x + margin, box.UR.y - y + margin};
+    };
+    all.width = box.UR.x - box.LL.x + 2 * margin;
+    all.height = box.UR.y - box.LL.y + 2 * margin;
+    for (size_t n = 0; n < diagram_.nodes.size(); ++n) {
+      Agnode_t* node = nodes_[n];
+      all.nodes.push_back({point(ND_coord(node).x, ND_coord(node).y),
+                           ND_width(node) * points_an_inch, ND_height(node) * points_an_inch,
+                           lines_of(diagram_.nodes[n])});
+    }
+    for (size_t n = 0; n < diagram_.arcs.size(); ++n)
+      all.arcs.push_back(arc(arcs_[n], diagram_.arcs[n], point));
+    return all;
+  }
+
+ private:
+  /// The library's calls want texts that could be changed.
+  static char* name(const char* text) { return const_cast<char*>(text); }
+
+  static void set(void* object, const char* attribute, const std::string& value) {
+    agsafeset(object, name(attribute), name(value.c_str()), name(""));
+  }
+
+  /// Label, and size where the label has one of its own.
+  static void set_text(void* object, const std::string& text) {
+    set(object, "label", text);
+    set(object, "fontname", "DejaVu Sans");
+    set(object, "fontsize", std::to_string(DiagramLayout::text_size));
+  }
+
+  void add_nodes() {
+    for (size_t n = 0; n < diagram_.nodes.size(); ++n) {
+      const Diagram::Node& node = diagram_.nodes[n];
+      nodes_.push_back(agnode(graph_.get(), name(('n' + std::to_string(n)).c_str()), 1));
+      set_text(nodes_.back(), joined(lines_of(node)));
+      set(nodes_.back(), "shape", shape_of(node.shape));
+      set(nodes_.back(), "margin", "0.12,0.06");
+      if (!fixed_) continue;
+      std::ostringstream place;
+      place << node.geometry[0] << ',' << -node.geometry[1] << '!';
+      set(nodes_.back(), "pos", place.str());
+    }
+  }
+
+  void add_arcs() {
+    for (size_t n = 0; n < diagram_.arcs.size(); ++n) {
+      const Diagram::Arc& arc = diagram_.arcs[n];
+      Agnode_t* from = nullptr;
+      if (arc.from == Diagram::nowhere) {
+        from = agnode(graph_.get(), name(('i' + std::to_string(n)).c_str()), 1);
+        set(from, "label", "");
+        set(from, "shape", "point");
+        set(from, "width", "0.08");
+        if (fixed_) {
+          std::ostringstream place;
+          const auto& at = diagram_.nodes[arc.to].geometry;
+          place << at[0] - at[2] - 40 << ',' << -at[1] << '!';
+          set(from, "pos", place.str());
+        }
+      } else {
+        from = nodes_[arc.from];
+      }
+      arcs_.push_back(
+          agedge(graph_.get(), from, nodes_[arc.to], name(std::to_string(n).c_str()), 1));
+      set_text(arcs_.back(), joined(broken_lines(arc.label)));
+    }
+  }
+
+  template <class Point>
+  static DiagramLayout::Arc arc(Agedge_t* edge, const Diagram::Arc& of, Point point) {
+    DiagramLayout::Arc drawn{{}, {}, {}, broken_lines(of.label)};
+    if (ED_label(edge) != nullptr)
+      drawn.label = point(ED_label(edge)->pos.x, ED_label(edge)->pos.y);
+    const splines* all = ED_spl(edge);
+    if (all == nullptr || all->size == 0) return drawn;
+    const bezier& curve = all->list[all->size - 1];
+    for (size_t n = 0; n < static_cast<size_t>(curve.size); ++n)
+      drawn.curve.push_back(point(curve.list[n].x, curve.list[n].y));
+    drawn.tip = curve.eflag != 0 ? point(curve.ep.x, curve.ep.y) : drawn.curve.back();
+    return drawn;
+  }
+
+  const Diagram& diagram_;
+  bool fixed_;
+  std::unique_ptr<GVC_t, int (*)(GVC_t*)> context_;
+  std::unique_ptr<Agraph_t, int (*)(Agraph_t*)> graph_;
+  std::vector<Agnode_t*> nodes_;
+  std::vector<Agedge_t*> arcs_;
+  bool done_ = false;
+};
+
+}  // namespace
+
+DiagramLayout layout_of(const Diagram& diagram) {
+  return Placed(diagram).layout();
+}
+
+std::string dot_text(const Diagram& diagram) {
+  std::string text = "digraph " + quoted(diagram.title) + " {\n" +
+                     "  node [fontname=\"DejaVu Sans\"];\n  edge [fontname=\"DejaVu Sans\"];\n";
+  for (size_t n = 0; n < diagram.nodes.size(); ++n) {
+    const Diagram::Node& node = diagram.nodes[n];
+    text += "  n" + std::to_string(n) + " [label=" + quoted(joined(lines_of(node))) +
+            ", shape=" + shape_of(node.shape) +
+            (node.shape == Diagram::Shape::final_state ? ", peripheries=2" : "") + "];\n";
+  }
+  for (size_t n = 0; n < diagram.arcs.size(); ++n) {
+    const Diagram::Arc& arc = diagram.arcs[n];
+    std::string from = "n" + std::to_string(arc.from);
+    if (arc.from == Diagram::nowhere) {
+      from = "i" + std::to_string(n);
+      text += "  " + from + " [shape=point];\n";
+    }
+    text += "  " + from + " -> n" + std::to_string(arc.to);
+    std::string attributes =
+        arc.label.empty() ? "" : "label=" + quoted(joined(broken_lines(arc.label)));
+    if (arc.weak) attributes += std::string(attributes.empty() ? "" : ", ") + "style=dashed";
+    text += attributes.empty() ? ";\n" : " [" + attributes + "];\n";
+  }
+  return text + "}\n";
+}
+
+}  // namespace kiva

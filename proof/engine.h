@@ -1,0 +1,74 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "proof/machine.h"
+
+namespace kiva::proof {
+
+/// When work shall pause.
+class Stop {
+ public:
+  using Clock = std::chrono::steady_clock;
+  Stop(Clock::time_point end, const std::atomic<bool>* asked) : end_(end), asked_(asked) {}
+  /// For so many seconds from now on; `asked` may be null.
+  static Stop after(double seconds, const std::atomic<bool>* asked = nullptr);
+  bool operator()() const {
+    return (asked_ != nullptr && asked_->load(std::memory_order_relaxed)) || Clock::now() >= end_;
+  }
+
+ private:
+  Clock::time_point end_;
+  const std::atomic<bool>* asked_;
+};
+
+/// A set of states that holds the start, that no instant leaves, and in which nothing is bad.
+struct Invariant {
+  Aig aig;
+  std::vector<Literal> latches;  ///< variables, by place among the machine's latches
+  Literal holds = one;
+};
+
+enum class Verdict { unknown, holds, fails };
+
+struct Answer {
+  Verdict verdict = Verdict::unknown;
+  std::string engine = {};                  ///< whose answer it is
+  Run run = {};                             ///< of `fails`: `bad` is 1 in its last instant
+  bool shortest = true;                     ///< of that run
+  std::optional<Invariant> invariant = {};  ///< of `holds`, where the engine gives one
+  std::string how = {};                     ///< of `holds`: by what, for a person
+};
+
+/// One way to an answer for a machine, which must outlive it.
+class Engine {
+ public:
+  virtual ~Engine() = default;
+  virtual std::string name() const = 0;
+  /// Goes on from where the last call paused. `unknown` when stopped, or when `exhausted`.
+  virtual Answer work(const Stop& stop) = 0;
+  /// No more work will give an answer.
+  virtual bool exhausted() const { return false; }
+  /// How far it came, for a person; "" before anything is known.
+  virtual std::string so_far() const = 0;
+  /// Instants of all runs in which nothing is bad, as far as this engine knows.
+  virtual size_t good_instants() const { return 0; }
+};
+
+/// 64 random runs at a time; never says that something holds. Its runs may not be the shortest.
+std::unique_ptr<Engine> random_search(const Machine& machine);
+/// All runs of one, two, three instants by SAT: finds the shortest.
+std::unique_ptr<Engine> bounded_search(const Machine& machine);
+/// A run of so many instants without bad ones is followed by a good one, when no state repeats.
+std::unique_ptr<Engine> induction(const Machine& machine);
+/// Sets of states around those reached in so many instants, refined until one is closed.
+std::unique_ptr<Engine> frames_search(const Machine& machine);
+/// Layers of reachable states as diagrams: finds the shortest run, too.
+std::unique_ptr<Engine> state_walk(const Machine& machine);
+
+}  // namespace kiva::proof

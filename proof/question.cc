@@ -1,0 +1,62 @@
+#include "proof/question.h"
+
+#include "engine/expectations.h"
+#include "engine/recording.h"
+#include "engine/stimuli.h"
+
+namespace kiva::proof {
+
+Question::Question(Simulation& simulation, bool with_reset)
+    : simulation_(simulation), module_(simulation, with_reset) {}
+
+void Question::assume(const std::string& expression) {
+  std::vector<SignalPlace> named;
+  assumed_.push_back(expression_literal(module_, SignalNames(simulation_), expression, named));
+}
+
+Machine Question::machine(const Property& property) {
+  named_.clear();
+  const Literal holds =
+      expression_literal(module_, SignalNames(simulation_), property.text, named_);
+  Machine machine = module_.machine;
+  set_bad(machine, negated_if(holds, property.kind == Property::always), assumed_);
+  if (const std::string reason = module_.undefined(machine); !reason.empty())
+    throw MachineError{reason};
+  return machine;
+}
+
+std::string Question::shown(const Property& property, const Run& run) {
+  const Machine machine = this->machine(property);
+  Stepper stepper(machine);
+  simulation_.load();
+  std::string text;
+  const size_t rows = simulation_.input_rows().size();
+  for (size_t instant = 0; instant < run.size(); ++instant) {
+    const std::vector<bool>& inputs = run[instant];
+    for (size_t row = 0; row < rows; ++row)
+      simulation_.choose_input(row, inputs[row] ? SignalState::one : SignalState::zero);
+    simulation_.raise_reset(inputs.size() > rows && inputs[rows]);
+    Choices choices = choices_of(simulation_.state());
+    choices.set = false;  // raised by itself
+    text += (instant == 0 ? "" : "\n") + stimulus_line(choices, simulation_);
+    simulation_.step(nullptr);
+    if (instant > 0) stepper.move();
+    stepper.look(words_of(inputs));
+  }
+  bool agree = (stepper.word(machine.bad) & 1) != 0;
+  std::vector<Expectation> awaited;
+  for (SignalPlace place : named_) {
+    const bool is_one = shown_state(simulation_.state(), place) == SignalState::one;
+    agree = agree && is_one == ((stepper.word(module_.is_one(place)) & 1) != 0);
+    if (place.list == SignalPlace::input) continue;
+    Expectation& expectation = awaited.emplace_back();
+    expectation.place = place;
+  }
+  if (!agree) throw MachineError{"internal fault: the module does not run as was found"};
+  if (!awaited.empty())
+    text += (text.empty() || text.back() == '\n' ? "-> " : " -> ") +
+            seen(awaited, simulation_.state(), simulation_);
+  return text + '\n';
+}
+
+}  // namespace kiva::proof

@@ -1,0 +1,87 @@
+#include "proof/sat.h"
+
+#include <cadical.hpp>
+#include <cstdlib>
+
+#include "base/graph_walk.h"
+
+namespace kiva::proof {
+
+namespace {
+
+struct SolverPause : CaDiCaL::Terminator {
+  explicit SolverPause(const Stop& stop) : stop(stop) {}
+  bool terminate() override {
+    // The clock is asked now and then: the solver asks after each few steps.
+    return (++calls & 15U) == 0 && stop();
+  }
+  const Stop& stop;
+  unsigned calls = 0;
+};
+
+}  // namespace
+
+Sat::Sat(const Aig& aig, bool plain) : aig_(aig), solver_(std::make_unique<CaDiCaL::Solver>()) {
+  if (plain) solver_->configure("plain");
+  solver_->set("quiet", 1);
+  solver_->set("phase", 0);  // a run shall have no more inputs than it needs
+}
+
+Sat::~Sat() = default;
+
+int Sat::literal(Literal a) {
+  if (variable_of_.size() < aig_.size()) variable_of_.resize(aig_.size(), 0);
+  const auto known = [&](std::uint32_t node) { return variable_of_[node] != 0; };
+  const auto needs = [&](std::uint32_t node, auto ask) {
+    if (!aig_.is_and(node)) return;
+    ask(node_of(aig_.left(node)));
+    ask(node_of(aig_.right(node)));
+  };
+  const auto of = [&](Literal b) {
+    const int variable = variable_of_[node_of(b)];
+    return is_negated(b) ? -variable : variable;
+  };
+  walk_from_below<std::uint32_t>(node_of(a), known, needs, [&](std::uint32_t node) {
+    const int variable = variable_of_[node] = fresh();
+    if (node == 0) clause({-variable});
+    if (!aig_.is_and(node)) return;
+    const int left = of(aig_.left(node)), right = of(aig_.right(node));
+    clause({-variable, left});
+    clause({-variable, right});
+    clause({variable, -left, -right});
+  });
+  return of(a);
+}
+
+void Sat::clause(const std::vector<int>& literals) {
+  for (int literal : literals) solver_->add(literal);
+  solver_->add(0);
+}
+
+std::optional<bool> Sat::solve(const std::vector<int>& assumptions, const Stop& stop) {
+  for (int literal : assumptions) solver_->assume(literal);
+  SolverPause pause(stop);
+  solver_->connect_terminator(&pause);
+  const int status = solver_->solve();
+  solver_->disconnect_terminator();
+  if (status == 0) return std::nullopt;
+  return status == 10;
+}
+
+bool Sat::value(int literal) const {
+  if (std::abs(literal) > solver_->vars()) return literal < 0;
+  const int value = solver_->val(std::abs(literal));
+  return (value > 0) == (literal > 0);
+}
+
+bool Sat::value_of(Literal a) const {
+  const std::uint32_t node = node_of(a);
+  const int variable = node < variable_of_.size() ? variable_of_[node] : 0;
+  return (variable != 0 && value(variable)) != is_negated(a);
+}
+
+bool Sat::failed(int literal) const {
+  return solver_->failed(literal);
+}
+
+}  // namespace kiva::proof

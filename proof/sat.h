@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "proof/aig.h"
+#include "proof/engine.h"
+
+namespace CaDiCaL {
+class Solver;
+}
+
+namespace kiva::proof {
+
+/// A SAT solver over the nodes of a graph, which come in as they are needed. The graph may grow.
+class Sat {
+ public:
+  /// `plain` for many small questions: no work ahead of the search.
+  explicit Sat(const Aig& aig, bool plain = false);
+  ~Sat();
+  Sat(const Sat&) = delete;
+  Sat& operator=(const Sat&) = delete;
+
+  /// The solver's literal of one of the graph; enters its cone.
+  int literal(Literal a);
+  /// A variable that no node has.
+  int fresh() { return ++variables_; }
+  void clause(const std::vector<int>& literals);
+  /// Whether clauses and assumptions can hold together; nothing when stopped.
+  std::optional<bool> solve(const std::vector<int>& assumptions, const Stop& stop);
+  /// After a `true`: whether the literal holds; false for one that was never entered.
+  bool value(int literal) const;
+  bool value_of(Literal a) const;
+  /// After a `false`: whether the assumption had a part in it.
+  bool failed(int literal) const;
+
+ private:
+  const Aig& aig_;
+  std::unique_ptr<CaDiCaL::Solver> solver_;
+  std::vector<int> variable_of_;  ///< by node; 0 for one that has not come in
+  int variables_ = 0;
+};
+
+}  // namespace kiva::proof

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tarn/session/diagnostic.h"
+
+namespace kiva {
+
+class Module;
+
+/// What a comment asks of the module in whose text it stands: ";; @WORD TEXT".
+struct SourceProperty {
+  std::string word;
+  std::string text;
+  Place where;  ///< of the text
+};
+
+/// Those of a module that was read from source text, in its order; none where the file cannot be
+/// read any more.
+std::vector<SourceProperty> source_properties(const Module& module);
+
+}  // namespace kiva

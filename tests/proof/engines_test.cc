@@ -1,0 +1,188 @@
+// Every engine against a walk over all states and inputs by the simulator.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <queue>
+#include <random>
+
+#include "proof/prover.h"
+#include "proof/question.h"
+#include "proof/reduction.h"
+#include "tarn/zuc/zuc_reader.h"
+#include "tests/support/random_module.h"
+#include "tests/support/temp_dir.h"
+
+namespace kiva::test {
+namespace {
+
+using namespace proof;
+
+/// Two signals, each perhaps negated, the second perhaps of the instant before.
+struct Expression {
+  std::string name[2];
+  SignalPlace place[2];
+  bool negated[2];
+  bool before;
+  int op;  ///< and, or, xor
+
+  static Expression random(std::mt19937& random, const SignalNames& names) {
+    Expression e{};
+    for (int k = 0; k < 2; ++k) {
+      std::vector<std::string> all;
+      for (auto list :
+           {SignalPlace::input, SignalPlace::output, SignalPlace::local, SignalPlace::register_})
+        for (const std::string& name : names.names(list)) all.push_back(name);
+      e.name[k] = all[random() % all.size()];
+      EXPECT_TRUE(names.find(e.name[k], e.place[k]));
+      e.negated[k] = random() % 2 == 0;
+    }
+    e.before = random() % 2 == 0;
+    e.op = static_cast<int>(random() % 3);
+    return e;
+  }
+  std::string text() const {
+    const auto side = [&](int k) {
+      return (negated[k] ? "not " : "") + name[k] + (k == 1 && before ? "'" : "");
+    };
+    static const char* const ops[] = {" and ", " or ", " xor "};
+    return side(0) + ops[op] + side(1);
+  }
+  bool holds(const SimulationState& state, bool second_before) const {
+    const bool a = present(state, 0) != negated[0];
+    const bool b = (before ? second_before : present(state, 1)) != negated[1];
+    return op == 0 ? a && b : op == 1 ? a || b : a != b;
+  }
+  bool present(const SimulationState& state, int k) const {
+    return shown_state(state, place[k]) == SignalState::one;
+  }
+};
+
+/// The number of the first instant in which the expression can hold while `assumed` always has; 0
+/// for none.
+size_t walked(Simulation& simulation, const Expression& e, const Expression* assumed,
+              bool with_reset) {
+  struct Node {
+    SimulationState state;
+    bool before, assumed_before;
+    size_t instant;
+  };
+  simulation.load();
+  std::queue<Node> open;
+  std::map<std::tuple<std::vector<int>, bool, bool, bool>, bool> seen;
+  open.push({simulation.state(), false, false, 0});
+  const std::vector<RegisterRails> registers = register_rails(simulation.module());
+  const size_t rows = simulation.input_rows().size();
+  while (!open.empty()) {
+    const Node node = open.front();
+    open.pop();
+    for (unsigned inputs = 0; inputs < 1U << (rows + (with_reset ? 1 : 0)); ++inputs) {
+      simulation.restore(node.state);
+      for (size_t row = 0; row < rows; ++row)
+        simulation.choose_input(row,
+                                (inputs >> row & 1) != 0 ? SignalState::one : SignalState::zero);
+      simulation.raise_reset((inputs >> rows & 1) != 0);
+      simulation.step(nullptr);
+      const SimulationState& now = simulation.state();
+      if (assumed != nullptr && !assumed->holds(now, node.assumed_before)) continue;
+      if (e.holds(now, node.before)) return node.instant + 1;
+      std::vector<int> held;
+      for (const RegisterRails& reg : registers)
+        for (long index : {reg.actual.status_index, reg.actual.value_index})
+          held.push_back(now.context[static_cast<size_t>(index)]);
+      const bool assumed_now = assumed != nullptr && assumed->present(now, 1);
+      if (seen.emplace(std::tuple(held, e.present(now, 1), assumed_now, false), true).second)
+        open.push({now, e.present(now, 1), assumed_now, node.instant + 1});
+    }
+  }
+  return 0;
+}
+
+/// An engine alone until it answers or has no more to do.
+Answer alone(Engine& engine, double seconds = 60) {
+  return engine.work(Stop::after(seconds));
+}
+
+class Engines : public testing::Test {
+ protected:
+  std::unique_ptr<Simulation> simulation(const std::string& text) {
+    const ZucRead read = read_zuc_file(dir.write("m.zuc", text), "", "");
+    EXPECT_NE(read.module, nullptr) << read.problem;
+    return std::make_unique<Simulation>(read.module);
+  }
+  static void judge(const Machine& machine, const Answer& answer, size_t first) {
+    if (first == 0) {
+      ASSERT_EQ(answer.verdict, Verdict::holds) << answer.engine;
+      if (answer.invariant) {
+        EXPECT_TRUE(is_invariant(machine, *answer.invariant)) << answer.engine;
+      }
+      return;
+    }
+    ASSERT_EQ(answer.verdict, Verdict::fails) << answer.engine;
+    EXPECT_EQ(first_bad(machine, answer.run), answer.run.size()) << answer.engine;
+    if (answer.shortest) {
+      EXPECT_EQ(answer.run.size(), first) << answer.engine;
+    }
+  }
+  /// Each engine alone, on the machine and what is left of it; gives how often induction answered.
+  static int judge_each(const Machine& machine, const Reduction& reduction, size_t first) {
+    int inductions = 0;
+    for (const Machine* m : {&machine, &reduction.machine()}) {
+      std::vector<std::unique_ptr<Engine>> engines;
+      for (auto make : {frames_search, state_walk}) engines.push_back(make(*m));
+      if (first != 0) engines.push_back(bounded_search(*m));
+      for (const auto& engine : engines) {
+        Answer answer = alone(*engine);
+        judge(*m, answer, first);
+        if (m != &machine) judge(machine, reduction.lifted(answer), first);
+      }
+      // These two may never end.
+      for (auto make : {random_search, induction}) {
+        const Answer tried = alone(*make(*m), 0.02);
+        inductions += tried.verdict == Verdict::holds ? 1 : 0;
+        if (tried.verdict != Verdict::unknown) judge(*m, tried, first);
+      }
+    }
+    return inductions;
+  }
+  TempDir dir;
+};
+
+TEST_F(Engines, AnswerWhatAWalkByTheSimulatorAnswers) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  int held = 0, failed = 0, late = 0, inductions = 0;
+  for (int round = 0; round < 150; ++round) {
+    const auto module = simulation(random_module(random, false, true));
+    const SignalNames names(*module);
+    const bool with_reset = round % 4 == 3;
+    const Expression e = Expression::random(random, names);
+    const Expression assumed = Expression::random(random, names);
+    const bool assumes = round % 3 == 2;
+    const size_t first = walked(*module, e, assumes ? &assumed : nullptr, with_reset);
+    (first == 0 ? held : failed) += 1;
+    late += first > 2 ? 1 : 0;
+    SCOPED_TRACE(e.text() + (assumes ? " assuming " + assumed.text() : ""));
+    Question question(*module, with_reset);
+    if (assumes) question.assume(assumed.text());
+    const Property property{Property::never, e.text()};
+    const Machine machine = question.machine(property);
+    const Reduction reduction(machine);
+    inductions += judge_each(machine, reduction, first);
+    const Answer answer = prove(machine, {});
+    judge(machine, answer, first);
+    EXPECT_TRUE(answer.shortest);
+    if (first != 0) {
+      EXPECT_NE(question.shown(property, answer.run), "");
+    }
+    if (HasFailure()) break;
+  }
+  EXPECT_GT(held, 5);
+  EXPECT_GT(failed, 20);
+  EXPECT_GT(late, 0);
+  EXPECT_GT(inductions, 5);
+}
+
+}  // namespace
+}  // namespace kiva::test

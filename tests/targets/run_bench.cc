@@ -1,0 +1,301 @@
+// Targets that have a bench: it agrees with the simulator over all cases, in the target's own
+// tools. Of languages whose tools start slowly all benches of a run are built into one program.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/targets/runner.h"
+
+namespace kiva::test {
+namespace {
+
+/// Writes text and bench, and gives the command that runs it.
+std::string write_bench(const TargetCase& test, const std::string& target) {
+  test.add_file("bench.stimuli", test.bench_stimuli());
+  const std::string told = test.write("--bench " + target + " bench.stimuli");
+  const std::string start = "run it: ";
+  const size_t at = told.find(start);
+  EXPECT_NE(at, std::string::npos) << told;
+  return told.substr(at + start.size(), told.size() - at - start.size() - 1);
+}
+
+std::string agreement(const TargetCase& test) {
+  return std::to_string(test.instants().size()) + " instants agree\n";
+}
+
+std::function<void(const Cases&)> by_its_command(const std::string& target) {
+  return [target](const Cases& cases) {
+    for (const TargetCase* test : cases) {
+      SCOPED_TRACE(test->name() + ", --bench " + target);
+      const std::string command = write_bench(*test, target);
+      EXPECT_TRUE(run_tool(command, test->folder()).ends_with(agreement(*test)));
+    }
+  };
+}
+
+/// A program over the benches of all cases.
+struct Program {
+  TempDir dir;
+  std::vector<std::string> modules;
+  std::string awaited;
+
+  Program(const Cases& cases, const std::string& target, const std::string& bench_end) {
+    for (const TargetCase* test : cases) {
+      write_bench(*test, target);
+      for (const auto& file : std::filesystem::directory_iterator(test->folder())) {
+        const std::string name = file.path().filename().string();
+        if (file.path().extension() == ".zuc" || name.starts_with("tarn.err")) continue;
+        dir.write(name.ends_with(bench_end) ? name + ".bench" : name,
+                  read_text(file.path().string()));
+        if (name.ends_with(bench_end))
+          modules.push_back(name.substr(0, name.size() - bench_end.size()));
+      }
+      awaited += agreement(*test);
+    }
+  }
+  /// Text for each module, "@" for its name.
+  std::string for_all(const std::string& text) const {
+    std::string all;
+    for (const std::string& module : modules)
+      for (char c : text) all += c == '@' ? module : std::string{c};
+    return all;
+  }
+  void expect_agreement(const std::string& command) const {
+    EXPECT_EQ(run_tool(command, dir.path()), awaited);
+  }
+};
+
+/// What a user writes for the values of the thermostat.
+constexpr const char* types =
+    "#include <math.h>\n#define broken NAN\ntypedef double celsius;\ntypedef double fahrenheit;\n";
+constexpr const char* functions = R"(
+const celsius zero_celsius = 0, ceiling = 25;
+const fahrenheit zero_fahrenheit = 0;
+celsius lower_of(celsius a, celsius b) { return a < b ? a : b; }
+celsius factory_setting(void) { return 19; }
+fahrenheit to_fahrenheit(celsius value) { return value * 9 / 5 + 32; }
+)";
+
+void prove_c_family(const Cases& cases, const std::string& target, const std::string& header,
+                    const std::string& extension, const std::string& entry) {
+  const Program program(cases, target, "_bench" + extension);
+  for (const std::string& m : program.modules)
+    for (const std::string& file : {"C_data_user_" + m + ".h", m + "_typedecl.h"})
+      // Every other has its own true and false before the text's.
+      program.dir.write(file, m == "thermostat"   ? types
+                              : m.size() % 2 == 0 ? ""
+                                                  : "#include <stdbool.h>\n");
+  if (program.for_all("@ ").find("thermostat") != std::string::npos)
+    program.dir.write("data" + extension, "#include \"thermostat" + header + "\"\n" + functions);
+  const size_t at = entry.find('(');
+  const std::string name = entry.substr(0, at);
+  program.dir.write(
+      "all" + extension,
+      (target == "c" ? "" : "#include <systemc.h>\n") +
+          program.for_all("#define " + name + " @_main\n#include \"@_bench" + extension +
+                          ".bench\"\n#undef " + name + "\n") +
+          "int " + entry + " { int bad = 0;\n" +
+          program.for_all("bad += @_main" + std::string(target == "c" ? "()" : "(0, nullptr)") +
+                          ";\n") +
+          "return bad; }\n");
+  const std::string build = target == "c" ? "gcc -std=c11 -Wall -Wextra *.c -lm -o run"
+                                          : "g++ -std=c++17 -w *.cpp -lsystemc -o run";
+  program.expect_agreement(build + " && SYSTEMC_DISABLE_COPYRIGHT_MESSAGE=1 ./run");
+}
+
+constexpr const char* thermostat_part = R"(
+namespace GenEntree {
+  public struct celsius {
+    public double v;
+    public static implicit operator celsius(double x) { celsius c; c.v = x; return c; }
+    public static celsius operator +(celsius a, celsius b) { return a.v + b.v; }
+    public static celsius operator -(celsius a) { return -a.v; }
+    public static bool operator <(celsius a, celsius b) { return a.v < b.v; }
+    public static bool operator >(celsius a, celsius b) { return a.v > b.v; }
+    public static celsius To(string s) {
+      double x;
+      var any = System.Globalization.NumberStyles.Float;
+      var plain = System.Globalization.CultureInfo.InvariantCulture;
+      return double.TryParse(s, any, plain, out x) ? x : double.NaN;
+    }
+  }
+  public struct fahrenheit {
+    public double v;
+    public override string ToString() {
+      return v.ToString(System.Globalization.CultureInfo.InvariantCulture);
+    }
+  }
+  public partial class thermostat {
+    private celsius zero_celsius = 0, ceiling = 25;
+    private fahrenheit zero_fahrenheit = new fahrenheit();
+    private celsius lower_of(celsius a, celsius b) { return a < b ? a : b; }
+    private celsius factory_setting() { return 19; }
+    private fahrenheit to_fahrenheit(celsius c) {
+      var f = new fahrenheit();
+      f.v = c.v * 9 / 5 + 32;
+      return f;
+    }
+  }
+}
+)";
+
+void prove_csharp(const Cases& cases) {
+  const Program program(cases, "csharp", "_bench.cs");
+  std::string own;
+  for (const std::string& m : program.modules) {
+    if (m == "thermostat") program.dir.write("part.cs", thermostat_part);
+    program.dir.write(m + "_bench.cs", own + read_text(program.dir.file(m + "_bench.cs.bench")));
+    own = "#define OWN_FRAMEWORK\n";
+  }
+  program.dir.write("all.cs", "class All { static int Main() { int bad = 0;\n" +
+                                  program.for_all("bad += @_bench.Main();\n") +
+                                  "return bad; } }\n");
+  program.expect_agreement("mcs -warnaserror -main:All -out:run.exe *.cs && LC_ALL=C mono run.exe");
+}
+
+/// The text is held equivalent, latches and first values included, to what another tool has read.
+void prove_blif(const Cases& cases) {
+  by_its_command("blif")(cases);
+  for (const TargetCase* test : cases) {
+    SCOPED_TRACE(test->name());
+    const std::string m = test->module()->getName();
+    run_tool("yosys -q -p 'read_blif " + m + ".blif; check -assert; simplemap t:$ff; " +
+                 "write_blif y.blif'",
+             test->folder());
+    const bool has_state = !test->module()->getRegisterList().empty();
+    const std::string verdict = run_tool(
+        "berkeley-abc -q '" + std::string(has_state ? "dsec " : "cec ") + m + ".blif y.blif'",
+        test->folder());
+    EXPECT_NE(verdict.find("Networks are equivalent"), std::string::npos) << verdict;
+  }
+}
+
+const Registered c({.option = "c", .random_programs = 12, .prove = [](const Cases& cases) {
+                      prove_c_family(cases, "c", ".h", ".c", "main(void)");
+                    }});
+const Registered systemc(
+    {.option = "systemc", .random_programs = 2, .prove = [](const Cases& cases) {
+       prove_c_family(cases, "systemc", "_sc.h", ".cpp", "sc_main(int, char**)");
+     }});
+const Registered csharp({.option = "csharp", .open = false, .prove = prove_csharp});
+const Registered vhdl({.option = "vhdl", .random_programs = 10, .prove = by_its_command("vhdl")});
+const Registered altera({.option = "vhdl-altera",
+                         .random_programs = 1,
+                         .prove = by_its_command("vhdl-altera")});
+const Registered verilog({.option = "verilog",
+                          .random_programs = 10,
+                          .prove = by_its_command("verilog")});
+const Registered blif({.option = "blif", .random_programs = 8, .prove = prove_blif});
+
+TEST(BenchTools, WhatIsNotAsAwaitedIsTold) {
+  const TargetCase test = named_case("watchdog.zu");
+  test.add_file("wrong.stimuli", "tick -> !bark\ntick -> bark\nkick -> !bark\n");
+  for (const Runner& runner : runners()) {
+    if (!runner.prove) continue;
+    SCOPED_TRACE(runner.option);
+    const std::string told = test.write("--bench " + runner.option + " wrong.stimuli");
+    const std::string command = told.substr(told.find("run it: ") + 8);
+    const std::string out =
+        run_tool("! { " + command.substr(0, command.size() - 1) + "; }", test.folder(), false);
+    EXPECT_TRUE(out.find("instant 2: expected bark, is absent\n") != std::string::npos &&
+                out.find("instants agree") == std::string::npos)
+        << out;
+  }
+}
+
+TEST(BenchTools, TheDocumentationsExampleRunsAsItSays) {
+  std::istringstream page(read_text(KIVA_SOURCE "/docs/targets.md"));
+  std::string line, stimuli, command, told;
+  while (std::getline(page, line) && line != "    $ cat watchdog.stimuli") {
+  }
+  while (std::getline(page, line) && !line.starts_with("    $ ")) stimuli += line.substr(4) + "\n";
+  command = line.substr(6);
+  while (std::getline(page, line) && !line.empty()) told += line.substr(4) + "\n";
+  const TempDir dir;
+  dir.write("watchdog.stimuli", stimuli);
+  dir.write("watchdog.zu", read_text(KIVA_SOURCE "/examples/watchdog/watchdog.zu"));
+  EXPECT_EQ(run_tool(KIVA_PROGRAMS "/" + command + " 2>&1", dir.path()), told);
+  EXPECT_EQ(
+      run_tool(told.substr(told.find("run it: ") + 8, told.rfind('\n') - told.find("run it: ") - 8),
+               dir.path()),
+      "4 instants agree\n");
+}
+
+TEST(BenchTools, HeadersAreOfCAndOfItsSuccessor) {
+  const TargetCase test = named_case("watchdog.zu");
+  test.write("--c");
+  test.add_file("C_data_user_watchdog.h", "");
+  test.add_file("main.cc",
+                "extern \"C\" {\n#include \"watchdog.h\"\n}\n"
+                "int main() { watchdog_reset_automaton(); }\n");
+  run_tool("gcc -c watchdog.c && g++ main.cc watchdog.o", test.folder());
+}
+
+TEST(BenchTools, ValuesOfBuiltInTypes) {
+  const std::vector<std::pair<std::string, std::string>> kinds = {
+      {"int", "-5"},   {"byte", "200"},   {"float", "1.5"}, {"long", "5000000000"},
+      {"short", "-7"}, {"string", "hey"}, {"bool", "True"}};
+  // An input, an output that copies it, and a trigger for each type.
+  std::string inputs, outputs, locals, types, nodes, equations, bindings, values, given, awaited;
+  for (size_t i = 0; i < kinds.size(); ++i) {
+    const std::string& type = kinds[i].first;
+    const auto at = [&](size_t group) { return std::to_string(2 * (group * kinds.size() + i)); };
+    const std::string number = std::to_string(i), in = at(0);
+    inputs += "i" + number + ":" + type + " ";
+    outputs += "o" + number + ":" + type + " ";
+    locals += "t" + number + " ";
+    types += type + ";\n";
+    nodes += std::to_string(i + 1) + ": " + in + ":0:0,-1\n";
+    for (size_t group : {1, 2}) {
+      const long status = std::stol(at(group));
+      for (int rail : {0, 1})
+        equations += "1 0 " + std::to_string(status + rail) + ":" + std::to_string(i + 1) +
+                     (rail == 0 ? ",1,(" : ",-1,(") + in + " )\n";
+    }
+    const auto pair = [&](size_t group) {
+      return "(" + at(group) + ", " + std::to_string(std::stol(at(group)) + 1) + ")";
+    };
+    bindings += pair(2) + ": value: " + number + " clock: " + pair(1) + ";\n";
+    values += number + ": %% " + std::to_string(14) + " " + pair(0) + ";\n";
+    given += "i" + number + "=" + kinds[i].second + " ";
+    awaited += " o" + number + "=" + kinds[i].second;
+  }
+  const TargetCase test("kinds.zuc",
+                        "module: kinds  0 1\ninput: " + inputs + ";\noutput: " + outputs +
+                            ";\nlocal: " + locals +
+                            ";\nconnexion: SETkinds RESETkinds RTLkinds;\n"
+                            "equation_def:\n8\n0: -1:-3:-3,1\n" +
+                            nodes + "expressions:\n" + equations + "end:\nbinding:\n" + bindings +
+                            "end:\nevaltable:\n" + values + "end:\ndata:\ntype:\n" + types +
+                            "method:\nconstant:\nend:\n",
+                        given + "->" + awaited);
+  ASSERT_NE(test.module(), nullptr);
+  by_its_command("csharp")({&test});
+}
+
+TEST(VhdlTools, AModuleWithoutOutputsIsAnalysed) {
+  const TargetCase quiet("quiet.zuc",
+                         std::string("module: quiet  0 1\ninput: I ;\nconnexion: S R T;\n"
+                                     "equation_def:\n1\n0: -1:-3:-3,1\nexpressions:\nend:\n"),
+                         "I\n");
+  quiet.write("--vhdl");
+  run_tool("ghdl -a --std=93 quiet.vhdl", quiet.folder());
+}
+
+TEST(C, AModuleThatWasSavedHasTheInterfaceItHad) {
+  for (const char* name : {"elevator", "reflex"}) {
+    const TempDir direct, read;
+    const std::string source = std::string(KIVA_SOURCE "/examples/") + name + "/" + name + ".zu";
+    run_tool(KIVA_PROGRAMS "/tarn -q --zuc --c '" + source + "'", direct.path());
+    run_tool(std::string(KIVA_PROGRAMS "/tarn -q --c -d '") + read.path().string() + "' " + name +
+                 ".zuc",
+             direct.path());
+    const std::string file = std::string(name) + ".h";
+    EXPECT_EQ(read_text(direct.file(file)), read_text(read.file(file)));
+    EXPECT_NE(read_text(direct.file(file)), "");
+  }
+}
+
+}  // namespace
+}  // namespace kiva::test
