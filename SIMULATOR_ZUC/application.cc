@@ -4,8 +4,10 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <memory>
@@ -13,6 +15,7 @@
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/ressource.h"
+#include "SIMULATOR_ZUC/scope/scope_window.h"
 #include "SIMULATOR_ZUC/window_look.h"
 #include "base/number_text.h"
 #include "engine/server_steps.h"
@@ -41,10 +44,15 @@ StartArguments read_start_arguments(int argc, const char* const* argv, std::ostr
   StartArguments arguments;
   std::vector<std::string> plain;
   for (int i = 1; i < argc; ++i) {
-    if (argv[i] == std::string("--scope"))
+    const std::string argument = argv[i];
+    if (argument == "--scope")
       arguments.scope = true;
+    else if (argument == "--beside")
+      arguments.beside = true;
+    else if (argument == "--first")
+      arguments.first = true;
     else
-      plain.push_back(argv[i]);
+      plain.push_back(argument);
   }
   if (plain.size() == 3) {
     arguments.complete = true;
@@ -93,6 +101,29 @@ void connect_to_server(FenPrincipale& window, const std::string& host, const std
             << reinterpret_cast<std::uintptr_t>(window.socket_client) << std::dec << std::endl;
 }
 
+bool place_beside(const QRect& screen, const QSize& window, QRect& place) {
+  constexpr int least = 640;
+  const int left = screen.left() + window.width() + 8;
+  if (screen.right() - left < least) return false;
+  place = QRect(left, screen.top() + 24, std::min(screen.right() - left, 1180),
+                std::min(screen.height() - 64, 900));
+  return true;
+}
+
+namespace {
+
+/// The two windows side by side, where the screen has room for both.
+void show_beside(FenPrincipale& window) {
+  const QRect screen = window.screen()->availableGeometry();
+  QRect place;
+  if (window.empty() || !place_beside(screen, window.frameGeometry().size(), place)) return;
+  window.move(screen.topLeft());
+  window.show_scope();
+  window.scope()->setGeometry(place);
+}
+
+}  // namespace
+
 int run_window(int argc, char** argv, std::ostream& errors) {
   register_resources();
   // A server that has gone must not take the window with it.
@@ -113,6 +144,11 @@ int run_window(int argc, char** argv, std::ostream& errors) {
   if (arguments.complete) connect_to_server(*window, arguments.host, arguments.port, errors);
   if (!window->isVisible()) return 0;  // closed while the server was waited for
   if (!arguments.open.empty()) window->open_file(QFile::decodeName(arguments.open.c_str()));
+  if (arguments.first && !window->empty()) {
+    window->time()->go();
+    window->time()->set_saved(true);  // nobody's work yet
+  }
+  if (arguments.beside) show_beside(*window);
   if (arguments.scope) window->show_scope();
   return QApplication::exec();
 }

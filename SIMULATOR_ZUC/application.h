@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <iostream>
 #include <string>
 
@@ -11,6 +12,8 @@ class FenPrincipale;
 struct StartArguments {
   bool complete = false;  ///< file, host and port are given
   bool scope = false;     ///< --scope: the second window opens, too
+  bool beside = false;    ///< --beside: it opens beside the first, where there is room
+  bool first = false;     ///< --first: the first instant is run
   std::string open;       ///< --open FILE
   std::string file;
   std::string host;
@@ -18,7 +21,8 @@ struct StartArguments {
 };
 
 /// Exactly three arguments are a file, a host and a port; "--open" and a file open it without a
-/// server; "--scope" may stand anywhere. Any other number but none gets a line on the error stream.
+/// server; "--scope", "--beside" and "--first" may stand anywhere. Any other number but none gets a
+/// line on the error stream.
 StartArguments read_start_arguments(int argc, const char* const* argv,
                                     std::ostream& errors = std::cerr);
 
@@ -31,6 +35,10 @@ void dress_window(FenPrincipale& window, std::ostream& errors = std::cerr);
 /// the error stream only.
 void connect_to_server(FenPrincipale& window, const std::string& host, const std::string& port,
                        std::ostream& errors = std::cerr);
+
+/// Where the scope goes on a screen on whose left edge a window of that size stands; false where
+/// there is no room for it.
+bool place_beside(const QRect& screen, const QSize& window, QRect& place);
 
 /// The program: gives its exit status. What its user has to know goes to `errors`; the told lines
 /// go to std::cerr.

@@ -26,6 +26,29 @@ QString ask_for_new_file(QWidget* parent, const QString& caption, const QString&
   return QFileDialog::getSaveFileName(parent, caption, QString(), filter);
 }
 
+bool nobody_answers() {
+  return QApplication::platformName() == "offscreen" || QApplication::platformName() == "minimal";
+}
+
+Unsaved ask_about_unsaved(QWidget* parent, const QString& text) {
+  if (nobody_answers()) return Unsaved::discard;
+  switch (QMessageBox::question(parent, QObject::tr("KIVA"), text,
+                                QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                                QMessageBox::Save)) {
+    case QMessageBox::Save:
+      return Unsaved::save;
+    case QMessageBox::Discard:
+      return Unsaved::discard;
+    default:
+      return Unsaved::cancel;
+  }
+}
+
+bool ask_yes_or_no(QWidget* parent, const QString& text) {
+  return !nobody_answers() &&
+         QMessageBox::question(parent, QObject::tr("KIVA"), text) == QMessageBox::Yes;
+}
+
 class WindowMessages : public message_presenter {
  public:
   void alert(const std::string& text) override { show(text); }
@@ -44,7 +67,8 @@ class WindowMessages : public message_presenter {
 }  // namespace
 
 Dialogs& dialogs() {
-  static Dialogs in_use{show_message_box, ask_for_file, ask_for_new_file};
+  static Dialogs in_use{show_message_box, ask_for_file, ask_for_new_file, ask_about_unsaved,
+                        ask_yes_or_no};
   return in_use;
 }
 

@@ -7,6 +7,9 @@ class QWidget;
 
 namespace kiva {
 
+/// An answer about unsaved work.
+enum class Unsaved { save, discard, cancel };
+
 /// How the window asks and tells. A test puts its own answers in the place of the modal boxes.
 struct Dialogs {
   /// Shows the text until the person has read it.
@@ -15,6 +18,10 @@ struct Dialogs {
   std::function<QString(QWidget* parent, const QString& caption, const QString& filter)> ask_file;
   /// The same of a file that is to be written.
   std::function<QString(QWidget* parent, const QString& caption, const QString& filter)> ask_save;
+  /// What is to become of unsaved work before a window closes. Where nobody can answer, it goes.
+  std::function<Unsaved(QWidget* parent, const QString& text)> ask_unsaved;
+  /// A question; false where nobody can answer.
+  std::function<bool(QWidget* parent, const QString& text)> ask_whether;
 };
 
 /// The dialogs in use; at first those of the toolkit.

@@ -10,6 +10,7 @@
 #include <iostream>
 
 #include "SIMULATOR_ZUC/dialogs.h"
+#include "SIMULATOR_ZUC/recovery.h"
 #include "SIMULATOR_ZUC/scope/scope_window.h"
 #include "SIMULATOR_ZUC/server_line.h"
 #include "tarn/model/sexception.h"
@@ -55,6 +56,8 @@ void FenPrincipale::start_choices() {
 void FenPrincipale::start_time() {
   const bool scope_open = scope_ != nullptr && scope_->isVisible();
   scope_.reset();
+  if (recovery_ != nullptr) recovery_->forget();
+  recovery_.reset();
   time_.reset();
   simulation_->load();
   time_ = std::make_unique<TimeControl>(simulation_.get(), [this] { return socket_client; });
@@ -66,6 +69,8 @@ void FenPrincipale::start_time() {
     for (QWidget* panel : std::initializer_list<QWidget*>{inputs_panel, debugger_panel, file_panel})
       panel->setEnabled(!busy);
   });
+  recovery_ = std::make_unique<Recovery>(time_.get(), module_file_);
+  if (recovery_->found()) QTimer::singleShot(0, this, &FenPrincipale::offer_recovery);
   if (scope_open) QTimer::singleShot(0, this, &FenPrincipale::show_scope);
 }
 
@@ -149,6 +154,7 @@ void FenPrincipale::afficherAll() {
   clear_panels();
   start_choices();
   scope_.reset();
+  recovery_.reset();
   time_.reset();
   simulation_.reset();
   pautom = nullptr;

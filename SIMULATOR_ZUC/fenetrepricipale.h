@@ -35,6 +35,7 @@ namespace kiva {
 
 class CalculValue;
 class PluginManager;
+class Recovery;
 class ScopeWindow;
 class ServerLine;
 struct PanelRow;
@@ -63,6 +64,9 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   TimeControl* time() const { return time_.get(); }
   /// The second window, where it has been opened.
   ScopeWindow* scope() const { return scope_.get(); }
+
+  /// Keeps the run of the module for a later start; null without a module.
+  Recovery* recovery() const { return recovery_.get(); }
 
   /// Connects to the evaluation server, and shows from now on how that stands; the window lives on
   /// meanwhile. Instants that ask for values run in a worker, and lack none.
@@ -177,6 +181,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   bool event(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -203,6 +208,9 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void fill_locals_and_registers();
   void start_choices();
   void start_time();
+  void offer_recovery();
+  /// False where a person wants to keep the run that is shown, or its file could not be written.
+  bool may_leave_run();
   void step_ended(const QString& told);
   void reset_flags();
   void paint_all();
@@ -226,6 +234,7 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   std::vector<TitleBar*> titles_;
   std::unique_ptr<Simulation> simulation_;
   std::unique_ptr<TimeControl> time_;
+  std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<ScopeWindow> scope_;
   QString module_file_;  ///< of the running module
   ServerLine* server_line_ = nullptr;

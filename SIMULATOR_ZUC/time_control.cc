@@ -1,6 +1,8 @@
 #include "SIMULATOR_ZUC/time_control.h"
 
-#include "engine/session_file.h"
+#include <QFile>
+
+#include "base/whole_file.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 
@@ -98,20 +100,57 @@ bool TimeControl::run(long instants, std::shared_ptr<Condition> until) {
   return true;
 }
 
-QString TimeControl::open(const std::string& session,
-                          const std::function<void(long instant, const QString& text)>& mark) {
+void TimeControl::mark(const QString& text) {
+  if (busy_) return;
+  const Recording::Position here = recording_.owner(recording_.position());
+  std::erase_if(marks_, [&](const auto& mark) { return mark.first == here; });
+  if (!text.isEmpty()) marks_.emplace_back(here, text.toStdString());
+  ++marks_made_;
+  Q_EMIT marked();
+}
+
+long TimeControl::work_done() const {
+  long instants = 0;
+  for (size_t branch = 0; branch < recording_.branches(); ++branch)
+    instants += recording_.branch(branch).last - recording_.branch(branch).from;
+  return instants + marks_made_;
+}
+
+bool TimeControl::unsaved() const {
+  return busy_ || (work_done() > 0 && work_done() != saved_);
+}
+
+QString TimeControl::write_session(const QString& name) {
   if (busy_) return tr("a run is under way");
-  Marks marks;
+  const std::string text =
+      name.endsWith(".stimuli") ? stimuli_text(recording_) : session_text(recording_, marks_);
+  WholeFile file(QFile::encodeName(name).toStdString());
+  if (file.opened()) file.out() << text;
+  return file.opened() && file.finish() ? QString() : tr("%1 cannot be written").arg(name);
+}
+
+QString TimeControl::save(const QString& name) {
+  const QString problem = write_session(name);
+  if (problem.isEmpty()) saved_ = work_done();
+  return problem;
+}
+
+QString TimeControl::open(const QString& name) {
+  if (busy_) return tr("a run is under way");
+  QFile file(name);
+  if (!file.open(QIODevice::ReadOnly)) return tr("%1 cannot be read").arg(name);
   std::string problem;
+  marks_.clear();
   try {
     recording_.to({0, recording_.branch(0).from});
-    problem = open_session(session, recording_, socket_(), marks);
+    problem = open_session(file.readAll().toStdString(), recording_, socket_(), marks_);
   } catch (const LibraryException& exception) {
     problem = exception.text();
   }
+  saved_ = work_done();
   moved_if(true);
-  for (const auto& [at, text] : marks) mark(at.instant, QString::fromStdString(text));
-  return QString::fromStdString(problem);
+  Q_EMIT marked();
+  return problem.empty() ? QString() : name + ": " + QString::fromStdString(problem);
 }
 
 void TimeControl::work(long instants, const Condition* until) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -9,6 +10,7 @@
 
 #include "engine/condition.h"
 #include "engine/recording.h"
+#include "engine/session_file.h"
 
 namespace kiva {
 
@@ -42,10 +44,23 @@ class TimeControl : public QObject {
   /// Runs so many instants in the worker, or until the condition holds (may be null).
   bool run(long instants, std::shared_ptr<Condition> until);
   void stop() { stop_ = true; }
-  /// Runs what a session's text holds, from the load on; `mark` gets its marks. Why it cannot be
-  /// used, empty if it could.
-  QString open(const std::string& session,
-               const std::function<void(long instant, const QString& text)>& mark);
+
+  /// Instants that a person has named, each of the branch in which it was run.
+  const Marks& marks() const { return marks_; }
+  /// Names the instant that is shown; an empty text takes the name away.
+  void mark(const QString& text);
+
+  /// There are instants or marks that have not been saved.
+  bool unsaved() const;
+  /// Takes what is there for saved, or for unsaved.
+  void set_saved(bool saved) { saved_ = saved ? work_done() : -1; }
+  /// Writes the session, or the branch that is shown as stimuli where the name ends so. Why it
+  /// cannot be written, empty if it could.
+  QString save(const QString& name);
+  /// The same of a session, which stays as unsaved as it was.
+  QString write_session(const QString& name);
+  /// Runs what a session's file holds, from the load on. Why it cannot be used, empty if it could.
+  QString open(const QString& name);
 
   /// An input that is a pulse is Zero again behind each instant.
   bool is_pulse(size_t row) const { return pulses_.contains(row); }
@@ -57,6 +72,7 @@ class TimeControl : public QObject {
  Q_SIGNALS:
   /// Another instant is shown.
   void moved();
+  void marked();
   /// Something else is chosen for the next one.
   void choices_changed();
   void busy_changed(bool busy);
@@ -65,6 +81,7 @@ class TimeControl : public QObject {
 
  private:
   bool moved_if(bool done);
+  long work_done() const;
   void end_pulses();
   void work(long instants, const Condition* until);
   void ended(const QString& told);
@@ -73,6 +90,9 @@ class TimeControl : public QObject {
   Recording recording_;
   std::function<Sock()> socket_;
   std::set<size_t> pulses_;
+  Marks marks_;
+  long marks_made_ = 0;
+  long saved_ = 0;  ///< what `work_done` gave then
   std::thread worker_;
   bool busy_ = false;
   long version_ = 0;

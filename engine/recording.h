@@ -53,6 +53,8 @@ class Recording {
   Position position() const { return position_; }
   size_t branches() const;
   BranchInfo branch(size_t branch) const;
+  /// The same instant, as one of the branch in which it was run.
+  Position owner(Position position) const;
   /// Where the branch that is shown, or the ancestor that it comes from, begins.
   long first_instant() const;
   /// The instant in which the signal came to the state that it shows there, from 1 on; 0 where it
@@ -89,7 +91,6 @@ class Recording {
   struct Branch;
   struct Cursor;
 
-  Position owner(Position position) const;
   bool exists(Position position) const;
   size_t branch_here();
   void append(size_t branch, const SimulationState& before, const Choices& choices);

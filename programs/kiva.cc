@@ -18,7 +18,7 @@ int answer(int argc, char** argv) {
   CLI::App app{"The simulator: shows a module, an instant at a time.", "kiva"};
   programs::CommandNotes notes;
   notes.summary = "simulator of synchronous reactive modules";
-  notes.synopsis = "[--scope] [--open FILE | FILE HOST PORT]";
+  notes.synopsis = "[OPTIONS] [--open FILE | FILE HOST PORT]";
   notes.examples = {{"kiva --open lift.zuc", "opens a module without data"},
                     {"kiva --scope --open lift.zuc", "with waves, branches, source text and why"},
                     {"kiva lift.zuc localhost 4000", "with the module's evaluation server"}};
@@ -31,6 +31,8 @@ int answer(int argc, char** argv) {
   app.add_option("PORT", port, "its port; 0 for none");
   app.add_option("--open", file, "opens a module without a server")->type_name("FILE");
   app.add_flag("--scope", scope, "opens the second window, too: waves, branches, why");
+  app.add_flag("--beside", scope, "opens it beside the window, where the screen has room");
+  app.add_flag("--first", scope, "runs the first instant");
   app.add_flag("--verbose", verbose, "shows what the library has to tell");
   programs::add_pages(app, notes);
   app.footer(programs::example_lines(notes));

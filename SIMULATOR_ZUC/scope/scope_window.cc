@@ -115,6 +115,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
       waves_->choose(static_cast<int>(row));
       break;
     }
+  tell(first_keys());
   waves_->setFocus();
 }
 
@@ -232,6 +233,19 @@ void ScopeWindow::refresh() {
     branch_->addItem(TimeLine::branch_name(recording, static_cast<size_t>(branch)));
   branch_->setCurrentIndex(static_cast<int>(recording.position().branch));
   branch_->setVisible(branches > 1);
+}
+
+/// What a newcomer presses.
+QString ScopeWindow::first_keys() const {
+  QStringList keys;
+  const std::vector<std::string>& inputs = time_->recording().simulation().input_names();
+  for (size_t row = 0; row < std::min<size_t>(inputs.size(), 4); ++row)
+    keys += QString("<b>%1</b> %2")
+                .arg(row + 1)
+                .arg(QString::fromStdString(inputs[row]).toHtmlEscaped());
+  if (inputs.size() > 4) keys += QString::fromUtf8("\u2026");
+  return tr("Press %1<b>Return</b> for an instant, <b>Left</b> to go back, <b>?</b> for all keys.")
+      .arg(keys.isEmpty() ? QString() : keys.join(", ") + tr(" to choose inputs, "));
 }
 
 void ScopeWindow::tell(const QString& text) {

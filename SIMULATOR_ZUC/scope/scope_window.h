@@ -60,6 +60,7 @@ class ScopeWindow : public QMainWindow {
   void refresh();
   void dress();
   void tell(const QString& text);
+  QString first_keys() const;
 
   void back();
   void forward();

@@ -1,6 +1,5 @@
 // What the keys and buttons of the scope do.
 
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -8,7 +7,6 @@
 #include "SIMULATOR_ZUC/scope/scope_window.h"
 #include "SIMULATOR_ZUC/window_look.h"
 #include "base/whole_file.h"
-#include "engine/session_file.h"
 #include "engine/vcd_trace.h"
 #include "tarn/model/sexception.h"
 
@@ -137,29 +135,16 @@ void ScopeWindow::save() {
   const QString name =
       dialogs().ask_save(this, tr("Save"), tr("Sessions (*.kivasession);;Stimuli (*.stimuli)"));
   if (name.isEmpty()) return;
-  Recording& recording = time_->recording();
-  Marks marks;
-  for (const auto& [instant, text] : waves_->marks())
-    marks.emplace_back(Recording::Position{recording.position().branch, instant},
-                       text.toStdString());
-  const std::string text =
-      name.endsWith(".stimuli") ? stimuli_text(recording) : session_text(recording, marks);
-  WholeFile file(QFile::encodeName(name).toStdString());
-  if (file.opened()) file.out() << text;
-  const bool written = file.opened() && file.finish();
-  tell(written ? tr("%1 is saved").arg(name) : tr("%1 cannot be written").arg(name));
+  const QString problem = time_->save(name);
+  tell(problem.isEmpty() ? tr("%1 is saved").arg(name) : problem);
 }
 
 void ScopeWindow::open() {
   if (time_->busy()) return;
   const QString name = dialogs().ask_file(this, tr("Open"), tr("Sessions (*.kivasession)"));
   if (name.isEmpty()) return;
-  QFile file(name);
-  if (!file.open(QIODevice::ReadOnly)) return tell(tr("%1 cannot be read").arg(name));
-  const QString problem =
-      time_->open(file.readAll().toStdString(),
-                  [this](long at, const QString& text) { waves_->mark(at, text); });
-  tell(problem.isEmpty() ? tr("%1 is open").arg(name) : name + ": " + problem);
+  const QString problem = time_->open(name);
+  tell(problem.isEmpty() ? tr("%1 is open").arg(name) : problem);
 }
 
 void ScopeWindow::ask(Asked what) {
@@ -212,7 +197,7 @@ void ScopeWindow::answered() {
       if (!waves_->find(text)) tell(tr("No signal that is shown has \"%1\" in its name").arg(text));
       break;
     case Asked::mark:
-      waves_->mark(here.instant, text);
+      time_->mark(text);
       break;
     case Asked::nothing:
       break;

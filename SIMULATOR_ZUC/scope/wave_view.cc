@@ -55,6 +55,7 @@ WaveView::WaveView(TimeControl* time, QWidget* parent) : QAbstractScrollArea(par
   setFocusPolicy(Qt::StrongFocus);
   make_rows();
   connect(time_, &TimeControl::moved, this, &WaveView::follow);
+  connect(time_, &TimeControl::marked, viewport(), qOverload<>(&QWidget::update));
   follow();
 }
 
@@ -230,10 +231,14 @@ void WaveView::look_changed() {
   viewport()->update();
 }
 
-void WaveView::mark(long instant, const QString& text) {
-  std::erase_if(marks_, [&](const auto& mark) { return mark.first == instant; });
-  if (!text.isEmpty()) marks_.emplace_back(instant, text);
-  viewport()->update();
+std::vector<std::pair<long, QString>> WaveView::marks() const {
+  const Recording& recording = time_->recording();
+  std::vector<std::pair<long, QString>> shown;
+  for (const auto& [at, text] : time_->marks())
+    if (at.instant <= shown_last() &&
+        recording.owner({recording.position().branch, at.instant}) == at)
+      shown.emplace_back(at.instant, QString::fromStdString(text));
+  return shown;
 }
 
 bool WaveView::next_change(int direction) {
@@ -340,7 +345,7 @@ void WaveView::paint_ruler(QPainter& painter, long from, long to) {
                      column_ >= wide ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter,
                      QString::number(instant));
   }
-  for (const auto& [instant, text] : marks_) {
+  for (const auto& [instant, text] : marks()) {
     painter.setPen(look.accent);
     painter.drawText(QRect(x_of(instant), 0, 400, ruler_height()), Qt::AlignLeft | Qt::AlignTop,
                      QString::fromUtf8("\u25be") + text);

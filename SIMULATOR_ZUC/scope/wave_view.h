@@ -48,8 +48,8 @@ class WaveView : public QAbstractScrollArea {
   QRect cell(int row, long instant) const;
   /// The second cursor; -1 for none.
   long second_cursor() const { return second_; }
-  void mark(long instant, const QString& text);
-  const std::vector<std::pair<long, QString>>& marks() const { return marks_; }
+  /// Of the branch that is shown.
+  std::vector<std::pair<long, QString>> marks() const;
   void look_changed();
 
  Q_SIGNALS:
@@ -80,7 +80,6 @@ class WaveView : public QAbstractScrollArea {
   TimeControl* time_;
   std::vector<Row> all_;
   std::vector<Row> rows_;
-  std::vector<std::pair<long, QString>> marks_;
   int chosen_ = -1;
   long second_ = -1;
   int column_ = 32;

@@ -20,6 +20,8 @@ int main(int argc, char** argv) {
   QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
   QApplication application(argc, argv);
   QStandardPaths::setTestModeEnabled(true);
+  const QTemporaryDir state;
+  qputenv("XDG_STATE_HOME", state.path().toUtf8());
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QTemporaryDir().path());
   return RUN_ALL_TESTS();
 }

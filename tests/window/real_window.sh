@@ -17,6 +17,7 @@ cleanup() {
   rm -rf "$work"
 }
 trap cleanup EXIT
+export XDG_STATE_HOME="$work" XDG_CONFIG_HOME="$work"
 cp "$examples/counter/counter.zuc" "$work/"
 
 fail() {

@@ -194,7 +194,7 @@ TEST_F(Scope, LightsTheSource) {
   const auto lit = [&] {
     std::string words;
     for (const QTextEdit::ExtraSelection& mark : scope->source()->text(0)->extraSelections())
-      words += mark.cursor.selectedText().toStdString() + ";";
+      if (mark.cursor.hasSelection()) words += mark.cursor.selectedText().toStdString() + ";";
     return words;
   };
   EXPECT_EQ(lit(), "") << "nothing has run";
