@@ -29,9 +29,9 @@ TargetRules untold() {
   return rules;
 }
 
-class Machine {
+class StateMachine {
  public:
-  explicit Machine(Module* module)
+  explicit StateMachine(Module* module)
       : module_(module), wood_(*module->getBddWood()), text_(module, plain, untold()) {
     for (const StateRail& rail : text_.state()) registers_.insert(rail.index);
     for (const StateRail& rail : text_.state()) next_.push_back(function_of(rail.next));
@@ -176,7 +176,7 @@ class ReachableWalk {
     }
   }
 
-  Machine machine_;
+  StateMachine machine_;
   size_t most_;
   Diagram diagram_;
   std::map<Registers, size_t> number_of_;
@@ -191,7 +191,7 @@ Diagram reachable_diagram(Module* module, size_t most, std::string& problem) {
 }
 
 Diagram registers_diagram(Module* module) {
-  const Machine machine(module);
+  const StateMachine machine(module);
   Diagram diagram{module->getName(), {}, {}};
   std::map<long, size_t> node_of;
   const auto add = [&](const std::string& name, const bdd& f, Diagram::Shape shape) {

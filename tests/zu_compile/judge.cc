@@ -29,6 +29,28 @@ History random_history(std::mt19937& random) {
   return run;
 }
 
+namespace {
+
+/// Of states and values of outputs and locals; empty for none.
+std::string signal_difference(const Instants& machine, const Meaning& meaning) {
+  for (const auto* names : {&output_names, &local_names})
+    for (const std::string& name : *names) {
+      // Where nobody says anything, Zero shows for what nobody ever emits.
+      const char state = machine.state(name), said = meaning.said(name);
+      if (state != said && !(state == '0' && said == '_'))
+        return name + " is " + state + ", meant " + said;
+      if (state == 'T') continue;
+      const int value = meaning.value(name);
+      const std::vector<std::string> values = machine.values(name);
+      if (value == 0 ? !values.empty() : values != std::vector{std::to_string(value)})
+        return "value of " + name + " is " + (values.empty() ? "none" : values[0]) + ", meant " +
+               std::to_string(value);
+    }
+  return "";
+}
+
+}  // namespace
+
 Verdict compare(const Program& program, const std::vector<History>& runs, std::string& difference,
                 const Rules& rules) {
   const Compiled compiled(module_text(program), rules);
@@ -52,19 +74,8 @@ Verdict compare(const Program& program, const std::vector<History>& runs, std::s
       if (!meaning.step(stimulus.present, stimulus.set, stimulus.reset))
         return differs("no meaning");
       if (meaning.contradicted()) break;
-      for (const auto* names : {&output_names, &local_names})
-        for (const std::string& name : *names) {
-          // Where nobody says anything, Zero shows for what nobody ever emits.
-          const char state = machine.state(name), said = meaning.said(name);
-          if (state != said && !(state == '0' && said == '_'))
-            return differs(name + " is " + state + ", meant " + said);
-          if (state == 'T') continue;
-          const int value = meaning.value(name);
-          const std::vector<std::string> values = machine.values(name);
-          if (value == 0 ? !values.empty() : values != std::vector{std::to_string(value)})
-            return differs("value of " + name + " is " + (values.empty() ? "none" : values[0]) +
-                           ", meant " + std::to_string(value));
-        }
+      if (const std::string what = signal_difference(machine, meaning); !what.empty())
+        return differs(what);
       if ((machine.state("RTL") == '1') != meaning.ended())
         return differs(std::string("the end is ") + machine.state("RTL"));
     }

@@ -51,40 +51,60 @@ std::string mealy_text(const Program& p) {
   return text;
 }
 
+/// What a machine's registers and their next signals are in an instant; they are its own.
+class OwnSignals {
+ public:
+  OwnSignals(const Meaning& m, int registers) : m_(m) {
+    for (size_t i = 0; i < mealy_registers.size(); ++i)
+      if ((registers >> i & 1) != 0) own_.insert(mealy_registers[i].name);
+    for (const MealyRegister& reg : mealy_registers) nexts_.insert(reg.next);
+  }
+  bool is_next(const std::string& signal) const { return nexts_.contains(signal); }
+  bool holds(const Condition& right) const {
+    std::set<std::string> seen = m_.present();
+    seen.insert(own_.begin(), own_.end());
+    return right.holds(seen);
+  }
+  /// Next signals may read each other.
+  void settle(const std::map<std::string, const Condition*>& equations) {
+    for (size_t round = 0; round < nexts_.size(); ++round)
+      for (const std::string& next : nexts_) {
+        own_.erase(next);
+        if (holds(*equations.at(next))) own_.insert(next);
+      }
+  }
+  int next_registers() const {
+    int registers = 0;
+    for (size_t i = 0; i < mealy_registers.size(); ++i)
+      if (own_.contains(mealy_registers[i].next)) registers |= 1 << i;
+    return registers;
+  }
+
+ private:
+  const Meaning& m_;
+  std::set<std::string> own_, nexts_;
+};
+
+bool is_written(const std::string& name) {
+  return name == local_names[0] || name == local_names[1] ||
+         std::find(output_names.begin(), output_names.end(), name) != output_names.end();
+}
+
 /// The equations hold in each instant from the start on; the state has a bit for each register.
 State hold_equations(Meaning& m, const Program& p, int registers) {
   std::map<std::string, const Condition*> last;
   for (const MealyEquation& equation : p.equations) last[equation.signal] = &equation.right;
-  // Registers and what they have next are the machine's own.
-  std::set<std::string> own;
-  for (size_t i = 0; i < mealy_registers.size(); ++i)
-    if ((registers >> i & 1) != 0) own.insert(mealy_registers[i].name);
-  const auto holds = [&](const Condition& right) {
-    std::set<std::string> seen = m.present();
-    seen.insert(own.begin(), own.end());
-    return right.holds(seen);
-  };
-  std::set<std::string> nexts;
-  for (const MealyRegister& reg : mealy_registers) nexts.insert(reg.next);
-  for (size_t round = 0; round < nexts.size(); ++round)
-    for (const std::string& next : nexts) {
-      own.erase(next);
-      if (holds(*last.at(next))) own.insert(next);
-    }
+  OwnSignals own(m, registers);
+  own.settle(last);
   for (const auto& [signal, right] : last) {
-    if (nexts.contains(signal)) continue;
-    if (holds(*right)) m.emit(signal);
+    if (own.is_next(signal)) continue;
+    if (own.holds(*right)) m.emit(signal);
     // What reads outputs may be neither true nor false.
     const std::vector<std::string> read = right->signals();
-    const auto is_written = [](const std::string& name) {
-      return name == local_names[0] || name == local_names[1] ||
-             std::find(output_names.begin(), output_names.end(), name) != output_names.end();
-    };
-    if (!holds(*right) && std::none_of(read.begin(), read.end(), is_written)) m.deny(signal);
+    if (!own.holds(*right) && std::none_of(read.begin(), read.end(), is_written)) m.deny(signal);
   }
   Running next;
-  for (size_t i = 0; i < mealy_registers.size(); ++i)
-    if (own.contains(mealy_registers[i].next)) next.at |= 1 << i;
+  next.at = own.next_registers();
   return next;
 }
 
