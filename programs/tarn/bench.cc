@@ -26,7 +26,7 @@ bool write_bench(Module* module, const Options& options) {
     programs::errors() << file << ": note: \"" << name
                        << "\" is no output; the bench does not look at it\n";
   const BenchFile bench = print_bench(*options.bench, module, stimuli.instants());
-  if (!options.quiet) std::cout << bench.path << '\n';
+  if (!options.quiet) std::cout << bench.path << std::endl;  // before what is said of it
   const std::string folder = options.folder == "." ? "" : "cd '" + options.folder + "' && ";
   programs::errors() << "run it: " << folder << bench.run << '\n';
   return true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
 
 #include "base/whole_file.h"
 #include "programs/tarn/bench.h"
@@ -250,9 +251,10 @@ std::vector<Module*> Translation::load() {
 }
 
 bool Translation::run(std::set<std::string>& met) {
-  const programs::InTextOrder order(file_);
+  std::optional<programs::InTextOrder> order(std::in_place, file_);
   try {
     if (!get_modules()) return false;
+    order.reset();
     for (const Module* module : modules_) met.insert(module->getName());
     if (modules_.size() > 1 && !options_.output.empty())
       return fail({file_, 0, 0, 0, 0}, "holds several modules; -o names one file");

@@ -4,7 +4,7 @@
 usage: docs_blocks.py SOURCE BIN WORK [PAGE...]
 
 A block is indented by four blanks or fenced; a line of it that begins with "$ " is a command, what
-follows is its output, error stream included, "..." for any lines. Blocks of a page run in one
+follows is its output, error stream included, "..." for any text, or any lines where it stands alone. Blocks of a page run in one
 folder, one after the other, with `examples` in it and the programs in the path. Where `$ cat FILE`
 shows a file that is not there yet, the reader has written it: it is made as shown. What needs a
 screen, or a program that is not there, is left out.
@@ -60,7 +60,7 @@ def steps(block):
 
 
 def matches(shown, printed):
-    parts = [re.escape(line) + "\n" if line != "..." else "(?:.*\n)*" for line in shown]
+    parts = [re.escape(line).replace(r"\.\.\.", ".*") + "\n" if line != "..." else "(?:.*\n)*" for line in shown]
     return re.fullmatch("".join(parts), printed) is not None
 
 
