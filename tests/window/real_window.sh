@@ -41,7 +41,7 @@ look() {
 }
 window_of() { xdotool search --sync --onlyvisible --name "$1" | tail -n 1; }
 
-"$kiva" 2>"$work/err" &
+"$kiva" --verbose 2>"$work/err" &
 program=$!
 main=$(window_of '^KIVA$')
 [ -n "$main" ] || fail "no window"
