@@ -46,6 +46,9 @@ std::span<const ScopeWindow::Control> ScopeWindow::controls() {
       {"Ctrl+Down", nullptr, "the chosen row one down", &ScopeWindow::row_down},
       {"H", nullptr, "show or hide what the compiler made", &ScopeWindow::toggle_made},
       {"E", nullptr, "write the branch as a value change dump", &ScopeWindow::export_dump},
+      {"X", nullptr, "write the automaton that is shown as SVG", &ScopeWindow::export_diagram},
+      {"]", nullptr, "a larger automaton", &ScopeWindow::diagram_larger},
+      {"[", nullptr, "a smaller automaton", &ScopeWindow::diagram_smaller},
       {"S", nullptr, "save the session, or the branch as stimuli", &ScopeWindow::save},
       {"O", nullptr, "open a session", &ScopeWindow::open},
       {"D", nullptr, "dark or light", &ScopeWindow::toggle_dark},
@@ -66,7 +69,8 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
       inputs_(new InputsPane(time)),
       why_(new WhyPane(time)),
       line_(new TimeLine(time)),
-      source_(new SourcePane(time, file)) {
+      source_(new SourcePane(time, file)),
+      diagram_(new DiagramPane(time, file)) {
   const QString module = QString::fromStdString(time->recording().simulation().module()->getName());
   setWindowTitle(tr("%1 - scope").arg(module));
   setObjectName("scope");
@@ -89,7 +93,13 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   layout->addWidget(make_bar());
   auto* sides = new QSplitter(Qt::Horizontal);
   sides->addWidget(panes);
-  sides->addWidget(framed(tr("Source"), source_));
+  auto* texts = new QSplitter(Qt::Vertical);
+  texts->addWidget(framed(tr("Source"), source_));
+  QWidget* drawn = framed(tr("Automaton"), diagram_);
+  texts->addWidget(drawn);
+  drawn->setVisible(!diagram_->empty());
+  texts->setSizes({360, 300});
+  sides->addWidget(texts);
   sides->setSizes({740, 440});
   layout->addWidget(sides, 1);
   prompt_ = new QLineEdit;
@@ -281,6 +291,7 @@ void ScopeWindow::dress() {
   why_->ask_again();
   line_->update();
   source_->look_changed();
+  diagram_->look_changed();
 }
 
 void ScopeWindow::closeEvent(QCloseEvent* event) {

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <span>
 
+#include "SIMULATOR_ZUC/scope/diagram_pane.h"
 #include "SIMULATOR_ZUC/scope/inputs_pane.h"
 #include "SIMULATOR_ZUC/scope/source_pane.h"
 #include "SIMULATOR_ZUC/scope/time_line.h"
@@ -31,6 +32,7 @@ class ScopeWindow : public QMainWindow {
   WhyPane* why() const { return why_; }
   TimeLine* line() const { return line_; }
   SourcePane* source() const { return source_; }
+  DiagramPane* diagram() const { return diagram_; }
   /// What is asked for in one line: an instant, a condition, a name.
   QLineEdit* prompt() const { return prompt_; }
   QString status() const;
@@ -87,6 +89,9 @@ class ScopeWindow : public QMainWindow {
   void told_size();
   void init();
   void export_dump();
+  void export_diagram();
+  void diagram_larger() { diagram_->view()->zoom(1.25); }
+  void diagram_smaller() { diagram_->view()->zoom(0.8); }
   void save();
   void open();
   void show_keys();
@@ -107,6 +112,7 @@ class ScopeWindow : public QMainWindow {
   WhyPane* why_;
   TimeLine* line_;
   SourcePane* source_;
+  DiagramPane* diagram_;
 };
 
 }  // namespace kiva

@@ -109,6 +109,15 @@ void ScopeWindow::show_keys() {
   tell(text + tr("<b>1 to 9</b> the next state of an input &nbsp; <b>Escape</b> leaves and stops"));
 }
 
+void ScopeWindow::export_diagram() {
+  if (diagram_->empty() || time_->busy()) return tell(tr("there is no automaton to write"));
+  const QString name = dialogs().ask_save(this, tr("Write automaton"), tr("Pictures (*.svg)"));
+  if (name.isEmpty()) return;
+  WholeFile file(name.toStdString());
+  if (file.opened()) file.out() << diagram_->view()->svg();
+  if (!file.opened() || !file.finish()) tell(tr("%1 cannot be written").arg(name));
+}
+
 void ScopeWindow::export_dump() {
   if (time_->busy()) return;
   const QString name =

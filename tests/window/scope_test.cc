@@ -2,6 +2,7 @@
 
 #include "SIMULATOR_ZUC/scope/scope_window.h"
 
+#include <QFile>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -219,6 +220,29 @@ TEST_F(Scope, LightsTheSource) {
   write("w.zuc.map", "{}");
   open_scope(module);
   EXPECT_FALSE(scope->source()->has_source());
+}
+
+TEST_F(Scope, DrawsRegistersWhereThereIsNoAutomaton) {
+  open_scope(write("w.zuc", keeper_of_waits));
+  ASSERT_FALSE(scope->diagram()->empty());
+  DiagramView* view = scope->diagram()->view();
+  EXPECT_EQ(view->told(), "") << "nothing has run";
+  press("1");
+  press("Return");
+  EXPECT_EQ(view->told(), "next R0");
+  press("Return");
+  EXPECT_EQ(view->told(), "in R0, next R1");
+  press("Left");
+  EXPECT_EQ(view->told(), "next R0");
+  const int before = view->width();
+  press("]");
+  EXPECT_GT(view->width(), before);
+  const QString file = folder.path() + "/drawn.svg";
+  dialogs().ask_save = [&](QWidget*, const QString&, const QString&) { return file; };
+  press("X");
+  QFile drawn(file);
+  ASSERT_TRUE(drawn.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(drawn.readAll().startsWith("<svg "));
 }
 
 TEST_F(Scope, FitsItsTextsAndNamesItsWidgets) {

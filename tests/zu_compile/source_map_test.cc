@@ -8,6 +8,7 @@
 
 #include <utility>
 
+#include "engine/diagram.h"
 #include "engine/lit_source.h"
 #include "engine/simulation.h"
 #include "tarn/model/compilation.h"
@@ -69,15 +70,19 @@ class Lit {
     if (!compiled_.ok()) return;
     compiled_.module()->finalize(0);
     simulation_ = std::make_unique<Simulation>(compiled_.module());
-    source_ = std::make_unique<LitSource>(
-        source_map_text(source_map(compiled_.module()), compiled_.module()->getName()),
-        *simulation_);
+    const std::string map =
+        source_map_text(source_map(compiled_.module()), compiled_.module()->getName());
+    source_ = std::make_unique<LitSource>(map, *simulation_);
     EXPECT_EQ(source_->problem(), "");
+    drawn_ = automata_of_map(map);
+    if (!drawn_.empty()) lights_ = std::make_unique<DiagramLights>(drawn_[0], *simulation_);
   }
   bool ok() const { return compiled_.ok(); }
   const LitSource& source() const { return *source_; }
   const SimulationState& state() const { return simulation_->state(); }
   const Meaning& meaning() const { return meaning_; }
+  const Diagram& drawn() const { return drawn_[0]; }
+  DiagramLight drawn_light() const { return lights_->at(state()); }
 
   void step(const std::set<std::string>& present, bool first) {
     for (size_t row = 0; row < simulation_->input_names().size(); ++row)
@@ -103,6 +108,8 @@ class Lit {
   Meaning meaning_;
   std::unique_ptr<Simulation> simulation_;
   std::unique_ptr<LitSource> source_;
+  std::vector<Diagram> drawn_;
+  std::unique_ptr<DiagramLights> lights_;
 };
 
 struct Counts {
@@ -157,6 +164,38 @@ void compare_states(const Lit& lit, const Program& automaton, int was, int is) {
   EXPECT_EQ(in_final, lit.meaning().ended());
 }
 
+/// The drawn automaton is in the states that the text is in, and what fires leads from one to the
+/// other.
+void compare_drawn(const Lit& lit, const Program& automaton, int was, int is) {
+  const Diagram& drawn = lit.drawn();
+  const DiagramLight light = lit.drawn_light();
+  const std::vector<LitSource::Lit> told = lit.source().states(0, lit.state());
+  ASSERT_EQ(drawn.nodes.size(), told.size());
+  const auto state_of = [&](size_t node) {
+    for (size_t i = 0; i < told.size(); ++i)
+      if (told[i].place == drawn.nodes[node].place) return static_cast<int>(i);
+    return -1;
+  };
+  for (size_t node = 0; node < drawn.nodes.size(); ++node) {
+    const int state = state_of(node);
+    ASSERT_GE(state, 0);
+    if (automaton.states[static_cast<size_t>(state)].final_state) continue;
+    EXPECT_EQ(light.is[node], state == was) << drawn.nodes[node].name;
+    EXPECT_EQ(light.next[node], state == is) << drawn.nodes[node].name;
+  }
+  bool moved = false;
+  for (size_t n = 0; n < drawn.arcs.size(); ++n) {
+    const Diagram::Arc& arc = drawn.arcs[n];
+    if (!light.fired[n]) continue;
+    EXPECT_TRUE(light.triggered[n]) << arc.label;
+    EXPECT_TRUE(arc.from == Diagram::nowhere || state_of(arc.from) == was) << arc.label;
+    const bool ends = automaton.states[static_cast<size_t>(state_of(arc.to))].final_state;
+    EXPECT_TRUE(ends || state_of(arc.to) == is) << arc.label;
+    moved = true;
+  }
+  EXPECT_TRUE(moved || was == is) << was << " to " << is;
+}
+
 /// Runs a program for twelve instants, all its texts lit.
 void compare(const Program& program, std::mt19937& random, Counts& counts) {
   Lit lit(program);
@@ -181,6 +220,7 @@ void compare(const Program& program, std::mt19937& random, Counts& counts) {
     for (const Shown& shown : all)
       if (!compare(lit, shown, watched, counts)) return;
     if (automaton) compare_states(lit, program, was, state());
+    if (automaton) compare_drawn(lit, program, was, state());
     ++counts.instants;
     if (testing::Test::HasFailure()) ADD_FAILURE() << "instant " << i + 1;
   }

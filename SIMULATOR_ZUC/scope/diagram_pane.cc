@@ -1,0 +1,72 @@
+#include "SIMULATOR_ZUC/scope/diagram_pane.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <nlohmann/json.hpp>
+
+namespace kiva {
+
+namespace {
+/// More registers than that are no picture.
+constexpr size_t most_registers = 24;
+}  // namespace
+
+DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget* parent)
+    : QWidget(parent), time_(time), choice_(new QComboBox), view_(new DiagramView) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  choice_->setAccessibleName(tr("Automaton that is shown"));
+  choice_->setFocusPolicy(Qt::TabFocus);
+  layout->addWidget(choice_);
+  auto* area = new QScrollArea;
+  area->setWidget(view_);
+  area->setAlignment(Qt::AlignCenter);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setAccessibleName(tr("Automaton"));
+  layout->addWidget(area, 1);
+  load(module_file);
+  for (const Diagram& diagram : diagrams_) choice_->addItem(QString::fromStdString(diagram.title));
+  choice_->setVisible(diagrams_.size() > 1);
+  connect(choice_, qOverload<int>(&QComboBox::currentIndexChanged), this, &DiagramPane::choose);
+  connect(time_, &TimeControl::moved, this, &DiagramPane::refresh);
+  if (!empty()) choose(0);
+}
+
+void DiagramPane::load(const QString& module_file) {
+  QFile file(module_file + ".map");
+  if (!module_file.isEmpty() && file.open(QIODevice::ReadOnly)) try {
+      diagrams_ = automata_of_map(file.readAll().toStdString());
+    } catch (const nlohmann::json::exception&) {
+      // The source pane says that it is no map.
+    }
+  Module* module = time_->recording().simulation().module();
+  const size_t registers = module->getRegisterList().size();
+  if (diagrams_.empty() && registers > 0 && registers <= most_registers)
+    diagrams_.push_back(registers_diagram(module));
+}
+
+void DiagramPane::choose(int number) {
+  const Diagram& diagram = diagrams_[static_cast<size_t>(number)];
+  lights_ = std::make_unique<DiagramLights>(diagram, time_->recording().simulation());
+  view_->show_diagram(&diagram);
+  refresh();
+}
+
+void DiagramPane::look_changed() {
+  view_->zoom(1);
+}
+
+void DiagramPane::refresh() {
+  if (lights_ == nullptr || time_->busy()) return;
+  Recording& recording = time_->recording();
+  const Recording::Position here = recording.position();
+  if (here.instant <= recording.first_instant()) return view_->light({});
+  const SimulationState state = recording.state_at(here);
+  if (here.instant == recording.first_instant() + 1) return view_->light(lights_->at(state));
+  const SimulationState before = recording.state_at({here.branch, here.instant - 1});
+  view_->light(lights_->at(state, &before));
+}
+
+}  // namespace kiva
