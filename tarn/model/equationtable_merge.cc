@@ -237,11 +237,13 @@ void EquationTable::start_occurrence(Signal* signal, Module* module) {
 }
 
 EquationTable* EquationTable::over(Bddexpressionwood* copy) {
-  auto* table = new EquationTable(module_name, copy);
+  std::unique_ptr<Bddexpressionwood> nobodys(copy);
+  auto table = std::make_unique<EquationTable>(module_name, copy);
   table->own_wood();
+  nobodys.release();
   if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
   table->sources_ = sources_;
-  return table;
+  return table.release();
 }
 
 EquationTable* EquationTable::duplicate(Module* module) {
@@ -253,10 +255,16 @@ EquationTable* EquationTable::duplicate(Module* module) {
                                       signal->getInternalName());
   });
   // The copy of a wood shares the manager of one that shares its own.
-  const int common = wood->get_common_bdd_manager();
-  wood->set_common_bdd_manager(1);
-  auto* copy = new Bddexpressionwood(wood);
-  wood->set_common_bdd_manager(common);
+  const auto sharing = [](Bddexpressionwood* of) {
+    struct Sharing {
+      Bddexpressionwood* wood;
+      int before = wood->get_common_bdd_manager();
+      explicit Sharing(Bddexpressionwood* of) : wood(of) { wood->set_common_bdd_manager(1); }
+      ~Sharing() { wood->set_common_bdd_manager(before); }
+    } const meanwhile(of);
+    return new Bddexpressionwood(of);
+  };
+  Bddexpressionwood* const copy = sharing(wood);
   EquationTable* table = over(copy);
   module->getSignalManager()->duplicate(wood, copy);
   for_each_signal(module, [&](Signal* signal) {
@@ -269,7 +277,7 @@ EquationTable* EquationTable::duplicate(Module* module) {
 EquationTable* EquationTable::branch(Module* module) {
   settle();
   Bddexpressionwood* wood = bdd_expression_wood;
-  auto* copy = new Bddexpressionwood(wood->my_bdd_manager());
+  auto* const copy = new Bddexpressionwood(wood->my_bdd_manager());
   copy->update_nb_level(wood->Nb_level());
   EquationTable* table = over(copy);
   SignalManager* manager = module->getSignalManager();

@@ -130,6 +130,13 @@ TEST(Recordings, HoldManyInstantsAndStopWhereTold) {
   EXPECT_EQ(recording.run(5000, nullptr, choose, keep, nullptr), Recording::Stopped::condition);
   for (long instant : {1000L, 0L, 255L, 256L, 257L, 511L, 512L, 513L, 1L, 999L, 998L})
     EXPECT_EQ(recording.state_at({0, instant}), shown[static_cast<size_t>(instant)]) << instant;
+  const SignalPlace input{SignalPlace::input, 0};
+  for (const long instant : {1L, 300L, 999L, 1000L}) {
+    long from = instant;
+    const auto at = [&](long n) { return shown_state(shown[static_cast<size_t>(n)], input); };
+    while (from > 0 && at(from - 1) == at(instant)) --from;
+    EXPECT_EQ(recording.since(input, {0, instant}, 2000), from) << instant;
+  }
   EXPECT_FALSE(recording.to({0, 1001}));
   EXPECT_FALSE(recording.to({0, -1}));
   EXPECT_FALSE(recording.forward());

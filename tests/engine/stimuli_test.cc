@@ -137,13 +137,14 @@ TEST_F(Stimuli, ConditionsAskWhatAnInstantShows) {
   const std::pair<const char*, const char*> cases[] = {
       {"A and O", "yes"},
       {"not P and instant=1", "yes"},
-      {"B = 5", "yes"},
+      {"B = 5 and B == 5", "yes"},
       {"(B=\"5\") xor instant > 0", "no"},
       {"B=55 or instant != 1", "no"},
       {"Q", "1: \"Q\" is no signal of the module"},
       {"A and", "6: the expression ends too early"},
       {"A ) B", "3: \")\" cannot stand here"},
       {"instant", "8: \"instant\" is compared with a number: instant >= 7"},
+      {"instant > 9999999999999999999", "30: \"instant\" is compared with a number: instant >= 7"},
       {"B=\"5", "3: a \" without its end"},
       {"B < 5", "3: a signal's value is compared by \"=\" alone"},
   };

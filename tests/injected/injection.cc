@@ -83,6 +83,18 @@ void* operator new(size_t size) {
   void* memory = fails(Faulty::memory) ? nullptr : __real_malloc(size == 0 ? 1 : size);
   return memory != nullptr ? memory : throw std::bad_alloc();
 }
+void* operator new(size_t size, const std::nothrow_t&) noexcept {
+  return fails(Faulty::memory) ? nullptr : __real_malloc(size == 0 ? 1 : size);
+}
+void* operator new[](size_t size) {
+  return operator new(size);
+}
+void operator delete[](void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory, size_t) noexcept {
+  std::free(memory);
+}
 void operator delete(void* memory) noexcept {
   std::free(memory);
 }

@@ -137,13 +137,15 @@ TEST_F(TarnOnSource, OptionsChangeWhatIsWritten) {
   const std::string expected = outputs("plain.zuc", "\n\npress\n\npress\n");
   EXPECT_THAT(expected, HasSubstr("\"off\":[\"one\""));
 
-  for (const char* option : {"--forget-locals", "--comments", "--keep-wires", "--keep-rtl"}) {
+  for (const char* option :
+       {"--forget-locals", "--comments", "--keep-wires", "--keep-rtl", "--strip"}) {
     ASSERT_EQ(tarn(std::string(option) + " -o changed " + module).status, 0) << option;
     EXPECT_NE(written("changed.zuc"), plain) << option;
     EXPECT_EQ(outputs("changed.zuc", "\n\npress\n\npress\n"), expected) << option;
   }
   ASSERT_EQ(tarn("--forget-locals -o v " + module).status, 0);
   EXPECT_THAT(written("v.zuc"), HasSubstr("local:  V6"));
+  EXPECT_LT(written("changed.zuc").size(), plain.size()) << "what has been stripped";
   ASSERT_EQ(tarn("--comments -o c " + module).status, 0);
   EXPECT_THAT(written("c.zuc"), HasSubstr("// expression "));
   ASSERT_EQ(tarn("--no-finalize -o n " + module).status, 0);
@@ -179,6 +181,13 @@ TEST_F(TarnOnSource, RewritesACompiledModuleAsItIs) {
             written("lamp.zuc").substr(0, written("lamp.zuc").find("equation_def")));
   const std::string stimuli = "\npress\n\npress\npress\n";
   EXPECT_EQ(outputs("second.zuc", stimuli), outputs("lamp.zuc", stimuli));
+}
+
+TEST_F(TarnOnSource, ReadsBackWhatItHasWritten) {
+  std::filesystem::create_symlink("/dev/null", dir.file("lost.zuc"));
+  const ProgramRun run = tarn("-q --module echo -o lost " + source);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("lost.zuc:1: error: syntax error, unexpected $end"));
 }
 
 TEST_F(TarnOnSource, TellsTheFaultOfEachModule) {

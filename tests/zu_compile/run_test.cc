@@ -162,7 +162,8 @@ TEST(RunRefuses, AFinalisedModule) {
 TEST(RunTraces, WhatACalledModuleNeverEmitsIsLeftAlone) {
   const std::string text =
       "module never: Output: o; pause end module mute: Output: o; halt end\n"
-      "module m: Output: o; emit o end module main: Output: o; ";
+      "module m: Output: o; emit o end module reg: Output: o;\n"
+      "Mealy Machine Register: s: 1: n; n = s; o = s; end module main: Output: o; ";
   const Rules sound = Rules::sound(), classic = Rules::classic();
   const struct {
     const char *body, *states;
@@ -171,7 +172,9 @@ TEST(RunTraces, WhatACalledModuleNeverEmitsIsLeftAlone) {
                {"emit o || run mute", "1__", sound},
                {"run mute", "000", sound},
                {"emit o || run m", "1__", classic},
-               {"emit o >> run never", "000", classic}};
+               {"emit o >> run never", "000", classic},
+               {"run reg", "111", classic},
+               {"run reg", "111", sound}};
   for (const auto& c : cases)
     EXPECT_EQ(trace(text + c.body + " end", "o", ". . .", c.rules), c.states) << c.body;
 }

@@ -111,6 +111,8 @@ TEST_F(ZucReading, RefusesNamesThatAreNotAwaited) {
   const std::string bad_out = dir.write("out.zuc", text("I", "P"));
   EXPECT_NE(read_zuc_file(good, "", "", &inputs, &outputs).module, nullptr);
   EXPECT_NE(read_zuc_file(bad_in, "", "").module, nullptr);
+  const std::list<std::string> any;
+  EXPECT_NE(read_zuc_file(bad_in, "", "", &any, &any).module, nullptr);
   const Outcome in = run_captured([&] { (void)read_zuc_file(bad_in, "", "", &inputs, &outputs); });
   EXPECT_EQ(in.exit_status, 1);
   EXPECT_EQ(in.err,
@@ -120,6 +122,14 @@ TEST_F(ZucReading, RefusesNamesThatAreNotAwaited) {
       run_captured([&] { (void)read_zuc_file(bad_out, "", "", &inputs, &outputs); });
   EXPECT_TRUE(out.ended);
   EXPECT_NE(out.err.find("output signal \"P\" is unknown"), std::string::npos);
+}
+
+TEST_F(ZucReading, RefusesANameThatStandsTwice) {
+  for (const char* lists :
+       {"input: A\nA ;", "input: A ; output: O\nA ;", "local: L\nA A ;", "output: A ;\nlocal: A ;"})
+    EXPECT_EQ(refused("module: m 0 1 " + std::string(lists) + " connexion: S R T;"),
+              "2: signal \"A\" stands twice")
+        << lists;
 }
 
 TEST_F(ZucReading, WritesATraceBesideTheFileWhereItCan) {

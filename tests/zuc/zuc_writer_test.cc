@@ -201,10 +201,10 @@ TEST_F(ZucWriting, GivesEachExpressionALineAndAConstantOne) {
 TEST_F(ZucWriting, BindingsOfInputsThatShareALineGetOneEach) {
   const std::string shared =
       "module: m  0 1\ninput: x : int ;\ndata_signal: a b ;\nconnexion: S R T;\nequation_def:\n0\n"
-      "expressions:\nend:\nbinding:\n(2, 3): value: 0;\n(4, 5): value: 0;\nend:\n"
+      "expressions:\nend:\nbinding:\n(2, 3): value: 0;\n(4, 5): value: 0 clock: (0, 1);\nend:\n"
       "evaltable:\n0: %%14(0, 1);\nend:\ndata:\ntype:\nint;\nmethod:\nend:\n";
   const std::string once = text(module(shared));
-  EXPECT_THAT(once, HasSubstr("(2, 3): value: 0;\n   (4, 5): value: 1;\n"));
+  EXPECT_THAT(once, HasSubstr("(2, 3): value: 0;\n   (4, 5): value: 1 clock: (0, 1);\n"));
   EXPECT_THAT(once, HasSubstr("   0: %%14(0, 1);\n   1: %%14(0, 1);\n"));
 }
 
