@@ -1,6 +1,7 @@
 #include "engine/diagram.h"
 
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "engine/map_rows.h"
@@ -17,24 +18,21 @@ Diagram::Code code_of(const nlohmann::json& registers, unsigned number) {
   return code;
 }
 
-/// The twin of a state that runs a module and may start it again stands for the state itself.
-std::string own_name(std::string name) {
-  while (name.ends_with("->")) name.resize(name.size() - 2);
-  return name;
+/// The nodes by the names of their states. A state that may start its run again has a twin of
+/// another name, which is one node with it.
+using NodeNames = std::map<std::string, size_t>;
+
+size_t node_of(const NodeNames& names, const std::string& name) {
+  const auto at = names.find(name);
+  return at == names.end() ? Diagram::nowhere : at->second;
 }
 
-size_t node_of(const Diagram& diagram, const std::string& name) {
-  const auto at = std::ranges::find(diagram.nodes, own_name(name), &Diagram::Node::name);
-  return at == diagram.nodes.end() ? Diagram::nowhere
-                                   : static_cast<size_t>(at - diagram.nodes.begin());
-}
-
-void add_arc(Diagram& diagram, const nlohmann::json& json) {
+void add_arc(Diagram& diagram, const NodeNames& names, const nlohmann::json& json) {
   std::string label = json.value("label", "");
   const int kind = json.at("kind").get<int>();
   if (kind == 3) label = label.empty() ? "ends" : "ends " + label;
-  Diagram::Arc arc{node_of(diagram, json.at("from")), node_of(diagram, json.at("to")), label,
-                   kind == 2, map_place(json.at("span"))};
+  Diagram::Arc arc{node_of(names, json.at("from")), node_of(names, json.at("to")), label, kind == 2,
+                   map_place(json.at("span"))};
   if (arc.to == Diagram::nowhere) return;
   auto same = std::ranges::find_if(diagram.arcs, [&](const Diagram::Arc& other) {
     return other.place == arc.place && other.from == arc.from && other.to == arc.to;
@@ -55,21 +53,24 @@ Diagram automaton_of(const nlohmann::json& instance) {
     node.is.push_back(code_of(instance.at("code"), number));
     if (!next.empty()) node.next.push_back(code_of(next, number));
   };
+  NodeNames names;
   for (const Json& state : instance.at("states")) {
-    diagram.nodes.push_back(
-        {state.at("name"),
-         state.value("shows", ""),
-         state.at("final").get<bool>() ? Diagram::Shape::final_state : Diagram::Shape::state,
-         {},
-         {},
-         map_place(state.at("span")),
-         state.value("geometry", std::vector<double>())});
-    add_codes(diagram.nodes.back(), state.at("code").get<unsigned>());
+    const SourcePlace place = map_place(state.at("span"));
+    const auto same = std::ranges::find(diagram.nodes, place, &Diagram::Node::place);
+    const auto number = static_cast<size_t>(same - diagram.nodes.begin());
+    names[state.at("name")] = number;
+    if (same == diagram.nodes.end())
+      diagram.nodes.push_back(
+          {state.at("name"),
+           state.value("shows", ""),
+           state.at("final").get<bool>() ? Diagram::Shape::final_state : Diagram::Shape::state,
+           {},
+           {},
+           place,
+           state.value("geometry", std::vector<double>())});
+    add_codes(diagram.nodes[number], state.at("code").get<unsigned>());
   }
-  for (const Json& twin : instance.value("twins", Json::array()))
-    if (const size_t node = node_of(diagram, twin.at("name")); node != Diagram::nowhere)
-      add_codes(diagram.nodes[node], twin.at("code").get<unsigned>());
-  for (const Json& arc : instance.value("transitions", Json::array())) add_arc(diagram, arc);
+  for (const Json& arc : instance.value("transitions", Json::array())) add_arc(diagram, names, arc);
   return diagram;
 }
 
@@ -129,7 +130,7 @@ std::vector<DiagramLights::Bits> DiagramLights::find_any(
 
 bool DiagramLights::holds(const std::vector<Bits>& any, const SimulationState& state) {
   const auto is = [&](const Bit& bit) {
-    if (bit.list == Bit::missing) return false;
+    if (bit.list == Bit::missing) return !bit.wanted;  // what nothing drives is not One
     const auto& shown = bit.list == Bit::local ? state.shown_locals : state.shown_registers;
     return bit.row < shown.size() && (shown[bit.row] == SignalState::one) == bit.wanted;
   };

@@ -47,7 +47,7 @@ Diagram registers_diagram(Module* module);
 
 /// The states that a module reaches whatever its inputs are, and the steps between them, with the
 /// inputs that lead from one to the next and the outputs present. `problem` says why there is none:
-/// more states or steps than `most`.
+/// more states or steps than `most`, or more than 64 registers.
 Diagram reachable_diagram(Module* module, size_t most, std::string& problem);
 
 /// How an instant looks in a diagram, by node and by arc.

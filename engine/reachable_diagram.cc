@@ -187,6 +187,12 @@ class ReachableWalk {
 }  // namespace
 
 Diagram reachable_diagram(Module* module, size_t most, std::string& problem) {
+  // Functions of more registers may be too large to be unfolded.
+  constexpr size_t most_registers = 64;
+  if (const size_t registers = module->getRegisterList().size(); registers > most_registers) {
+    problem = "has " + std::to_string(registers) + " registers";
+    return {};
+  }
   return ReachableWalk(module, most).run(problem);
 }
 

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QScrollArea>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <nlohmann/json.hpp>
 
@@ -14,18 +15,21 @@ constexpr size_t most_registers = 24;
 }  // namespace
 
 DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget* parent)
-    : QWidget(parent), time_(time), choice_(new QComboBox), view_(new DiagramView) {
+    : QWidget(parent),
+      time_(time),
+      choice_(new QComboBox),
+      area_(new QScrollArea),
+      view_(new DiagramView) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   choice_->setAccessibleName(tr("Automaton that is shown"));
   choice_->setFocusPolicy(Qt::TabFocus);
   layout->addWidget(choice_);
-  auto* area = new QScrollArea;
-  area->setWidget(view_);
-  area->setAlignment(Qt::AlignCenter);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setAccessibleName(tr("Automaton"));
-  layout->addWidget(area, 1);
+  area_->setWidget(view_);
+  area_->setAlignment(Qt::AlignCenter);
+  area_->setFrameShape(QFrame::NoFrame);
+  area_->setAccessibleName(tr("Automaton"));
+  layout->addWidget(area_, 1);
   load(module_file);
   for (const Diagram& diagram : diagrams_) choice_->addItem(QString::fromStdString(diagram.title));
   choice_->setVisible(diagrams_.size() > 1);
@@ -51,7 +55,24 @@ void DiagramPane::choose(int number) {
   const Diagram& diagram = diagrams_[static_cast<size_t>(number)];
   lights_ = std::make_unique<DiagramLights>(diagram, time_->recording().simulation());
   view_->show_diagram(&diagram);
+  fit();
   refresh();
+}
+
+/// A drawing that is wider than its pane begins small enough to be seen whole.
+void DiagramPane::fit() {
+  const double room = area_->viewport()->width();
+  if (fitted_ && view_->width() > room && room > 0) view_->zoom(room / view_->width());
+}
+
+void DiagramPane::zoom(double factor) {
+  fitted_ = false;
+  view_->zoom(factor);
+}
+
+void DiagramPane::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  QTimer::singleShot(0, this, &DiagramPane::fit);  // the area below gets its size first
 }
 
 void DiagramPane::look_changed() {

@@ -8,6 +8,7 @@
 #include "SIMULATOR_ZUC/time_control.h"
 
 class QComboBox;
+class QScrollArea;
 
 namespace kiva {
 
@@ -23,10 +24,16 @@ class DiagramPane : public QWidget {
   bool empty() const { return diagrams_.empty(); }
   DiagramView* view() const { return view_; }
   QComboBox* choice() const { return choice_; }
+  /// Larger or smaller by that factor; from then on the size of the pane does not matter.
+  void zoom(double factor);
   void refresh();
   void look_changed();
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void fit();
   void load(const QString& module_file);
   void choose(int number);
 
@@ -34,7 +41,9 @@ class DiagramPane : public QWidget {
   std::vector<Diagram> diagrams_;
   std::unique_ptr<DiagramLights> lights_;  ///< of the one that is shown
   QComboBox* choice_;
+  QScrollArea* area_;
   DiagramView* view_;
+  bool fitted_ = true;
 };
 
 }  // namespace kiva

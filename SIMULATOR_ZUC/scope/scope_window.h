@@ -90,8 +90,8 @@ class ScopeWindow : public QMainWindow {
   void init();
   void export_dump();
   void export_diagram();
-  void diagram_larger() { diagram_->view()->zoom(1.25); }
-  void diagram_smaller() { diagram_->view()->zoom(0.8); }
+  void diagram_larger() { diagram_->zoom(1.25); }
+  void diagram_smaller() { diagram_->zoom(0.8); }
   void save();
   void open();
   void show_keys();

@@ -84,7 +84,7 @@ class Walk {
   void instance(Module* module, const Run* run, const Around& around) {
     const size_t number = map.instances.size();
     map.instances.push_back(
-        {module->getName(), around.path, around.suffix, {}, {}, {}, {}, {}, {}, {}, number});
+        {module->getName(), around.path, around.suffix, {}, {}, {}, {}, {}, {}, number});
     if (run != nullptr)
       map.instances[number].twin_of =
           first_of_.try_emplace({around.number, run->getSpan().text()}, number).first->second;
@@ -172,8 +172,7 @@ class Walk {
   void automaton(const Statement* s, size_t number, const std::string& suffix) {
     SourceMap::Instance& into = map.instances[number];
     for (const auto& [name, state] : *s->getStateTable()) {
-      if (name.ends_with("->")) into.twins.emplace_back(name, state->number);
-      if (!state->span.known() || name.ends_with("->")) continue;
+      if (!state->span.known()) continue;
       const std::string text = texts_.at(state->span);
       const size_t slash = text.find('/');
       into.states.push_back(

@@ -56,8 +56,6 @@ struct SourceMap {
     std::vector<Condition> conditions;
     std::vector<std::string> code, next_code;
     std::vector<AutomatonState> states;
-    /// The code of the twin of a state that runs a module and may start it again.
-    std::vector<std::pair<std::string, int>> twins;
     std::vector<Arc> arcs;
     /// Another circuit of the same place, as copies of a loop's body are: the instance with which
     /// it is one to the reader; its own number where there is none.

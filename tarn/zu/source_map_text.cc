@@ -56,16 +56,6 @@ class InstancesText {
       for (const SourceMap::AutomatonState& state : instance.states) put(state);
       json_.close();
     }
-    if (!instance.twins.empty()) {
-      json_.open_array("twins");
-      for (const auto& [name, code] : instance.twins) {
-        json_.open_object();
-        json_.put("name", name);
-        json_.put("code", code);
-        json_.close();
-      }
-      json_.close();
-    }
     if (!instance.arcs.empty()) {
       json_.open_array("transitions");
       for (const SourceMap::Arc& arc : instance.arcs) put(arc);

@@ -385,9 +385,7 @@ void Automaton::compile(Module* module, EquationTable* table) {
   circuit.compile_runs();
   circuit.fire_transitions();
   circuit.stay();
-  // What is told of --keep-wires alone does not have them.
-  if (Compilation::KeepWiresFlag() && Session::current().options.SourceChecked)
-    circuit.show_transitions();
+  if (Compilation::MapFlag()) circuit.show_transitions();
   circuit.write_next_code();
   circuit.write_actions();
   circuit.write_end(Circuit::rtl(*this));
