@@ -93,13 +93,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   layout->addWidget(make_bar());
   auto* sides = new QSplitter(Qt::Horizontal);
   sides->addWidget(panes);
-  auto* texts = new QSplitter(Qt::Vertical);
-  texts->addWidget(framed(tr("Source"), source_));
-  QWidget* drawn = framed(tr("Automaton"), diagram_);
-  texts->addWidget(drawn);
-  drawn->setVisible(!diagram_->empty());
-  texts->setSizes({360, 300});
-  sides->addWidget(texts);
+  sides->addWidget(make_side());
   sides->setSizes({740, 440});
   layout->addWidget(sides, 1);
   prompt_ = new QLineEdit;
@@ -160,6 +154,17 @@ QWidget* ScopeWindow::framed(const QString& title, QWidget* pane) {
   layout->addWidget(label);
   layout->addWidget(pane, 1);
   return frame;
+}
+
+/// The program beside its run.
+QWidget* ScopeWindow::make_side() {
+  auto* side = new QSplitter(Qt::Vertical);
+  side->addWidget(framed(tr("Source"), source_));
+  QWidget* drawn = framed(tr("Automaton"), diagram_);
+  side->addWidget(drawn);
+  drawn->setVisible(!diagram_->empty());
+  side->setSizes({360, 300});
+  return side;
 }
 
 QWidget* ScopeWindow::make_bar() {

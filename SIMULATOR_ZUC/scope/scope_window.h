@@ -56,6 +56,7 @@ class ScopeWindow : public QMainWindow {
   enum class Asked { nothing, instant, condition, signal, mark, instants };
 
   QWidget* make_bar();
+  QWidget* make_side();
   QWidget* framed(const QString& title, QWidget* pane);
   void make_keys();
   void connect_all();

@@ -234,7 +234,7 @@ TEST_F(Data, ChangeOfModuleFindsSignalsByInternalName) {
 TEST_F(Data, InclusionFindsSignalsByTheirMark) {
   Interface interface;
   const auto instanciate = [&](Signal* signal) {
-    return [this, &interface, signal] { minus(value_of(signal))->instanciate(&interface); };
+    return [&interface, signal] { minus(value_of(signal))->instanciate(&interface); };
   };
   EXPECT_EQ(thrown<IllegalOperationException>(instanciate(i)),
             Texts("Interface::getInputSignal", "i"));

@@ -186,7 +186,7 @@ TEST(Diagnostics, EndTheWorkByOneExceptionWhereThereIsASink) {
     const char* place;
     const char* sentence;
   };
-  for (const auto& [source, place, sentence] :
+  for (const Case& c :
        {Case{"module m: Output: o; emit\n end", ":2:2",
              "syntax error at \"end\": not expected here"},
         Case{"module m: Output: o; emit", ":1:26", "syntax error at \"\": the text ends here"},
@@ -195,7 +195,7 @@ TEST(Diagnostics, EndTheWorkByOneExceptionWhereThereIsASink) {
         Case{"module m: Output: o;\nautomaton state: s; state: e final; transition: initial-> s; s "
              "[o] e; e [o] s; end",
              ":2:", "no transition can leave the final state \"e\""}}) {
-    const std::string file = dir.write("m.zu", source);
+    const std::string file = dir.write("m.zu", c.source);
     const auto work = [&file] {
       Compilation::zu_parse(file.c_str());
       Compilation::ModTable()->get("m")->compile();
@@ -212,10 +212,10 @@ TEST(Diagnostics, EndTheWorkByOneExceptionWhereThereIsASink) {
     const Outcome outcome = run_captured([&] {
       try {
         work();
-        ADD_FAILURE() << source;
+        ADD_FAILURE() << c.source;
       } catch (const FatalDiagnostic& fatal) {
-        EXPECT_THAT(fatal.diagnostic().where.text(), testing::StartsWith(file + place));
-        EXPECT_THAT(fatal.diagnostic().sentence, testing::StartsWith(sentence));
+        EXPECT_THAT(fatal.diagnostic().where.text(), testing::StartsWith(file + c.place));
+        EXPECT_THAT(fatal.diagnostic().sentence, testing::StartsWith(c.sentence));
         EXPECT_EQ(fatal.diagnostic().severity, Severity::error);
       }
     });

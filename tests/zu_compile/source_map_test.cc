@@ -196,6 +196,11 @@ void compare_drawn(const Lit& lit, const Program& automaton, int was, int is) {
   EXPECT_TRUE(moved || was == is) << was << " to " << is;
 }
 
+void compare_automaton(const Lit& lit, const Program& automaton, int was, int is) {
+  compare_states(lit, automaton, was, is);
+  compare_drawn(lit, automaton, was, is);
+}
+
 /// Runs a program for twelve instants, all its texts lit.
 void compare(const Program& program, std::mt19937& random, Counts& counts) {
   Lit lit(program);
@@ -219,8 +224,7 @@ void compare(const Program& program, std::mt19937& random, Counts& counts) {
     if (lit.meaning().contradicted()) return;
     for (const Shown& shown : all)
       if (!compare(lit, shown, watched, counts)) return;
-    if (automaton) compare_states(lit, program, was, state());
-    if (automaton) compare_drawn(lit, program, was, state());
+    if (automaton) compare_automaton(lit, program, was, state());
     ++counts.instants;
     if (testing::Test::HasFailure()) ADD_FAILURE() << "instant " << i + 1;
   }
