@@ -36,7 +36,7 @@ TEST(Told, Texts) {
     for (const auto& [suffixes, put] : texts) {
       const TargetCase test = named_case(name + ".zuc");  // told tables hold all nodes ever made
       std::ostringstream out, beside;
-      run_captured([&] { put(*test.module(), out, beside); });
+      run_captured([&, put = put] { put(*test.module(), out, beside); });
       std::istringstream words(suffixes);
       std::string suffix;
       for (const std::string& text : {out.str(), beside.str()}) {
