@@ -300,6 +300,8 @@ class FramesSearch : public Engine {
   Answer failing(const Obligation* begin) const {
     Answer answer{.verdict = Verdict::fails, .engine = name(), .shortest = false};
     for (const Obligation* o = begin; o != nullptr; o = o->next) answer.run.push_back(o->inputs);
+    // A predecessor's inputs may be bad at once.
+    answer.run.resize(first_bad(machine_, answer.run));
     return answer;
   }
 
