@@ -61,6 +61,13 @@ const char* shape_of(Diagram::Shape shape) {
 
 constexpr double points_an_inch = 72;
 
+/// The library's context. One for the process, never freed: its text plugin keeps pointers into the
+/// fonts of the context that it has seen last.
+GVC_t* context() {
+  static GVC_t* const kept = gvContext();
+  return kept;
+}
+
 class Placed {
  public:
   explicit Placed(const Diagram& diagram)
@@ -68,7 +75,6 @@ class Placed {
         fixed_(!diagram.nodes.empty() &&
                std::ranges::all_of(diagram.nodes,
                                    [](const auto& node) { return node.geometry.size() == 3; })),
-        context_(gvContext(), &gvFreeContext),
         graph_(agopen(name("diagram"), Agdirected, nullptr), &agclose) {
     set(graph_.get(), "rankdir", diagram.nodes.size() > 8 ? "TB" : "LR");
     set(graph_.get(), "nodesep", "0.35");
@@ -76,10 +82,10 @@ class Placed {
     set(graph_.get(), "splines", "true");
     add_nodes();
     add_arcs();
-    done_ = gvLayout(context_.get(), graph_.get(), fixed_ ? "neato" : "dot") == 0;
+    done_ = gvLayout(context(), graph_.get(), fixed_ ? "neato" : "dot") == 0;
   }
   ~Placed() {
-    if (done_) gvFreeLayout(context_.get(), graph_.get());
+    if (done_) gvFreeLayout(context(), graph_.get());
   }
   Placed(const Placed&) = delete;
   Placed& operator=(const Placed&) = delete;
@@ -174,7 +180,6 @@ class Placed {
 
   const Diagram& diagram_;
   bool fixed_;
-  std::unique_ptr<GVC_t, int (*)(GVC_t*)> context_;
   std::unique_ptr<Agraph_t, int (*)(Agraph_t*)> graph_;
   std::vector<Agnode_t*> nodes_;
   std::vector<Agedge_t*> arcs_;

@@ -9,7 +9,8 @@
 
 // The toolkit's offscreen platform keeps its screen when the program ends.
 extern "C" const char* __lsan_default_suppressions() {
-  return "leak:libqoffscreen\nleak:QPlatformScreen\nleak:QScreen\n";
+  return "leak:libqoffscreen\nleak:QPlatformScreen\nleak:QScreen\nleak:libfontconfig\nleak:"
+         "libgvplugin_pango\nleak:libpango\nleak:libcairo\n";
 }
 
 int main(int argc, char** argv) {
