@@ -48,13 +48,14 @@ kiva_build() {
 kiva_progress() {
   terminal=false
   [ ! -t 2 ] || terminal=true
-  line=
+  last=
   while IFS= read -r line; do
+    last=$line
     printf '%s\n' "$line" >>"$1"
     case $terminal,$line in
     true,'['*/*']'*) printf '\r\033[KBuilding %s' "${line%%]*}]" >&2 ;;
     esac
   done
   ! $terminal || printf '\r\033[K' >&2
-  [ "$line" = "kiva built" ]
+  [ "$last" = "kiva built" ]
 }
