@@ -89,6 +89,18 @@ std::uint64_t Lanes::count() const {
   return sum;
 }
 
+Lanes Lanes::and_with(const Lanes& other) const {
+  Lanes lanes = *this;
+  for (size_t k = 0; k < words; ++k) lanes.word[k] &= other.word[k];
+  return lanes;
+}
+
+Lanes Lanes::and_not(const Lanes& other) const {
+  Lanes lanes = *this;
+  for (size_t k = 0; k < words; ++k) lanes.word[k] &= ~other.word[k];
+  return lanes;
+}
+
 LaneProgram::LaneProgram(const Machine& machine) : place_of_node_(machine.aig.size(), {0, false}) {
   slot_count_ = 1;
   for (const Machine::Input& input : machine.inputs)

@@ -20,6 +20,8 @@ struct alignas(32) Lanes {
   bool has(size_t run) const { return (word[run / 64] >> (run % 64) & 1) != 0; }
   void set(size_t run) { word[run / 64] |= std::uint64_t{1} << (run % 64); }
   std::uint64_t count() const;
+  Lanes and_with(const Lanes& other) const;
+  Lanes and_not(const Lanes& other) const;
   friend bool operator==(const Lanes&, const Lanes&) = default;
 };
 

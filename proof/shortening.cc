@@ -14,21 +14,24 @@ constexpr size_t none = static_cast<size_t>(-1);
 Shortening::Shortening(const Machine& machine)
     : reduction_(machine), program_(reduction_.machine()) {}
 
+void Shortening::write_inputs(const std::vector<Run>& runs, size_t instant,
+                              LaneProgram::Slots& slots) const {
+  for (size_t input = 0; input < reduction_.machine().inputs.size(); ++input) {
+    Lanes& lanes = slots[program_.input_slot(input)] = {};
+    for (size_t k = 0; k < runs.size(); ++k)
+      if (instant < runs[k].size() && runs[k][instant][reduction_.input_of(input)]) lanes.set(k);
+  }
+}
+
 std::vector<size_t> Shortening::first_bad(const std::vector<Run>& runs) {
   std::vector<size_t> first(runs.size(), 0);
   const LaneProgram::Place bad = program_.place(reduction_.machine().bad);
-  const size_t inputs = reduction_.machine().inputs.size();
   LaneProgram::Slots slots = program_.start();
   Lanes open;
   for (size_t k = 0; k < runs.size(); ++k) open.set(k);
   for (size_t instant = 0; open.any(); ++instant) {
     if (instant > 0) program_.move(slots);
-    for (size_t input = 0; input < inputs; ++input) slots[program_.input_slot(input)] = {};
-    for (size_t k = 0; k < runs.size(); ++k) {
-      if (!open.has(k) || instant >= runs[k].size()) continue;
-      for (size_t input = 0; input < inputs; ++input)
-        if (runs[k][instant][reduction_.input_of(input)]) slots[program_.input_slot(input)].set(k);
-    }
+    write_inputs(runs, instant, slots);
     program_.look(slots);
     work_ += static_cast<double>(program_.size());
     const Lanes now = LaneProgram::read(slots, bad);

@@ -22,6 +22,7 @@ class Shortening {
   size_t take_first(Run& run, size_t count, const Candidate& candidate);
   void drop_instants(Run& run);
   void drop_inputs(Run& run);
+  void write_inputs(const std::vector<Run>& runs, size_t instant, LaneProgram::Slots& slots) const;
   /// By run: its first bad instant, from 1; 0 for none.
   std::vector<size_t> first_bad(const std::vector<Run>& runs);
 
