@@ -5,7 +5,7 @@ include(CMakePackageConfigHelpers)
 set(kiva_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/kiva)
 set(kiva_libraries kiva_settings kiva_base kiva_bdd kiva_pert_exp kiva_forms kiva_tarn kiva_engine kiva_kiva
                    kiva_proof)
-set(kiva_programs kiva-console tarn)
+set(kiva_programs kiva-console kiva-campaign tarn)
 if(KIVA_WINDOW)
   list(APPEND kiva_programs kiva)
 endif()

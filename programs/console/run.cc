@@ -127,20 +127,13 @@ class ConsoleRun {
   }
 
   void read_random() {
-    random_.emplace(simulation_, options_.seed);
-    const auto no_input = [](const std::string& option, const std::string& text) {
-      throw Refused{"", 0,
-                    option + ": \"" + text + "\" does not begin with an input's name and \"=\""};
-    };
-    for (const std::string& text : options_.biases) {
-      const size_t equals = text.find('=');
-      char* end = nullptr;
-      const std::string number = equals == std::string::npos ? "" : text.substr(equals + 1);
-      const double probability = std::strtod(number.c_str(), &end);
-      if (!number.empty() && (*end != '\0' || !(probability >= 0 && probability <= 1)))
-        throw Refused{"", 0, "--bias: \"" + number + "\" is no probability from 0 to 1"};
-      if (number.empty() || !random_->bias(text.substr(0, equals), probability))
-        no_input("--bias", text);
+    random_.emplace(simulation_, options_.drawn.seed);
+    for (const std::string& text : options_.drawn.biases) {
+      std::string problem;
+      const programs::Bias bias = programs::read_bias(text, problem);
+      if (problem.empty() && !random_->bias(bias.name, bias.probability))
+        problem = programs::no_input("--bias", text);
+      if (!problem.empty()) throw Refused{"", 0, problem};
     }
     for (const std::string& text : options_.values) {
       const size_t equals = text.find('=');
@@ -150,7 +143,7 @@ class ConsoleRun {
         for (std::string value; std::getline(list, value, ',');) texts.push_back(value);
       }
       if (texts.empty() || !random_->values(text.substr(0, equals), texts))
-        no_input("--values", text);
+        throw Refused{"", 0, programs::no_input("--values", text)};
     }
     const std::string without = random_->input_without_values();
     if (!without.empty())
