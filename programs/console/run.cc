@@ -56,21 +56,33 @@ class ConsoleRun {
     read_options();
   }
 
+  /// What led to a refusal stands before it.
+  ~ConsoleRun() { out_.flush(); }
+  ConsoleRun(const ConsoleRun&) = delete;
+  ConsoleRun& operator=(const ConsoleRun&) = delete;
+
   int run() {
     if (!why_) trace_->begin(out_);
+    // Whoever gives instants one by one sees each.
+    const bool flushes = server_ || (!random_ && options_.stimuli == "-");
+    const bool saves = !options_.save_stimuli.empty();
+    const bool covers = options_.coverage || !options_.coverage_file.empty();
+    SimulationState before;
+    Choices choices;
     while (!ended_ && next_choices()) {
-      const SimulationState before = simulation_.state();
-      const Choices choices = choices_of(before);
+      if (covers || why_) before = simulation_.state();
+      if (saves || why_) choices = choices_of(simulation_.state());
       steps_->step(simulation_);
       const SimulationState& state = simulation_.state();
-      if (!options_.save_stimuli.empty()) save(choices);
-      coverage_.note(before, state);
+      if (saves) save(choices);
+      if (covers) coverage_.note(before, state);
       check(state);
       ended_ = until_ && until_->holds(state);
       if (why_ && state.instant == why_->instant)
         return why_->print(out_, {before, choices, state});
       if (why_) continue;
       trace_->write(out_, state);
+      if (flushes) out_.flush();
       if (!out_) throw Refused{options_.output, 0, "the trace cannot be written"};
     }
     return end();
@@ -159,14 +171,14 @@ class ConsoleRun {
   bool next_choices() {
     if (random_) {
       if (simulation_.state().instant == options_.random) return false;
-      apply(random_->next(simulation_.state()), simulation_);
+      random_->choose(simulation_);
       return true;
     }
     try {
-      const auto stimulus = stimuli_->next();
+      auto stimulus = stimuli_->next();
       if (!stimulus) return false;
       apply(*stimulus, simulation_);
-      expectations_ = stimulus->expectations;
+      expectations_ = std::move(stimulus->expectations);
       return true;
     } catch (const StimuliError& error) {
       throw Refused{stimuli_name(), error.line, error.reason};
@@ -182,6 +194,7 @@ class ConsoleRun {
 
   /// Holds the instant against what is awaited of it.
   void check(const SimulationState& state) {
+    if (!options_.update && expectations_.empty() && !expected_) return;
     const std::string instant = "instant " + std::to_string(state.instant) + ": ";
     if (options_.update) {
       seen_.push_back(seen(expectations_, state, simulation_));
@@ -196,6 +209,7 @@ class ConsoleRun {
 
   void differ(const std::string& file, long line, const std::string& difference) {
     if (++differences_ > most_differences) return;
+    out_.flush();  // behind what led there
     programs::errors() << file << ':' << line << ": " << difference << '\n';
   }
 
