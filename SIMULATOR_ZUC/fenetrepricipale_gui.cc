@@ -83,6 +83,7 @@ void FenPrincipale::create_dock(const PanelRow& row) {
 void FenPrincipale::create_docks() {
   auto* banner = new QDockWidget(this);
   banner->setObjectName("header");
+  banner->setWindowTitle(tr("Commands"));  // not shown; for screen readers
   header = new Header;
   banner->setTitleBarWidget(new QWidget);
   banner->setWidget(header);

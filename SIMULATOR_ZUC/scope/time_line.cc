@@ -17,11 +17,20 @@ constexpr int margin = 10;
 
 TimeLine::TimeLine(TimeControl* time, QWidget* parent) : QWidget(parent), time_(time) {
   setAccessibleName(tr("Run"));
+  connect(time_, &TimeControl::moved, this, &TimeLine::follow);
+  follow();
+}
+
+void TimeLine::follow() {
   setFixedHeight(sizeHint().height());
-  connect(time_, &TimeControl::moved, this, [this] {
-    setFixedHeight(sizeHint().height());
-    update();
-  });
+  if (time_->busy()) return;
+  const Recording& recording = time_->recording();
+  const Recording::Position here = recording.position();
+  setAccessibleDescription(tr("instant %1 of %2, branch %3")
+                               .arg(here.instant)
+                               .arg(recording.branch(here.branch).last)
+                               .arg(branch_name(recording, here.branch)));
+  update();
 }
 
 QString TimeLine::branch_name(const Recording& recording, size_t branch) {

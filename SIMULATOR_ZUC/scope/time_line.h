@@ -22,6 +22,7 @@ class TimeLine : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
+  void follow();
   size_t first_branch() const;
   int x_of(long instant) const;
   long last() const;

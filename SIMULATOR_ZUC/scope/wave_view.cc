@@ -1,11 +1,7 @@
 #include "SIMULATOR_ZUC/scope/wave_view.h"
 
-#include <QHelpEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QToolTip>
-#include <QWheelEvent>
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -138,6 +134,7 @@ void WaveView::choose(int row) {
   QScrollBar* bar = verticalScrollBar();
   bar->setValue(std::clamp(bar->value(), y + ScopeLook::row_height() - bar->pageStep(), y));
   viewport()->update();
+  tell_shown();
   Q_EMIT chosen_changed();
 }
 
@@ -219,7 +216,25 @@ void WaveView::follow() {
   if (x < names_width_) bar->setValue(bar->value() - (names_width_ - x) - column_);
   if (x + 2 * column_ > viewport()->width())
     bar->setValue(bar->value() + x + 2 * column_ - viewport()->width());
+  tell_shown();
   viewport()->update();
+}
+
+/// For who does not see the drawing: the chosen signal in the shown instant.
+void WaveView::tell_shown() {
+  if (chosen_ < 0 || time_->busy()) return;
+  const Row& row = rows_[static_cast<size_t>(chosen_)];
+  const Recording::Position here = time_->recording().position();
+  const SimulationState& state = time_->recording().state_at(here);
+  setAccessibleDescription(told(row, here.instant, shown_state(state, row.place),
+                                row.place.list <= SignalPlace::output
+                                    ? QString::fromStdString(shown_value(state, row.place))
+                                    : QString()));
+}
+
+QString WaveView::told(const Row& row, long instant, SignalState state, const QString& value) {
+  const QString text = tr("%1 is %2 at %3").arg(row.name, label_of(state)).arg(instant);
+  return value.isEmpty() || value == "--" ? text : text + ": " + value;
 }
 
 void WaveView::resizeEvent(QResizeEvent* event) {
@@ -440,56 +455,6 @@ void WaveView::paint_state(QPainter& painter, QRect cell, SignalState state, boo
   if (state == SignalState::bottom) pen.setDashPattern({2, 3});
   painter.setPen(pen);
   painter.drawLine(left, low, right, low);
-}
-
-// The mouse -----------------------------------------------------------------------------------
-
-void WaveView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || time_->busy()) return;
-  const int row = row_at(event->pos().y());
-  if (row >= 0) choose(row);
-  if (event->pos().x() < names_width_) return;
-  const long instant = std::clamp<long>(instant_at(event->pos().x()), 0, shown_last());
-  if ((event->modifiers() & Qt::ShiftModifier) != 0) {
-    second_ = second_ == instant ? -1 : instant;
-    viewport()->update();
-    return;
-  }
-  time_->to({time_->recording().position().branch, instant});
-}
-
-void WaveView::mouseMoveEvent(QMouseEvent* event) {
-  if ((event->buttons() & Qt::LeftButton) == 0 || event->pos().x() < names_width_) return;
-  const long instant = std::clamp<long>(instant_at(event->pos().x()), 0, shown_last());
-  if (instant != time_->recording().position().instant)
-    time_->to({time_->recording().position().branch, instant});
-}
-
-void WaveView::wheelEvent(QWheelEvent* event) {
-  if ((event->modifiers() & Qt::ControlModifier) == 0) {
-    QAbstractScrollArea::wheelEvent(event);
-    return;
-  }
-  zoom(event->angleDelta().y() > 0 ? 1.25 : 0.8);
-  event->accept();
-}
-
-bool WaveView::viewportEvent(QEvent* event) {
-  if (event->type() != QEvent::ToolTip) return QAbstractScrollArea::viewportEvent(event);
-  const auto* help = static_cast<QHelpEvent*>(event);
-  const int row = row_at(help->pos().y());
-  if (row < 0 || rows_[static_cast<size_t>(row)].title || time_->busy()) return true;
-  const long instant = help->pos().x() < names_width_ ? time_->recording().position().instant
-                                                      : instant_at(help->pos().x());
-  QString text = rows_[static_cast<size_t>(row)].name;
-  if (instant >= seen_from_ && instant <= seen_to_) {
-    const Seen& seen = seen_[static_cast<size_t>(instant - seen_from_)];
-    text += tr(" is %1 at %2").arg(label_of(seen.states[static_cast<size_t>(row)])).arg(instant);
-    if (!seen.texts[static_cast<size_t>(row)].isEmpty())
-      text += ": " + seen.texts[static_cast<size_t>(row)];
-  }
-  QToolTip::showText(help->globalPos(), text, viewport());
-  return true;
 }
 
 }  // namespace kiva
