@@ -2,6 +2,7 @@
 
 #include "SIMULATOR_ZUC/panels/statedelegate.h"
 
+#include <QListView>
 #include <QPainter>
 
 #include "SIMULATOR_ZUC/row_state.h"
@@ -36,6 +37,12 @@ void StateDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
   option->fontMetrics = QFontMetrics(option->font);
   const QVariant background = index.data(Qt::BackgroundRole);
   option->palette.setColor(QPalette::Text, text_colour_on(background.value<QBrush>().color()));
+}
+
+QSize StateDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const QSize hint = QStyledItemDelegate::sizeHint(option, index);
+  // A list gives its rows at least its own width.
+  return qobject_cast<QListView*>(view_) == nullptr ? hint : QSize(0, hint.height());
 }
 
 void StateDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

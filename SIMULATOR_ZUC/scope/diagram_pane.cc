@@ -11,7 +11,7 @@ namespace kiva {
 
 namespace {
 /// More registers than that are no picture.
-constexpr size_t most_registers = 24;
+constexpr size_t most_registers = 8;
 }  // namespace
 
 DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget* parent)

@@ -79,7 +79,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   auto* below = new QSplitter(Qt::Horizontal);
   below->addWidget(framed(tr("Next instant"), inputs_));
   below->addWidget(framed(tr("Why"), why_));
-  below->setSizes({360, 640});
+  below->setSizes({420, 580});
   auto* panes = new QSplitter(Qt::Vertical);
   panes->addWidget(framed(tr("Waves"), waves_));
   QWidget* run = framed(tr("Run"), line_);
@@ -273,8 +273,8 @@ void ScopeWindow::dress() {
   setStyleSheet(
       QString("QWidget { font-size: %8px; }"
               "QMainWindow, QWidget { background: %1; color: %2; }"
-              "QFrame#pane, QFrame#pane > QWidget, QTreeWidget, QScrollArea > QWidget > "
-              "QWidget { background: %3; }"
+              "QFrame#pane, QFrame#pane > QWidget, QTreeWidget, QScrollArea > QWidget, "
+              "QScrollArea > QWidget > QWidget { background: %3; }"
               "QFrame#pane { border: 1px solid %4; border-radius: 6px; }"
               "QLabel { background: transparent; } QLabel#title { font-weight: bold; }"
               "QLabel#faint { color: %5; }"
@@ -293,8 +293,9 @@ void ScopeWindow::dress() {
                      .arg(module.toHtmlEscaped(), look.faint.name(),
                           QFileInfo(file_).fileName().toHtmlEscaped()));
   waves_->look_changed();
+  inputs_->look_changed();
   why_->ask_again();
-  line_->update();
+  line_->follow();
   source_->look_changed();
   diagram_->look_changed();
 }

@@ -155,7 +155,8 @@ void SourcePane::refresh() {
   QString legend;
   for (const SourceText::Sign& sign : SourceText::signs())
     legend += QString("<span style='background:%1'>&nbsp;%2&nbsp;</span> %3&nbsp; ")
-                  .arg(sign.colour().name(), QString::fromUtf8(sign.sign), tr(sign.words));
+                  .arg(sign.colour().name(), QString::fromUtf8(sign.sign),
+                       tr(sign.words).replace(' ', "&nbsp;"));
   legend_->setText(legend + tr("<u>a condition that holds</u>"));
   if (!has_source() || tabs_->currentIndex() < 0 || time_->busy()) return;
   const QString stale = QString::fromStdString(source_->stale(shown()));

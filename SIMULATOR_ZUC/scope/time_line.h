@@ -16,13 +16,14 @@ class TimeLine : public QWidget {
   /// What the branch is called: "main", or where it departs from which.
   static QString branch_name(const Recording& recording, size_t branch);
   QSize sizeHint() const override;
+  /// Told and drawn anew.
+  void follow();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
-  void follow();
   size_t first_branch() const;
   int x_of(long instant) const;
   long last() const;

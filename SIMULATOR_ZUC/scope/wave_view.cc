@@ -243,7 +243,8 @@ void WaveView::resizeEvent(QResizeEvent* event) {
 }
 
 void WaveView::look_changed() {
-  viewport()->update();
+  ensurePolished();
+  show_made(shows_made_);
 }
 
 std::vector<std::pair<long, QString>> WaveView::marks() const {
