@@ -37,7 +37,6 @@ QString label_of(SignalState state) {
 }
 
 QColor text_colour_on(const QColor& background) {
-  if (!background.isValid()) return WindowLook::current().dark() ? Qt::white : Qt::black;
   // Where both contrast alike with the ground, by its luminance.
   constexpr double middle = 0.179;
   const auto linear = [](double c) { return std::pow(c, 2.2); };

@@ -5,6 +5,7 @@
 #include <QListView>
 #include <QPainter>
 
+#include "SIMULATOR_ZUC/cut_name.h"
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/window_look.h"
 
@@ -35,8 +36,14 @@ void StateDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
   option->font.setBold(index.row() == bold_row);
   option->textElideMode = Qt::ElideMiddle;
   option->fontMetrics = QFontMetrics(option->font);
+  const int margin = view_->style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+  if (const int room = option->rect.width() - 2 * margin; room > 0 && index.column() == 0)
+    option->text =
+        cut_name(option->text, option->fontMetrics, room, index.model()->rowCount(),
+                 [&index](int row) { return index.siblingAtRow(row).data().toString(); });
   const QVariant background = index.data(Qt::BackgroundRole);
-  option->palette.setColor(QPalette::Text, text_colour_on(background.value<QBrush>().color()));
+  if (background.isValid())  // else the theme's
+    option->palette.setColor(QPalette::Text, text_colour_on(background.value<QBrush>().color()));
 }
 
 QSize StateDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -5,9 +5,11 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollBar>
 #include <algorithm>
 #include <climits>
 
+#include "SIMULATOR_ZUC/cut_name.h"
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 
@@ -18,27 +20,30 @@ namespace {
 constexpr size_t most_rows = 200;
 
 /// A name of which begin and end can be read in any width.
-class NameLabel : public QWidget {
+class NameLabel : public QLabel {
  public:
-  explicit NameLabel(const QString& name) : name_(name) {
-    setAccessibleName(name);
-    setToolTip(name);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+  NameLabel(const std::vector<std::string>& names, size_t row)
+      : names_(names), name_(QString::fromStdString(names[row])) {
+    setAccessibleName(name_);
+    setToolTip(name_);
   }
   QSize sizeHint() const override {
     return {fontMetrics().horizontalAdvance(name_) + 2, fontMetrics().height()};
   }
   QSize minimumSizeHint() const override {
-    return sizeHint().boundedTo({ScopeLook::px(120), INT_MAX});
+    return sizeHint().boundedTo({ScopeLook::px(100), INT_MAX});
   }
 
  protected:
   void paintEvent(QPaintEvent*) override {
-    QPainter(this).drawText(rect(), Qt::AlignVCenter,
-                            fontMetrics().elidedText(name_, Qt::ElideMiddle, width()));
+    const QString text = cut_name(
+        name_, fontMetrics(), width(), static_cast<int>(names_.size()),
+        [this](int row) { return QString::fromStdString(names_[static_cast<size_t>(row)]); });
+    QPainter(this).drawText(rect(), Qt::AlignVCenter, text);
   }
 
  private:
+  const std::vector<std::string>& names_;
   QString name_;
 };
 
@@ -83,7 +88,7 @@ InputsPane::Input InputsPane::make_input(int row, QGridLayout* grid) {
   auto* number = new QLabel(row < 9 ? QString::number(row + 1) : QString());
   number->setObjectName("faint");
   grid->addWidget(number, row, 0);
-  grid->addWidget(new NameLabel(name), row, 1);
+  grid->addWidget(new NameLabel(simulation.input_names(), static_cast<size_t>(row)), row, 1);
   Input input{};
   int column = 2;
   for (SignalState state : offered_) {
@@ -141,6 +146,9 @@ void InputsPane::toggle_pulse(int row) {
 void InputsPane::look_changed() {
   for (const Input& input : inputs_)
     for (QPushButton* button : input.states) button->setFixedWidth(ScopeLook::px(30));
+  // Wide enough for all of a row but the end of a long name and of a value.
+  const int wanted = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
+  setMinimumWidth(std::min(wanted, ScopeLook::px(340)));
 }
 
 void InputsPane::refresh() {

@@ -6,11 +6,13 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSettings>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
 #include <QToolButton>
+#include <utility>
 
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 #include "SIMULATOR_ZUC/window_look.h"
@@ -88,6 +90,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   panes->addWidget(below);
   panes->setStretchFactor(0, 3);
   panes->setStretchFactor(2, 2);
+  panes->setSizes({360, 80, 220});
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
   layout->addWidget(make_bar());
@@ -109,7 +112,8 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
 
   connect_all();
   const QSettings settings;
-  restoreGeometry(settings.value("scope/geometry").toByteArray());
+  if (restoreGeometry(settings.value("scope/geometry").toByteArray()))
+    scale_ = WindowLook::current().scale();
   dress();
   refresh();
   if (source_->has_source()) waves_->set_declared(source_->source()->declared());
@@ -268,22 +272,33 @@ void ScopeWindow::tell(const QString& text) {
   told_->setVisible(!text.isEmpty());
 }
 
+/// The window grows and shrinks with what is in it, as far as the screen goes.
+void ScopeWindow::follow_scale() {
+  const double scale = WindowLook::current().scale();
+  const double grown = scale / std::exchange(scale_, scale);
+  if (grown == 1) return;
+  const QSize room = screen()->availableSize();
+  resize((QSizeF(size()) * grown).toSize().boundedTo(room));
+}
+
 void ScopeWindow::dress() {
+  follow_scale();
   const ScopeLook& look = ScopeLook::current();
   setStyleSheet(
-      QString("QWidget { font-size: %8px; }"
-              "QMainWindow, QWidget { background: %1; color: %2; }"
-              "QFrame#pane, QFrame#pane > QWidget, QTreeWidget, QScrollArea > QWidget, "
-              "QScrollArea > QWidget > QWidget { background: %3; }"
-              "QFrame#pane { border: 1px solid %4; border-radius: 6px; }"
-              "QLabel { background: transparent; } QLabel#title { font-weight: bold; }"
-              "QLabel#faint { color: %5; }"
-              "QToolButton, QPushButton { background: %3; border: 1px solid %4; "
-              "border-radius: 5px; padding: 4px 8px; min-height: 16px; }"
-              "QPushButton:checked, QToolButton#go { background: %6; color: %3; }"
-              "QToolButton:focus, QPushButton:focus, QComboBox:focus { border: 1px solid %7; }"
-              "QLineEdit, QComboBox { background: %3; border: 1px solid %4; padding: 3px; }"
-              "QToolTip { background: %3; color: %2; border: 1px solid %4; }")
+      QString(
+          "QWidget { font-size: %8px; }"
+          "QMainWindow, QWidget { background: %1; color: %2; }"
+          "QFrame#pane, QFrame#pane > QWidget, QTreeWidget, QScrollArea, QScrollArea > QWidget, "
+          "QScrollArea > QWidget > QWidget { background: %3; }"
+          "QFrame#pane { border: 1px solid %4; border-radius: 6px; }"
+          "QLabel { background: transparent; } QLabel#title { font-weight: bold; }"
+          "QLabel#faint { color: %5; }"
+          "QToolButton, QPushButton { background: %3; border: 1px solid %4; "
+          "border-radius: 5px; padding: 4px 8px; min-height: 16px; }"
+          "QPushButton:checked, QToolButton#go { background: %6; color: %3; }"
+          "QToolButton:focus, QPushButton:focus, QComboBox:focus { border: 1px solid %7; }"
+          "QLineEdit, QComboBox { background: %3; border: 1px solid %4; padding: 3px; }"
+          "QToolTip { background: %3; color: %2; border: 1px solid %4; }")
           .arg(look.paper.name(), look.text.name(), look.pane.name(), look.line.name(),
                look.faint.name(), look.one.name(), look.accent.name(),
                QString::number(ScopeLook::px(13))));

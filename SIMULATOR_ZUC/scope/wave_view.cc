@@ -6,7 +6,9 @@
 #include <climits>
 #include <cmath>
 #include <set>
+#include <utility>
 
+#include "SIMULATOR_ZUC/cut_name.h"
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 #include "engine/context.h"
@@ -24,7 +26,9 @@ int badge() {
 int margin() {
   return ScopeLook::px(8);
 }
-constexpr int widest_column = 96;
+int widest_column() {
+  return ScopeLook::px(96);
+}
 
 /// Locals that the compiler made: registers, what they move to, and what nothing computes.
 std::vector<bool> made_locals(const Simulation& simulation) {
@@ -47,7 +51,6 @@ std::vector<bool> made_locals(const Simulation& simulation) {
 WaveView::WaveView(TimeControl* time, QWidget* parent) : QAbstractScrollArea(parent), time_(time) {
   setAccessibleName(tr("Waves"));
   setFrameShape(QFrame::NoFrame);
-  setMinimumSize(260, 120);
   setFocusPolicy(Qt::StrongFocus);
   make_rows();
   connect(time_, &TimeControl::moved, this, &WaveView::follow);
@@ -97,8 +100,11 @@ void WaveView::show_made(bool shown) {
   if (!rows_.empty() && rows_.back().title) rows_.pop_back();
   chosen_ = -1;
   int widest = 0;
+  QFont chosen_font = font();
+  chosen_font.setBold(true);
+  const QFontMetrics metrics(chosen_font);
   for (size_t i = 0; i < rows_.size(); ++i) {
-    widest = std::max(widest, fontMetrics().horizontalAdvance(rows_[i].name));
+    widest = std::max(widest, metrics.horizontalAdvance(rows_[i].name));
     if (!chosen.name.isEmpty() && rows_[i].name == chosen.name &&
         rows_[i].place.list == chosen.place.list)
       chosen_ = static_cast<int>(i);
@@ -130,12 +136,19 @@ void WaveView::choose(int row) {
   if (row < 0 || row >= static_cast<int>(rows_.size()) || rows_[static_cast<size_t>(row)].title)
     return;
   chosen_ = row;
-  const int y = row * ScopeLook::row_height();
-  QScrollBar* bar = verticalScrollBar();
-  bar->setValue(std::clamp(bar->value(), y + ScopeLook::row_height() - bar->pageStep(), y));
+  follow_chosen();
   viewport()->update();
   tell_shown();
   Q_EMIT chosen_changed();
+}
+
+/// The chosen row comes into sight.
+void WaveView::follow_chosen() {
+  if (chosen_ < 0) return;
+  const int y = chosen_ * ScopeLook::row_height();
+  QScrollBar* bar = verticalScrollBar();
+  bar->setValue(
+      std::clamp(bar->value(), std::min(y, y + ScopeLook::row_height() - bar->pageStep()), y));
 }
 
 void WaveView::choose_place(SignalPlace signal) {
@@ -162,8 +175,9 @@ bool WaveView::find(const QString& text) {
 void WaveView::zoom(double factor) {
   const long here = time_->recording().position().instant;
   const int x = x_of(here);
-  const int wanted = std::clamp(static_cast<int>(std::lround(column_ * factor)), 1, widest_column);
-  column_ = wanted == column_ && factor > 1 ? std::min(column_ + 1, widest_column) : wanted;
+  const int wanted =
+      std::clamp(static_cast<int>(std::lround(column_ * factor)), 1, widest_column());
+  column_ = wanted == column_ && factor > 1 ? std::min(column_ + 1, widest_column()) : wanted;
   fit_bars();
   // The chosen instant stays where it is.
   horizontalScrollBar()->setValue(horizontalScrollBar()->value() + x_of(here) - x);
@@ -240,11 +254,16 @@ QString WaveView::told(const Row& row, long instant, SignalState state, const QS
 void WaveView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
   follow();
+  follow_chosen();
 }
 
 void WaveView::look_changed() {
   ensurePolished();
+  const int scale = ScopeLook::px(100);
+  column_ = std::clamp(column_ * scale / std::exchange(scale_, scale), 1, widest_column());
+  setMinimumSize(ScopeLook::px(260), ScopeLook::px(120));
   show_made(shows_made_);
+  follow_chosen();
 }
 
 std::vector<std::pair<long, QString>> WaveView::marks() const {
@@ -378,7 +397,8 @@ void WaveView::paint_name(QPainter& painter, const Row& row, int y, bool chosen)
   const int left = row.title ? margin() : 2 * margin() + badge();
   const int room = names_width_ - left - margin();
   painter.drawText(QRect(left, y, room, ScopeLook::row_height()), Qt::AlignLeft | Qt::AlignVCenter,
-                   painter.fontMetrics().elidedText(row.name, Qt::ElideMiddle, room));
+                   cut_name(row.name, painter.fontMetrics(), room, static_cast<int>(rows_.size()),
+                            [this](int i) { return rows_[static_cast<size_t>(i)].name; }));
   font.setBold(false);
   painter.setFont(font);
 }

@@ -67,6 +67,7 @@ class WaveView : public QAbstractScrollArea {
  private:
   void make_rows();
   void follow();
+  void follow_chosen();
   void tell_shown();
   static QString told(const Row& row, long instant, SignalState state, const QString& value);
   void choose_beside(int direction);
@@ -88,6 +89,7 @@ class WaveView : public QAbstractScrollArea {
   int chosen_ = -1;
   long second_ = -1;
   int column_ = 32;
+  int scale_ = 100;  ///< percent, of `column_`
   int names_width_ = 160;
   bool shows_made_ = false;
 
