@@ -173,6 +173,7 @@ bool WaveView::find(const QString& text) {
 }
 
 void WaveView::zoom(double factor) {
+  if (time_->busy()) return;
   const long here = time_->recording().position().instant;
   const int x = x_of(here);
   const int wanted =
@@ -210,6 +211,7 @@ QRect WaveView::cell(int row, long instant) const {
 }
 
 void WaveView::fit_bars() {
+  if (time_->busy()) return;
   const int width = viewport()->width() - names_width_;
   const int height = viewport()->height() - ruler_height();
   const long wanted = std::min<long>((shown_last() + 1) * column_, INT_MAX / 2);
@@ -222,8 +224,9 @@ void WaveView::fit_bars() {
   verticalScrollBar()->setSingleStep(ScopeLook::row_height());
 }
 
-/// The chosen instant comes into sight.
+/// The chosen instant comes into sight; what a run makes does when it has ended.
 void WaveView::follow() {
+  if (time_->busy()) return;
   fit_bars();
   const int x = x_of(time_->recording().position().instant);
   QScrollBar* bar = horizontalScrollBar();
