@@ -78,24 +78,11 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   setObjectName("scope");
   resize(1180, 700);
 
-  auto* below = new QSplitter(Qt::Horizontal);
-  below->addWidget(framed(tr("Next instant"), inputs_));
-  below->addWidget(framed(tr("Why"), why_));
-  below->setSizes({420, 580});
-  auto* panes = new QSplitter(Qt::Vertical);
-  panes->addWidget(framed(tr("Waves"), waves_));
-  QWidget* run = framed(tr("Run"), line_);
-  run->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-  panes->addWidget(run);
-  panes->addWidget(below);
-  panes->setStretchFactor(0, 3);
-  panes->setStretchFactor(2, 2);
-  panes->setSizes({360, 80, 220});
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
   layout->addWidget(make_bar());
   auto* sides = new QSplitter(Qt::Horizontal);
-  sides->addWidget(panes);
+  sides->addWidget(make_panes());
   sides->addWidget(make_side());
   sides->setSizes({740, 440});
   layout->addWidget(sides, 1);
@@ -158,6 +145,24 @@ QWidget* ScopeWindow::framed(const QString& title, QWidget* pane) {
   layout->addWidget(label);
   layout->addWidget(pane, 1);
   return frame;
+}
+
+/// The run, and what comes next.
+QWidget* ScopeWindow::make_panes() {
+  auto* below = new QSplitter(Qt::Horizontal);
+  below->addWidget(framed(tr("Next instant"), inputs_));
+  below->addWidget(framed(tr("Why"), why_));
+  below->setSizes({420, 580});
+  auto* panes = new QSplitter(Qt::Vertical);
+  panes->addWidget(framed(tr("Waves"), waves_));
+  QWidget* run = framed(tr("Run"), line_);
+  run->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  panes->addWidget(run);
+  panes->addWidget(below);
+  panes->setStretchFactor(0, 3);
+  panes->setStretchFactor(2, 2);
+  panes->setSizes({360, 80, 220});
+  return panes;
 }
 
 /// The program beside its run.

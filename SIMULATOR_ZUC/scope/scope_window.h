@@ -57,6 +57,7 @@ class ScopeWindow : public QMainWindow {
 
   QWidget* make_bar();
   QWidget* make_side();
+  QWidget* make_panes();
   QWidget* framed(const QString& title, QWidget* pane);
   void make_keys();
   void connect_all();
