@@ -5,6 +5,8 @@
 // clang-format off
 #define KIVA_TARGETS(row) \
   row(c) \
+  row(c_functions) \
+  row(cpp) \
   row(blif) \
   row(vhdl) \
   row(vhdl_altera) \
