@@ -7,6 +7,10 @@
   row(c) \
   row(c_functions) \
   row(cpp) \
+  row(python) \
+  row(javascript) \
+  row(json) \
+  row(aiger) \
   row(blif) \
   row(vhdl) \
   row(vhdl_altera) \

@@ -221,6 +221,14 @@ const Registered altera({.option = "vhdl-altera",
 const Registered verilog({.option = "verilog",
                           .random_programs = 10,
                           .prove = by_its_command("verilog")});
+const Registered python({.option = "python",
+                         .random_programs = 10,
+                         .prove = by_its_command("python")});
+const Registered javascript({.option = "javascript",
+                             .random_programs = 10,
+                             .prove = by_its_command("javascript")});
+const Registered json({.option = "json", .random_programs = 4, .prove = by_its_command("json")});
+const Registered aiger({.option = "aiger", .random_programs = 8, .prove = by_its_command("aiger")});
 const Registered blif({.option = "blif", .random_programs = 8, .prove = prove_blif});
 
 TEST(BenchTools, WhatIsNotAsAwaitedIsTold) {

@@ -12,8 +12,8 @@ namespace kiva {
 struct ExpressionTexts {
   std::string and_text, or_text, not_text, differ_text, same_text;
   std::string zero, one;
-  std::function<std::string(long index)> read;   ///< the variable at an index
-  std::function<std::string(long number)> part;  ///< a part that several lines share
+  std::function<std::string(long index)> read = {};   ///< the variable at an index
+  std::function<std::string(long number)> part = {};  ///< a part that several lines share
 };
 
 /// A line of straight-line code: what it assigns, and from what.
