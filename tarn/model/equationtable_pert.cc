@@ -48,6 +48,19 @@ long EquationTable::callPert(const std::list<long>& indices) {
   end_with(cycle_fault(cycle, Manner::big_message));
 }
 
+bool EquationTable::try_pert() {
+  settle();
+  if (bdd_expression_wood->compute_dates() < 0) throw ModulePertFailureException();
+  Bddexpressionwood* wood = bdd_expression_wood;
+  if (wood->loop_detection().empty()) return true;
+  for (long index = 0; index < wood->Nb_bdd_vars(); ++index) {
+    wood->setLateDate(wood->Bdd_var_by_index(index), 0);
+    if (Bddexpression* equation = wood->exp_by_index(index)) equation->setEarlyDate(0);
+  }
+  wood->update_nb_level(0);
+  return false;
+}
+
 std::string EquationTable::cycle_report(std::list<long> cycle) {
   std::string report =
       "ERROR in Module `" + module_name + "': detecting variables in a dependance cycle:\n";
@@ -124,6 +137,7 @@ std::string EquationTable::source_lines(const std::list<long>& cycle) const {
 Diagnostic EquationTable::cycle_fault(const std::list<long>& cycle, Manner manner) {
   Diagnostic fault = Diagnostic::of_told(cycle_report(cycle), manner);
   CycleStory(*this, cycle).tell(fault);
+  if (!unsettled_.empty()) fault.notes.push_back({fault.where, unsettled_});
   return fault;
 }
 
