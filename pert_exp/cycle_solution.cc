@@ -1,31 +1,46 @@
 #include "pert_exp/cycle_solution.h"
 
+#include <algorithm>
 #include <deque>
-#include <unordered_set>
+#include <tuple>
 
 #include "base/strong_parts.h"
+#include "pert_exp/undated.h"
 #include "pert_exp/wood.h"
 
 namespace kiva {
 
 namespace {
 
-/// From an equation to what it reads, as far as that has an equation.
+/// From an equation to what it reads, as far as that has an equation, or is among the members.
 struct Reads {
   const Bddexpressionwood& wood;
+  const std::unordered_set<long>* members = nullptr;
 
   const index_set& next(long v) const { return wood.exp_by_index(v)->set_of_var_dependances(); }
-  bool enters(long v) const { return wood.Set_of_exp().contains(v); }
+  bool enters(long v) const {
+    return members == nullptr ? wood.Set_of_exp().contains(v) : members->contains(v);
+  }
 };
 
 }  // namespace
+
+bool has_cycle(const Bddexpressionwood& wood) {
+  const Reads reads{wood};
+  StrongParts parts(reads, wood.Nb_bdd_vars());
+  bool found = false;
+  for (long index : wood.Set_of_exp())
+    parts.from(index, [&](std::span<const long>, bool cycle) { found = found || cycle; });
+  return found;
+}
 
 /// One function under what is known, from its nodes below up. Each node is settled One where the
 /// side that its variable chooses is, and where both are, whatever the variable.
 class CycleSolution::Evaluation {
  public:
-  Evaluation(bddpp_manager& manager, const std::unordered_map<long, Known>& known)
-      : manager_(manager), known_(known) {
+  Evaluation(bddpp_manager& manager, const std::unordered_map<long, Known>& known,
+             const std::unordered_set<long>& ones)
+      : manager_(manager), known_(known), ones_(ones) {
     of_[manager.Bdd_node_one()] = {manager.Bdd_one(), manager.Bdd_zero()};
   }
 
@@ -50,6 +65,7 @@ class CycleSolution::Evaluation {
     const Known high = taken(node->then_node(), 1);
     const Known low = taken(node->else_node(), node->else_link_type());
     const long index = node->var_index();
+    if (ones_.contains(index)) return high;
     const auto at = known_.find(index);
     if (at == known_.end()) {
       const bdd variable = manager_.Bdd_var_by_index(index);
@@ -66,12 +82,14 @@ class CycleSolution::Evaluation {
 
   bddpp_manager& manager_;
   const std::unordered_map<long, Known>& known_;
+  const std::unordered_set<long>& ones_;
   std::unordered_map<const bdd_node*, Known> of_;
 };
 
-CycleSolution::CycleSolution(Bddexpressionwood& wood, long most_nodes)
+CycleSolution::CycleSolution(Bddexpressionwood& wood, Hints hints, long most_nodes)
     : wood_(wood),
       manager_(*wood.my_bdd_manager()),
+      hints_(std::move(hints)),
       last_node_(wood.my_bdd_manager()->Bdd_total_size() + most_nodes) {
   const Reads reads{wood};
   StrongParts parts(reads, wood.Nb_bdd_vars());
@@ -106,7 +124,8 @@ bool CycleSolution::solve_part(const std::vector<long>& part) {
     const long index = open.front();
     open.pop_front();
     waits.erase(index);
-    const Known now = Evaluation(manager_, known)(wood_.exp_by_index(index)->my_bdd_exp());
+    const Known now =
+        Evaluation(manager_, known, hints_.ones)(wood_.exp_by_index(index)->my_bdd_exp());
     Known& before = known.at(index);
     if (now.one == before.one && now.zero == before.zero) continue;
     before = now;
@@ -121,17 +140,65 @@ bool CycleSolution::solve_part(const std::vector<long>& part) {
   return true;
 }
 
+/// Where a member is not settled, anything will do; but no function becomes constant by that, since
+/// a signal that is never anything is read in another way.
+bdd CycleSolution::solution_of(long index) {
+  const Known& known = known_.at(index);
+  return manager_.Bdd_is_tautology(known.one, 0) != 0 ? manager_.Bdd_not(known.zero) : known.one;
+}
+
+/// Members without which the others have no cycle; those with most edges first (for a smallest set
+/// there is no fast way).
+std::vector<long> CycleSolution::feedback_of(const std::vector<long>& part) const {
+  constexpr size_t most_chosen_singly = 1000;
+  std::unordered_set<long> left(part.begin(), part.end());
+  std::vector<long> feedback;
+  const auto take = [&](long index) {
+    left.erase(index);
+    feedback.push_back(index);
+  };
+  if (part.size() > most_chosen_singly)
+    for (long index : part)
+      if (hints_.preferred.contains(index)) take(index);
+  for (bool more = true; more;) {
+    const Reads reads{wood_, &left};
+    StrongParts parts(reads, wood_.Nb_bdd_vars());
+    std::vector<std::vector<long>> cycles;
+    for (long index : std::vector<long>(left.begin(), left.end()))
+      parts.from(index, [&](std::span<const long> inner, bool cycle) {
+        if (cycle) cycles.emplace_back(inner.begin(), inner.end());
+      });
+    for (const std::vector<long>& cycle : cycles) {
+      const std::unordered_set<long> inner(cycle.begin(), cycle.end());
+      std::unordered_map<long, long> in, out;
+      for (long index : cycle)
+        for (long read : wood_.exp_by_index(index)->set_of_var_dependances())
+          if (inner.contains(read)) ++in[index], ++out[read];
+      take(*std::max_element(cycle.begin(), cycle.end(), [&](long a, long b) {
+        const auto worth = [&](long v) {
+          return std::tuple(hints_.preferred.contains(v), in[v] * out[v], -v);
+        };
+        return worth(a) < worth(b);
+      }));
+    }
+    more = !cycles.empty();
+  }
+  return feedback;
+}
+
 void CycleSolution::put() {
   for (const std::vector<long>& part : parts_)
-    for (long index : part) {
+    for (long index : feedback_of(part)) {
       Bddexpression* equation = wood_.exp_by_index(index);
       before_[index] = equation->my_bdd_exp();
-      equation->setBddExp(known_.at(index).one, 0, 0);
+      equation->setBddExp(solution_of(index), 0, 0);
     }
+  if (!parts_.empty()) forget_dates(wood_);
 }
 
 void CycleSolution::restore() {
   for (const auto& [index, f] : before_) wood_.exp_by_index(index)->setBddExp(f, 0, 0);
+  if (!before_.empty()) forget_dates(wood_);
   before_.clear();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "bdd/bddpp.h"
@@ -9,6 +10,9 @@ namespace kiva {
 
 class Bddexpressionwood;
 
+/// Whether equations depend on each other in one instant, whatever the dates.
+bool has_cycle(const Bddexpressionwood& wood);
+
 /// What equations that depend on each other in one instant settle to. Nothing is known at first; a
 /// variable is settled One where its function is one whatever those not yet settled are, Zero where
 /// it is zero, and so on until nothing is added (S. Malik, Analysis of cyclic combinational
@@ -16,18 +20,26 @@ class Bddexpressionwood;
 /// connected part is solved by itself, over the variables outside it.
 class CycleSolution {
  public:
+  /// What the caller knows of the variables, by index.
+  struct Hints {
+    std::unordered_set<long> ones;  ///< count as One, whatever their equations say
+    std::unordered_set<long>
+        preferred;  ///< whose equations are rather replaced than those of others
+  };
+
   /// Of the wood as it stands, which nothing here changes before `put`. More than `most_nodes` new
   /// nodes are not made.
-  CycleSolution(Bddexpressionwood& wood, long most_nodes);
+  CycleSolution(Bddexpressionwood& wood, Hints hints, long most_nodes);
 
-  /// Their number.
+  /// The number of cycles.
   size_t cycles() const { return parts_.size(); }
   /// False where there is no solution to put: an abstract equation stands in a cycle, or the bound
   /// is passed.
   [[nodiscard]] bool solve();
   /// Of each cycle, where some member is not settled, over the variables outside that cycle.
   const std::vector<bdd>& unsettled() const { return unsettled_; }
-  /// Gives each member the function that is one where it is settled One: no cycle is left.
+  /// Gives as many members as it takes to leave no cycle the functions to which they settle; the
+  /// others then follow by their own. No date is left.
   void put();
   /// Gives the members their functions back.
   void restore();
@@ -40,9 +52,12 @@ class CycleSolution {
   class Evaluation;
 
   bool solve_part(const std::vector<long>& part);
+  bdd solution_of(long index);
+  std::vector<long> feedback_of(const std::vector<long>& part) const;
 
   Bddexpressionwood& wood_;
   bddpp_manager& manager_;
+  Hints hints_;
   long last_node_;
   std::vector<std::vector<long>> parts_;
   std::unordered_map<long, Known> known_;  ///< by variable index, of members

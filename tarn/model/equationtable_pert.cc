@@ -5,6 +5,7 @@
 #include <set>
 #include <tuple>
 
+#include "pert_exp/undated.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/cycle_story.h"
 #include "tarn/model/equationtable.h"
@@ -51,13 +52,8 @@ long EquationTable::callPert(const std::list<long>& indices) {
 bool EquationTable::try_pert() {
   settle();
   if (bdd_expression_wood->compute_dates() < 0) throw ModulePertFailureException();
-  Bddexpressionwood* wood = bdd_expression_wood;
-  if (wood->loop_detection().empty()) return true;
-  for (long index = 0; index < wood->Nb_bdd_vars(); ++index) {
-    wood->setLateDate(wood->Bdd_var_by_index(index), 0);
-    if (Bddexpression* equation = wood->exp_by_index(index)) equation->setEarlyDate(0);
-  }
-  wood->update_nb_level(0);
+  if (bdd_expression_wood->loop_detection().empty()) return true;
+  forget_dates(*bdd_expression_wood);
   return false;
 }
 

@@ -17,6 +17,8 @@
 #include "tarn/model/module.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
+#include "tarn/zu/statements/loop.h"
+#include "tarn/zu/whole_values.h"
 
 namespace kiva {
 
@@ -38,11 +40,12 @@ struct StateRail {
 /// Functions over inputs and registers: what equations come to when all that they read is put in.
 class Unfolded {
  public:
-  explicit Unfolded(Module* module)
+  Unfolded(Module* module, const std::unordered_set<long>& ones)
       : wood_(*module->getBddWood()),
         manager_(*wood_.my_bdd_manager()),
         last_node_(manager_.Bdd_total_size() + most_nodes) {
     Bddexpressionwood* wood = &wood_;
+    for (long index : ones) of_[index] = manager_.Bdd_one();
     const auto take_pair = [&](const Signal* signal) {
       const long status = signal->getInitialBddStatusId(module, wood);
       const long value = signal->getInitialBddValueId(module, wood);
@@ -138,15 +141,17 @@ class StateWalk {
     for (const auto& [index, f] : next) states_.emplace_back(index, f);
   }
 
-  /// Set comes in the first instant alone, and reset never. False when an instant is reached in
-  /// which `bad` holds.
-  bool stays_good() {
+  /// Set comes in the first instant alone and reset never, or, `restarted`, set whenever nothing
+  /// runs and reset at any time. False when an instant is reached in which `bad` holds.
+  bool stays_good(bool restarted) {
+    layers_.clear();
     bdd front = manager_.Bdd_one();
     for (const auto& [index, f] : states_)
       front = manager_.Bdd_and(front, literal(index, unfolded_.rails().at(index).initial));
+    const bdd at_rest = manager_.Bdd_or(front, literal(unfolded_.set, false));
     bdd reached = manager_.Bdd_zero();
     while (!manager_.Bdd_is_tautology(front, 0)) {
-      layers_.push_back(manager_.Bdd_and(front, wires(layers_.empty())));
+      layers_.push_back(manager_.Bdd_and(front, restarted ? at_rest : wires(layers_.empty())));
       if (manager_.Bdds_excl(layers_.back(), bad_) == 0) return false;
       const bdd next = image(layers_.back());
       front = manager_.Bdd_and(next, manager_.Bdd_not(reached));
@@ -257,14 +262,43 @@ void add_wire(Module* module, const bdd& open) {
                                         module);
 }
 
+/// A signal that stays Bottom reads as Zero in the end, and wires are nobody's own.
+CycleSolution::Hints hints_of(Module* module) {
+  Bddexpressionwood* wood = module->getBddWood();
+  CycleSolution::Hints hints;
+  const auto is_zero = [&](long index) {
+    const Bddexpression* equation = wood->exp_by_index(index);
+    return equation != nullptr && equation->getAbstraction() == 0 &&
+           wood->Bdd_is_tautology(equation->my_bdd_exp(), 0) != 0;
+  };
+  for (const signal_list* list : {&module->getOutputSignalList(), &module->getLocalSignalList()})
+    for (const Signal* signal : *list) {
+      const std::list<long> rails = signal->getAllBddId(module, wood);
+      if (signal->isWire()) hints.preferred.insert(rails.begin(), rails.end());
+      for (auto rail = rails.begin(); rail != rails.end(); ++rail) {
+        const bool silent = is_zero(*rail);
+        if (is_zero(*++rail) && silent) hints.ones.insert(*rail);
+      }
+    }
+  return hints;
+}
+
+/// Of each loop whose body can end where it starts, the wires that tell the ends of its copies.
+void add_turns(const Statement* statement, std::vector<std::vector<Signal*>>& ends) {
+  if (const auto* loop = dynamic_cast<const Loop*>(statement); loop && !loop->turns().empty()) {
+    ends.emplace_back();
+    for (const Statement* turn : loop->turns()) ends.back().push_back(Circuit::rtl(*turn));
+  }
+  for (const Statement* child : statement->children()) add_turns(child, ends);
+}
+
 class Judgement {
  public:
   explicit Judgement(Module* module)
       : module_(module),
         runs_(wires_of_runs(module)),
-        solution_(*module->getBddWood(), most_nodes) {}
-
-  bool asked() const { return solution_.cycles() != 0 || !runs_.empty(); }
+        hints_(hints_of(module)),
+        solution_(*module->getBddWood(), hints_, most_nodes) {}
 
   /// "" if all is well, else how the instant is reached, as far as that is known.
   std::string way() {
@@ -272,17 +306,13 @@ class Judgement {
     try {
       if (!solution_.solve()) return too_large;
       solution_.put();
-      Unfolded unfolded(module_);
+      Unfolded unfolded(module_, hints_.ones);
       bddpp_manager& manager = unfolded.manager();
-      bdd open = manager.Bdd_zero();
-      for (const bdd& unsettled : solution_.unsettled())
-        open = manager.Bdd_or(open, unfolded(unsettled));
-      for (const Signal* wire : runs_)
-        open =
-            manager.Bdd_or(open, unfolded.of(wire->getBddStatusId(module_, module_->getBddWood())));
+      const bdd open = open_states(unfolded);
+      if (unfolded.bound_passed()) return too_large;
       if (manager.Bdd_is_tautology(open, 0)) return "";
       StateWalk walk(unfolded, open);
-      if (!walk.stays_good()) return told(walk.run());
+      if (!walk.stays_good(true) && !walk.stays_good(false)) return told(walk.run());
       add_wire(module_, open);
       return "";
     } catch (const BoundPassed&) {
@@ -305,8 +335,29 @@ class Judgement {
   }
 
  private:
+  /// Where something does not settle, or a loop goes round for ever.
+  bdd open_states(Unfolded& unfolded) const {
+    bddpp_manager& manager = unfolded.manager();
+    Bddexpressionwood* wood = module_->getBddWood();
+    bdd open = manager.Bdd_zero();
+    const auto add = [&](const bdd& f) { open = manager.Bdd_or(open, f); };
+    for (const bdd& unsettled : solution_.unsettled()) add(unfolded(unsettled));
+    for (const Signal* wire : runs_) add(unfolded.of(wire->getBddStatusId(module_, wood)));
+    if (solution_.cycles() == 0) return open;
+    std::vector<std::vector<Signal*>> ends;
+    add_turns(module_->getStatement(), ends);
+    for (const std::vector<Signal*>& turns : ends) {
+      bdd all = manager.Bdd_one();
+      for (const Signal* end : turns)
+        all = manager.Bdd_and(all, unfolded.of(end->getBddStatusId(module_, wood)));
+      add(all);
+    }
+    return open;
+  }
+
   Module* module_;
   std::vector<Signal*> runs_;
+  CycleSolution::Hints hints_;
   CycleSolution solution_;
 };
 
@@ -314,8 +365,10 @@ class Judgement {
 
 void settle_cycles(Module* module) {
   module->getCompilation()->settle();
+  if (!has_cycle(*module->getBddWood()) && wires_of_runs(module).empty()) return;
+  for (const signal_list* list : {&module->getOutputSignalList(), &module->getLocalSignalList()})
+    for (const Signal* signal : *list) join_values(signal, module, module->getBddWood());
   Judgement judgement(module);
-  if (!judgement.asked()) return;
   const std::string way = judgement.way();
   if (!way.empty()) judgement.end_with(way);
 }
