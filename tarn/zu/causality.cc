@@ -17,6 +17,7 @@
 #include "tarn/model/module.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
+#include "tarn/zu/progress.h"
 #include "tarn/zu/statements/loop.h"
 #include "tarn/zu/whole_values.h"
 
@@ -366,10 +367,15 @@ class Judgement {
 void settle_cycles(Module* module) {
   module->getCompilation()->settle();
   if (!has_cycle(*module->getBddWood()) && wires_of_runs(module).empty()) return;
+  const auto stage = [&](const char* name) {
+    if (const auto& begun = stage_begun()) begun(name + module->getName());
+  };
+  stage("settle the cycles of ");
   for (const signal_list* list : {&module->getOutputSignalList(), &module->getLocalSignalList()})
     for (const Signal* signal : *list) join_values(signal, module, module->getBddWood());
   Judgement judgement(module);
   const std::string way = judgement.way();
+  stage("compile ");
   if (!way.empty()) judgement.end_with(way);
 }
 
