@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/code/aig.h"
+#include "base/aig.h"
 #include "engine/code/later_pass.h"
 #include "pert_exp/Bddexpression.h"
 
@@ -32,7 +32,7 @@ class FlatEquations {
   /// The pass of the only segment over a graph: `entries` are those before it, known ones, and
   /// become those behind it. False where there are several segments, or the graph would be much
   /// larger than the equations.
-  bool trace(code::Aig& aig, std::vector<code::Literal>& entries) const;
+  bool trace(aig::Aig& graph, std::vector<aig::Literal>& entries) const;
   /// Makes machine code of the only segment now, instead of once it has run for long; false where
   /// there is none. With it and without, runs leave the same.
   bool compile() const;

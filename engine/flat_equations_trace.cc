@@ -11,9 +11,9 @@ namespace kiva {
 /// A pass under way.
 class FlatEquations::Tracing {
  public:
-  Tracing(const FlatEquations& of, code::Aig& aig, std::vector<code::Literal>& entries)
+  Tracing(const FlatEquations& of, aig::Aig& graph, std::vector<aig::Literal>& entries)
       : of_(of),
-        aig_(aig),
+        aig_(graph),
         entries_(entries),
         read_(entries.size(), false),
         image_(of.nodes_.size(), none),
@@ -36,26 +36,26 @@ class FlatEquations::Tracing {
   }
 
  private:
-  static constexpr code::Literal none = ~code::Literal{0};
+  static constexpr aig::Literal none = ~aig::Literal{0};
   static constexpr size_t most_nodes_an_equation = 8;
 
   /// What the inputs from `count` on have chosen is in `entry`.
-  code::Literal of_table(const TableEquation& equation, std::uint32_t count, std::uint32_t entry) {
-    if (count == 0) return of_.tables_[equation.table + entry] == 1 ? code::one : code::zero;
+  aig::Literal of_table(const TableEquation& equation, std::uint32_t count, std::uint32_t entry) {
+    if (count == 0) return of_.tables_[equation.table + entry] == 1 ? aig::one : aig::zero;
     const std::uint32_t input = count - 1;
-    const code::Literal otherwise = of_table(equation, input, entry);
-    const code::Literal chosen = of_table(equation, input, entry | 1U << (2 * input));
+    const aig::Literal otherwise = of_table(equation, input, entry);
+    const aig::Literal chosen = of_table(equation, input, entry | 1U << (2 * input));
     return aig_.choice(entries_[equation.in[input]], chosen, otherwise);
   }
 
-  void write(std::uint32_t index, code::Literal literal) {
+  void write(std::uint32_t index, aig::Literal literal) {
     // What was read from it before is another function now.
     if (read_[index]) std::fill(image_.begin(), image_.end(), none);
     entries_[index] = literal;
   }
 
-  code::Literal value(Edge edge) const {
-    return code::negated_if(edge <= 1 ? code::one : image_[edge >> 1], (edge & 1) != 0);
+  aig::Literal value(Edge edge) const {
+    return aig::negated_if(edge <= 1 ? aig::one : image_[edge >> 1], (edge & 1) != 0);
   }
   /// False where there are too many nodes.
   bool lay(Edge root) {
@@ -68,7 +68,7 @@ class FlatEquations::Tracing {
       const Node& node = of_.nodes_[edge >> 1];
       read_[node.variable] = true;
       if (left_ > 0) --left_;
-      image_[edge >> 1] = left_ == 0 ? code::zero
+      image_[edge >> 1] = left_ == 0 ? aig::zero
                                      : aig_.choice(entries_[node.variable], value(node.then_edge),
                                                    value(node.else_edge));
     });
@@ -76,11 +76,11 @@ class FlatEquations::Tracing {
   }
 
   const FlatEquations& of_;
-  code::Aig& aig_;
-  std::vector<code::Literal>& entries_;
+  aig::Aig& aig_;
+  std::vector<aig::Literal>& entries_;
   std::vector<bool> read_;
-  std::vector<code::Literal> image_;  ///< by place of the node
-  size_t left_;                       ///< nodes of diagrams that may come
+  std::vector<aig::Literal> image_;  ///< by place of the node
+  size_t left_;                      ///< nodes of diagrams that may come
 };
 
 std::vector<bool> FlatEquations::written(size_t variables) const {
@@ -90,8 +90,8 @@ std::vector<bool> FlatEquations::written(size_t variables) const {
   return written;
 }
 
-bool FlatEquations::trace(code::Aig& aig, std::vector<code::Literal>& entries) const {
-  return segments() == 1 && Tracing(*this, aig, entries).run();
+bool FlatEquations::trace(aig::Aig& graph, std::vector<aig::Literal>& entries) const {
+  return segments() == 1 && Tracing(*this, graph, entries).run();
 }
 
 }  // namespace kiva

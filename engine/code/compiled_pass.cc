@@ -22,6 +22,10 @@
 
 namespace kiva::code {
 
+using aig::negated;
+using aig::node_of;
+using aig::one;
+
 struct CompiledPass::Machine {
   std::unique_ptr<Emitter::Program> program;
 };

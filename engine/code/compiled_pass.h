@@ -4,13 +4,16 @@
 #include <memory>
 #include <vector>
 
-#include "engine/code/aig.h"
+#include "base/aig.h"
 
 namespace kiva {
 class FlatEquations;
 }
 
 namespace kiva::code {
+
+using aig::Aig;
+using aig::Literal;
 
 /// A pass over equations as machine code, for contexts in which all that the pass reads from
 /// outside is known and the rails of each signal there are each other's complement. What it leaves

@@ -17,6 +17,9 @@
 
 namespace kiva::code {
 
+using aig::is_negated;
+using aig::node_of;
+
 namespace {
 
 namespace x86 = asmjit::x86;
@@ -219,8 +222,7 @@ std::unique_ptr<Emitter::Program> Emitter::emit(const Aig& aig, const std::vecto
                                                 std::uint32_t& slots_used) {
   auto program = std::make_unique<JitProgram>();
   asmjit::CodeHolder code;
-  if (code.init(program->runtime.environment()) != asmjit::kErrorOk)
-    return nullptr;
+  if (code.init(program->runtime.environment()) != asmjit::kErrorOk) return nullptr;
   Writer writer(code, aig, stores, slot_of, free_slot);
   writer.write();
   slots_used = writer.slots_used();

@@ -4,9 +4,12 @@
 #include <memory>
 #include <vector>
 
-#include "engine/code/aig.h"
+#include "base/aig.h"
 
 namespace kiva::code {
+
+using aig::Aig;
+using aig::Literal;
 
 /// Machine code of a graph: reads the bytes of its variables, writes those of some literals.
 class Emitter {

@@ -63,32 +63,35 @@ class ConsoleRun {
 
   int run() {
     if (!why_) trace_->begin(out_);
-    // Whoever gives instants one by one sees each.
-    const bool flushes = server_ || (!random_ && options_.stimuli == "-");
-    const bool saves = !options_.save_stimuli.empty();
-    const bool covers = options_.coverage || !options_.coverage_file.empty();
+    const bool saves = !options_.save_stimuli.empty() || why_;
+    const bool covers = options_.coverage || !options_.coverage_file.empty() || why_;
     SimulationState before;
     Choices choices;
     while (!ended_ && next_choices()) {
-      if (covers || why_) before = simulation_.state();
-      if (saves || why_) choices = choices_of(simulation_.state());
+      if (covers) before = simulation_.state();
+      if (saves) choices = choices_of(simulation_.state());
       steps_->step(simulation_);
       const SimulationState& state = simulation_.state();
-      if (saves) save(choices);
+      if (!options_.save_stimuli.empty()) save(choices);
       if (covers) coverage_.note(before, state);
       check(state);
       ended_ = until_ && until_->holds(state);
       if (why_ && state.instant == why_->instant)
         return why_->print(out_, {before, choices, state});
       if (why_) continue;
-      trace_->write(out_, state);
-      if (flushes) out_.flush();
-      if (!out_) throw Refused{options_.output, 0, "the trace cannot be written"};
+      write(state);
     }
     return end();
   }
 
  private:
+  void write(const SimulationState& state) {
+    trace_->write(out_, state);
+    // Whoever gives instants one by one sees each.
+    if (server_ || (!random_ && options_.stimuli == "-")) out_.flush();
+    if (!out_) throw Refused{options_.output, 0, "the trace cannot be written"};
+  }
+
   void connect() {
     if (!options_.server.first.empty()) {
       server_.emplace(options_.server.first,

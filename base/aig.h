@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace kiva::code {
+namespace kiva::aig {
 
 /// A function of a graph: twice a node's number, plus 1 when complemented.
 using Literal = std::uint32_t;
@@ -66,4 +66,4 @@ inline Literal image_of(Literal literal, const std::vector<Literal>& image) {
 void copy_nodes(const Aig& from, const std::vector<std::uint32_t>& nodes, Aig& to,
                 std::vector<Literal>& image);
 
-}  // namespace kiva::code
+}  // namespace kiva::aig
