@@ -1,0 +1,128 @@
+#include "tarn/zu/passing_locals.h"
+
+#include <algorithm>
+
+#include "tarn/model/compilation.h"
+#include "tarn/model/module.h"
+#include "tarn/model/rules.h"
+
+namespace kiva {
+
+bool is_watched(const Signal* local) {
+  if (Compilation::MapFlag() && local->isWire() && !local->isRegister()) return true;
+  return Compilation::rules().locals && !Compilation::StripFlag() && local->isDeclared();
+}
+
+std::set<const Signal*> register_variables(const Module* module) {
+  std::set<const Signal*> variables;
+  for (const regclass* reg : module->getRegisterList()) {
+    variables.insert(reg->actual_var());
+    variables.insert(reg->next_var());
+  }
+  return variables;
+}
+
+PassingLocals::PassingLocals(Module* module, Bddexpressionwood* wood) : wood_(wood) {
+  const auto rail = [wood](long index, int protected_type) {
+    Bddexpression* e = wood->exp_by_index(index);
+    if (e == nullptr) return Rail{index, protected_type};
+    const Rail as_it_was{index, e->getUserType()};
+    if (e->getAbstraction() == 0) e->setUserType(protected_type);
+    return as_it_was;
+  };
+  const auto add = [&](const Signal* signal, bool first_is_watched) {
+    const std::list<long> indices = signal->getAllBddId(module, wood);
+    for (auto at = indices.begin(); at != indices.end();) {
+      const long status = *at++;
+      const long value = *at++;
+      if (std::exchange(first_is_watched, false)) continue;
+      pairs_.push_back({rail(status, Compilation::SOUTPUT), rail(value, Compilation::VOUTPUT)});
+    }
+  };
+  const std::set<const Signal*> registers = register_variables(module);
+  for (const Signal* output : module->getOutputSignalList())
+    if (!output->isValued(module, wood)) add(output, true);
+  for (const Signal* local : module->getLocalSignalList())
+    if (!local->isWire() && !local->isRegister() && !registers.contains(local) &&
+        !local->isValued(module, wood) && !local->isClock() && !local->isValue())
+      add(local, is_watched(local));
+}
+
+template <class See>
+void PassingLocals::for_each_rail(See see) {
+  for (const auto& [status, value] : pairs_)
+    for (const Rail& rail : {status, value})
+      if (Bddexpression* e = wood_->exp_by_index(rail.index); e != nullptr) see(rail, *e);
+}
+
+void PassingLocals::may_be_inlined() {
+  for_each_rail([this](const Rail& rail, Bddexpression& e) {
+    if (e.getAbstraction() == 0 && !wood_->Bdd_is_tautology(e.my_bdd_exp(), 0) &&
+        !wood_->Bdd_is_tautology(e.my_bdd_exp(), 1))
+      e.setUserType(rail.type);
+  });
+}
+
+std::vector<long> PassingLocals::pass_on() {
+  std::vector<long> kept;
+  for_each_rail([this](const Rail& rail, const Bddexpression&) {
+    wood_->suppress_local_that_shrinks(rail.index);
+  });
+  for_each_rail([](const Rail& rail, Bddexpression& e) { e.setUserType(rail.type); });
+  const auto read_by_others = [this](const Rail& rail, const Rail& twin) {
+    const index_set& readers = wood_->set_of_amont_dependances(rail.index);
+    return std::any_of(readers.begin(), readers.end(),
+                       [&](long reader) { return reader != twin.index; });
+  };
+  for (const auto& [status, value] : pairs_) {
+    if (read_by_others(status, value) || read_by_others(value, status)) {
+      kept.insert(kept.end(), {status.index, value.index});
+      continue;
+    }
+    // One of them may read the other.
+    for (long index : {value.index, status.index, value.index})
+      if (wood_->exp_by_index(index) != nullptr) wood_->forget_expression_by_bddid(index);
+  }
+  return kept;
+}
+
+void forget_silent_locals(Module* module, Bddexpressionwood* wood) {
+  const std::set<const Signal*> registers = register_variables(module);
+  const auto is_silent = [&](const Signal* local) {
+    if (registers.contains(local) || local->isValued(module, wood) || local->isClock())
+      return false;
+    const std::list<long> indices = local->getAllBddId(module, wood);
+    const auto is_own = [&](long index) {
+      return std::find(indices.begin(), indices.end(), index) != indices.end();
+    };
+    for (auto at = indices.begin(); at != indices.end(); ++at) {
+      const bool is_status = std::distance(indices.begin(), at) % 2 == 0;
+      const index_set& readers = wood->set_of_amont_dependances(*at);
+      if ((is_status && wood->exp_by_index(*at) != nullptr) ||
+          !std::all_of(readers.begin(), readers.end(), is_own))
+        return false;
+    }
+    return true;
+  };
+  // A wire is True or False: its value, unread, has gone with the constants.
+  const auto complete_wire = [&](const Signal* wire) {
+    const long status = wire->getBddStatusId(module, wood);
+    const long value = wire->getBddValueId(module, wood);
+    if (wood->exp_by_index(status) == nullptr || wood->exp_by_index(value) != nullptr) return;
+    new Bddexpression(wire->getInternalName(), wood, wood->Bdd_var_by_index(value),
+                      wood->Bdd_not(wood->Bdd_var_by_index(status)), 0, 0, Compilation::VAL);
+  };
+  signal_list kept;
+  for (Signal* local : module->getLocalSignalList()) {
+    if (!is_silent(local)) {
+      if (local->isWire() && !registers.contains(local)) complete_wire(local);
+      kept.push_back(local);
+      continue;
+    }
+    for (long index : local->getAllBddId(module, wood))
+      if (wood->exp_by_index(index) != nullptr) wood->forget_expression_by_bddid(index);
+  }
+  module->setLocalSignalList(std::move(kept));
+}
+
+}  // namespace kiva
