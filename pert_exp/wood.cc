@@ -202,6 +202,12 @@ void Bddexpressionwood::update_bdd_vars(long new_index) {
   }
 }
 
+/// The tables then hold the variable.
+void Bddexpressionwood::reach_entry(long index) {
+  if (index >= nb_var_bdd || notes_entries_) update_bdd_vars();
+  if (notes_entries_) entries_in_use_.push_back(index);
+}
+
 void Bddexpressionwood::enter_expression(Bddexpression* e, const index_set* extra) {
   const char* refusal = nullptr;
   long index = -3;
@@ -219,8 +225,7 @@ void Bddexpressionwood::enter_expression(Bddexpression* e, const index_set* extr
     std::cerr << "INTERNAL ERROR in Bddexpressionwood::learn_expression():\n" << refusal << '\n';
     return;
   }
-  if (index >= nb_var_bdd || notes_entries_) update_bdd_vars();
-  if (notes_entries_) entries_in_use_.push_back(index);
+  reach_entry(index);
   const Bddexpression* old = exp_table[index];
   if (old == e) return;
   if (old != nullptr) leave_as_reader(index, old->vars_dependance);

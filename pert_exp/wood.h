@@ -281,6 +281,7 @@ class Bddexpressionwood {
     if (notes_entries_ && readers.empty()) entries_in_use_.push_back(index);
     readers.insert(reader);
   }
+  void reach_entry(long index);
   /// Ascending; all other entries of the tables are empty.
   const std::vector<long>& entries_in_use() const;
   /// Calls `see(index)` for all variables, ascending; for the entries in use where they are noted.

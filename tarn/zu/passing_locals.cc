@@ -86,36 +86,43 @@ std::vector<long> PassingLocals::pass_on() {
   return kept;
 }
 
+namespace {
+
+/// Neither a status nor a reader.
+bool is_silent(const Signal* local, Module* module, Bddexpressionwood* wood) {
+  const std::list<long> indices = local->getAllBddId(module, wood);
+  const auto is_own = [&](long index) {
+    return std::find(indices.begin(), indices.end(), index) != indices.end();
+  };
+  for (auto at = indices.begin(); at != indices.end(); ++at) {
+    const bool is_status = std::distance(indices.begin(), at) % 2 == 0;
+    const index_set& readers = wood->set_of_amont_dependances(*at);
+    if ((is_status && wood->exp_by_index(*at) != nullptr) ||
+        !std::all_of(readers.begin(), readers.end(), is_own))
+      return false;
+  }
+  return true;
+}
+
+/// A wire is True or False: its value, which nothing reads, has gone.
+void complete_wire(const Signal* wire, Module* module, Bddexpressionwood* wood) {
+  const long status = wire->getBddStatusId(module, wood);
+  const long value = wire->getBddValueId(module, wood);
+  if (wood->exp_by_index(status) == nullptr || wood->exp_by_index(value) != nullptr) return;
+  new Bddexpression(wire->getInternalName(), wood, wood->Bdd_var_by_index(value),
+                    wood->Bdd_not(wood->Bdd_var_by_index(status)), 0, 0, Compilation::VAL);
+}
+
+}  // namespace
+
 void forget_silent_locals(Module* module, Bddexpressionwood* wood) {
   const std::set<const Signal*> registers = register_variables(module);
-  const auto is_silent = [&](const Signal* local) {
-    if (registers.contains(local) || local->isValued(module, wood) || local->isClock())
-      return false;
-    const std::list<long> indices = local->getAllBddId(module, wood);
-    const auto is_own = [&](long index) {
-      return std::find(indices.begin(), indices.end(), index) != indices.end();
-    };
-    for (auto at = indices.begin(); at != indices.end(); ++at) {
-      const bool is_status = std::distance(indices.begin(), at) % 2 == 0;
-      const index_set& readers = wood->set_of_amont_dependances(*at);
-      if ((is_status && wood->exp_by_index(*at) != nullptr) ||
-          !std::all_of(readers.begin(), readers.end(), is_own))
-        return false;
-    }
-    return true;
-  };
-  // A wire is True or False: its value, unread, has gone with the constants.
-  const auto complete_wire = [&](const Signal* wire) {
-    const long status = wire->getBddStatusId(module, wood);
-    const long value = wire->getBddValueId(module, wood);
-    if (wood->exp_by_index(status) == nullptr || wood->exp_by_index(value) != nullptr) return;
-    new Bddexpression(wire->getInternalName(), wood, wood->Bdd_var_by_index(value),
-                      wood->Bdd_not(wood->Bdd_var_by_index(status)), 0, 0, Compilation::VAL);
-  };
   signal_list kept;
   for (Signal* local : module->getLocalSignalList()) {
-    if (!is_silent(local)) {
-      if (local->isWire() && !registers.contains(local)) complete_wire(local);
+    const bool stays = registers.contains(local) || local->isValued(module, wood) ||
+                       local->isClock() || !is_silent(local, module, wood);
+    if (stays) {
+      if (local->isWire() && !registers.contains(local)) complete_wire(local, module, wood);
       kept.push_back(local);
       continue;
     }

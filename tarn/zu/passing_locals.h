@@ -43,7 +43,8 @@ class PassingLocals {
   std::vector<Pair> pairs_;
 };
 
-/// Takes what has neither equations nor readers from the list of locals.
+/// Takes what has neither equations nor readers from the list of locals; the wires that stay have
+/// both rails.
 void forget_silent_locals(Module* module, Bddexpressionwood* wood);
 
 }  // namespace kiva

@@ -115,21 +115,24 @@ bool is_silent(Bddexpressionwood* wood, long status_index, long value_index) {
          wood->set_of_amont_dependances(value_index).empty();
 }
 
+/// Nobody finds the signal by its name.
+bool may_be_nameless(const Signal* signal, Module* module) {
+  return !signal->isRegister() && !signal->isClock() && !signal->isValued(module);
+}
+
 /// Locals with all their occurrences, then the further occurrences of outputs.
 void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool forget_locals) {
   Bddexpressionwood* wood = module->getBddWood();
   const bool lists_no_silent = module->getFinalised() != 0 && Compilation::rules().locals;
   bool any_local = false;
   const auto put_occurrences = [&](const Signal* signal, bool skip_first) {
-    const bool may_be_nameless =
-        !signal->isRegister() && !signal->isValued(module, wood) && !signal->isClock();
     const std::list<long> indices = signal->getAllBddId(module, wood);
     for (auto at = indices.begin(); at != indices.end();) {
       const long status_index = *at++;
       const long value_index = *at++;
       if (std::exchange(skip_first, false)) continue;
-      if (lists_no_silent && (status_index != indices.front() || may_be_nameless) &&
-          is_silent(wood, status_index, value_index))
+      if (lists_no_silent && is_silent(wood, status_index, value_index) &&
+          (status_index != indices.front() || may_be_nameless(signal, module)))
         continue;
       if (!std::exchange(any_local, true)) os << "local:";
       numbers.enter(status_index, value_index);
