@@ -203,10 +203,17 @@ void FenPrincipale::fill_inputs() {
     const QString name = QString::fromStdString(Tab[row]);
     auto* editor = new QLineEdit("--");
     editor->setAccessibleName(tr("Value of %1").arg(name));
-    connect(editor, &QLineEdit::textChanged, this, [this, row](const QString& text) {
+    auto* below = new QTableWidgetItem;  // who walks the cells meets this and not the editor
+    const auto tell = [below, editor] {
+      below->setData(Qt::AccessibleTextRole, editor->accessibleName() + ": " + editor->text());
+    };
+    tell();
+    connect(editor, &QLineEdit::textChanged, this, [this, row, tell](const QString& text) {
       simulation_->type_input(static_cast<size_t>(row), text.toStdString());
+      tell();
     });
     inputs_value.push_back(editor);
+    table->setItem(row, 1, below);
     table->setCellWidget(row, 1, editor);
     table->setItem(row, 0, new QTableWidgetItem(name));
     setTabOrder(before, editor);

@@ -30,9 +30,10 @@ void set_text_colour(QWidget* widget, const QColor& color) {
 
 /// A wave that goes high, low, and high.
 QIcon wave_icon() {
-  QPixmap picture(80, 80);
+  QPixmap picture(160, 160);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
+  painter.scale(2, 2);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(QColor(0x8f, 0xbc, 0xff), 6, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin));
   painter.drawPolyline(
@@ -40,6 +41,14 @@ QIcon wave_icon() {
   painter.setPen(QPen(QColor(0xf0, 0x9a, 0x45), 4));
   painter.drawLine(52, 10, 52, 70);
   return QIcon(picture);
+}
+
+/// The toolkit shrinks the pictures of an icon, and never enlarges them.
+QIcon scalable_icon(const char* file) {
+  const QPixmap picture(file);
+  QIcon icon(picture);
+  icon.addPixmap(picture.scaled(picture.size() * 3, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  return icon;
 }
 
 }  // namespace
@@ -83,6 +92,7 @@ void FenPrincipale::create_dock(const PanelRow& row) {
 void FenPrincipale::create_docks() {
   auto* banner = new QDockWidget(this);
   banner->setObjectName("header");
+  banner->setWindowTitle(tr("Commands"));  // not shown; for screen readers
   header = new Header;
   banner->setTitleBarWidget(new QWidget);
   banner->setWidget(header);
@@ -98,7 +108,7 @@ void FenPrincipale::create_docks() {
 
 QToolButton* FenPrincipale::create_tool_button(const char* icon, const QString& tip, QPoint at) {
   auto* button = new QToolButton(header);
-  button->setIcon(QIcon(icon));
+  if (*icon != 0) button->setIcon(scalable_icon(icon));
   button->setIconSize(QSize(40, 40));
   button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   button->setToolTip(tip);

@@ -69,7 +69,10 @@ QString WindowLook::style_sheet() const {
     return turned(QColor(match.captured())).name();
   });
   return sheet +
-         "QWidget { color: #ececec; } QMenu { background-color: #2a2d33; }"
+         "QWidget { color: #ececec; } QToolButton[kind=\"toolbar\"] { color: white; }"
+         "QRadioButton#one, QRadioButton#zero, QRadioButton#bottom, QRadioButton#top {"
+         " background-color: #2a2d33; }"
+         "QScrollBar { background-color: #4a4f58; } QMenu { background-color: #2a2d33; }"
          "QToolTip { background-color: #2a2d33; color: #ececec; }";
 }
 

@@ -13,11 +13,11 @@ namespace kiva {
 /// ASCII letters and the accented ones of ISO 8859-1 (181, 192-214, 217-246, 249-253, 255).
 bool check_ISO_8859_1_alphabetical_letter(char c);
 /// A character of an identifier: digit, letter, '_' or '@'.
-bool est_lc(char c);
+[[nodiscard]] bool est_lc(char c);
 /// First a letter, last a letter or digit, between them letters, digits and '_'.
-bool checkvarname(const std::string& s);
+[[nodiscard]] bool checkvarname(const std::string& s);
 /// The same, but the first character may be '_'.
-bool checkvarname_with_pre_underscore(const std::string& s);
+[[nodiscard]] bool checkvarname_with_pre_underscore(const std::string& s);
 
 // Parts and tests.
 /// The characters from `from` up to, not including, `to`; what lies outside s is left out.
@@ -26,9 +26,9 @@ std::string my_after(const std::string& s, long from);
 std::string my_before(const std::string& s, long to);
 /// Position of the first t in s, or -1.
 long find(const std::string& s, const std::string& t);
-bool contains(const std::string& s, const std::string& t);
+[[nodiscard]] bool contains(const std::string& s, const std::string& t);
 /// t occurs and no identifier character follows it; accented letters count as such.
-bool contains_token(const std::string& s, const std::string& t);
+[[nodiscard]] bool contains_token(const std::string& s, const std::string& t);
 long char_occurences(const std::string& s, char c);
 
 // Editing.

@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -51,7 +52,7 @@ std::string reason(int error) {
 struct LookUp {
   std::string host;
   int done = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-  bool found = false;
+  std::atomic<bool> found = false;  ///< and with it the address: the event's number orders nothing
   sockaddr_in address{};
 
   ~LookUp() { ::close(done); }

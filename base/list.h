@@ -14,7 +14,7 @@ namespace kiva {
 // Lists by position; positions count from 1.
 
 template <class T>
-bool item_in(const std::list<T>& list, const T& x) {
+[[nodiscard]] bool item_in(const std::list<T>& list, const T& x) {
   return std::find(list.begin(), list.end(), x) != list.end();
 }
 
@@ -84,7 +84,7 @@ index_set priv(const index_set& a, const index_set& b);
 // Order.
 
 /// The ordering a <= b.
-bool internal_inf(long a, long b);
+[[nodiscard]] bool internal_inf(long a, long b);
 
 /// Sorts the n entries by `inf`, which says whether one may stand before another; equal entries
 /// keep their order.

@@ -25,14 +25,14 @@ long Stoloruhex(const std::string& prefix, const std::string& s);
 /// Hexadecimal before `suffix` where s holds it, else decimal with a line on the error stream.
 long Stohex(const std::string& s, const std::string& suffix);
 
-bool checkuint(const std::string& s);
-bool checkint(const std::string& s);
+[[nodiscard]] bool checkuint(const std::string& s);
+[[nodiscard]] bool checkint(const std::string& s);
 /// True of an empty text, as checkbin.
-bool checkhex(const std::string& s);
+[[nodiscard]] bool checkhex(const std::string& s);
 /// Hexadecimal digits, then a final 'h'.
-bool checkhexintel(const std::string& s);
-bool checkbin(const std::string& s);
-bool beginbynumber(const std::string& s);
+[[nodiscard]] bool checkhexintel(const std::string& s);
+[[nodiscard]] bool checkbin(const std::string& s);
+[[nodiscard]] bool beginbynumber(const std::string& s);
 /// Not written: says so on the error stream and gives 1.
 int checkdouble(const std::string& s);
 

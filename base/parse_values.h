@@ -26,7 +26,7 @@ class ParseValues {
   }
   /// Hands a value (may be null) over; the latest are found first.
   template <class T>
-  std::unique_ptr<T> take(T* value) {
+  [[nodiscard]] std::unique_ptr<T> take(T* value) {
     if (value == nullptr) return nullptr;
     const auto is = [&](const Held& held) { return held.value == value; };
     held_.erase(std::next(std::find_if(held_.rbegin(), held_.rend(), is)).base());

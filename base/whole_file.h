@@ -18,7 +18,7 @@ class WholeFile {
   WholeFile& operator=(const WholeFile&) = delete;
 
   /// False where it cannot be written at all.
-  bool opened() const { return out_.is_open(); }
+  [[nodiscard]] bool opened() const { return out_.is_open(); }
   std::ostream& out() { return out_; }
   /// What is cheap to make again may go without the wait for the disk.
   enum class Sync { yes, no };

@@ -20,7 +20,7 @@ class Condition {
   Condition(Condition&&) noexcept;
   Condition& operator=(Condition&&) noexcept;
 
-  bool holds(const SimulationState& state) const;
+  [[nodiscard]] bool holds(const SimulationState& state) const;
   const std::string& text() const { return text_; }
   /// The signals that it names, in the order of the text.
   std::vector<SignalPlace> signals() const;

@@ -23,7 +23,7 @@ class ExpectedTrace {
   long line() const { return line_; }
 
  private:
-  bool read_line(std::string& text);
+  [[nodiscard]] bool read_line(std::string& text);
 
   std::istream& in_;
   SignalNames names_;

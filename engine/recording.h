@@ -91,7 +91,7 @@ class Recording {
   struct Branch;
   struct Cursor;
 
-  bool exists(Position position) const;
+  [[nodiscard]] bool exists(Position position) const;
   size_t branch_here();
   void append(size_t branch, const SimulationState& before, const Choices& choices);
   void seek(Position owned);

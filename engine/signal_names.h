@@ -28,8 +28,8 @@ class SignalNames {
   std::string hint(const std::string& name) const;
 
  private:
-  bool find_in(std::span<const SignalPlace::List> lists, const std::string& name,
-               SignalPlace& place) const;
+  [[nodiscard]] bool find_in(std::span<const SignalPlace::List> lists, const std::string& name,
+                             SignalPlace& place) const;
   const Simulation* simulation_;
 };
 /// The state shown for it, an input's as it was chosen for the instant.

@@ -60,7 +60,7 @@ class StimuliReader {
  private:
   friend size_t end_of_choices(const std::string& line);
   struct Token;
-  bool read_line(std::string& text);
+  [[nodiscard]] bool read_line(std::string& text);
   Stimulus parse(const std::string& text) const;
   static Token next_token(const std::string& text, size_t& at);
   SignalState state_of_word(const Token& token, bool awaited) const;

@@ -52,7 +52,7 @@ class Aig {
   };
   /// Whether the and of the two is simpler by what the inner says of the outer: x and (x and y), x
   /// and not (x and y).
-  bool absorbed(Literal outer, Literal inner, Literal& result);
+  [[nodiscard]] bool absorbed(Literal outer, Literal inner, Literal& result);
   std::vector<Node> nodes_;
   std::unordered_map<std::uint64_t, std::uint32_t> known_;
 };

@@ -11,7 +11,7 @@ namespace kiva::proof {
 /// (`module.aag`, `invariant.aag`), the three conditions that must have no solution (`starts.cnf`,
 /// `stays.cnf`, `implies.cnf`) and `check`, which asks a SAT solver for them. False with `reason`
 /// where a file cannot be written.
-bool write_certificate(const Machine& machine, const Invariant& invariant,
-                       const std::string& folder, std::string& reason);
+[[nodiscard]] bool write_certificate(const Machine& machine, const Invariant& invariant,
+                                     const std::string& folder, std::string& reason);
 
 }  // namespace kiva::proof

@@ -36,7 +36,7 @@ struct Invariant {
 
 enum class Verdict { unknown, holds, fails };
 
-struct Answer {
+struct [[nodiscard]] Answer {
   Verdict verdict = Verdict::unknown;
   std::string engine = {};                  ///< whose answer it is
   Run run = {};                             ///< of `fails`: `bad` is 1 in its last instant
@@ -53,7 +53,7 @@ class Engine {
   /// Goes on from where the last call paused. `unknown` when stopped, or when `exhausted`.
   virtual Answer work(const Stop& stop) = 0;
   /// No more work will give an answer.
-  virtual bool exhausted() const { return false; }
+  [[nodiscard]] virtual bool exhausted() const { return false; }
   /// How far it came, for a person; "" before anything is known.
   virtual std::string so_far() const = 0;
   /// Instants of all runs in which nothing is bad, as far as this engine knows.
@@ -61,14 +61,14 @@ class Engine {
 };
 
 /// 64 random runs at a time; never says that something holds. Its runs may not be the shortest.
-std::unique_ptr<Engine> random_search(const Machine& machine);
+[[nodiscard]] std::unique_ptr<Engine> random_search(const Machine& machine);
 /// All runs of one, two, three instants by SAT: finds the shortest.
-std::unique_ptr<Engine> bounded_search(const Machine& machine);
+[[nodiscard]] std::unique_ptr<Engine> bounded_search(const Machine& machine);
 /// A run of so many instants without bad ones is followed by a good one, when no state repeats.
-std::unique_ptr<Engine> induction(const Machine& machine);
+[[nodiscard]] std::unique_ptr<Engine> induction(const Machine& machine);
 /// Sets of states around those reached in so many instants, refined until one is closed.
-std::unique_ptr<Engine> frames_search(const Machine& machine);
+[[nodiscard]] std::unique_ptr<Engine> frames_search(const Machine& machine);
 /// Layers of reachable states as diagrams: finds the shortest run, too.
-std::unique_ptr<Engine> state_walk(const Machine& machine);
+[[nodiscard]] std::unique_ptr<Engine> state_walk(const Machine& machine);
 
 }  // namespace kiva::proof

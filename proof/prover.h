@@ -19,6 +19,6 @@ Answer prove(const Machine& machine, const ProverOptions& options);
 
 /// Whether the invariant holds at the start, is kept by every instant and implies that nothing is
 /// bad, as a SAT solver sees it.
-bool is_invariant(const Machine& machine, const Invariant& invariant);
+[[nodiscard]] bool is_invariant(const Machine& machine, const Invariant& invariant);
 
 }  // namespace kiva::proof

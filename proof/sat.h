@@ -28,12 +28,12 @@ class Sat {
   int fresh() { return ++variables_; }
   void clause(const std::vector<int>& literals);
   /// Whether clauses and assumptions can hold together; nothing when stopped.
-  std::optional<bool> solve(const std::vector<int>& assumptions, const Stop& stop);
+  [[nodiscard]] std::optional<bool> solve(const std::vector<int>& assumptions, const Stop& stop);
   /// After a `true`: whether the literal holds; false for one that was never entered.
-  bool value(int literal) const;
-  bool value_of(Literal a) const;
+  [[nodiscard]] bool value(int literal) const;
+  [[nodiscard]] bool value_of(Literal a) const;
   /// After a `false`: whether the assumption had a part in it.
-  bool failed(int literal) const;
+  [[nodiscard]] bool failed(int literal) const;
 
  private:
   const Aig& aig_;

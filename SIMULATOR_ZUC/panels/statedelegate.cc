@@ -2,8 +2,10 @@
 
 #include "SIMULATOR_ZUC/panels/statedelegate.h"
 
+#include <QListView>
 #include <QPainter>
 
+#include "SIMULATOR_ZUC/cut_name.h"
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/window_look.h"
 
@@ -34,8 +36,20 @@ void StateDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
   option->font.setBold(index.row() == bold_row);
   option->textElideMode = Qt::ElideMiddle;
   option->fontMetrics = QFontMetrics(option->font);
+  const int margin = view_->style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+  if (const int room = option->rect.width() - 2 * margin; room > 0 && index.column() == 0)
+    option->text =
+        cut_name(option->text, option->fontMetrics, room, index.model()->rowCount(),
+                 [&index](int row) { return index.siblingAtRow(row).data().toString(); });
   const QVariant background = index.data(Qt::BackgroundRole);
-  option->palette.setColor(QPalette::Text, text_colour_on(background.value<QBrush>().color()));
+  if (background.isValid())  // else the theme's
+    option->palette.setColor(QPalette::Text, text_colour_on(background.value<QBrush>().color()));
+}
+
+QSize StateDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const QSize hint = QStyledItemDelegate::sizeHint(option, index);
+  // A list gives its rows at least its own width.
+  return qobject_cast<QListView*>(view_) == nullptr ? hint : QSize(0, hint.height());
 }
 
 void StateDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -5,13 +5,14 @@
 #include <QScrollArea>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 namespace kiva {
 
 namespace {
 /// More registers than that are no picture.
-constexpr size_t most_registers = 24;
+constexpr size_t most_registers = 8;
 }  // namespace
 
 DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget* parent)
@@ -61,8 +62,8 @@ void DiagramPane::choose(int number) {
 
 /// A drawing that is wider than its pane begins small enough to be seen whole.
 void DiagramPane::fit() {
-  const double room = area_->viewport()->width();
-  if (fitted_ && view_->width() > room && room > 0) view_->zoom(room / view_->width());
+  const double room = area_->viewport()->width(), own = view_->width() / view_->scale();
+  if (fitted_ && own > 0 && room > 0) view_->zoom(std::min(1.0, room / own) / view_->scale());
 }
 
 void DiagramPane::zoom(double factor) {

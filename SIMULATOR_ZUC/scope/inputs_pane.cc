@@ -3,16 +3,50 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
+#include <QScrollBar>
 #include <algorithm>
+#include <climits>
 
+#include "SIMULATOR_ZUC/cut_name.h"
 #include "SIMULATOR_ZUC/row_state.h"
+#include "SIMULATOR_ZUC/scope/scope_look.h"
 
 namespace kiva {
 
 namespace {
 // A row has up to eight widgets; who has more inputs than this chooses them in the main window.
 constexpr size_t most_rows = 200;
+
+/// A name of which begin and end can be read in any width.
+class NameLabel : public QLabel {
+ public:
+  NameLabel(const std::vector<std::string>& names, size_t row)
+      : names_(names), name_(QString::fromStdString(names[row])) {
+    setAccessibleName(name_);
+    setToolTip(name_);
+  }
+  QSize sizeHint() const override {
+    return {fontMetrics().horizontalAdvance(name_) + 2, fontMetrics().height()};
+  }
+  QSize minimumSizeHint() const override {
+    return sizeHint().boundedTo({ScopeLook::px(100), INT_MAX});
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const QString text = cut_name(
+        name_, fontMetrics(), width(), static_cast<int>(names_.size()),
+        [this](int row) { return QString::fromStdString(names_[static_cast<size_t>(row)]); });
+    QPainter(this).drawText(rect(), Qt::AlignVCenter, text);
+  }
+
+ private:
+  const std::vector<std::string>& names_;
+  QString name_;
+};
+
 }  // namespace
 
 InputsPane::InputsPane(TimeControl* time, QWidget* parent)
@@ -44,6 +78,7 @@ InputsPane::InputsPane(TimeControl* time, QWidget* parent)
   connect(time_, &TimeControl::moved, this, &InputsPane::refresh);
   connect(time_, &TimeControl::choices_changed, this, &InputsPane::refresh);
   connect(time_, &TimeControl::busy_changed, this, &InputsPane::refresh);
+  look_changed();
   refresh();
 }
 
@@ -53,17 +88,13 @@ InputsPane::Input InputsPane::make_input(int row, QGridLayout* grid) {
   auto* number = new QLabel(row < 9 ? QString::number(row + 1) : QString());
   number->setObjectName("faint");
   grid->addWidget(number, row, 0);
-  auto* label = new QLabel(name);
-  label->setToolTip(name);
-  label->setMinimumWidth(60);
-  grid->addWidget(label, row, 1);
+  grid->addWidget(new NameLabel(simulation.input_names(), static_cast<size_t>(row)), row, 1);
   Input input{};
   int column = 2;
   for (SignalState state : offered_) {
     auto* button = new QPushButton(QString(QChar(letter_of(state))));
     button->setCheckable(true);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setFixedWidth(30);
     button->setAccessibleName(tr("%1 %2").arg(name, label_of(state)));
     button->setToolTip(row < 9 ? tr("%1 is %2 (key %3)").arg(name, label_of(state)).arg(row + 1)
                                : tr("%1 is %2").arg(name, label_of(state)));
@@ -110,6 +141,14 @@ void InputsPane::toggle_pulse(int row) {
   chosen_ = row;
   time_->set_pulse(static_cast<size_t>(row), !time_->is_pulse(static_cast<size_t>(row)));
   refresh();
+}
+
+void InputsPane::look_changed() {
+  for (const Input& input : inputs_)
+    for (QPushButton* button : input.states) button->setFixedWidth(ScopeLook::px(30));
+  // Wide enough for all of a row but the end of a long name and of a value.
+  const int wanted = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
+  setMinimumWidth(std::min(wanted, ScopeLook::px(340)));
 }
 
 void InputsPane::refresh() {

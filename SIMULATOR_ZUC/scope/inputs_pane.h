@@ -25,6 +25,7 @@ class InputsPane : public QScrollArea {
   void toggle_pulse(int row);
   int rows() const { return static_cast<int>(inputs_.size()); }
   void refresh();
+  void look_changed();
 
  private:
   struct Input {

@@ -6,11 +6,13 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSettings>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
 #include <QToolButton>
+#include <utility>
 
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 #include "SIMULATOR_ZUC/window_look.h"
@@ -76,23 +78,11 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   setObjectName("scope");
   resize(1180, 700);
 
-  auto* below = new QSplitter(Qt::Horizontal);
-  below->addWidget(framed(tr("Next instant"), inputs_));
-  below->addWidget(framed(tr("Why"), why_));
-  below->setSizes({360, 640});
-  auto* panes = new QSplitter(Qt::Vertical);
-  panes->addWidget(framed(tr("Waves"), waves_));
-  QWidget* run = framed(tr("Run"), line_);
-  run->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-  panes->addWidget(run);
-  panes->addWidget(below);
-  panes->setStretchFactor(0, 3);
-  panes->setStretchFactor(2, 2);
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
   layout->addWidget(make_bar());
   auto* sides = new QSplitter(Qt::Horizontal);
-  sides->addWidget(panes);
+  sides->addWidget(make_panes());
   sides->addWidget(make_side());
   sides->setSizes({740, 440});
   layout->addWidget(sides, 1);
@@ -109,7 +99,8 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
 
   connect_all();
   const QSettings settings;
-  restoreGeometry(settings.value("scope/geometry").toByteArray());
+  if (restoreGeometry(settings.value("scope/geometry").toByteArray()))
+    scale_ = WindowLook::current().scale();
   dress();
   refresh();
   if (source_->has_source()) waves_->set_declared(source_->source()->declared());
@@ -154,6 +145,24 @@ QWidget* ScopeWindow::framed(const QString& title, QWidget* pane) {
   layout->addWidget(label);
   layout->addWidget(pane, 1);
   return frame;
+}
+
+/// The run, and what comes next.
+QWidget* ScopeWindow::make_panes() {
+  auto* below = new QSplitter(Qt::Horizontal);
+  below->addWidget(framed(tr("Next instant"), inputs_));
+  below->addWidget(framed(tr("Why"), why_));
+  below->setSizes({420, 580});
+  auto* panes = new QSplitter(Qt::Vertical);
+  panes->addWidget(framed(tr("Waves"), waves_));
+  QWidget* run = framed(tr("Run"), line_);
+  run->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  panes->addWidget(run);
+  panes->addWidget(below);
+  panes->setStretchFactor(0, 3);
+  panes->setStretchFactor(2, 2);
+  panes->setSizes({360, 80, 220});
+  return panes;
 }
 
 /// The program beside its run.
@@ -268,22 +277,33 @@ void ScopeWindow::tell(const QString& text) {
   told_->setVisible(!text.isEmpty());
 }
 
+/// The window grows and shrinks with what is in it, as far as the screen goes.
+void ScopeWindow::follow_scale() {
+  const double scale = WindowLook::current().scale();
+  const double grown = scale / std::exchange(scale_, scale);
+  if (grown == 1) return;
+  const QSize room = screen()->availableSize();
+  resize((QSizeF(size()) * grown).toSize().boundedTo(room));
+}
+
 void ScopeWindow::dress() {
+  follow_scale();
   const ScopeLook& look = ScopeLook::current();
   setStyleSheet(
-      QString("QWidget { font-size: %8px; }"
-              "QMainWindow, QWidget { background: %1; color: %2; }"
-              "QFrame#pane, QFrame#pane > QWidget, QTreeWidget, QScrollArea > QWidget > "
-              "QWidget { background: %3; }"
-              "QFrame#pane { border: 1px solid %4; border-radius: 6px; }"
-              "QLabel { background: transparent; } QLabel#title { font-weight: bold; }"
-              "QLabel#faint { color: %5; }"
-              "QToolButton, QPushButton { background: %3; border: 1px solid %4; "
-              "border-radius: 5px; padding: 4px 8px; min-height: 16px; }"
-              "QPushButton:checked, QToolButton#go { background: %6; color: %3; }"
-              "QToolButton:focus, QPushButton:focus, QComboBox:focus { border: 1px solid %7; }"
-              "QLineEdit, QComboBox { background: %3; border: 1px solid %4; padding: 3px; }"
-              "QToolTip { background: %3; color: %2; border: 1px solid %4; }")
+      QString(
+          "QWidget { font-size: %8px; }"
+          "QMainWindow, QWidget { background: %1; color: %2; }"
+          "QFrame#pane, QFrame#pane > QWidget, QTreeWidget, QScrollArea, QScrollArea > QWidget, "
+          "QScrollArea > QWidget > QWidget { background: %3; }"
+          "QFrame#pane { border: 1px solid %4; border-radius: 6px; }"
+          "QLabel { background: transparent; } QLabel#title { font-weight: bold; }"
+          "QLabel#faint { color: %5; }"
+          "QToolButton, QPushButton { background: %3; border: 1px solid %4; "
+          "border-radius: 5px; padding: 4px 8px; min-height: 16px; }"
+          "QPushButton:checked, QToolButton#go { background: %6; color: %3; }"
+          "QToolButton:focus, QPushButton:focus, QComboBox:focus { border: 1px solid %7; }"
+          "QLineEdit, QComboBox { background: %3; border: 1px solid %4; padding: 3px; }"
+          "QToolTip { background: %3; color: %2; border: 1px solid %4; }")
           .arg(look.paper.name(), look.text.name(), look.pane.name(), look.line.name(),
                look.faint.name(), look.one.name(), look.accent.name(),
                QString::number(ScopeLook::px(13))));
@@ -293,8 +313,9 @@ void ScopeWindow::dress() {
                      .arg(module.toHtmlEscaped(), look.faint.name(),
                           QFileInfo(file_).fileName().toHtmlEscaped()));
   waves_->look_changed();
+  inputs_->look_changed();
   why_->ask_again();
-  line_->update();
+  line_->follow();
   source_->look_changed();
   diagram_->look_changed();
 }

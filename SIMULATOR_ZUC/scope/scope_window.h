@@ -57,10 +57,12 @@ class ScopeWindow : public QMainWindow {
 
   QWidget* make_bar();
   QWidget* make_side();
+  QWidget* make_panes();
   QWidget* framed(const QString& title, QWidget* pane);
   void make_keys();
   void connect_all();
   void refresh();
+  void follow_scale();
   void dress();
   void tell(const QString& text);
   QString first_keys() const;
@@ -103,6 +105,7 @@ class ScopeWindow : public QMainWindow {
 
   TimeControl* time_;
   QString file_;
+  double scale_ = 1;  ///< of the size that the window has
   Asked asked_ = Asked::nothing;
   QLabel *name_ = nullptr, *status_ = nullptr, *told_ = nullptr;
   QLineEdit* prompt_ = nullptr;

@@ -106,7 +106,10 @@ void ScopeWindow::show_keys() {
   for (const Control& control : controls())
     text += QString("<b>%1</b> %2 &nbsp; ")
                 .arg(QString(control.key).toHtmlEscaped(), tr(control.tells).toHtmlEscaped());
-  tell(text + tr("<b>1 to 9</b> the next state of an input &nbsp; <b>Escape</b> leaves and stops"));
+  tell(text +
+       tr("<b>1 to 9</b> the next state of an input &nbsp; <b>Up, Down</b> the signal above, "
+          "below &nbsp; <b>Shift+Left, Shift+Right</b> the second cursor &nbsp; "
+          "<b>Escape</b> leaves and stops"));
 }
 
 void ScopeWindow::export_diagram() {
@@ -115,7 +118,8 @@ void ScopeWindow::export_diagram() {
   if (name.isEmpty()) return;
   WholeFile file(name.toStdString());
   if (file.opened()) file.out() << diagram_->view()->svg();
-  if (!file.opened() || !file.finish()) tell(tr("%1 cannot be written").arg(name));
+  const bool written = file.opened() && file.finish();
+  tell((written ? tr("%1 is written") : tr("%1 cannot be written")).arg(name));
 }
 
 void ScopeWindow::export_dump() {

@@ -79,6 +79,9 @@ void SourcePane::add_instance(size_t instance) {
   }
   QString title = QString::fromStdString(of.path);
   if (all > 1) title += QString(" %1").arg(before);
+  // Below the program, whose name would begin them all.
+  const QString program = QString::fromStdString(source_->instances().front().path) + '/';
+  if (title.startsWith(program)) title.remove(0, program.size());
   tabs_->addTab(text, title);
   tabs_->setTabToolTip(static_cast<int>(instance),
                        tr("%1, of %2").arg(title, QString::fromStdString(of.file)));
@@ -154,9 +157,11 @@ void SourcePane::look_changed() {
 void SourcePane::refresh() {
   QString legend;
   for (const SourceText::Sign& sign : SourceText::signs())
-    legend += QString("<span style='background:%1'>&nbsp;%2&nbsp;</span> %3&nbsp; ")
-                  .arg(sign.colour().name(), QString::fromUtf8(sign.sign), tr(sign.words));
-  legend_->setText(legend + tr("<u>a condition that holds</u>"));
+    legend += QString("<span style='background:%1'>&nbsp;%2&nbsp;</span>&nbsp;%3&nbsp; ")
+                  .arg(sign.colour().name(), QString::fromUtf8(sign.sign),
+                       tr(sign.words).replace(' ', "&nbsp;"));
+  legend_->setText(legend +
+                   QString("<u>%1</u>").arg(tr("a condition that holds").replace(' ', "&nbsp;")));
   if (!has_source() || tabs_->currentIndex() < 0 || time_->busy()) return;
   const QString stale = QString::fromStdString(source_->stale(shown()));
   note_->setText(stale);

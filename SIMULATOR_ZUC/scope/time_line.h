@@ -16,6 +16,8 @@ class TimeLine : public QWidget {
   /// What the branch is called: "main", or where it departs from which.
   static QString branch_name(const Recording& recording, size_t branch);
   QSize sizeHint() const override;
+  /// Told and drawn anew.
+  void follow();
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -1,16 +1,14 @@
 #include "SIMULATOR_ZUC/scope/wave_view.h"
 
-#include <QHelpEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QToolTip>
-#include <QWheelEvent>
 #include <algorithm>
 #include <climits>
 #include <cmath>
 #include <set>
+#include <utility>
 
+#include "SIMULATOR_ZUC/cut_name.h"
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 #include "engine/context.h"
@@ -28,7 +26,9 @@ int badge() {
 int margin() {
   return ScopeLook::px(8);
 }
-constexpr int widest_column = 96;
+int widest_column() {
+  return ScopeLook::px(96);
+}
 
 /// Locals that the compiler made: registers, what they move to, and what nothing computes.
 std::vector<bool> made_locals(const Simulation& simulation) {
@@ -51,7 +51,6 @@ std::vector<bool> made_locals(const Simulation& simulation) {
 WaveView::WaveView(TimeControl* time, QWidget* parent) : QAbstractScrollArea(parent), time_(time) {
   setAccessibleName(tr("Waves"));
   setFrameShape(QFrame::NoFrame);
-  setMinimumSize(260, 120);
   setFocusPolicy(Qt::StrongFocus);
   make_rows();
   connect(time_, &TimeControl::moved, this, &WaveView::follow);
@@ -101,8 +100,11 @@ void WaveView::show_made(bool shown) {
   if (!rows_.empty() && rows_.back().title) rows_.pop_back();
   chosen_ = -1;
   int widest = 0;
+  QFont chosen_font = font();
+  chosen_font.setBold(true);
+  const QFontMetrics metrics(chosen_font);
   for (size_t i = 0; i < rows_.size(); ++i) {
-    widest = std::max(widest, fontMetrics().horizontalAdvance(rows_[i].name));
+    widest = std::max(widest, metrics.horizontalAdvance(rows_[i].name));
     if (!chosen.name.isEmpty() && rows_[i].name == chosen.name &&
         rows_[i].place.list == chosen.place.list)
       chosen_ = static_cast<int>(i);
@@ -134,11 +136,19 @@ void WaveView::choose(int row) {
   if (row < 0 || row >= static_cast<int>(rows_.size()) || rows_[static_cast<size_t>(row)].title)
     return;
   chosen_ = row;
-  const int y = row * ScopeLook::row_height();
-  QScrollBar* bar = verticalScrollBar();
-  bar->setValue(std::clamp(bar->value(), y + ScopeLook::row_height() - bar->pageStep(), y));
+  follow_chosen();
   viewport()->update();
+  tell_shown();
   Q_EMIT chosen_changed();
+}
+
+/// The chosen row comes into sight.
+void WaveView::follow_chosen() {
+  if (chosen_ < 0) return;
+  const int y = chosen_ * ScopeLook::row_height();
+  QScrollBar* bar = verticalScrollBar();
+  bar->setValue(
+      std::clamp(bar->value(), std::min(y, y + ScopeLook::row_height() - bar->pageStep()), y));
 }
 
 void WaveView::choose_place(SignalPlace signal) {
@@ -163,10 +173,12 @@ bool WaveView::find(const QString& text) {
 }
 
 void WaveView::zoom(double factor) {
+  if (time_->busy()) return;
   const long here = time_->recording().position().instant;
   const int x = x_of(here);
-  const int wanted = std::clamp(static_cast<int>(std::lround(column_ * factor)), 1, widest_column);
-  column_ = wanted == column_ && factor > 1 ? std::min(column_ + 1, widest_column) : wanted;
+  const int wanted =
+      std::clamp(static_cast<int>(std::lround(column_ * factor)), 1, widest_column());
+  column_ = wanted == column_ && factor > 1 ? std::min(column_ + 1, widest_column()) : wanted;
   fit_bars();
   // The chosen instant stays where it is.
   horizontalScrollBar()->setValue(horizontalScrollBar()->value() + x_of(here) - x);
@@ -199,6 +211,7 @@ QRect WaveView::cell(int row, long instant) const {
 }
 
 void WaveView::fit_bars() {
+  if (time_->busy()) return;
   const int width = viewport()->width() - names_width_;
   const int height = viewport()->height() - ruler_height();
   const long wanted = std::min<long>((shown_last() + 1) * column_, INT_MAX / 2);
@@ -211,24 +224,49 @@ void WaveView::fit_bars() {
   verticalScrollBar()->setSingleStep(ScopeLook::row_height());
 }
 
-/// The chosen instant comes into sight.
+/// The chosen instant comes into sight; what a run makes does when it has ended.
 void WaveView::follow() {
+  if (time_->busy()) return;
   fit_bars();
   const int x = x_of(time_->recording().position().instant);
   QScrollBar* bar = horizontalScrollBar();
   if (x < names_width_) bar->setValue(bar->value() - (names_width_ - x) - column_);
   if (x + 2 * column_ > viewport()->width())
     bar->setValue(bar->value() + x + 2 * column_ - viewport()->width());
+  tell_shown();
   viewport()->update();
+}
+
+/// For who does not see the drawing: the chosen signal in the shown instant.
+void WaveView::tell_shown() {
+  if (chosen_ < 0 || time_->busy()) return;
+  const Row& row = rows_[static_cast<size_t>(chosen_)];
+  const Recording::Position here = time_->recording().position();
+  const SimulationState& state = time_->recording().state_at(here);
+  setAccessibleDescription(told(row, here.instant, shown_state(state, row.place),
+                                row.place.list <= SignalPlace::output
+                                    ? QString::fromStdString(shown_value(state, row.place))
+                                    : QString()));
+}
+
+QString WaveView::told(const Row& row, long instant, SignalState state, const QString& value) {
+  const QString text = tr("%1 is %2 at %3").arg(row.name, label_of(state)).arg(instant);
+  return value.isEmpty() || value == "--" ? text : text + ": " + value;
 }
 
 void WaveView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
   follow();
+  follow_chosen();
 }
 
 void WaveView::look_changed() {
-  viewport()->update();
+  ensurePolished();
+  const int scale = ScopeLook::px(100);
+  column_ = std::clamp(column_ * scale / std::exchange(scale_, scale), 1, widest_column());
+  setMinimumSize(ScopeLook::px(260), ScopeLook::px(120));
+  show_made(shows_made_);
+  follow_chosen();
 }
 
 std::vector<std::pair<long, QString>> WaveView::marks() const {
@@ -362,7 +400,8 @@ void WaveView::paint_name(QPainter& painter, const Row& row, int y, bool chosen)
   const int left = row.title ? margin() : 2 * margin() + badge();
   const int room = names_width_ - left - margin();
   painter.drawText(QRect(left, y, room, ScopeLook::row_height()), Qt::AlignLeft | Qt::AlignVCenter,
-                   painter.fontMetrics().elidedText(row.name, Qt::ElideMiddle, room));
+                   cut_name(row.name, painter.fontMetrics(), room, static_cast<int>(rows_.size()),
+                            [this](int i) { return rows_[static_cast<size_t>(i)].name; }));
   font.setBold(false);
   painter.setFont(font);
 }
@@ -440,56 +479,6 @@ void WaveView::paint_state(QPainter& painter, QRect cell, SignalState state, boo
   if (state == SignalState::bottom) pen.setDashPattern({2, 3});
   painter.setPen(pen);
   painter.drawLine(left, low, right, low);
-}
-
-// The mouse -----------------------------------------------------------------------------------
-
-void WaveView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || time_->busy()) return;
-  const int row = row_at(event->pos().y());
-  if (row >= 0) choose(row);
-  if (event->pos().x() < names_width_) return;
-  const long instant = std::clamp<long>(instant_at(event->pos().x()), 0, shown_last());
-  if ((event->modifiers() & Qt::ShiftModifier) != 0) {
-    second_ = second_ == instant ? -1 : instant;
-    viewport()->update();
-    return;
-  }
-  time_->to({time_->recording().position().branch, instant});
-}
-
-void WaveView::mouseMoveEvent(QMouseEvent* event) {
-  if ((event->buttons() & Qt::LeftButton) == 0 || event->pos().x() < names_width_) return;
-  const long instant = std::clamp<long>(instant_at(event->pos().x()), 0, shown_last());
-  if (instant != time_->recording().position().instant)
-    time_->to({time_->recording().position().branch, instant});
-}
-
-void WaveView::wheelEvent(QWheelEvent* event) {
-  if ((event->modifiers() & Qt::ControlModifier) == 0) {
-    QAbstractScrollArea::wheelEvent(event);
-    return;
-  }
-  zoom(event->angleDelta().y() > 0 ? 1.25 : 0.8);
-  event->accept();
-}
-
-bool WaveView::viewportEvent(QEvent* event) {
-  if (event->type() != QEvent::ToolTip) return QAbstractScrollArea::viewportEvent(event);
-  const auto* help = static_cast<QHelpEvent*>(event);
-  const int row = row_at(help->pos().y());
-  if (row < 0 || rows_[static_cast<size_t>(row)].title || time_->busy()) return true;
-  const long instant = help->pos().x() < names_width_ ? time_->recording().position().instant
-                                                      : instant_at(help->pos().x());
-  QString text = rows_[static_cast<size_t>(row)].name;
-  if (instant >= seen_from_ && instant <= seen_to_) {
-    const Seen& seen = seen_[static_cast<size_t>(instant - seen_from_)];
-    text += tr(" is %1 at %2").arg(label_of(seen.states[static_cast<size_t>(row)])).arg(instant);
-    if (!seen.texts[static_cast<size_t>(row)].isEmpty())
-      text += ": " + seen.texts[static_cast<size_t>(row)];
-  }
-  QToolTip::showText(help->globalPos(), text, viewport());
-  return true;
 }
 
 }  // namespace kiva

@@ -11,7 +11,7 @@ namespace kiva {
 
 /// The signals over time: a row a signal, a column an instant. Only what is seen is looked up and
 /// drawn. A click chooses the instant, and the signal of its row; with Shift it sets the second
-/// cursor.
+/// cursor. Up and Down choose the signal beside, Shift+Left and Shift+Right move the second cursor.
 class WaveView : public QAbstractScrollArea {
   Q_OBJECT
 
@@ -61,11 +61,17 @@ class WaveView : public QAbstractScrollArea {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   bool viewportEvent(QEvent* event) override;
 
  private:
   void make_rows();
   void follow();
+  void follow_chosen();
+  void tell_shown();
+  static QString told(const Row& row, long instant, SignalState state, const QString& value);
+  void choose_beside(int direction);
+  void move_second(int direction);
   void fit_bars();
   long shown_last() const;
   long instant_at(int x) const;
@@ -83,6 +89,7 @@ class WaveView : public QAbstractScrollArea {
   int chosen_ = -1;
   long second_ = -1;
   int column_ = 32;
+  int scale_ = 100;  ///< percent, of `column_`
   int names_width_ = 160;
   bool shows_made_ = false;
 

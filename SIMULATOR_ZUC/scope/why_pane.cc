@@ -1,7 +1,9 @@
 #include "SIMULATOR_ZUC/scope/why_pane.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QToolTip>
 #include <algorithm>
 
 #include "SIMULATOR_ZUC/row_state.h"
@@ -47,7 +49,7 @@ WhyPane::WhyPane(TimeControl* time, QWidget* parent)
   setFrameShape(QFrame::NoFrame);
   setColumnCount(2);
   setHeaderHidden(true);
-  setWordWrap(true);
+  setTextElideMode(Qt::ElideMiddle);  // how a sentence ends says what it is
   header()->setStretchLastSection(false);
   header()->setSectionResizeMode(0, QHeaderView::Stretch);
   header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
@@ -220,6 +222,15 @@ bool WhyPane::event(QEvent* event) {
     }
   }
   return QTreeWidget::event(event);
+}
+
+/// A sentence too long for the pane is whole in its tip.
+bool WhyPane::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTreeWidget::viewportEvent(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  const QTreeWidgetItem* item = itemAt(help->pos());
+  if (item != nullptr) QToolTip::showText(help->globalPos(), item->text(0), viewport());
+  return true;
 }
 
 QString WhyPane::sentences() const {

@@ -22,6 +22,7 @@ class WhyPane : public QTreeWidget {
  protected:
   /// The arrows and Return are the tree's own while it has the focus.
   bool event(QEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
 
  private:
   void fill(QTreeWidgetItem* parent, SignalPlace signal, long instant);

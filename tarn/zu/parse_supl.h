@@ -322,7 +322,7 @@ class class_zu_parser {
   };
   struct EnoughFaults {};
   void follow(int token);
-  bool close_before(int token);
+  [[nodiscard]] bool close_before(int token);
   void close_open(int token);
   std::string syntax_sentence(const std::vector<std::string>& expected) const;
   std::string token_fault(const std::vector<std::string>& expected) const;

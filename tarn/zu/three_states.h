@@ -34,7 +34,7 @@ std::string expression_key(const Expression* e);
 
 /// Calls `see` with each state of the signals; false, without a call, where there are too many.
 template <class See>
-bool for_each_state(const std::set<Moment>& moments, See see) {
+[[nodiscard]] bool for_each_state(const std::set<Moment>& moments, See see) {
   constexpr size_t most = 6;
   if (moments.size() > most) return false;
   static constexpr std::array<Rails, 3> each{{{false, false}, {true, false}, {false, true}}};

@@ -55,8 +55,8 @@ class parsed_nodes_table {
   bdd_node* build(bddpp_manager* manager, long node_id, std::string& problem, int& line);
 
  private:
-  bool check(bddpp_manager* manager, long node_id, const parsed_nodes_class& node,
-             std::string& problem);
+  [[nodiscard]] bool check(bddpp_manager* manager, long node_id, const parsed_nodes_class& node,
+                           std::string& problem);
   /// What a node stands for, its children being built.
   bdd choice_of(bddpp_manager* manager, const parsed_nodes_class& node);
 

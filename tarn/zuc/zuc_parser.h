@@ -57,18 +57,20 @@ class class_zuc_parser {
   void mark_data(const signal_list& list);
   void mark_locals(const signal_list& list);
   /// False where a name stands twice in the list, or in two of inputs, outputs and locals.
-  bool stand_once(const signal_list& list, bool data = false);
+  [[nodiscard]] bool stand_once(const signal_list& list, bool data = false);
   long initial_value();
   /// Null, with a message, when one of the variables is not declared.
   regclass* declare_register(const std::string& next, const std::string& actual, long initial);
   void declare_wires(const std::string& set, const std::string& reset, const std::string& rtl);
   void node_line(long id, long var, long then_id, long else_id, long link);
-  bool expression_line(long early, long late, long var, long root, long link,
-                       const std::vector<long>& deps);
-  bool add_type(const std::string& name);
-  bool add_method(const std::string& type, const std::string& name, const Names& arguments);
-  bool add_constant(const std::string& type, const std::string& name, const std::string* literal);
-  bool finish(bool reincarnate, bool finalised);
+  [[nodiscard]] bool expression_line(long early, long late, long var, long root, long link,
+                                     const std::vector<long>& deps);
+  [[nodiscard]] bool add_type(const std::string& name);
+  [[nodiscard]] bool add_method(const std::string& type, const std::string& name,
+                                const Names& arguments);
+  [[nodiscard]] bool add_constant(const std::string& type, const std::string& name,
+                                  const std::string* literal);
+  [[nodiscard]] bool finish(bool reincarnate, bool finalised);
 
   // What a read holds while it goes.
   ParseValues values;
@@ -92,9 +94,9 @@ class class_zuc_parser {
   bool stop(int line, const std::string& reason);
   void mark_awaited(const signal_list& list, const Names* awaited, const char* kind,
                     void (*mark)(Signal*));
-  bool bddexpression_convert(long early, long late, long var, long root, long link,
-                             const std::vector<long>& deps);
-  bool room_for(const std::vector<int>& table, const char* kind);
+  [[nodiscard]] bool bddexpression_convert(long early, long late, long var, long root, long link,
+                                           const std::vector<long>& deps);
+  [[nodiscard]] bool room_for(const std::vector<int>& table, const char* kind);
   static constexpr size_t most_declarations = 32767;
 
   /// All signals declared so far, wires included.

@@ -7,8 +7,10 @@
 #include <QLabel>
 #include <QMenu>
 #include <cmath>
+#include <set>
 
 #include "SIMULATOR_ZUC/application.h"
+#include "SIMULATOR_ZUC/cut_name.h"
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 #include "SIMULATOR_ZUC/scope/scope_window.h"
@@ -70,6 +72,22 @@ TEST_F(Look, NoScaleCutsAWord) {
   }
   EXPECT_EQ(inputs()->pos(), inputs_at.topLeft()) << "scale 1 is as told";
   EXPECT_NEAR(inputs()->width(), inputs_at.width(), 2);
+}
+
+TEST(CutName, TellsTheNamesApartAndFits) {
+  const QFontMetrics metrics{QFont("DejaVu Sans")};
+  const QStringList names{"ACTIFwashSU_0@wash_i1",    "ACTIFwashSU_1@wash_i1",
+                          "ACTIFwashA_1@wash_i1",     "an_input_that_is_long_05",
+                          "an_input_that_is_long_15", "short"};
+  for (int width = metrics.horizontalAdvance("an_input_0"); width < 200; width += 7) {
+    std::set<QString> seen;
+    for (const QString& name : names) {
+      const QString text =
+          cut_name(name, metrics, width, names.size(), [&](int i) { return names[i]; });
+      EXPECT_TRUE(seen.insert(text).second) << text.toStdString() << " at " << width;
+      EXPECT_LE(metrics.horizontalAdvance(text), width) << text.toStdString();
+    }
+  }
 }
 
 TEST_F(Look, ThePreferencesChangeItAndItsTextsAreLegible) {

@@ -57,7 +57,7 @@ class Run : public Statement {
   /// Sets called_; IllegalOperationException when no module of the name is found.
   void find_called(Module* module);
   Module* read_source(const RunFiles& files) const;
-  bool ask_called();
+  [[nodiscard]] bool ask_called();
   Interface include(Module* module, EquationTable* table);
   void keep_vain_outputs(const Interface& interface, Module* module, EquationTable* table);
   void connect_input(const std::string& formal, Signal* copy, Module* module, EquationTable* table);
