@@ -200,6 +200,10 @@ index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rt
   return index_set::from_unsorted(std::move(kept));
 }
 
+void suppress_wires(Bddexpressionwood* wood) {
+  if (!Compilation::KeepWiresFlag()) wood->suppress_wires(protected_types());
+}
+
 void date(Module* module, Bddexpressionwood* wood) {
   std::list<long> dated;
   for (const signal_list* list : {&module->getLocalSignalList(), &module->getOutputSignalList()})
@@ -235,7 +239,10 @@ void finalize_module(Module* module, int keep_rtl) {
   if (Compilation::rules().locals) passing.emplace(module, wood);
   wood->constants_propagation(protected_types());
   if (passing) passing->may_be_inlined();
-  clean_module(module);
+  suppress_wires(wood);
+  if (passing) passing->protect();
+  suppress_useless_registers(module);
+  clean_locals(module);
   add_start(module, wood);
   watched = watched_locals(module);
   wood->clean(needed_equations(module, wood, keep_rtl != 0, watched,
@@ -250,7 +257,7 @@ void finalize_module(Module* module, int keep_rtl) {
 void clean_module(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
   if (wood == nullptr) return;
-  if (!Compilation::KeepWiresFlag()) wood->suppress_wires(protected_types());
+  suppress_wires(wood);
   suppress_useless_registers(module);
   clean_locals(module);
 }

@@ -24,11 +24,8 @@ std::set<const Signal*> register_variables(const Module* module) {
 
 PassingLocals::PassingLocals(Module* module, Bddexpressionwood* wood) : wood_(wood) {
   const auto rail = [wood](long index, int protected_type) {
-    Bddexpression* e = wood->exp_by_index(index);
-    if (e == nullptr) return Rail{index, protected_type};
-    const Rail as_it_was{index, e->getUserType()};
-    if (e->getAbstraction() == 0) e->setUserType(protected_type);
-    return as_it_was;
+    const Bddexpression* e = wood->exp_by_index(index);
+    return Rail{index, e == nullptr ? protected_type : e->getUserType(), protected_type};
   };
   const auto add = [&](const Signal* signal, bool first_is_watched) {
     const std::list<long> indices = signal->getAllBddId(module, wood);
@@ -46,6 +43,7 @@ PassingLocals::PassingLocals(Module* module, Bddexpressionwood* wood) : wood_(wo
     if (!local->isWire() && !local->isRegister() && !registers.contains(local) &&
         !local->isValued(module, wood) && !local->isClock() && !local->isValue())
       add(local, is_watched(local));
+  protect();
 }
 
 template <class See>
@@ -63,10 +61,33 @@ void PassingLocals::may_be_inlined() {
   });
 }
 
+void PassingLocals::protect() {
+  for_each_rail([](const Rail& rail, Bddexpression& e) {
+    if (e.getAbstraction() == 0) e.setUserType(rail.protected_type);
+  });
+}
+
+/// Can the rail be put into its readers, and do they stay small whatever they become?
+bool PassingLocals::is_small(const Bddexpression& e, long index) const {
+  constexpr size_t most_variables = 10, most_readers = 8;
+  const index_set& reads = e.set_of_var_dependances();
+  const index_set& readers = wood_->set_of_amont_dependances(index);
+  const auto stays_small = [&](long reader) {
+    const Bddexpression* by = wood_->exp_by_index(reader);
+    return by != nullptr && by->set_of_var_dependances().size() + reads.size() <= most_variables;
+  };
+  return !reads.contains(index) && readers.size() <= most_readers &&
+         std::all_of(readers.begin(), readers.end(), stays_small);
+}
+
 std::vector<long> PassingLocals::pass_on() {
   std::vector<long> kept;
-  for_each_rail([this](const Rail& rail, const Bddexpression&) {
-    wood_->suppress_local_that_shrinks(rail.index);
+  for_each_rail([this](const Rail& rail, const Bddexpression& e) {
+    if (Compilation::StripFlag() && is_small(e, rail.index)) {
+      wood_->suppress_local(rail.index);
+    } else {
+      wood_->suppress_local_that_shrinks(rail.index);
+    }
   });
   for_each_rail([](const Rail& rail, Bddexpression& e) { e.setUserType(rail.type); });
   const auto read_by_others = [this](const Rail& rail, const Rail& twin) {

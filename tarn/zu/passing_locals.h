@@ -5,6 +5,7 @@
 
 namespace kiva {
 
+class Bddexpression;
 class Bddexpressionwood;
 class Module;
 class Signal;
@@ -17,27 +18,31 @@ class Signal;
 bool is_watched(const Signal* local);
 std::set<const Signal*> register_variables(const Module* module);
 
-/// The pairs of rails that nobody watches, while constants spread: a rail that turns constant keeps
-/// its equation.
+/// The pairs of rails that nobody watches. While they are protected, a rail that turns constant
+/// keeps its equation.
 class PassingLocals {
  public:
+  /// They are protected from here on.
   PassingLocals(Module* module, Bddexpressionwood* wood);
-  /// To be called once constants have spread.
+  /// All but constants are not, until `protect`: wires among them may go.
   void may_be_inlined();
-  /// Puts each rail into its readers where they do not grow by it. A pair that is still read stays
+  void protect();
+  /// Puts each rail into its readers where they do not grow by it, with Compilation::StripFlag()
+  /// also where they stay small. A pair that is still read stays
   /// whole: gives the indices to keep. All others go.
   std::vector<long> pass_on();
 
  private:
   struct Rail {
     long index;
-    int type;  ///< of its equation, as it was
+    int type, protected_type;  ///< of its equation: as it was, and one that is protected
   };
   struct Pair {
     Rail status, value;
   };
   template <class See>
   void for_each_rail(See see);
+  bool is_small(const Bddexpression& e, long index) const;
 
   Bddexpressionwood* wood_;
   std::vector<Pair> pairs_;

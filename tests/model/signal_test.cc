@@ -312,6 +312,10 @@ TEST_F(Model, CopiesOfModulesShareNothing) {
     ASSERT_NE(value, nullptr);
     EXPECT_EQ(value->getSignal(), copy.getInputSignal("in"));
   }
+  ModuleTable table(&std::cerr);
+  table.add(&module);
+  table.remove(module.getName());
+  EXPECT_EQ(table.get(module.getName()), nullptr);
   // The copy is gone; what it was made from stands.
   EXPECT_EQ(wood->exp_number(), 1);
 }

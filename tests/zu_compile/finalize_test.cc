@@ -168,6 +168,17 @@ void expect_invariants(const Finalised& made) {
     ASSERT_NE(made.at(status), nullptr) << output->getOriginalName();
     ASSERT_NE(made.at(output->getInitialBddValueId(module, wood)), nullptr);
   }
+  for (const Signal* local : module->getLocalSignalList()) {
+    if (local->isRegister()) continue;
+    bool known = false;
+    const std::list<long> rails = local->getAllBddId(module, wood);
+    for (auto at = rails.begin(); at != rails.end(); ++at) {
+      const bool has_status = made.at(*at) != nullptr;
+      EXPECT_EQ(has_status, made.at(*++at) != nullptr) << made.name(*at);
+      known = known || has_status;
+    }
+    EXPECT_TRUE(known) << local->getInternalName();
+  }
   ASSERT_FALSE(module->getRegisterList().empty());
   const regclass* start = module->getRegisterList().back();
   EXPECT_EQ(start->actual_var()->getOriginalName(), "boot");
