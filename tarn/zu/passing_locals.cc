@@ -80,15 +80,32 @@ bool PassingLocals::is_small(const Bddexpression& e, long index) const {
          std::all_of(readers.begin(), readers.end(), stays_small);
 }
 
+/// Gives the function of a rail that it has put into its readers.
+std::optional<bdd> PassingLocals::inline_rail(const Rail& rail) {
+  const Bddexpression* e = wood_->exp_by_index(rail.index);
+  if (e == nullptr || e->getAbstraction() != 0) return std::nullopt;
+  const bdd function = e->my_bdd_exp();
+  if (Compilation::StripFlag() && is_small(*e, rail.index)) {
+    wood_->suppress_local(rail.index);
+  } else {
+    wood_->suppress_local_that_shrinks(rail.index);
+  }
+  if (wood_->exp_by_index(rail.index) != nullptr) return std::nullopt;
+  return function;
+}
+
 std::vector<long> PassingLocals::pass_on() {
   std::vector<long> kept;
-  for_each_rail([this](const Rail& rail, const Bddexpression& e) {
-    if (Compilation::StripFlag() && is_small(e, rail.index)) {
-      wood_->suppress_local(rail.index);
-    } else {
-      wood_->suppress_local_that_shrinks(rail.index);
-    }
-  });
+  for (const auto& [status, value] : pairs_) {
+    const auto status_function = inline_rail(status), value_function = inline_rail(value);
+    // Where one of them stays, so does the other.
+    const bool stay = wood_->exp_by_index(status.index) != nullptr;
+    if (stay == (wood_->exp_by_index(value.index) != nullptr)) continue;
+    const Rail& gone = stay ? value : status;
+    if (const auto& function = stay ? value_function : status_function)
+      new Bddexpression(wood_->Name_var_by_index(gone.index), wood_,
+                        wood_->Bdd_var_by_index(gone.index), *function, 0, 0, gone.type);
+  }
   for_each_rail([](const Rail& rail, Bddexpression& e) { e.setUserType(rail.type); });
   const auto read_by_others = [this](const Rail& rail, const Rail& twin) {
     const index_set& readers = wood_->set_of_amont_dependances(rail.index);

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <set>
 #include <vector>
+
+#include "bdd/bddpp.h"
 
 namespace kiva {
 
@@ -42,6 +45,7 @@ class PassingLocals {
   };
   template <class See>
   void for_each_rail(See see);
+  std::optional<bdd> inline_rail(const Rail& rail);
   bool is_small(const Bddexpression& e, long index) const;
 
   Bddexpressionwood* wood_;
