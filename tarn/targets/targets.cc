@@ -5,6 +5,12 @@
 // clang-format off
 #define KIVA_TARGETS(row) \
   row(c) \
+  row(c_functions) \
+  row(cpp) \
+  row(python) \
+  row(javascript) \
+  row(json) \
+  row(aiger) \
   row(blif) \
   row(vhdl) \
   row(vhdl_altera) \

@@ -77,6 +77,24 @@ celsius factory_setting(void) { return 19; }
 fahrenheit to_fahrenheit(celsius value) { return value * 9 / 5 + 32; }
 )";
 
+/// The text's own command, and compilers that let nothing pass.
+void prove_step(const Cases& cases, const std::string& target, const std::string& compilers) {
+  for (const TargetCase* test : cases) {
+    SCOPED_TRACE(test->name() + ", --bench " + target);
+    std::string command = write_bench(*test, target);
+    if (test->name() == "thermostat") {
+      test->add_file("thermostat_types.h", types);
+      const std::string end = target == "c" ? ".c" : ".cpp";
+      test->add_file(
+          "data" + end,
+          "#include \"thermostat" + std::string(end == ".c" ? ".h" : ".hpp") + "\"\n" + functions);
+      command.insert(command.find("_bench ") + 7, "data" + end + " ");
+    }
+    EXPECT_TRUE(run_tool(command, test->folder()).ends_with(agreement(*test)));
+    run_tool("m=" + test->module()->getName() + "; " + compilers, test->folder());
+  }
+}
+
 void prove_c_family(const Cases& cases, const std::string& target, const std::string& header,
                     const std::string& extension, const std::string& entry) {
   const Program program(cases, target, "_bench" + extension);
@@ -92,15 +110,16 @@ void prove_c_family(const Cases& cases, const std::string& target, const std::st
   const std::string name = entry.substr(0, entry.find('('));
   program.dir.write(
       "all" + extension,
-      std::string("#include <string.h>\n") + (target == "c" ? "" : "#include <systemc.h>\n") +
+      std::string("#include <string.h>\n") +
+          (target == "c-functions" ? "" : "#include <systemc.h>\n") +
           program.for_all("#define " + name + " @_main\n#include \"@_bench" + extension +
                           ".bench\"\n#undef " + name + "\n") +
           "int " + name + "(int count, char** words) {\n" +
           program.for_all("if (count == 2 && strcmp(words[1], \"@\") == 0) return @_main" +
-                          std::string(target == "c" ? "()" : "(0, nullptr)") + ";\n") +
+                          std::string(target == "c-functions" ? "()" : "(0, nullptr)") + ";\n") +
           "return 2; }\n");
-  const std::string build = target == "c" ? "gcc -std=c11 -Wall -Wextra *.c -lm -o run"
-                                          : "g++ -std=c++17 -w *.cpp -lsystemc -o run";
+  const std::string build = target == "c-functions" ? "gcc -std=c11 -Wall -Wextra *.c -lm -o run"
+                                                    : "g++ -std=c++17 -w *.cpp -lsystemc -o run";
   program.expect_agreement(build + " && export SYSTEMC_DISABLE_COPYRIGHT_MESSAGE=1 && for m in " +
                            program.for_all("@ ") + "; do ./run $m || exit; done");
 }
@@ -172,9 +191,24 @@ void prove_blif(const Cases& cases) {
   }
 }
 
+const Registered c_functions({.option = "c-functions",
+                              .random_programs = 6,
+                              .prove = [](const Cases& cases) {
+                                prove_c_family(cases, "c-functions", ".h", ".c", "main(void)");
+                              }});
 const Registered c({.option = "c", .random_programs = 12, .prove = [](const Cases& cases) {
-                      prove_c_family(cases, "c", ".h", ".c", "main(void)");
+                      const std::string strict =
+                          " -Wall -Wextra -Wpedantic -Wconversion -Wstrict-prototypes -Werror "
+                          "-fsyntax-only $m.c && ";
+                      prove_step(cases, "c",
+                                 "gcc -std=c99" + strict + "clang -std=c2x" + strict +
+                                     "g++ -fsyntax-only -x c++ $m.h");
                     }});
+const Registered cpp({.option = "cpp", .random_programs = 6, .prove = [](const Cases& cases) {
+                        prove_step(cases, "cpp",
+                                   "clang++ -std=c++20 -Wall -Wextra -Wpedantic -Werror "
+                                   "-fsyntax-only *_bench.cpp");
+                      }});
 const Registered systemc(
     {.option = "systemc", .random_programs = 2, .prove = [](const Cases& cases) {
        prove_c_family(cases, "systemc", "_sc.h", ".cpp", "sc_main(int, char**)");
@@ -187,6 +221,14 @@ const Registered altera({.option = "vhdl-altera",
 const Registered verilog({.option = "verilog",
                           .random_programs = 10,
                           .prove = by_its_command("verilog")});
+const Registered python({.option = "python",
+                         .random_programs = 10,
+                         .prove = by_its_command("python")});
+const Registered javascript({.option = "javascript",
+                             .random_programs = 10,
+                             .prove = by_its_command("javascript")});
+const Registered json({.option = "json", .random_programs = 4, .prove = by_its_command("json")});
+const Registered aiger({.option = "aiger", .random_programs = 8, .prove = by_its_command("aiger")});
 const Registered blif({.option = "blif", .random_programs = 8, .prove = prove_blif});
 
 TEST(BenchTools, WhatIsNotAsAwaitedIsTold) {
@@ -221,16 +263,6 @@ TEST(BenchTools, TheDocumentationsExampleRunsAsItSays) {
       run_tool(told.substr(told.find("run it: ") + 8, told.rfind('\n') - told.find("run it: ") - 8),
                dir.path()),
       "4 instants agree\n");
-}
-
-TEST(BenchTools, HeadersAreOfCAndOfItsSuccessor) {
-  const TargetCase test = named_case("watchdog.zu");
-  test.write("--c");
-  test.add_file("C_data_user_watchdog.h", "");
-  test.add_file("main.cc",
-                "extern \"C\" {\n#include \"watchdog.h\"\n}\n"
-                "int main() { watchdog_reset_automaton(); }\n");
-  run_tool("gcc -c watchdog.c && g++ main.cc watchdog.o", test.folder());
 }
 
 TEST(BenchTools, ValuesOfBuiltInTypes) {

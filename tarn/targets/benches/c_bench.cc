@@ -10,21 +10,20 @@
 
 namespace kiva {
 
-namespace {
-
-bool is_number(const std::string& text) {
+bool is_number_text(const std::string& text) {
   char* end = nullptr;
   std::strtod(text.c_str(), &end);
   return end != text.c_str() && *end == '\0';
 }
 
-/// A value's text as an expression: of a type of the user's own it may be a name.
-std::string literal(const std::string& type, const std::string& text) {
+std::string value_literal(const std::string& type, const std::string& text) {
   if (type != "string") return text;
   std::string quoted = "\"";
   for (char c : text) quoted += c == '"' || c == '\\' ? std::string{'\\', c} : std::string{c};
   return quoted + '"';
 }
+
+namespace {
 
 class CBench {
  public:
@@ -72,12 +71,12 @@ class CBench {
       const auto& values =
           parameter.is_output ? job_.instants[n].awaited_values : job_.instants[n].given_values;
       const auto at = values.find(parameter.index);
-      if (at == values.end() || (parameter.is_output && !is_number(at->second))) continue;
+      if (at == values.end() || (parameter.is_output && !is_number_text(at->second))) continue;
       out_ << "  case " << n << ": ";
       if (parameter.is_output)
         out_ << "*awaited = " << at->second << "; return 1;\n";
       else
-        out_ << "return " << literal(type, at->second) << ";\n";
+        out_ << "return " << value_literal(type, at->second) << ";\n";
     }
     if (parameter.is_output)
       out_ << "  default: *awaited = 0; return 0;\n  }\n}\n\n";
@@ -131,7 +130,7 @@ class CBench {
                  << text_.type(p.valued) << ";\n";
     for (const BenchInstant& instant : job_.instants)
       if (const auto at = instant.awaited_values.find(p.index);
-          at != instant.awaited_values.end() && is_number(at->second)) {
+          at != instant.awaited_values.end() && is_number_text(at->second)) {
         checks << "  double awaited" << number << ";\n  if (" << value_function(p)
                << "(instant, &awaited" << number << ") && fabs(" << value << " - awaited" << number
                << ") > 1e-4 * (1 + fabs(" << value << "))) {\n    ++" << m_

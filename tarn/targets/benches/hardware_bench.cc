@@ -187,9 +187,22 @@ void put_verilog_bench(const BenchJob& job, std::ostream& out) {
   put_verilog(job, out, job.text.module_name(), ports, true);
 }
 
+namespace {
+
+/// By a tool that reads the netlist and writes it as Verilog.
+std::string netlist_run(const BenchJob& job, const std::string& read) {
+  return "berkeley-abc -q '" + read + "; short_names; write_verilog " + job.name + "_net.v' && " +
+         verilog_run(job.name, job.name + "_net.v");
+}
+
+}  // namespace
+
 std::string blif_bench_run(const BenchJob& job) {
-  return "berkeley-abc -q 'read_blif " + job.file + "; short_names; write_verilog " + job.name +
-         "_net.v' && " + verilog_run(job.name, job.name + "_net.v");
+  return netlist_run(job, "read_blif " + job.file);
+}
+
+std::string aiger_bench_run(const BenchJob& job) {
+  return netlist_run(job, "read_aiger " + job.beside);
 }
 
 void put_blif_bench(const BenchJob& job, std::ostream& out) {

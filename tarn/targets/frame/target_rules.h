@@ -16,6 +16,9 @@ struct TargetRules {
   bool used_nodes = false;
   /// Equations that no output, register or value needs are left out.
   bool needed_only = false;
+  /// Of a finalised module rails that are constant, or the same as or the complement of another,
+  /// are not read.
+  bool folded = false;
   /// A rail that is read and that nothing computes is made from its signal's other rail, or is a
   /// further input; else it is declared and never assigned.
   bool complete = false;
@@ -51,6 +54,7 @@ struct TargetRules {
   static constexpr TargetRules working() {
     TargetRules rules;
     rules.own = rules.names = rules.used_nodes = rules.needed_only = rules.complete = true;
+    rules.folded = true;
     rules.both_rails = rules.files = rules.real_header = true;
     rules.data_tests = rules.data_triggers = rules.brackets = true;
     rules.refuse_large_sums = rules.proper_lists = rules.quiet = true;

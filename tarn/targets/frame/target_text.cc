@@ -10,6 +10,7 @@
 #include "base/graph_walk.h"
 #include "tarn/session/diagnostic.h"
 #include "tarn/targets/frame/data_text.h"
+#include "tarn/targets/frame/folding.h"
 
 namespace kiva {
 
@@ -33,6 +34,10 @@ TargetText::TargetText(Module* module, const Language& language, const TargetRul
   take_state();
   if (rules_.needed_only) take_needed();
   if (rules_.complete) complete();
+  if (rules_.folded && finalised()) {
+    fold();
+    take_needed();
+  }
   take_reads();
   take_locals();
   take_names();
@@ -255,6 +260,13 @@ void TargetText::complete() {  // house: one rule by cases
     for (const auto& [bound, binding] : *module_->getDataTable())
       if (binding->getClock() != nullptr) complete_at(status(binding->getSignal()));
   if (!added.empty()) equations_ = joined(equations_, added);
+}
+
+void TargetText::fold() {
+  Folding folding(*manager());
+  for (TargetEquation& equation : equations_)
+    if (equation.kind == TargetEquation::function)
+      equation.f = folding.define(equation.index, equation.f);
 }
 
 void TargetText::take_reads() {

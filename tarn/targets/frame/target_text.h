@@ -127,6 +127,7 @@ class TargetText {
   void take_equations();
   void take_needed();
   void complete();
+  void fold();
   void take_reads();
   void take_locals();
   void take_names();

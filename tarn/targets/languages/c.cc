@@ -1,5 +1,5 @@
-// C: a module as one function, which computes a reaction, and one that puts the registers back to
-// their first values.
+// C as functions: one that computes a reaction, and one that puts the registers back to their first
+// values. The state is the text's own, so a program holds a module once.
 
 #include <algorithm>
 #include <ostream>
@@ -56,7 +56,7 @@ void put_module(const TargetJob& job) {
   if (!text.state().empty()) {
     body << "/* global state variables */\n"
          << (c_family_rules(job.rules.own).static_state ? "static " : "") << "int ";
-    c.put_state_names(body);
+    c.put_state_names(body, job.rules.own);
     body << ";\n";
   }
   c.put_reset_function(body, header);
@@ -100,12 +100,12 @@ const Bench bench{.language = &language,
 
 }  // namespace
 
-extern const Target c_target{.option = "c",
-                             .help = "C function, .c and .h",
-                             .file = {.extension = ".c"},
-                             .put = put_module,
-                             .beside = ".h",
-                             .bench = &bench};
+extern const Target c_functions_target{.option = "c-functions",
+                                       .help = "C functions, .c and .h",
+                                       .file = {.extension = ".c"},
+                                       .put = put_module,
+                                       .beside = ".h",
+                                       .bench = &bench};
 
 // A boolean automaton.
 
@@ -138,11 +138,11 @@ void b_automaton::C_put(std::ostream& body, std::ostream& header, int,
 // The told operations of other classes.
 
 void Module::C_put(std::ostream& body, std::ostream& header) {
-  put_target(c_target, this, body, header);
+  put_target(c_functions_target, this, body, header);
 }
 
 void Module::printC() {
-  print_target(c_target, this);
+  print_target(c_functions_target, this);
 }
 
 void Module::C_put_equation(std::ostream& out, const std::string& array,

@@ -113,10 +113,11 @@ void CFamilyText::put_data_declarations(std::ostream& body, std::ostream& header
   }
 }
 
-void CFamilyText::put_state_names(std::ostream& out) const {
+void CFamilyText::put_state_names(std::ostream& out, bool with_first_values) const {
   const char* separator = "";
   for (const StateRail& rail : text_.state()) {
     out << separator << text_.state_name(rail.index);
+    if (with_first_values) out << "= " << (rail.initial ? 1 : 0);
     separator = ",\n    ";
   }
 }

@@ -79,7 +79,7 @@ class CFamilyText {
   /// The types' zeros and methods to the header, constants to the body or the header.
   void put_data_declarations(std::ostream& body, std::ostream& header) const;
   /// The names of the state, as a list in a declaration.
-  void put_state_names(std::ostream& out) const;
+  void put_state_names(std::ostream& out, bool with_first_values = false) const;
   /// The function that gives the state its initial values.
   void put_reset_function(std::ostream& body, std::ostream& header) const;
   /// The reaction's head, up to its "{".

@@ -1,9 +1,9 @@
-#include "proof/aig.h"
+#include "base/aig.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace kiva::proof {
+namespace kiva::aig {
 
 Literal Aig::variable() {
   nodes_.push_back({none, none});
@@ -70,4 +70,4 @@ void copy_nodes(const Aig& from, const std::vector<std::uint32_t>& nodes, Aig& t
       image[node] = to.both(image_of(from.left(node), image), image_of(from.right(node), image));
 }
 
-}  // namespace kiva::proof
+}  // namespace kiva::aig

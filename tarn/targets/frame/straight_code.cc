@@ -1,0 +1,199 @@
+// Expressions of diagrams. First it is counted how often each node and each variable is mentioned;
+// then each equation is written from its leaves, in both polarities, since it is the reader that
+// knows which one it wants. A function that is mentioned twice, or is as long as a line, becomes a
+// line; its readers have its name.
+
+#include "tarn/targets/frame/straight_code.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+#include "base/graph_walk.h"
+
+namespace kiva {
+
+namespace {
+
+constexpr int longest = 8;      ///< operands of a line
+constexpr int most_inline = 4;  ///< operands of an equation that stands where it is read
+
+/// What is above all else in an expression.
+enum class Kind { atom, not_atom, conjunction, disjunction, comparison };
+
+struct Expression {
+  Kind kind = Kind::atom;
+  std::string text;
+  int size = 1;
+};
+
+/// An expression and its complement.
+struct Both {
+  Expression plain, complement;
+  const Expression& of(bool negated) const { return negated ? complement : plain; }
+  Both turned(bool negated) const { return negated ? Both{complement, plain} : *this; }
+};
+
+class StraightCode {
+ public:
+  StraightCode(const TargetText& text, const ExpressionTexts& texts)
+      : text_(text), texts_(texts), one_(text.manager()->Bdd_node_one()) {
+    count();
+  }
+
+  std::vector<StraightLine> lines() {
+    for (const TargetEquation& equation : text_.equations()) put(equation);
+    return std::move(lines_);
+  }
+
+ private:
+  using Node = const bdd_node*;
+
+  // What a node is: x and t, x or e, not x or t, x same as t, or a choice.
+  static bool is_comparison(Node n) {
+    return n->then_node() == n->else_node() && n->else_link_type() == -1;
+  }
+  bool is_literal(Node n) const { return is_comparison(n) && n->then_node() == one_; }
+  bool is_choice(Node n) const {
+    return n->then_node() != one_ && n->else_node() != one_ && !is_comparison(n);
+  }
+
+  void count() {
+    std::unordered_set<Node> met{one_};
+    for (const TargetEquation& equation : text_.equations()) {
+      if (equation.kind != TargetEquation::function) {
+        if (const auto signals = equation.binding->getValue()->computeDependencySet())
+          for (const Signal* signal : *signals) named_.insert(text_.status(signal));
+        named_.insert(equation.index);
+        continue;
+      }
+      ++uses_[equation.f.node()];
+      walk_from(
+          std::vector<Node>{equation.f.node()}, [&](Node n) { return met.insert(n).second; },
+          [&](Node n, auto more) {
+            mentions_[n->var_index()] += is_choice(n) ? 2 : 1;
+            ++uses_[n->then_node()];
+            more(n->then_node());
+            if (is_comparison(n)) return;
+            ++uses_[n->else_node()];
+            more(n->else_node());
+          });
+    }
+    for (const StateRail& rail : text_.state()) named_.insert(rail.next);
+    for (long index : text_.output_rails()) named_.insert(index);
+    const DataTable* data = text_.module()->getDataTable();
+    if (data != nullptr)
+      for (const auto& [bound, binding] : *data) {
+        if (binding->getSignal() != nullptr) named_.insert(text_.status(binding->getSignal()));
+        if (binding->getClock() != nullptr) named_.insert(text_.status(binding->getClock()));
+      }
+  }
+
+  Both atom(const std::string& name) const {
+    return {{Kind::atom, name}, {Kind::not_atom, texts_.not_text + name}};
+  }
+  Both variable(long index) const {
+    const auto at = inlined_.find(index);
+    return at == inlined_.end() ? atom(texts_.read(index)) : at->second;
+  }
+  Both constant() const { return {{Kind::atom, texts_.one, 0}, {Kind::atom, texts_.zero, 0}}; }
+
+  Expression joined(Kind kind, const Expression& a, const Expression& b) const {
+    const auto operand = [kind](const Expression& e) {
+      const bool bare = e.kind == Kind::atom || (e.kind == kind && kind != Kind::comparison) ||
+                        (e.kind == Kind::not_atom && kind != Kind::comparison);
+      return bare ? e.text : "(" + e.text + ")";
+    };
+    const std::string& word = kind == Kind::conjunction ? texts_.and_text : texts_.or_text;
+    return {kind, operand(a) + word + operand(b), a.size + b.size};
+  }
+  Expression both(const Expression& a, const Expression& b) const {
+    return joined(Kind::conjunction, a, b);
+  }
+  Expression either(const Expression& a, const Expression& b) const {
+    return joined(Kind::disjunction, a, b);
+  }
+  Expression compared(const std::string& word, const Expression& a, const Expression& b) const {
+    const auto operand = [](const Expression& e) {
+      return e.kind == Kind::atom ? e.text : "(" + e.text + ")";
+    };
+    return {Kind::comparison, operand(a) + word + operand(b), a.size + b.size};
+  }
+
+  /// The expression of a node from those of its parts.
+  Both expression(Node n) const {
+    const Both x = variable(n->var_index());
+    if (is_literal(n)) return x;
+    const Both t = n->then_node() == one_ ? constant() : known_.at(n->then_node());
+    if (is_comparison(n))
+      return {compared(texts_.same_text, x.plain, t.plain),
+              compared(texts_.differ_text, x.plain, t.plain)};
+    const bool negated = n->else_link_type() == -1;
+    if (n->else_node() == one_)
+      return negated ? Both{both(x.plain, t.plain), either(x.complement, t.complement)}
+                     : Both{either(x.complement, t.plain), both(x.plain, t.complement)};
+    const Both e = known_.at(n->else_node()).turned(negated);
+    if (n->then_node() == one_) return {either(x.plain, e.plain), both(x.complement, e.complement)};
+    return {either(both(x.plain, t.plain), both(x.complement, e.plain)),
+            either(both(x.plain, t.complement), both(x.complement, e.complement))};
+  }
+
+  /// Expressions of the nodes from `root` down; shared and long ones but the root's get lines.
+  void take(bdd_node* root) {
+    walk_from_below(
+        Node{root}, [&](Node n) { return n == one_ || known_.contains(n); },
+        [&](Node n, auto ask) {
+          ask(n->then_node());
+          ask(n->else_node());
+        },
+        [&](Node n) {
+          Both made = expression(n);
+          const bool shared = uses_[n] > 1 && made.plain.size > 1;
+          if (n != root && (shared || made.plain.size > longest)) {
+            const long number = parts_++;
+            lines_.push_back({.number = number, .right = made.plain.text});
+            made = atom(texts_.part(number));
+          }
+          known_.emplace(n, std::move(made));
+        });
+  }
+
+  void put(const TargetEquation& equation) {
+    if (equation.kind != TargetEquation::function) {
+      lines_.push_back({.index = equation.index, .equation = &equation});
+      return;
+    }
+    take(equation.f.node());
+    const bool negated = equation.f.link_type() == -1;
+    const Both f =
+        (equation.f.node() == one_ ? constant() : known_.at(equation.f.node())).turned(negated);
+    const bool wanted = named_.contains(equation.index);
+    if (!wanted &&
+        (f.plain.size <= 1 || (mentions_[equation.index] <= 1 && f.plain.size <= most_inline))) {
+      inlined_.emplace(equation.index, f);
+      return;
+    }
+    lines_.push_back({.index = equation.index, .right = f.plain.text});
+    // Whoever reads the node from here on reads the variable.
+    if (f.plain.size > 1)
+      known_.at(equation.f.node()) = atom(texts_.read(equation.index)).turned(negated);
+  }
+
+  const TargetText& text_;
+  const ExpressionTexts& texts_;
+  Node one_;
+  std::unordered_map<Node, int> uses_;
+  std::unordered_map<long, int> mentions_;  ///< by index of a variable
+  std::unordered_set<long> named_;          ///< variables that others than expressions read
+  std::unordered_map<Node, Both> known_;
+  std::unordered_map<long, Both> inlined_;  ///< by index
+  std::vector<StraightLine> lines_;
+  long parts_ = 0;
+};
+
+}  // namespace
+
+std::vector<StraightLine> straight_code(const TargetText& text, const ExpressionTexts& texts) {
+  return StraightCode(text, texts).lines();
+}
+
+}  // namespace kiva

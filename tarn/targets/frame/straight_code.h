@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tarn/targets/frame/target_text.h"
+
+namespace kiva {
+
+/// How a language writes boolean expressions.
+struct ExpressionTexts {
+  std::string and_text, or_text, not_text, differ_text, same_text;
+  std::string zero, one;
+  std::function<std::string(long index)> read = {};   ///< the variable at an index
+  std::function<std::string(long number)> part = {};  ///< a part that several lines share
+};
+
+/// A line of straight-line code: what it assigns, and from what.
+struct StraightLine {
+  long index = -1;   ///< of the variable; -1 for a part that several lines share
+  long number = -1;  ///< of that part
+  std::string right = {};
+  const TargetEquation* equation = nullptr;  ///< a test on data is this one's; else null
+};
+
+/// The equations of a text as expressions a person can read: each line stands behind what it reads,
+/// what is read once stands where it is read, unless the line grows long, and what several lines
+/// share has a line of its own. What nothing of the interface or the state reads by name may have
+/// no line.
+std::vector<StraightLine> straight_code(const TargetText& text, const ExpressionTexts& texts);
+
+}  // namespace kiva

@@ -1,0 +1,80 @@
+// Python: a module as a class, without packages. There is no told form.
+
+#include <ostream>
+
+#include "tarn/targets/benches/benches.h"
+#include "tarn/targets/frame/target.h"
+#include "tarn/targets/languages/script_family.h"
+
+namespace kiva {
+
+namespace {
+
+const TargetText::Language language{
+    .shape = {.target = "Python",
+              .keywords = {"False",  "None",   "True",    "and",      "as",       "assert", "async",
+                           "await",  "break",  "class",   "continue", "def",      "del",    "elif",
+                           "else",   "except", "finally", "for",      "from",     "global", "if",
+                           "import", "in",     "is",      "lambda",   "nonlocal", "not",    "or",
+                           "pass",   "raise",  "return",  "try",      "while",    "with",   "yield",
+                           "match",  "case",   "type",    "print"},
+              .may_begin_with_underscore = false},
+    .node_prefix = [](const std::string&) { return "part_"; },
+    .own_names =
+        [](const std::string&) {
+          return std::vector<std::string>{"self",  "bool",   "isinstance", "NamedTuple", "Outputs",
+                                          "other", "object", "all",        "getattr"};
+        }};
+
+void put_module(const TargetJob& job) {
+  std::ostream& out = job.out;
+  const TargetText text(job.module, language, TargetRules::working());
+  const ScriptText script(text,
+                          {.and_text = " and ",
+                           .or_text = " or ",
+                           .not_text = "not ",
+                           .differ_text = " is not ",
+                           .same_text = " is ",
+                           .zero = "False",
+                           .one = "True"},
+                          "self.");
+  const std::string& m = text.module_name();
+  out << "\"\"\"" << job.module->getName() << ": m = " << m
+      << "(), then m.step(...) for each instant.\"\"\"\n\nfrom typing import NamedTuple\n\n\n"
+      << "class Outputs(NamedTuple):\n    \"\"\"What is present in an instant.\"\"\"\n\n";
+  for (long index : text.output_rails()) out << "    " << text.name(index) << ": bool\n";
+  out << "\n\nclass " << m << ":\n    \"\"\"All that the module keeps from one instant to the next."
+      << "\"\"\"\n\n    INPUTS = [" << script.inputs("\"@\"") << "]\n    OUTPUTS = ["
+      << script.outputs("\"@\"") << "]\n\n    def __init__(self):\n        self.reset()\n\n"
+      << "    def __eq__(self, other):\n        return isinstance(other, " << m
+      << ") and self.__dict__ == other.__dict__\n\n    def reset(self):\n"
+      << "        \"\"\"Back to the first state.\"\"\"\n"
+      << script.first_values("        ", "") << "\n    def step(self"
+      << (text.input_rails().empty() ? "" : ", *, ") << script.inputs("@=False")
+      << "):\n        \"\"\"Runs one instant, in which these inputs are present.\"\"\"\n";
+  for (long index : text.input_rails())
+    if (text.is_read(index))
+      out << "        " << text.name(index) << " = bool(" << text.name(index) << ")\n";
+  for (const StraightLine& line : script.lines())
+    out << "        " << script.left(line) << " = " << line.right << '\n';
+  for (const StateRail& rail : text.state())
+    if (text.is_output(rail.index))
+      out << "        " << text.name(rail.index) << " = " << script.read(rail.index) << '\n';
+  out << script.moves("        ", "") << "        return Outputs(" << script.outputs("@") << ")\n";
+}
+
+const Bench bench{.language = &language,
+                  .extension = ".py",
+                  .run = python_bench_run,
+                  .put = put_python_bench,
+                  .tool = "python3 --version"};
+
+}  // namespace
+
+extern const Target python_target{.option = "python",
+                                  .help = "Python class, .py",
+                                  .file = {.extension = ".py"},
+                                  .put = put_module,
+                                  .bench = &bench};
+
+}  // namespace kiva
