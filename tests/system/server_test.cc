@@ -50,10 +50,10 @@ TEST_F(ValuedExample, GivesTheValuesOfCompiledSource) {
 Type: celsius, fahrenheit;
 Method: fahrenheit to_fahrenheit(celsius);
 Constant: celsius limit := 19;
-celsius -0.5;
+celsius margin := 0.5;
 end data
 module warm: Input: t: celsius; Output: o: celsius, f: fahrenheit;
-loop { present t { { if #t > limit emit o(#t - -0.5) } >> emit f(to_fahrenheit(#t)) } >> pause }
+loop { present t { { if #t > limit emit o(#t + margin) } >> emit f(to_fahrenheit(#t)) } >> pause }
 end
 )");
   for (const char* options : {"", "--keep-wires "}) {
