@@ -302,13 +302,16 @@ bool WaveView::next_change(int direction) {
 // Looking up ----------------------------------------------------------------------------------
 
 void WaveView::look_up(long from, long to) {
-  if (time_->version() == seen_version_ && from == seen_from_ && to == seen_to_ &&
-      rows_.size() == seen_rows_)
-    return;
+  const bool same = time_->version() == seen_version_ && rows_.size() == seen_rows_;
+  if (same && from == seen_from_ && to == seen_to_) return;
   Recording& recording = time_->recording();
   const size_t branch = recording.position().branch;
-  seen_.clear();
+  std::vector<Seen> before = std::exchange(seen_, {});
   for (long instant = from; instant <= to; ++instant) {
+    if (same && instant >= seen_from_ && instant <= seen_to_) {
+      seen_.push_back(std::move(before[static_cast<size_t>(instant - seen_from_)]));
+      continue;
+    }
     const SimulationState& state = recording.state_at({branch, instant});
     Seen& seen = seen_.emplace_back();
     for (const Row& row : rows_) {
