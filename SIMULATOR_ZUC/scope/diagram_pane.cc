@@ -1,5 +1,6 @@
 #include "SIMULATOR_ZUC/scope/diagram_pane.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QFile>
 #include <QScrollArea>
@@ -24,6 +25,7 @@ DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget*
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   choice_->setAccessibleName(tr("Automaton that is shown"));
+  choice_->view()->setAccessibleName(tr("Automata"));
   choice_->setFocusPolicy(Qt::TabFocus);
   layout->addWidget(choice_);
   area_->setWidget(view_);

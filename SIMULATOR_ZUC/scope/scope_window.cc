@@ -1,5 +1,6 @@
 #include "SIMULATOR_ZUC/scope/scope_window.h"
 
+#include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -199,6 +200,7 @@ QWidget* ScopeWindow::make_bar() {
   layout->addStretch(1);
   branch_ = new QComboBox;
   branch_->setAccessibleName(tr("Branch"));
+  branch_->view()->setAccessibleName(tr("Branches"));
   branch_->setToolTip(tr("the branch that is shown (B)"));
   branch_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   branch_->setFocusPolicy(Qt::TabFocus);
