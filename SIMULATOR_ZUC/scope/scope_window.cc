@@ -162,7 +162,7 @@ QWidget* ScopeWindow::make_panes() {
   panes->addWidget(below);
   panes->setStretchFactor(0, 3);
   panes->setStretchFactor(2, 2);
-  panes->setSizes({360, 80, 220});
+  panes->setSizes({330, 80, 250});
   return panes;
 }
 
