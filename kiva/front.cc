@@ -8,8 +8,8 @@
 #include "engine/signal_names.h"
 #include "kiva/kiva.h"
 #include "tarn/model/compilation.h"
+#include "tarn/model/fault_under_way.h"
 #include "tarn/model/rules.h"
-#include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 #include "tarn/session/session_files.h"
 #include "tarn/session/told_texts.h"
@@ -54,21 +54,6 @@ class Remarks : public DiagnosticSink {
   int errors = 0;
 };
 
-/// What the exception under way says.
-Diagnostic fault_under_way() {
-  Diagnostic fault;
-  try {
-    throw;
-  } catch (const FatalDiagnostic& fatal) {
-    fault = fatal.diagnostic();
-  } catch (const LibraryException& exception) {
-    fault = diagnostic_of(exception);
-  } catch (const std::exception& exception) {
-    fault.sentence = exception.what();
-  }
-  return fault;
-}
-
 }  // namespace
 
 std::string version() {
@@ -102,9 +87,7 @@ struct Workspace::Held {
       try {
         work(*unit);
       } catch (...) {
-        Diagnostic fault = fault_under_way();
-        if (!fault.where.known()) fault.where.file = file;
-        remarks.take(fault);
+        remarks.take(fault_under_way(file));
       }
       set_process_end_handler(before);
     }

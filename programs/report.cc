@@ -14,7 +14,6 @@
 
 #include "base/process_end.h"
 #include "programs/told_text.h"
-#include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 #include "tarn/session/source_excerpt.h"
 
@@ -113,25 +112,6 @@ bool complain(const std::string& program, const Place& where, const std::string&
   diagnostic.where = where;
   diagnostic.sentence = reason;
   return complain(program, diagnostic);
-}
-
-Diagnostic fault_under_way(const std::string& file) {
-  Diagnostic fault;
-  try {
-    throw;
-  } catch (const FatalDiagnostic& fatal) {
-    fault = fatal.diagnostic();
-  } catch (const LibraryException& exception) {
-    fault = diagnostic_of(exception);
-  } catch (const std::bad_alloc&) {
-    fault.sentence = out_of_memory;
-  } catch (const std::exception& exception) {
-    fault.sentence = exception.what();
-  } catch (...) {
-    fault.sentence = "stopped by an unknown fault";
-  }
-  if (!fault.where.known()) fault.where.file = file;
-  return fault;
 }
 
 struct ProgramSession::Held {

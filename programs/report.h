@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/whole_file.h"
+#include "tarn/model/fault_under_way.h"
 #include "tarn/session/diagnostic.h"
 
 namespace kiva::programs {
@@ -32,9 +33,6 @@ class InTextOrder {
   InTextOrder(const InTextOrder&) = delete;
   InTextOrder& operator=(const InTextOrder&) = delete;
 };
-
-/// What the exception under way says. `file` stands for an unknown place.
-Diagnostic fault_under_way(const std::string& file = "");
 
 /// A session of a program while it lives: the current one, with its faults thrown as
 /// FatalDiagnostic, ends of the process that lower floors ask for included.

@@ -89,7 +89,7 @@ class Comparison {
     } catch (const proof::MachineError& error) {
       return fail({file, 0, 0, 0, 0}, error.reason);
     } catch (...) {
-      return fail(programs::fault_under_way(file));
+      return fail(fault_under_way(file));
     }
   }
 
@@ -149,7 +149,7 @@ int compare_modules(Options& options, Messages& messages) {
   try {
     return Comparison(options, messages).run();
   } catch (...) {
-    fail(programs::fault_under_way());
+    fail(fault_under_way());
     return incomparable;
   }
 }

@@ -105,7 +105,7 @@ bool evaluate_expression(Options& options, Messages& messages) {
     return module != nullptr &&
            Evaluation(module, file).run(text.substr(0, text.find_last_not_of(' ') + 1));
   } catch (...) {
-    return fail(programs::fault_under_way(file));
+    return fail(fault_under_way(file));
   }
 }
 

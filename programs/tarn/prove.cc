@@ -172,7 +172,7 @@ int prove_properties(Options& options, Messages& messages) {
   try {
     return Proofs(options, messages).run();
   } catch (...) {
-    fail(programs::fault_under_way(options.files.front()));
+    fail(fault_under_way(options.files.front()));
     return incomparable;
   }
 }

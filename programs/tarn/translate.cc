@@ -162,7 +162,7 @@ bool Translation::write_target(Module* module, const Target& target) {
   try {
     if (!print([&] { print_target(target, module); })) return false;
   } catch (...) {
-    return fail(what + programs::fault_under_way().sentence);
+    return fail(what + fault_under_way().sentence);
   }
   if (!options_.quiet)
     for (const std::string& path : target.paths(*module, Compilation::target_rules()))
@@ -222,7 +222,7 @@ bool Translation::write_map(Module* module, const std::string& path) {
 }
 
 Diagnostic Translation::fault() const {
-  Diagnostic fault = programs::fault_under_way();
+  Diagnostic fault = fault_under_way();
   if (fault.where.known()) return fault;
   const Module* module = current_ != nullptr ? current_ : TheModule();
   if (module != nullptr) fault.where = place_of(module->getSpan());
