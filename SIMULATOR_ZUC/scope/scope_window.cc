@@ -53,7 +53,7 @@ std::span<const ScopeWindow::Control> ScopeWindow::controls() {
       {"]", nullptr, "a larger automaton", &ScopeWindow::diagram_larger},
       {"[", nullptr, "a smaller automaton", &ScopeWindow::diagram_smaller},
       {"S", nullptr, "save the session, or the branch as stimuli", &ScopeWindow::save},
-      {"O", nullptr, "open a session", &ScopeWindow::open},
+      {"O", nullptr, "open a session, or run stimuli", &ScopeWindow::open},
       {"D", nullptr, "dark or light", &ScopeWindow::toggle_dark},
       {"C", nullptr, "colours that are told apart without red and green",
        &ScopeWindow::toggle_safe},
