@@ -10,6 +10,7 @@
 namespace kiva::tarn_program {
 
 Stages::Stages() : terminal_(isatty(STDERR_FILENO) != 0) {
+  stage_begun() = [this](const std::string& name) { begin(name); };
   if (!terminal_) return;
   statement_begun() = [this] {
     ++statements_;
@@ -19,6 +20,7 @@ Stages::Stages() : terminal_(isatty(STDERR_FILENO) != 0) {
 
 Stages::~Stages() {
   end();
+  stage_begun() = nullptr;
   if (terminal_) statement_begun() = nullptr;
 }
 

@@ -106,6 +106,10 @@ class EquationTable {
   /// A dependence cycle ends the process with a report; ModulePertFailureException if dating fails.
   long callPert();
   long callPert(const std::list<long>& indices);
+  /// Dates all equations; false, and no dates, where there is a cycle.
+  [[nodiscard]] bool try_pert();
+  /// How an instant is reached in which a cycle does not settle, for its report.
+  void note_unsettled(const std::string& way) { unsettled_ = way; }
   /// The text of the cycle that begins at the first index, and of what else is in the list; takes
   /// what the cycle met out of the list.
   std::string computeDependence(std::list<long>& indices);
@@ -172,6 +176,7 @@ class EquationTable {
 
   Bddexpressionwood* bdd_expression_wood;
   std::string module_name;
+  std::string unsettled_;
   std::shared_ptr<Sources> sources_;
   /// Of a branch: the signals taken over, and the lengths of the module's lists when it began.
   std::vector<Signal*> carried_;

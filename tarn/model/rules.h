@@ -50,11 +50,14 @@ struct Rules {
   /// Finalisation keeps the equations of the locals that the user declared, and lists no signal
   /// without any.
   bool locals = false;
+  /// Equations that depend on each other in one instant are solved, and refused only where that
+  /// leaves a signal open in a state that can be reached; else they are refused.
+  bool causality = false;
 
   static constexpr Rules classic() { return {}; }
   static constexpr Rules sound() {
     return {true, true, true, true, true, true, true, true, true,
-            true, true, true, true, true, true, true, true};
+            true, true, true, true, true, true, true, true, true};
   }
 };
 

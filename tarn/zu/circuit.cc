@@ -100,10 +100,14 @@ class BranchTable {
   std::unique_ptr<EquationTable> table_;
 };
 
-/// Records the levels of its table.
+/// Records the levels of its table. A cycle that may settle is left to the whole module.
 void compile_branch(Statement* branch, Module* module, EquationTable* table) {
   branch->compile(module, table);
-  if (branch->getPertLevel() == 0) branch->setPertLevel(table->callPert());
+  if (branch->getPertLevel() != 0) return;
+  if (!Compilation::rules().causality)
+    branch->setPertLevel(table->callPert());
+  else if (table->try_pert())
+    branch->setPertLevel(table->getPertLevel());
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
+#include "tarn/zu/causality.h"
 #include "tarn/zu/circuit.h"
 #include "tarn/zu/last_value.h"
 #include "tarn/zu/nested_modules.h"
@@ -82,6 +83,7 @@ void create_compile_env(Module* module) {
 }
 
 void sort_code(Module* module) {
+  if (Compilation::rules().causality) settle_cycles(module);
   std::list<long> indices;
   for (const signal_list* list : {&module->getLocalSignalList(), &module->getOutputSignalList()})
     for (const Signal* signal : *list)

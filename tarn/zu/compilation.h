@@ -10,7 +10,8 @@ class Module;
 bool compile_module(Module* module);
 /// Makes the three wires, and the first occurrence of each output and local.
 void create_compile_env(Module* module);
-/// Dates the equations of locals and outputs; a dependence cycle ends the process.
+/// Dates the equations of locals and outputs. A dependence cycle ends the process; by the rule
+/// `causality` only one that does not settle (causality.h).
 void sort_code(Module* module);
 
 }  // namespace kiva

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "tarn/session/session.h"
 
@@ -11,6 +12,15 @@ namespace kiva {
 inline std::function<void()>& statement_begun() {
   struct Listener {
     std::function<void()> call;
+  };
+  return Session::current().part<Listener>().call;
+}
+
+/// What the session calls as a longer piece of a module's compilation begins, with its name; empty
+/// calls nobody.
+inline std::function<void(const std::string&)>& stage_begun() {
+  struct Listener {
+    std::function<void(const std::string&)> call;
   };
   return Session::current().part<Listener>().call;
 }

@@ -286,7 +286,8 @@ TEST(Cycle, ReportNamesTheSourceLines) {
       "  emit a  ;; here\n"
       "} }\n"
       "|| emit b\n"
-      "end\n");
+      "end\n",
+      Rules::classic());
   EXPECT_THAT(c.report(), HasSubstr("dependance cycle:\n"));
   EXPECT_THAT(c.report(), HasSubstr("main.zu:3:   pause ||\n"));
   EXPECT_THAT(c.report(), HasSubstr("main.zu:4:   emit a  ;; here\n"));

@@ -161,7 +161,7 @@ TEST_P(RandomRuns, MeanTheirModulesBodiesInPlace) {
   const long seed = setting("KIVA_SEED", 20250114);
   const long programs = setting("KIVA_PROGRAMS", files ? 150 : 600);
   std::cout << "seed " << seed << '\n';
-  long compared = 0, modules = 0;
+  long compared = 0, modules = 0, apart = 0;
   for (long number = 0; number < programs && !testing::Test::HasFailure(); ++number) {
     std::mt19937 random(static_cast<unsigned>(seed + number));
     const Program program = random_program(random, 4 + static_cast<int>(random() % 20));
@@ -184,13 +184,22 @@ TEST_P(RandomRuns, MeanTheirModulesBodiesInPlace) {
       report = found.report();
       if (found.ok()) found_states = states(found, stimuli);
     }
+    // A module by itself may get inputs that it never gets in place.
+    if (expected.ok() && found_states == "refused") {
+      EXPECT_TRUE(cutter.refused() || report.find("dependance cycle") != std::string::npos)
+          << report;
+      ++apart;
+      continue;
+    }
     EXPECT_EQ(found_states, expected_states) << "KIVA_SEED=" << seed + number << '\n'
                                              << in_place << with_runs << report;
     if (!expected.ok()) continue;
     ++compared;
     modules += cutter.number();
   }
-  std::cout << compared << " programs agree, cut into " << modules << " modules more\n";
+  std::cout << compared << " programs agree, cut into " << modules << " modules more; " << apart
+            << " have a module that does not settle by itself\n";
+  EXPECT_LT(apart, compared / 10);
   EXPECT_GT(compared, programs / 3);
 }
 

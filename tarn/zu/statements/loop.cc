@@ -45,6 +45,7 @@ void Loop::compile(Module* module, EquationTable* table) {
     // Two copies take turns, so that one can end, or be killed, while the other starts.
     const std::string name = "S_" + std::to_string(Module::SequenceNumber()++);
     Statement* copy = body_->duplicate(module, table);
+    turns_ = {body_, copy};
     auto* both = make_kept<Sequence>(name, body_, copy);
     both->setModule(body_->getModule());
     both->setSpan(body_->getSpan());

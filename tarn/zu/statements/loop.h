@@ -28,6 +28,9 @@ class Loop : public Statement {
    private:
     long outer_;  ///< of the module whose run brought this one in
   };
+  /// Once compiled: the two copies that take turns, none where the body stands alone. If both end
+  /// in one instant, the loop goes round for ever within it.
+  const std::vector<Statement*>& turns() const { return turns_; }
   bool reincarnate() override { return body_->reincarnate(); }
   Statement* copy(const Copying& copying) const override;
   std::vector<Statement*> children() const override { return {body_}; }
@@ -35,6 +38,7 @@ class Loop : public Statement {
  private:
   static long& copies_left();
   Statement* body_;
+  std::vector<Statement*> turns_;
 };
 
 }  // namespace kiva
