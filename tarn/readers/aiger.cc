@@ -127,64 +127,69 @@ class AigerReader {
     return at == names_.end() ? place : at->second;
   }
 
-  Netlist make() {
-    Netlist list;
-    list.name.clear();
-    std::unordered_map<long, std::string> variables;
-    std::unordered_set<std::string> taken;
-    const auto unique = [&](std::string name) {
-      while (!taken.insert(name).second) name += '_';
-      return name;
-    };
-    const auto take = [&](long number, const std::string& name) {
-      if (number < 2 || number % 2 != 0) fail(std::to_string(number) + " is no variable");
-      if (!variables.emplace(number / 2, name).second)
-        fail(std::to_string(number) + " is defined twice");
-      return name;
-    };
-    for (size_t k = 0; k < inputs_.size(); ++k)
-      list.add_input(take(literal(inputs_[k]), unique(name('i', k))), 0);
-    for (size_t k = 0; k < latches_.size(); ++k) take(latches_[k].now, unique(name('l', k)));
-    std::vector<std::string> output_names;
-    for (size_t k = 0; k < outputs_.size(); ++k) output_names.push_back(unique(name('o', k)));
-    const auto net_of = [&](long number, int line) {
-      const long variable = number / 2;
-      const auto at = variables.find(variable);
-      if (at != variables.end()) return list.net(at->second, line);
-      return list.net(variables[variable] = unique("_" + std::to_string(variable)), line);
-    };
-    const auto sign = [](long number) { return number % 2 == 0 ? "1" : "0"; };
-    // 0 and 1 are constants.
-    const auto copy = [&](long number, int line) {
-      if (number < 2) return Netlist::Gate{.line = line, .rows = {""}, .on = number == 1};
-      return Netlist::Gate{.line = line, .reads = {net_of(number, line)}, .rows = {sign(number)}};
-    };
-    for (const And& gate : ands_) {
-      if (gate.left < 2 || gate.left % 2 != 0)
-        throw NetlistError(gate.line, "no and has that literal");
-      if (gate.first < 2 || gate.second < 2) {
-        const long constant = std::min(gate.first, gate.second);
-        const long same = constant == 0 ? 0 : std::max(gate.first, gate.second);
-        list.add_gate(net_of(gate.left, gate.line), copy(same, gate.line));
-        continue;
-      }
-      list.add_gate(net_of(gate.left, gate.line),
-                    {.line = gate.line,
-                     .reads = {net_of(gate.first, gate.line), net_of(gate.second, gate.line)},
-                     .rows = {std::string(sign(gate.first)) + sign(gate.second)}});
-    }
-    for (size_t k = 0; k < latches_.size(); ++k) {
-      const int next = list.net(unique(name('l', k) + ".d"), 0);
-      list.add_gate(next, copy(latches_[k].next, 0));
-      list.add_latch(net_of(latches_[k].now, 0), next, latches_[k].initial == 1, 0);
-    }
-    for (size_t k = 0; k < outputs_.size(); ++k) {
-      list.add_gate(list.net(output_names[k], 0), copy(outputs_[k], 0));
-      list.add_output(output_names[k], 0);
-    }
-    return list;
+  std::string unique(std::string name) {
+    while (!taken_.insert(name).second) name += '_';
+    return name;
   }
 
+  const std::string& name_variable(long number, const std::string& name) {
+    if (number < 2 || number % 2 != 0) fail(std::to_string(number) + " is no variable");
+    const auto [at, made] = variables_.emplace(number / 2, unique(name));
+    if (!made) fail(std::to_string(number) + " is defined twice");
+    return at->second;
+  }
+
+  int net_of(long number, int line) {
+    const long variable = number / 2;
+    if (!variables_.contains(variable))
+      variables_[variable] = unique("_" + std::to_string(variable));
+    return list_.net(variables_[variable], line);
+  }
+
+  static const char* sign(long number) { return number % 2 == 0 ? "1" : "0"; }
+
+  /// What is the literal; 0 and 1 are constants.
+  Netlist::Gate copy(long number, int line) {
+    if (number < 2) return {.line = line, .rows = {""}, .on = number == 1};
+    return {.line = line, .reads = {net_of(number, line)}, .rows = {sign(number)}};
+  }
+
+  void make_and(const And& gate) {
+    if (gate.left < 2 || gate.left % 2 != 0)
+      throw NetlistError(gate.line, "no and has that literal");
+    const int net = net_of(gate.left, gate.line);
+    const long least = std::min(gate.first, gate.second);
+    if (least < 2)
+      return list_.add_gate(net,
+                            copy(least == 0 ? 0 : std::max(gate.first, gate.second), gate.line));
+    list_.add_gate(net, {.line = gate.line,
+                         .reads = {net_of(gate.first, gate.line), net_of(gate.second, gate.line)},
+                         .rows = {std::string(sign(gate.first)) + sign(gate.second)}});
+  }
+
+  Netlist make() {
+    list_.name.clear();
+    for (size_t k = 0; k < inputs_.size(); ++k)
+      list_.add_input(name_variable(literal(inputs_[k]), name('i', k)), 0);
+    for (size_t k = 0; k < latches_.size(); ++k) name_variable(latches_[k].now, name('l', k));
+    std::vector<std::string> output_names;
+    for (size_t k = 0; k < outputs_.size(); ++k) output_names.push_back(unique(name('o', k)));
+    for (const And& gate : ands_) make_and(gate);
+    for (size_t k = 0; k < latches_.size(); ++k) {
+      const int next = list_.net(unique(name('l', k) + ".d"), 0);
+      list_.add_gate(next, copy(latches_[k].next, 0));
+      list_.add_latch(net_of(latches_[k].now, 0), next, latches_[k].initial == 1, 0);
+    }
+    for (size_t k = 0; k < outputs_.size(); ++k) {
+      list_.add_gate(list_.net(output_names[k], 0), copy(outputs_[k], 0));
+      list_.add_output(output_names[k], 0);
+    }
+    return std::move(list_);
+  }
+
+  Netlist list_;
+  std::unordered_map<long, std::string> variables_;  ///< names
+  std::unordered_set<std::string> taken_;
   std::istream& in_;
   int line_ = 0;
   bool binary_ = false;

@@ -25,7 +25,7 @@ class BlifReader {
     throw NetlistError(lines_.line(), reason);
   }
 
-  void take(const std::vector<std::string>& words) {
+  void take(const std::vector<std::string>& words) {  // house: a word a branch
     const std::string& first = words[0];
     if (!first.starts_with('.')) return take_row(words);
     finish_table();
