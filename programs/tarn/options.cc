@@ -11,6 +11,7 @@
 #include "programs/report.h"
 #include "programs/tarn/manual.h"
 #include "programs/tarn/windows.h"
+#include "tarn/readers/readers.h"
 #include "tarn/zu/warnings.h"
 
 namespace kiva::tarn_program {
@@ -77,7 +78,8 @@ bool read_options(int argc, char** argv, Options& options,
                "tarn"};
   app.add_option(
          "FILE", options.files,
-         "source text (.zu) or compiled modules (.zuc); beside source text, what its runs call")
+         "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
+         "beside source text, what its runs call")
       ->required();
   app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
@@ -163,8 +165,9 @@ bool read_options(int argc, char** argv, Options& options,
     app.parse(argc, argv);
     add_properties(app, property_options, options);
     for (const std::string& file : options.files)
-      if (!file.ends_with(".zuc") && !is_source(file))
-        throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
+      if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file))
+        throw CLI::ValidationError(
+            "FILE", "\"" + file + "\" ends neither in .zu nor in .zuc, nor is it a netlist");
     const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
     if (options.equiv && options.files.size() != 2)
       throw CLI::ValidationError("--equiv", "compares two modules");
