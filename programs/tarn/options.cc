@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <iomanip>
 
 #include "base/text_stream.h"
@@ -10,6 +11,7 @@
 #include "programs/run_options.h"
 #include "programs/tarn/manual.h"
 #include "programs/tarn/windows.h"
+#include "tarn/readers/readers.h"
 #include "tarn/zu/warnings.h"
 
 namespace kiva::tarn_program {
@@ -62,7 +64,8 @@ bool read_options(int argc, char** argv, Options& options,
                "tarn"};
   app.add_option(
          "FILE", options.files,
-         "source text (.zu) or compiled modules (.zuc); beside source text, what its runs call")
+         "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
+         "beside source text, what its runs call")
       ->required();
   app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
@@ -145,8 +148,9 @@ bool read_options(int argc, char** argv, Options& options,
     app.parse(argc, argv);
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
-      if (!file.ends_with(".zuc") && !is_source(file))
-        throw CLI::ValidationError("FILE", "\"" + file + "\" ends neither in .zu nor in .zuc");
+      if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file))
+        throw CLI::ValidationError(
+            "FILE", "\"" + file + "\" ends neither in .zu nor in .zuc, nor is it a netlist");
     const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
     if (options.equiv && options.files.size() != 2)
       throw CLI::ValidationError("--equiv", "compares two modules");
@@ -159,6 +163,10 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
+    if (const std::filesystem::path output = options.output; output.is_absolute()) {
+      options.folder = output.parent_path();
+      options.output = output.filename();
+    }
     if (options.states && !options.dot && !options.svg)
       throw CLI::ValidationError("--states", "goes with --dot or --svg");
     if (!bench.first.empty()) options.bench = bench_target(bench.first);
