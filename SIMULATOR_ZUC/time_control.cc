@@ -1,8 +1,11 @@
 #include "SIMULATOR_ZUC/time_control.h"
 
 #include <QFile>
+#include <fstream>
+#include <optional>
 
 #include "base/whole_file.h"
+#include "engine/expectations.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 
@@ -87,17 +90,30 @@ bool TimeControl::type(size_t row, const std::string& text) {
 
 bool TimeControl::run(long instants, std::shared_ptr<Condition> until) {
   if (busy_) return false;
+  start([this, instants, until](Ended& end) { work(instants, until.get(), end); });
+  return true;
+}
+
+void TimeControl::start(const Job& job) {
   if (worker_.joinable()) worker_.join();
   busy_ = true;
   stop_ = false;
   progress_ = recording_.position().instant;
   Q_EMIT busy_changed(true);
   Session* session = &Session::current();
-  worker_ = std::thread([this, instants, until, session] {
+  worker_ = std::thread([this, job, session] {
     const Session::Use use(*session);
-    work(instants, until.get());
+    Ended end;
+    try {
+      job(end);
+    } catch (const LibraryException& exception) {
+      end.told = QString::fromStdString(exception.text());
+    } catch (const std::exception& exception) {
+      end.told = QString::fromUtf8(exception.what());
+    }
+    QMetaObject::invokeMethod(
+        this, [this, end] { ended(end); }, Qt::QueuedConnection);
   });
-  return true;
 }
 
 void TimeControl::mark(const QString& text) {
@@ -137,6 +153,7 @@ QString TimeControl::save(const QString& name) {
 
 QString TimeControl::open(const QString& name) {
   if (busy_) return tr("a run is under way");
+  if (!name.endsWith(".kivasession")) return open_stimuli(name);
   QFile file(name);
   if (!file.open(QIODevice::ReadOnly)) return tr("%1 cannot be read").arg(name);
   std::string problem;
@@ -153,40 +170,83 @@ QString TimeControl::open(const QString& name) {
   return problem.empty() ? QString() : name + ": " + QString::fromStdString(problem);
 }
 
-void TimeControl::work(long instants, const Condition* until) {
-  QString told;
-  try {
-    bool first = true;
-    const Recording::Stopped stopped = recording_.run(
-        instants, socket_(),
-        [&] {
-          if (!first) end_pulses();
-          first = false;
-        },
-        [&](const SimulationState& state) {
-          progress_ = state.instant;
-          return until != nullptr && until->holds(state);
-        },
-        &stop_);
-    if (stopped == Recording::Stopped::asked) told = tr("Stopped");
-    if (stopped == Recording::Stopped::done && until != nullptr)
-      told = tr("In none of these instants holds %1").arg(QString::fromStdString(until->text()));
-  } catch (const LibraryException& exception) {
-    told = QString::fromStdString(exception.text());
-  } catch (const std::exception& exception) {
-    told = QString::fromUtf8(exception.what());
-  }
-  QMetaObject::invokeMethod(
-      this, [this, told] { ended(told); }, Qt::QueuedConnection);
+void TimeControl::work(long instants, const Condition* until, Ended& end) {
+  bool first = true;
+  const Recording::Stopped stopped = recording_.run(
+      instants, socket_(),
+      [&] {
+        if (!first) end_pulses();
+        first = false;
+      },
+      [&](const SimulationState& state) {
+        progress_ = state.instant;
+        return until != nullptr && until->holds(state);
+      },
+      &stop_);
+  if (stopped == Recording::Stopped::asked) end.told = tr("Stopped");
+  if (stopped == Recording::Stopped::done && until != nullptr)
+    end.told = tr("In none of these instants holds %1").arg(QString::fromStdString(until->text()));
 }
 
-void TimeControl::ended(const QString& told) {
+QString TimeControl::open_stimuli(const QString& name) {
+  std::ifstream in(QFile::encodeName(name).toStdString());
+  if (!in) return tr("%1 cannot be read").arg(name);
+  struct Line {
+    Stimulus stimulus;
+    long number;
+  };
+  std::vector<Line> lines;
+  StimuliReader reader(in, *simulation_);
+  try {
+    while (std::optional<Stimulus> stimulus = reader.next())
+      lines.push_back({std::move(*stimulus), reader.line()});
+  } catch (const StimuliError& error) {
+    return QString("%1:%2: %3").arg(name).arg(error.line).arg(QString::fromStdString(error.reason));
+  }
+  const bool was_saved = !unsaved();
+  const Recording::Position load{0, recording_.branch(0).from};
+  recording_.to(load);
+  start([this, name, lines, load, was_saved](Ended& end) {
+    size_t at = 0;
+    const auto note = [&](const SimulationState& state) {
+      const Line& line = lines[at++];
+      progress_ = state.instant;
+      for (const std::string& reason : unmet(line.stimulus.expectations, state, *simulation_)) {
+        const long instant = load.instant + static_cast<long>(at);
+        if (end.marks.empty())
+          end.told =
+              QString("%1:%2: %3")
+                  .arg(name)
+                  .arg(line.number)
+                  .arg(tr("instant %1: %2").arg(instant).arg(QString::fromStdString(reason)));
+        if (end.marks.empty() || end.marks.back().first != instant)
+          end.marks.emplace_back(instant, reason.substr(0, reason.find(',')));
+      }
+      return false;
+    };
+    const Recording::Stopped stopped = recording_.run(
+        static_cast<long>(lines.size()), socket_(),
+        [&] { apply(lines[at].stimulus, *simulation_); }, note, &stop_);
+    if (was_saved) set_saved(true);
+    if (stopped == Recording::Stopped::asked) end.told = tr("Stopped");
+    if (end.told.isEmpty()) end.told = tr("%1: %2 instants agree").arg(name).arg(lines.size());
+  });
+  return {};
+}
+
+void TimeControl::ended(const Ended& end) {
   worker_.join();
   end_pulses();
   busy_ = false;
+  for (const auto& [instant, text] : end.marks)
+    marks_.emplace_back(recording_.owner({recording_.position().branch, instant}), text);
   Q_EMIT busy_changed(false);
   moved_if(true);
-  Q_EMIT run_ended(told);
+  if (!end.marks.empty()) {
+    Q_EMIT marked();
+    to({recording_.position().branch, end.marks.front().first});
+  }
+  Q_EMIT run_ended(end.told);
 }
 
 }  // namespace kiva

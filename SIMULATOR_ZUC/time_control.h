@@ -60,6 +60,8 @@ class TimeControl : public QObject {
   /// The same of a session, which stays as unsaved as it was.
   QString write_session(const QString& name);
   /// Runs what a session's file holds, from the load on. Why it cannot be used, empty if it could.
+  /// A file of another name holds stimuli: the worker runs them, and marks the instants that are
+  /// not as they await.
   QString open(const QString& name);
 
   /// An input that is a pulse is Zero again behind each instant.
@@ -83,8 +85,16 @@ class TimeControl : public QObject {
   bool moved_if(bool done);
   long work_done() const;
   void end_pulses();
-  void work(long instants, const Condition* until);
-  void ended(const QString& told);
+  /// What a run leaves to be told: why it ended early, and what the instants shall be called.
+  struct Ended {
+    QString told;
+    std::vector<std::pair<long, std::string>> marks = {};
+  };
+  using Job = std::function<void(Ended& end)>;
+  QString open_stimuli(const QString& name);
+  void start(const Job& job);
+  void work(long instants, const Condition* until, Ended& end);
+  void ended(const Ended& end);
 
   Simulation* simulation_;
   Recording recording_;

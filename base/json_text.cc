@@ -41,7 +41,23 @@ void JsonText::put(std::string_view name, const std::vector<std::string>& values
 }
 
 std::string JsonText::quoted(const std::string& text) {
-  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+  const std::string dumped =
+      nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+  // A terminal takes U+007F to U+009F for commands, too.
+  std::string safe;
+  for (size_t at = 0; at < dumped.size(); ++at) {
+    const auto byte = static_cast<unsigned char>(dumped[at]);
+    const bool high = byte == 0xC2 && static_cast<unsigned char>(dumped[at + 1]) < 0xA0;
+    const unsigned code = high ? static_cast<unsigned char>(dumped[++at]) : byte;
+    if (high || code == 0x7F) {
+      safe += "\\u00";
+      safe += "0123456789abcdef"[code >> 4];
+      safe += "0123456789abcdef"[code & 15];
+    } else {
+      safe += dumped[at];
+    }
+  }
+  return safe;
 }
 
 }  // namespace kiva

@@ -32,6 +32,17 @@ std::string parallel(int statements) {
   return body;
 }
 
+/// Branches of one statement, or of a few of each kind.
+std::string branches(int statements, bool only_pauses) {
+  static const char* const kinds[] = {"{wait a >> emit o}", "loop {pause >> emit p}",
+                                      "present b {emit o >> pause} else pause",
+                                      "strong abort {halt} when c", "{pause || {emit o >> pause}}"};
+  std::string body = "pause";
+  for (int i = 1; i < statements; ++i)
+    body += std::string(" || ") + (only_pauses ? "pause" : kinds[i % 5]);
+  return body;
+}
+
 std::string nested_aborts(int statements) {
   std::string body = "halt";
   // Deeper nesting is refused, so beyond that several stand one after another.
@@ -113,7 +124,7 @@ int main(int argc, char** argv) {
   std::printf("%-9s %10s %9s %9s %9s %9s %9s %7s\n", "program", "statements", "read s", "compile s",
               "finalise", "write s", "all s", "growth");
   std::vector<std::string> kinds(argv + std::min(argc, 2), argv + argc);
-  if (kinds.empty()) kinds = {"sequence", "parallel", "aborts", "mix"};
+  if (kinds.empty()) kinds = {"sequence", "parallel", "aborts", "pauses", "branches", "mix"};
   for (const std::string& shape : kinds) {
     double before = 0;
     for (int statements = 100; statements <= largest; statements *= 10) {
@@ -121,6 +132,8 @@ int main(int argc, char** argv) {
       const std::string body = shape == "sequence"   ? sequence(statements)
                                : shape == "parallel" ? parallel(statements)
                                : shape == "aborts"   ? nested_aborts(statements)
+                               : shape == "pauses"   ? branches(statements, true)
+                               : shape == "branches" ? branches(statements, false)
                                                      : mix(random, statements);
       const Stages s = measure(shape + std::to_string(statements), body);
       const double all = s.read + s.compile + s.finalize + s.write;

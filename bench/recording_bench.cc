@@ -2,13 +2,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
-#include <fstream>
 #include <random>
 
-#include "bench/module_text.h"
-#include "engine/recording.h"
-#include "tarn/zuc/zuc_reader.h"
+#include "bench/long_run.h"
 
 namespace {
 
@@ -20,20 +16,9 @@ constexpr long instants = 1'000'000;
 /// A million instants of a module of 200 signals, with random inputs.
 struct LongRun {
   LongRun() {
-    const std::string file = std::filesystem::temp_directory_path() / "kiva_recording_bench.zuc";
-    std::ofstream(file) << kiva::bench::generated_module(200, 40);
-    simulation = std::make_unique<Simulation>(kiva::read_zuc_file(file, "", "").module);
+    simulation = kiva::bench::generated_simulation(200, 40);
     recording = std::make_unique<Recording>(simulation.get());
-    std::mt19937 random(1);
-    recording->run(
-        instants, nullptr,
-        [&] {
-          const unsigned bits = random();
-          for (size_t row = 0; row < simulation->input_rows().size(); ++row)
-            simulation->choose_input(row, (bits >> (row % 32) & 1) != 0 ? kiva::SignalState::one
-                                                                        : kiva::SignalState::zero);
-        },
-        nullptr, nullptr);
+    kiva::bench::run_at_random(*recording, *simulation, instants);
   }
   std::unique_ptr<Simulation> simulation;
   std::unique_ptr<Recording> recording;

@@ -6,13 +6,14 @@
 #include <QApplication>
 #include <QImage>
 #include <QScrollBar>
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
+#include <chrono>
 #include <random>
+#include <utility>
+#include <vector>
 
 #include "SIMULATOR_ZUC/scope/wave_view.h"
-#include "bench/module_text.h"
-#include "tarn/zuc/zuc_reader.h"
+#include "bench/long_run.h"
 
 namespace {
 
@@ -21,20 +22,9 @@ constexpr long instants = 1'000'000;
 class LongWaves {
  public:
   LongWaves() {
-    const std::string file = std::filesystem::temp_directory_path() / "kiva_wave_bench.zuc";
-    std::ofstream(file) << kiva::bench::generated_module(700, 100);
-    simulation_ = std::make_unique<kiva::Simulation>(kiva::read_zuc_file(file, "", "").module);
+    simulation_ = kiva::bench::generated_simulation(700, 100);
     time_ = std::make_unique<kiva::TimeControl>(simulation_.get(), [] { return nullptr; });
-    std::mt19937 random(1);
-    time_->recording().run(
-        instants, nullptr,
-        [&] {
-          const unsigned bits = random();
-          for (size_t row = 0; row < simulation_->input_rows().size(); ++row)
-            simulation_->choose_input(row, (bits >> (row % 32) & 1) != 0 ? kiva::SignalState::one
-                                                                         : kiva::SignalState::zero);
-        },
-        nullptr, nullptr);
+    kiva::bench::run_at_random(time_->recording(), *simulation_, instants);
     view_ = std::make_unique<kiva::WaveView>(time_.get());
     view_->show_made(true);
     view_->resize(1180, 700);
@@ -42,24 +32,40 @@ class LongWaves {
     picture_ = QImage(view_->size(), QImage::Format_RGB32);
   }
   kiva::WaveView& view() { return *view_; }
-  void draw() { view_->render(&picture_); }
+  void draw() {
+    const auto before = std::chrono::steady_clock::now();
+    view_->render(&picture_);
+    const std::chrono::duration<double, std::milli> took =
+        std::chrono::steady_clock::now() - before;
+    frames_.push_back(took.count());
+  }
+  /// Milliseconds of the frames since the last call, in order of size.
+  std::vector<double> frames() {
+    std::ranges::sort(frames_);
+    return std::exchange(frames_, {});
+  }
 
  private:
   std::unique_ptr<kiva::Simulation> simulation_;
   std::unique_ptr<kiva::TimeControl> time_;
   std::unique_ptr<kiva::WaveView> view_;
   QImage picture_;
+  std::vector<double> frames_;
 };
 
+std::unique_ptr<LongWaves> all;  // ends before the application does
+
 LongWaves& waves() {
-  static LongWaves all;
-  return all;
+  return *all;
 }
 
 void end(benchmark::State& state) {
   state.counters["rows"] = static_cast<double>(waves().view().rows().size());
   state.counters["frames"] =
       benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+  const std::vector<double> frames = waves().frames();
+  state.counters["median ms"] = frames[frames.size() / 2];
+  state.counters["worst ms"] = frames.back();
 }
 
 /// A frame a step, so many columns on.
@@ -112,5 +118,7 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   benchmark::Initialize(&argc, argv);
+  all = std::make_unique<LongWaves>();
   benchmark::RunSpecifiedBenchmarks();
+  all.reset();
 }

@@ -33,6 +33,7 @@ void add_arc(Diagram& diagram, const NodeNames& names, const nlohmann::json& jso
   if (kind == 3) label = label.empty() ? "ends" : "ends " + label;
   Diagram::Arc arc{node_of(names, json.at("from")), node_of(names, json.at("to")), label, kind == 2,
                    map_place(json.at("span"))};
+  arc.geometry = json.value("geometry", std::vector<double>());
   if (arc.to == Diagram::nowhere) return;
   auto same = std::ranges::find_if(diagram.arcs, [&](const Diagram::Arc& other) {
     return other.place == arc.place && other.from == arc.from && other.to == arc.to;

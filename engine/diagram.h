@@ -32,6 +32,7 @@ struct Diagram {
     SourcePlace place = {};
     /// Signals: any of them is One when it fires, when its trigger holds.
     std::vector<std::string> fired = {}, triggered = {};
+    std::vector<double> geometry = {};  ///< a point through which the source has it go; else empty
   };
   std::string title;
   std::vector<Node> nodes;

@@ -46,12 +46,15 @@ long plus(long date, long more) {
 template <class Dates>
 class Propagation {
  public:
-  Propagation(Dates dates, long nb_vars, long& level)
+  /// Of each variable `height` says `unseen`, and `put_off` no.
+  Propagation(Dates dates, long& level, long unseen, std::vector<long>& height,
+              std::vector<char>& put_off)
       : dates_(dates),
         level_(level),
-        bound_(2 * nb_vars),
-        height_(nb_vars, unseen),
-        put_off_(nb_vars, 0) {}
+        bound_(2 * static_cast<long>(height.size())),
+        unseen_(unseen),
+        height_(height),
+        put_off_(put_off) {}
 
   const Dates& dates() const { return dates_; }
 
@@ -95,7 +98,7 @@ class Propagation {
       edges = std::max(edges, height_behind + 1);
     }
   };
-  static constexpr long unseen = -3, on_stack = -2, cyclic = -1;
+  static constexpr long on_stack = -2, cyclic = -1;
 
   /// One step of the recursion; true when it goes on to what follows v.
   bool raise(long v, long date) {
@@ -104,11 +107,11 @@ class Propagation {
     if (!dates_.rises(v, date)) return false;
     if (date < -bound_ && level_ <= bound_) {
       // The climb along a cycle from here to the bound would not end in a lifetime.
-      if (height_[v] == unseen) measure(v);
+      if (height_[v] == unseen_) measure(v);
       if (height_[v] == cyclic) date = 0;
     }
     if (level_ <= bound_ && dates_.monotone(date)) {
-      if (height_[v] == unseen) measure(v);
+      if (height_[v] == unseen_) measure(v);
       if (height_[v] >= 0) {
         if (plus(date, height_[v] + 1) <= bound_) {
           KIVA_CHECK(2, date <= bound_);
@@ -132,7 +135,7 @@ class Propagation {
     height_[v] = on_stack;
     const auto edge = [this](auto& from, long next, long) -> std::optional<Height> {
       if (!dates_.enters(next)) return std::nullopt;
-      if (height_[next] == unseen) {
+      if (height_[next] == unseen_) {
         height_[next] = on_stack;
         return Height{};
       }
@@ -151,9 +154,10 @@ class Propagation {
   Dates dates_;
   long& level_;
   const long bound_;
-  std::vector<long> height_;
+  const long unseen_;
+  std::vector<long>& height_;
   std::vector<long> finished_;
-  std::vector<char> put_off_;
+  std::vector<char>& put_off_;
   bool any_put_off_ = false;
 };
 
@@ -163,10 +167,17 @@ class Bddexpressionwood::Dating {
  public:
   explicit Dating(Bddexpressionwood& wood)
       : wood_(wood),
-        early_(Early{{wood}}, wood.nb_var_bdd, wood.nb_level),
-        late_(Late{{wood}, wood.latest_date_table, none_negative(wood.latest_date_table)},
-              wood.nb_var_bdd, wood.nb_level) {}
-  ~Dating() { settle(); }
+        scratch_(prepared(wood, own_scratch_)),
+        early_(Early{{wood}}, wood.nb_level, Dating_scratch::unseen, scratch_.early_height,
+               scratch_.early_put_off),
+        late_(Late{{wood}, wood.latest_date_table, none_negative(wood)}, wood.nb_level,
+              Dating_scratch::unseen, scratch_.late_height, scratch_.late_put_off) {}
+  ~Dating() {
+    settle();
+    if (!wood_.notes_entries_) return;
+    for (long index : wood_.entries_in_use())
+      scratch_.early_height[index] = scratch_.late_height[index] = Dating_scratch::unseen;
+  }
   Dating(const Dating&) = delete;
   Dating& operator=(const Dating&) = delete;
 
@@ -215,8 +226,20 @@ class Bddexpressionwood::Dating {
     bool monotone(long date) const { return no_negative_date && date > 0; }
   };
 
-  static bool none_negative(const std::vector<long>& dates) {
-    return std::none_of(dates.begin(), dates.end(), [](long date) { return date < 0; });
+  static bool none_negative(const Bddexpressionwood& wood) {
+    bool none = true;
+    wood.for_each_entry([&](long index) { none = none && wood.latest_date_table[index] >= 0; });
+    return none;
+  }
+
+  /// The scratch of a wood that notes its entries is kept: to make it costs what the manager has.
+  static Dating_scratch& prepared(Bddexpressionwood& wood, Dating_scratch& own) {
+    Dating_scratch& scratch = wood.notes_entries_ ? wood.dating_scratch_ : own;
+    for (std::vector<long>* heights : {&scratch.early_height, &scratch.late_height})
+      heights->resize(wood.nb_var_bdd, Dating_scratch::unseen);
+    for (std::vector<char>* put_off : {&scratch.early_put_off, &scratch.late_put_off})
+      put_off->resize(wood.nb_var_bdd, 0);
+    return scratch;
   }
 
   void settle() {
@@ -225,6 +248,8 @@ class Bddexpressionwood::Dating {
   }
 
   Bddexpressionwood& wood_;
+  Dating_scratch own_scratch_;
+  Dating_scratch& scratch_;
   Propagation<Early> early_;
   Propagation<Late> late_;
 };
@@ -232,12 +257,12 @@ class Bddexpressionwood::Dating {
 long Bddexpressionwood::compute_dates() {
   update_bdd_vars();
   if (nb_level != 0 || nb_var_bdd == 0) return nb_level;
-  std::fill(latest_date_table.begin(), latest_date_table.end(), 0);
+  for_each_entry([this](long index) { latest_date_table[index] = 0; });
   {
     Dating dating(*this);
-    for (long index = 0; index < nb_var_bdd; ++index) {
+    for_each_entry([&](long index) {
       dating.push_from(index, "ERREUR dans compute_date(): nombre de variables trop grand :");
-    }
+    });
   }
   return nb_level;
 }

@@ -19,7 +19,7 @@ void Bddexpressionwood::change_function(Bddexpression& e, long index, const bdd&
     if (in_tables(old) && !e.vars_dependance.contains(old)) amont_dep_table[old].erase(index);
   }
   for (long now : e.vars_dependance) {
-    if (in_tables(now) && !before.contains(now)) amont_dep_table[now].insert(index);
+    if (in_tables(now) && !before.contains(now)) add_reader(now, index);
   }
 }
 
@@ -52,6 +52,25 @@ void Bddexpressionwood::suppress_local(long index) {
   leave_as_reader(index, exp_table[index]->vars_dependance);
   inline_into_readers(index);
   delete_expression(index);
+}
+
+void Bddexpressionwood::suppress_local_that_shrinks(long index) {
+  // No function of so many variables is large enough to matter.
+  constexpr size_t most_variables = 12, most_readers = 8;
+  if (!can_be_inlined(index) || has_abstract_reader(index)) return;
+  const Bddexpression& e = *exp_table[index];
+  const index_set& readers = amont_dep_table[index];
+  if (readers.size() > most_readers) return;
+  const bdd variable = man->Bdd_var_by_index(index);
+  long before = man->Bdd_size(e.bdd_exp), after = 0;
+  for (long reader : readers) {
+    const Bddexpression* by = slot(reader);
+    if (by == nullptr) continue;
+    if (by->vars_dependance.size() + e.vars_dependance.size() > most_variables) return;
+    before += man->Bdd_size(by->bdd_exp);
+    after += man->Bdd_size(man->Bdd_compose(by->bdd_exp, variable, e.bdd_exp));
+  }
+  if (after <= before) suppress_local(index);
 }
 
 void Bddexpressionwood::useless_local(long index) {

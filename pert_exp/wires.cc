@@ -53,7 +53,7 @@ class Bddexpressionwood::Wire_suppression {
     index_set& deps = w_.exp_table[reader]->vars_dependance;
     deps.erase(wire);
     deps.insert(variable);
-    if (w_.in_tables(variable)) w_.amont_dep_table[variable].insert(reader);
+    if (w_.in_tables(variable)) w_.add_reader(variable, reader);
     outdated_[reader] = 1;
   }
 

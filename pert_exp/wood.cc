@@ -9,6 +9,7 @@
 //   2. If equation i reads d, i stands in the readers of d.
 //   3. Set_of_exp() holds the indices whose slot is filled.
 //   4. The tables are as long as nb_var_bdd, which is at most the manager's number of variables.
+//   5. Where entries are noted, all others are empty: no equation, no readers, date 0.
 
 #include "pert_exp/wood.h"
 
@@ -70,6 +71,26 @@ Bddexpressionwood& Bddexpressionwood::operator=(const Bddexpressionwood& other) 
 
 Bddexpressionwood::~Bddexpressionwood() {
   clear();
+}
+
+void Bddexpressionwood::empty() {
+  for (long index : entries_in_use()) {
+    delete exp_table[index];
+    exp_table[index] = nullptr;
+    amont_dep_table[index].clear();
+    latest_date_table[index] = 0;
+  }
+  entries_in_use_.clear();
+  ens_exp.clear();
+  ens_exp_in_step = true;
+  nb_level = 0;
+}
+
+const std::vector<long>& Bddexpressionwood::entries_in_use() const {
+  std::sort(entries_in_use_.begin(), entries_in_use_.end());
+  entries_in_use_.erase(std::unique(entries_in_use_.begin(), entries_in_use_.end()),
+                        entries_in_use_.end());
+  return entries_in_use_;
 }
 
 void Bddexpressionwood::copy_from(const Bddexpressionwood& other) {
@@ -168,6 +189,7 @@ void Bddexpressionwood::update_bdd_vars(long new_index) {
   }
   nb_max_var_bdd = doubled_capacity(nb_max_var_bdd, nb_var_bdd + 1, "Bddexpressionwood");
   resize_tables(nb_var_bdd + 1);
+  notes_entries_ = false;  // they move
   std::rotate(exp_table.begin() + new_index, exp_table.end() - 1, exp_table.end());
   std::rotate(amont_dep_table.begin() + new_index, amont_dep_table.end() - 1,
               amont_dep_table.end());
@@ -178,6 +200,12 @@ void Bddexpressionwood::update_bdd_vars(long new_index) {
   for (Bddexpression* e : exp_table) {
     if (e != nullptr) e->vars_dependance = shifted(e->vars_dependance, new_index);
   }
+}
+
+/// The tables then hold the variable.
+void Bddexpressionwood::reach_entry(long index) {
+  if (index >= nb_var_bdd || notes_entries_) update_bdd_vars();
+  if (notes_entries_) entries_in_use_.push_back(index);
 }
 
 void Bddexpressionwood::enter_expression(Bddexpression* e, const index_set* extra) {
@@ -197,14 +225,14 @@ void Bddexpressionwood::enter_expression(Bddexpression* e, const index_set* extr
     std::cerr << "INTERNAL ERROR in Bddexpressionwood::learn_expression():\n" << refusal << '\n';
     return;
   }
-  if (index >= nb_var_bdd) update_bdd_vars();
+  reach_entry(index);
   const Bddexpression* old = exp_table[index];
   if (old == e) return;
   if (old != nullptr) leave_as_reader(index, old->vars_dependance);
   enter_as_reader(index, e->vars_dependance);
   if (extra != nullptr) {
     for (long reader : *extra) {
-      if (in_tables(reader)) amont_dep_table[index].insert(reader);
+      if (in_tables(reader)) add_reader(index, reader);
     }
   }
   if (old == nullptr) note_filled(index);
@@ -271,9 +299,9 @@ Bddexpression* Bddexpressionwood::forgettable(long index) const {
 const index_set& Bddexpressionwood::Set_of_exp() const {
   if (!ens_exp_in_step) {
     ens_exp.clear();
-    for (long index = 0; index < nb_var_bdd; ++index) {
+    for_each_entry([this](long index) {
       if (exp_table[index] != nullptr) ens_exp.insert(index);
-    }
+    });
     ens_exp_in_step = true;
   }
   return ens_exp;
@@ -312,7 +340,7 @@ void Bddexpressionwood::absolute_forget_expression_by_bddid(long index) {
 void Bddexpressionwood::enter_as_reader(long user_index, const index_set& deps) {
   if (!in_tables(user_index)) return;
   for (long dep : deps) {
-    if (in_tables(dep)) amont_dep_table[dep].insert(user_index);
+    if (in_tables(dep)) add_reader(dep, user_index);
   }
 }
 
@@ -324,7 +352,7 @@ void Bddexpressionwood::leave_as_reader(long user_index, const index_set& deps) 
 
 void Bddexpressionwood::add_amont_dependance(long var_index, long user_index) {
   if (!in_tables(var_index)) update_bdd_vars();
-  if (in_tables(var_index)) amont_dep_table[var_index].insert(user_index);
+  if (in_tables(var_index)) add_reader(var_index, user_index);
 }
 
 void Bddexpressionwood::sup_amont_dependance(long var_index, long user_index) {

@@ -80,6 +80,12 @@ class Bddexpressionwood {
   /// Changes with the next equation learnt or forgotten.
   const index_set& Set_of_exp() const;
   index_set Set_of_index_used_variables() const;
+  /// From here on the wood, which is empty, notes which entries of its tables are in use, so that
+  /// dating and emptying it cost what it holds, not what its manager has.
+  void note_entries_in_use() { notes_entries_ = true; }
+  bool notes_entries_in_use() const { return notes_entries_; }
+  /// Deletes all equations with their dates. Only for a wood that notes its entries.
+  void empty();
   void setLateDate(const bdd& var, long date);
   long getLateDate(const bdd& var) const;
   long getLateDate(long index) const;
@@ -178,6 +184,9 @@ class Bddexpressionwood {
   /// The same for one equation; the second leaves it in place, unread. Both end the process when it
   /// reads itself.
   void suppress_local(long index);
+  /// The same where the equation has a few small readers, and they are no larger then than all were
+  /// before.
+  void suppress_local_that_shrinks(long index);
   void useless_local(long index);  // classic
   /// Removes the equations that neither read nor are read, but for the indices to keep.
   void clean(const index_set& keep);
@@ -254,12 +263,36 @@ class Bddexpressionwood {
   struct Readers;
   struct Dependences;
   class Dating;
+  /// What the two directions of a dating know of each variable: the longest way onward, and
+  /// whether a push waits.
+  struct Dating_scratch {
+    static constexpr long unseen = -3;
+    std::vector<long> early_height, late_height;
+    std::vector<char> early_put_off, late_put_off;
+  };
   class Wire_suppression;  // wires.cc
 
   /// Steps common to both ways of learning, `extra` readers of the variable among them. Where it
   /// throws, e is not in the tables.
   void enter_expression(Bddexpression* e, const index_set* extra);
   void enter_as_reader(long user_index, const index_set& deps);
+  void add_reader(long index, long reader) {
+    index_set& readers = amont_dep_table[index];
+    if (notes_entries_ && readers.empty()) entries_in_use_.push_back(index);
+    readers.insert(reader);
+  }
+  void reach_entry(long index);
+  /// Ascending; all other entries of the tables are empty.
+  const std::vector<long>& entries_in_use() const;
+  /// Calls `see(index)` for all variables, ascending; for the entries in use where they are noted.
+  template <class See>
+  void for_each_entry(See see) const {
+    if (notes_entries_) {
+      for (long index : entries_in_use()) see(index);
+    } else {
+      for (long index = 0; index < nb_var_bdd; ++index) see(index);
+    }
+  }
   void leave_as_reader(long user_index, const index_set& deps);
   /// The slot of `index` if it can be forgotten, else null; reports an index out of range.
   Bddexpression* forgettable(long index) const;
@@ -308,6 +341,9 @@ class Bddexpressionwood {
   std::vector<index_set> amont_dep_table;
   std::vector<long> latest_date_table;
   long nb_level = 0;
+  bool notes_entries_ = false;
+  mutable std::vector<long> entries_in_use_;
+  Dating_scratch dating_scratch_;  // where entries are noted: as it was before each dating
   // Scratch of heaviest_chain, kept from call to call so that a short walk costs no clearing.
   std::vector<std::uint64_t> walk_mark;
   std::vector<long> walk_value;

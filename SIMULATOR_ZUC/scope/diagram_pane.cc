@@ -1,5 +1,6 @@
 #include "SIMULATOR_ZUC/scope/diagram_pane.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QFile>
 #include <QScrollArea>
@@ -13,6 +14,7 @@ namespace kiva {
 namespace {
 /// More registers than that are no picture.
 constexpr size_t most_registers = 8;
+constexpr double least_readable = 0.7;
 }  // namespace
 
 DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget* parent)
@@ -24,6 +26,7 @@ DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget*
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   choice_->setAccessibleName(tr("Automaton that is shown"));
+  choice_->view()->setAccessibleName(tr("Automata"));
   choice_->setFocusPolicy(Qt::TabFocus);
   layout->addWidget(choice_);
   area_->setWidget(view_);
@@ -60,10 +63,12 @@ void DiagramPane::choose(int number) {
   refresh();
 }
 
-/// A drawing that is wider than its pane begins small enough to be seen whole.
+/// A drawing that is wider than its pane begins small enough to be seen whole, if it can be read
+/// so.
 void DiagramPane::fit() {
   const double room = area_->viewport()->width(), own = view_->width() / view_->scale();
-  if (fitted_ && own > 0 && room > 0) view_->zoom(std::min(1.0, room / own) / view_->scale());
+  if (fitted_ && own > 0 && room > 0)
+    view_->zoom(std::clamp(room / own, least_readable, 1.0) / view_->scale());
 }
 
 void DiagramPane::zoom(double factor) {

@@ -83,13 +83,18 @@ QFont DiagramView::font() const {
 }
 
 void DiagramView::draw_lines(QPainter& painter, QPointF centre,
-                             const std::vector<std::string>& lines, const QFont& font) const {
+                             const std::vector<std::string>& lines, const QFont& font,
+                             const QColor& ground) const {
   painter.setFont(font);
   const double step = DiagramLayout::text_size * line_spacing;
   double y = centre.y() - step * static_cast<double>(lines.size()) / 2;
+  const QFontMetricsF metrics(font);
   for (const std::string& line : lines) {
-    painter.drawText(QRectF(centre.x() - layout_.width, y, 2 * layout_.width, step),
-                     Qt::AlignCenter, QString::fromStdString(line));
+    const QString text = QString::fromStdString(line);
+    const double wide = metrics.horizontalAdvance(text) + 2;
+    const QRectF room(centre.x() - wide / 2, y, wide, step);
+    if (ground.isValid()) painter.fillRect(room, ground);
+    painter.drawText(room, Qt::AlignCenter | Qt::TextDontClip, text);
     y += step;
   }
 }
@@ -116,7 +121,7 @@ void DiagramView::draw_arc(QPainter& painter, size_t n) const {
   text.setBold(fired);
   text.setUnderline(lit(light_.triggered, n));
   painter.setPen(colour);
-  draw_lines(painter, point(arc.label), arc.lines, text);
+  draw_lines(painter, point(arc.label), arc.lines, text, look.pane);
 }
 
 void DiagramView::draw_node(QPainter& painter, size_t n) const {

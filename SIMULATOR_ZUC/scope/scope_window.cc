@@ -1,5 +1,6 @@
 #include "SIMULATOR_ZUC/scope/scope_window.h"
 
+#include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -52,7 +53,7 @@ std::span<const ScopeWindow::Control> ScopeWindow::controls() {
       {"]", nullptr, "a larger automaton", &ScopeWindow::diagram_larger},
       {"[", nullptr, "a smaller automaton", &ScopeWindow::diagram_smaller},
       {"S", nullptr, "save the session, or the branch as stimuli", &ScopeWindow::save},
-      {"O", nullptr, "open a session", &ScopeWindow::open},
+      {"O", nullptr, "open a session, or run stimuli", &ScopeWindow::open},
       {"D", nullptr, "dark or light", &ScopeWindow::toggle_dark},
       {"C", nullptr, "colours that are told apart without red and green",
        &ScopeWindow::toggle_safe},
@@ -161,7 +162,7 @@ QWidget* ScopeWindow::make_panes() {
   panes->addWidget(below);
   panes->setStretchFactor(0, 3);
   panes->setStretchFactor(2, 2);
-  panes->setSizes({360, 80, 220});
+  panes->setSizes({330, 80, 250});
   return panes;
 }
 
@@ -199,6 +200,7 @@ QWidget* ScopeWindow::make_bar() {
   layout->addStretch(1);
   branch_ = new QComboBox;
   branch_->setAccessibleName(tr("Branch"));
+  branch_->view()->setAccessibleName(tr("Branches"));
   branch_->setToolTip(tr("the branch that is shown (B)"));
   branch_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   branch_->setFocusPolicy(Qt::TabFocus);

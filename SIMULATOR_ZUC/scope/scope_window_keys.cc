@@ -154,7 +154,8 @@ void ScopeWindow::save() {
 
 void ScopeWindow::open() {
   if (time_->busy()) return;
-  const QString name = dialogs().ask_file(this, tr("Open"), tr("Sessions (*.kivasession)"));
+  const QString name = dialogs().ask_file(
+      this, tr("Open"), tr("Sessions and stimuli (*.kivasession *.stimuli *.stim)"));
   if (name.isEmpty()) return;
   const QString problem = time_->open(name);
   tell(problem.isEmpty() ? tr("%1 is open").arg(name) : problem);

@@ -10,6 +10,7 @@
 #include <QTextBlock>
 #include <QToolTip>
 #include <algorithm>
+#include <utility>
 
 #include "SIMULATOR_ZUC/scope/scope_look.h"
 
@@ -91,7 +92,7 @@ SourceText::SourceText(const LitSource::Instance& instance, QWidget* parent)
   setAccessibleName(tr("Source of %1").arg(QString::fromStdString(instance.path)));
   QFile file(QFile::decodeName(instance.file.c_str()));
   if (file.open(QIODevice::ReadOnly)) setPlainText(QString::fromUtf8(file.readAll()));
-  new Comments(document());
+  comments_ = new Comments(document());
   const QRegularExpression head("\\bmodule\\s+(\\S+?)\\s*:");
   last_line_ = blockCount();
   bool found = false;
@@ -103,7 +104,7 @@ SourceText::SourceText(const LitSource::Instance& instance, QWidget* parent)
       break;
     }
     found = match.captured(1) == module_;
-    if (found) first_line_ = line;
+    if (found) first_line_ = first_line_shown_ = line;
   }
   connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {
     if (dy != 0)
@@ -120,6 +121,7 @@ SourceText::SourceText(const LitSource::Instance& instance, QWidget* parent)
 void SourceText::look_changed() {
   setFont(ScopeLook::source_font());
   document()->setDefaultFont(font());
+  comments_->rehighlight();
   fit_margin();
   show_marks();
 }
@@ -133,6 +135,14 @@ void SourceText::fit_margin() {
   setViewportMargins(margin_width(), 0, 0, 0);
   const QRect inside = contentsRect();
   margin_->setGeometry(inside.left(), inside.top(), margin_width(), inside.height());
+}
+
+/// A module far down in its file comes into sight when it is first seen.
+void SourceText::showEvent(QShowEvent* event) {
+  QPlainTextEdit::showEvent(event);
+  constexpr int far_down = 8;
+  if (const int line = std::exchange(first_line_shown_, 0); line > far_down)
+    verticalScrollBar()->setValue(line - 1);
 }
 
 void SourceText::resizeEvent(QResizeEvent* event) {

@@ -6,6 +6,8 @@
 
 #include "engine/lit_source.h"
 
+class QSyntaxHighlighter;
+
 namespace kiva {
 
 /// One source text, lit. A margin has the line numbers and a sign for what the line does, so that
@@ -47,6 +49,7 @@ class SourceText : public QPlainTextEdit {
   void line_chosen(int line);
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool viewportEvent(QEvent* event) override;
 
@@ -61,6 +64,8 @@ class SourceText : public QPlainTextEdit {
 
   QString module_;
   int first_line_ = 1, last_line_ = 1;  ///< of the module
+  int first_line_shown_ = 0;            ///< to be shown first; 0 when that has been done
+  QSyntaxHighlighter* comments_;
   QWidget* margin_;
   std::vector<LitSource::Lit> lit_;
   std::vector<LitSource::Looked> looked_;

@@ -17,9 +17,6 @@ namespace kiva {
 
 namespace {
 
-int ruler_height() {
-  return ScopeLook::px(26);
-}
 int badge() {
   return ScopeLook::px(18);
 }
@@ -54,7 +51,7 @@ WaveView::WaveView(TimeControl* time, QWidget* parent) : QAbstractScrollArea(par
   setFocusPolicy(Qt::StrongFocus);
   make_rows();
   connect(time_, &TimeControl::moved, this, &WaveView::follow);
-  connect(time_, &TimeControl::marked, viewport(), qOverload<>(&QWidget::update));
+  connect(time_, &TimeControl::marked, this, &WaveView::follow);
   follow();
 }
 
@@ -198,6 +195,11 @@ long WaveView::instant_at(int x) const {
   return (x - names_width_ + horizontalScrollBar()->value()) / column_ + 1;
 }
 
+/// Marks have a line of their own, above the numbers.
+int WaveView::ruler_height() const {
+  return ScopeLook::px(time_->marks().empty() ? 26 : 44);
+}
+
 int WaveView::row_at(int y) const {
   if (y < ruler_height()) return -1;
   const int row = (y - ruler_height() + verticalScrollBar()->value()) / ScopeLook::row_height();
@@ -302,13 +304,16 @@ bool WaveView::next_change(int direction) {
 // Looking up ----------------------------------------------------------------------------------
 
 void WaveView::look_up(long from, long to) {
-  if (time_->version() == seen_version_ && from == seen_from_ && to == seen_to_ &&
-      rows_.size() == seen_rows_)
-    return;
+  const bool same = time_->version() == seen_version_ && rows_.size() == seen_rows_;
+  if (same && from == seen_from_ && to == seen_to_) return;
   Recording& recording = time_->recording();
   const size_t branch = recording.position().branch;
-  seen_.clear();
+  std::vector<Seen> before = std::exchange(seen_, {});
   for (long instant = from; instant <= to; ++instant) {
+    if (same && instant >= seen_from_ && instant <= seen_to_) {
+      seen_.push_back(std::move(before[static_cast<size_t>(instant - seen_from_)]));
+      continue;
+    }
     const SimulationState& state = recording.state_at({branch, instant});
     Seen& seen = seen_.emplace_back();
     for (const Row& row : rows_) {
@@ -371,7 +376,7 @@ void WaveView::paint_ruler(QPainter& painter, long from, long to) {
   painter.fillRect(0, 0, viewport()->width(), ruler_height(), look.pane);
   painter.setPen(look.line);
   painter.drawLine(0, ruler_height() - 1, viewport()->width(), ruler_height() - 1);
-  const int wide = painter.fontMetrics().horizontalAdvance(QString::number(to)) + 2 * margin();
+  const int wide = painter.fontMetrics().horizontalAdvance(QString::number(to)) + margin();
   long step = 1;
   for (int factor = 0; step * column_ < wide; ++factor) step *= factor % 3 == 1 ? 5 : 2;
   painter.setClipRect(names_width_, 0, viewport()->width(), ruler_height());
@@ -379,14 +384,15 @@ void WaveView::paint_ruler(QPainter& painter, long from, long to) {
   for (long instant = from - from % step; instant <= to; instant += step) {
     if (instant < 1) continue;
     painter.setPen(instant == here ? look.accent : look.faint);
-    painter.drawText(QRect(x_of(instant), 0, std::max(column_, wide), ruler_height()),
+    const int line = ScopeLook::row_height();
+    painter.drawText(QRect(x_of(instant), ruler_height() - line, std::max(column_, wide), line),
                      column_ >= wide ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter,
                      QString::number(instant));
   }
   for (const auto& [instant, text] : marks()) {
     painter.setPen(look.accent);
-    painter.drawText(QRect(x_of(instant), 0, 400, ruler_height()), Qt::AlignLeft | Qt::AlignTop,
-                     QString::fromUtf8("\u25be") + text);
+    painter.drawText(QRect(x_of(instant), 0, viewport()->width(), ScopeLook::row_height()),
+                     Qt::AlignLeft | Qt::AlignVCenter, QString::fromUtf8("\u25be") + text);
   }
   painter.setClipping(false);
 }

@@ -77,6 +77,7 @@ class WaveView : public QAbstractScrollArea {
   long instant_at(int x) const;
   int x_of(long instant) const;
   int row_at(int y) const;
+  int ruler_height() const;
   void paint_ruler(QPainter& painter, long from, long to);
   void paint_row(QPainter& painter, int row, int y, long from, long to);
   void paint_state(QPainter& painter, QRect cell, SignalState state, bool rises) const;

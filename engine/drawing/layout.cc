@@ -1,11 +1,15 @@
 // Places come from Graphviz's library. A diagram goes there as a graph of numbered nodes whose
-// labels have the sizes of our text, and comes back as boxes and curves.
+// labels have the sizes of our text, and comes back as boxes and curves. Where the source tells the
+// place of every state, in points with y downwards, these places are kept; a transition whose point
+// is told goes through it, and has its label there.
 
 #include "engine/drawing/layout.h"
 
 #include <gvc.h>
 
 #include <algorithm>
+#include <cmath>
+#include <map>
 #include <memory>
 #include <sstream>
 
@@ -68,18 +72,62 @@ GVC_t* context() {
   return kept;
 }
 
+bool places_are_told(const Diagram& diagram) {
+  return !diagram.nodes.empty() && std::ranges::all_of(diagram.nodes, [](const auto& node) {
+    return node.geometry.size() == 3;
+  });
+}
+
+/// In Graphviz's language, where y goes up: kept there.
+std::string place_text(double x, double y) {
+  std::ostringstream place;
+  place << x << ',' << -y << '!';
+  return place.str();
+}
+
+/// From the centre of a node towards a point, where its edge is.
+DrawnPoint edge_of(const DiagramLayout::Node& node, DrawnPoint towards, double beyond) {
+  const double x = towards.x - node.centre.x, y = towards.y - node.centre.y;
+  const double a = node.width / 2 + beyond, b = node.height / 2 + beyond;
+  const double length = std::hypot(x / a, y / b);
+  return length == 0 ? node.centre
+                     : DrawnPoint{node.centre.x + x / length, node.centre.y + y / length};
+}
+
+/// A curve from one node to another that is at the point half way; a loop where they are the same.
+DiagramLayout::Arc told_arc(const DiagramLayout::Node& from, const DiagramLayout::Node& to,
+                            DrawnPoint through) {
+  constexpr double head = 10;
+  const bool loop = from.centre.x == to.centre.x && from.centre.y == to.centre.y;
+  const double x = through.x - from.centre.x, y = through.y - from.centre.y;
+  const DrawnPoint left{through.x - (loop ? y / 2 : 0), through.y + (loop ? x / 2 : 0)};
+  const DrawnPoint right{through.x + (loop ? y / 2 : 0), through.y - (loop ? x / 2 : 0)};
+  const DrawnPoint begin = edge_of(from, left, 0), end = edge_of(to, right, head);
+  // Of a cubic curve half way: an eighth of its ends, three eighths of its handles.
+  const auto handle = [&](double side, double point, double ends) {
+    return side + (8 * point - ends) / 6 - point;
+  };
+  return {
+      {begin,
+       {handle(left.x, through.x, begin.x + end.x), handle(left.y, through.y, begin.y + end.y)},
+       {handle(right.x, through.x, begin.x + end.x), handle(right.y, through.y, begin.y + end.y)},
+       end},
+      edge_of(to, right, 0),
+      through,
+      {}};
+}
+
 class Placed {
  public:
   explicit Placed(const Diagram& diagram)
       : diagram_(diagram),
-        fixed_(!diagram.nodes.empty() &&
-               std::ranges::all_of(diagram.nodes,
-                                   [](const auto& node) { return node.geometry.size() == 3; })),
+        fixed_(places_are_told(diagram)),
         graph_(agopen(name("diagram"), Agdirected, nullptr), &agclose) {
     set(graph_.get(), "rankdir", diagram.nodes.size() > 8 ? "TB" : "LR");
     set(graph_.get(), "nodesep", "0.35");
     set(graph_.get(), "ranksep", "0.5");
     set(graph_.get(), "splines", "true");
+    set(graph_.get(), "inputscale", std::to_string(points_an_inch));
     add_nodes();
     add_arcs();
     done_ = gvLayout(context(), graph_.get(), fixed_ ? "neato" : "dot") == 0;
@@ -106,8 +154,15 @@ class Placed {
                            ND_width(node) * points_an_inch, ND_height(node) * points_an_inch,
                            lines_of(diagram_.nodes[n])});
     }
-    for (size_t n = 0; n < diagram_.arcs.size(); ++n)
-      all.arcs.push_back(arc(arcs_[n], diagram_.arcs[n], point));
+    for (size_t n = 0; n < diagram_.arcs.size(); ++n) {
+      const Diagram::Arc& of = diagram_.arcs[n];
+      if (through(of))
+        all.arcs.push_back(told_arc(all.nodes[of.from], all.nodes[of.to],
+                                    point(ND_coord(rooms_.at(n)).x, ND_coord(rooms_.at(n)).y)));
+      else
+        all.arcs.push_back(arc(arcs_[n], point));
+      all.arcs.back().lines = broken_lines(of.label);
+    }
     return all;
   }
 
@@ -134,9 +189,9 @@ class Placed {
       set(nodes_.back(), "shape", shape_of(node.shape));
       set(nodes_.back(), "margin", "0.12,0.06");
       if (!fixed_) continue;
-      std::ostringstream place;
-      place << node.geometry[0] << ',' << -node.geometry[1] << '!';
-      set(nodes_.back(), "pos", place.str());
+      set_place(nodes_.back(), node.geometry[0], node.geometry[1]);
+      for (const char* side : {"width", "height"})
+        set(nodes_.back(), side, std::to_string(2 * node.geometry[2] / points_an_inch));
     }
   }
 
@@ -150,23 +205,36 @@ class Placed {
         set(from, "shape", "point");
         set(from, "width", "0.08");
         if (fixed_) {
-          std::ostringstream place;
           const auto& at = diagram_.nodes[arc.to].geometry;
-          place << at[0] - at[2] - 40 << ',' << -at[1] << '!';
-          set(from, "pos", place.str());
+          set_place(from, at[0] - at[2] - 40, at[1]);
         }
       } else {
         from = nodes_[arc.from];
       }
       arcs_.push_back(
           agedge(graph_.get(), from, nodes_[arc.to], name(std::to_string(n).c_str()), 1));
-      set_text(arcs_.back(), joined(broken_lines(arc.label)));
+      const std::string label = joined(broken_lines(arc.label));
+      set_text(arcs_.back(), through(arc) ? "" : label);
+      if (!through(arc)) continue;
+      // Room for the label where the arc shall go.
+      Agnode_t* const room = rooms_[n] =
+          agnode(graph_.get(), name(('g' + std::to_string(n)).c_str()), 1);
+      set_text(room, label);
+      set(room, "shape", "plaintext");
+      set_place(room, arc.geometry[0], arc.geometry[1]);
     }
   }
 
+  /// Whether the source tells a point of the arc.
+  bool through(const Diagram::Arc& arc) const {
+    return fixed_ && arc.geometry.size() == 2 && arc.from != Diagram::nowhere;
+  }
+
+  static void set_place(void* node, double x, double y) { set(node, "pos", place_text(x, y)); }
+
   template <class Point>
-  static DiagramLayout::Arc arc(Agedge_t* edge, const Diagram::Arc& of, Point point) {
-    DiagramLayout::Arc drawn{{}, {}, {}, broken_lines(of.label)};
+  static DiagramLayout::Arc arc(Agedge_t* edge, Point point) {
+    DiagramLayout::Arc drawn;
     if (ED_label(edge) != nullptr)
       drawn.label = point(ED_label(edge)->pos.x, ED_label(edge)->pos.y);
     const splines* all = ED_spl(edge);
@@ -183,6 +251,7 @@ class Placed {
   std::unique_ptr<Agraph_t, int (*)(Agraph_t*)> graph_;
   std::vector<Agnode_t*> nodes_;
   std::vector<Agedge_t*> arcs_;
+  std::map<size_t, Agnode_t*> rooms_;  ///< of the labels, by arc that has a told point
   bool done_ = false;
 };
 
@@ -193,13 +262,17 @@ DiagramLayout layout_of(const Diagram& diagram) {
 }
 
 std::string dot_text(const Diagram& diagram) {
+  const bool fixed = places_are_told(diagram);
   std::string text = "digraph " + quoted(diagram.title) + " {\n" +
+                     (fixed ? "  graph [layout=neato, inputscale=72];\n" : "") +
                      "  node [fontname=\"DejaVu Sans\"];\n  edge [fontname=\"DejaVu Sans\"];\n";
   for (size_t n = 0; n < diagram.nodes.size(); ++n) {
     const Diagram::Node& node = diagram.nodes[n];
     text += "  n" + std::to_string(n) + " [label=" + quoted(joined(lines_of(node))) +
             ", shape=" + shape_of(node.shape) +
-            (node.shape == Diagram::Shape::final_state ? ", peripheries=2" : "") + "];\n";
+            (node.shape == Diagram::Shape::final_state ? ", peripheries=2" : "");
+    if (fixed) text += ", pos=" + quoted(place_text(node.geometry[0], node.geometry[1]));
+    text += "];\n";
   }
   for (size_t n = 0; n < diagram.arcs.size(); ++n) {
     const Diagram::Arc& arc = diagram.arcs[n];

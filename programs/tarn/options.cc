@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <iomanip>
 #include <map>
 
@@ -184,6 +185,10 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
+    if (const std::filesystem::path output = options.output; output.is_absolute()) {
+      options.folder = output.parent_path();
+      options.output = output.filename();
+    }
     if (options.states && !options.dot && !options.svg)
       throw CLI::ValidationError("--states", "goes with --dot or --svg");
     if (!bench.first.empty()) options.bench = bench_target(bench.first);

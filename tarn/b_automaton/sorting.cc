@@ -2,23 +2,10 @@
 
 #include <iostream>
 
+#include "pert_exp/undated.h"
 #include "tarn/b_automaton/b_automaton.h"
 
 namespace kiva {
-
-namespace {
-
-void forget_dates(Bddexpressionwood& wood) {
-  for (long index = 0; index < wood.Nb_bdd_vars(); ++index) {
-    Bddexpression* e = wood.Exp_table()[index];
-    if (e == nullptr) continue;
-    e->setEarlyDate(0);
-    e->setLateDate(0);
-  }
-  wood.update_nb_level(0);
-}
-
-}  // namespace
 
 std::list<long> b_automaton::sort() {
   forget_dates(*wood_);

@@ -95,6 +95,8 @@ class EquationTable {
   /// The same for one branch of a statement, which writes and reads no wires but its own: without
   /// the equations of wires, registers, data signals and what runs have brought in.
   EquationTable* branch(Module* module);
+  /// Another table for a branch of the same statement, from one in which nothing is compiled yet.
+  EquationTable* fellow(Module* module);
   /// The branch's own statements are compiled from here on: of the module's signals only those that
   /// the branch took over, and those that come from now on, can be known to it.
   void begin_branch(const Module* module);
@@ -131,7 +133,8 @@ class EquationTable {
   void updatePertDate(Bddexpression* from, Bddexpression* to);
 
  private:
-  /// What stands where: statements by the names of the signals that they made, and causes.
+  /// What all tables of a compilation share. What stands where: statements by the names of the
+  /// signals that they made, and causes.
   struct Sources {
     struct Cause {
       std::vector<std::string> reads;  ///< signals, sorted
@@ -140,6 +143,10 @@ class EquationTable {
     };
     std::unordered_map<std::string, SourceSpan> makers;
     std::vector<Cause> causes;
+    /// Empty woods of branches that have ended: their tables are as long as the manager has
+    /// variables, so the next branch is given one of them.
+    std::vector<std::unique_ptr<Bddexpressionwood>> left_woods;
+    size_t woods_made = 0;
   };
   friend class CycleStory;
 
@@ -161,6 +168,10 @@ class EquationTable {
   /// Gives a variable its equation; one that stood there is deleted.
   void define(const std::string& name, long index, const bdd& f, int usertype);
   EquationTable* over(Bddexpressionwood* copy);
+  std::unique_ptr<Bddexpressionwood> wood_for_branch();
+  template <class TakeOver>
+  EquationTable* branch_with(Module* module, TakeOver take_over);
+  void carry(Signal* signal, Bddexpressionwood* wood, Module* module);
   template <class See>
   void for_each_known_signal(Module* module, See see);
   void learn_occurrence(Signal* signal, int occurrence);
@@ -178,8 +189,10 @@ class EquationTable {
   std::string module_name;
   std::string unsettled_;
   std::shared_ptr<Sources> sources_;
-  /// Of a branch: the signals taken over, and the lengths of the module's lists when it began.
+  /// Of a branch: the signals taken over, the first `only_read_` without equations, and the lengths
+  /// of the module's lists when it began.
   std::vector<Signal*> carried_;
+  size_t only_read_ = 0;
   std::array<size_t, 4> lists_at_begin_{};
   std::unordered_map<long, PendingTerms> pending_;  ///< by variable index
 };

@@ -14,6 +14,7 @@
 //     branch that an exception has left.
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -213,7 +214,7 @@ void EquationTable::pre(Module* module) {
 void EquationTable::pre_later(Module* module) {
   for (Signal* output : module->getOutputSignalList())
     if (output->hasOccurrence(bdd_expression_wood)) start_occurrence(output, module);
-  for (Signal* local : module->getLocalSignalList())
+  for (Signal* local : module->getLocalSignalList().plain())
     if (!local->isWire() && !local->isValue() && !local->isInstance() &&
         local->hasOccurrence(bdd_expression_wood))
       start_occurrence(local, module);
@@ -274,49 +275,96 @@ EquationTable* EquationTable::duplicate(Module* module) {
   return table;
 }
 
+/// A wood for a branch: one that another has left, where there is one.
+std::unique_ptr<Bddexpressionwood> EquationTable::wood_for_branch() {
+  bddpp_manager* manager = bdd_expression_wood->my_bdd_manager();
+  if (sources_ == nullptr) sources_ = std::make_shared<Sources>();
+  while (!sources_->left_woods.empty()) {
+    std::unique_ptr<Bddexpressionwood> left = std::move(sources_->left_woods.back());
+    sources_->left_woods.pop_back();
+    if (left->my_bdd_manager() == manager && left->Nb_bdd_vars() <= manager->Nb_bdd_vars())
+      return left;
+  }
+  auto made = std::make_unique<Bddexpressionwood>(manager);
+  made->note_entries_in_use();
+  sources_->left_woods.reserve(++sources_->woods_made);  // no branch may fail to leave its own
+  return made;
+}
+
+/// Takes the signal over from the table that is over `wood`, with its equations unless it is only
+/// read.
+void EquationTable::carry(Signal* signal, Bddexpressionwood* wood, Module* module) {
+  if (!signal->hasOccurrence(wood)) return;
+  Bddexpressionwood* copy = bdd_expression_wood;
+  SignalManager* manager = module->getSignalManager();
+  const int current = signal->getCurrentOccurrence(wood);
+  signal->extendCurrentOccurrenceTable(copy, current);
+  carried_.push_back(signal);
+  for (int occurrence = 0; occurrence <= current; ++occurrence) {
+    SignalRef* ref = manager->getSignalRefByOccurrence(signal, occurrence);
+    if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
+    const long status_index = ref->getBddStatusId(wood);
+    const long value_index = ref->getBddValueId(wood);
+    manager->extendSignalRef(status_index, value_index, ref, copy);
+    if (carried_.size() <= only_read_) continue;
+    for (long index : {status_index, value_index})
+      if (const Bddexpression* equation = wood->exp_by_index(index)) {
+        auto* copied = new Bddexpression(copy, *equation);
+        if (equation->getAbstraction() != 0) {
+          copy->learn_abstract_expression(copied, nullptr);
+        } else {
+          copy->learn_expression(copied);
+        }
+      }
+  }
+}
+
+/// A table over such a wood, into which `take_over` carries signals.
+template <class TakeOver>
+EquationTable* EquationTable::branch_with(Module* module, TakeOver take_over) {
+  std::unique_ptr<EquationTable> table(over(wood_for_branch().release()));
+  table->bdd_expression_wood->update_nb_level(bdd_expression_wood->Nb_level());
+  try {
+    take_over(*table);
+  } catch (...) {
+    table->discard(module);
+    throw;
+  }
+  return table.release();
+}
+
 EquationTable* EquationTable::branch(Module* module) {
   settle();
-  Bddexpressionwood* wood = bdd_expression_wood;
-  auto* const copy = new Bddexpressionwood(wood->my_bdd_manager());
-  copy->update_nb_level(wood->Nb_level());
-  EquationTable* table = over(copy);
-  SignalManager* manager = module->getSignalManager();
-  const auto carry = [&](Signal* signal, bool with_equations) {
-    if (!signal->hasOccurrence(wood)) return;
-    const int current = signal->getCurrentOccurrence(wood);
-    signal->extendCurrentOccurrenceTable(copy, current);
-    table->carried_.push_back(signal);
-    for (int occurrence = 0; occurrence <= current; ++occurrence) {
-      SignalRef* ref = manager->getSignalRefByOccurrence(signal, occurrence);
-      if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
-      const long status_index = ref->getBddStatusId(wood);
-      const long value_index = ref->getBddValueId(wood);
-      manager->extendSignalRef(status_index, value_index, ref, copy);
-      if (!with_equations) continue;
-      for (long index : {status_index, value_index})
-        if (const Bddexpression* equation = wood->exp_by_index(index)) {
-          auto* copied = new Bddexpression(copy, *equation);
-          if (equation->getAbstraction() != 0) {
-            copy->learn_abstract_expression(copied, nullptr);
-          } else {
-            copy->learn_expression(copied);
-          }
-        }
-    }
-  };
-  for (Signal* input : module->getInputSignalList()) carry(input, false);
-  for (Signal* data : module->getDataSignalList()) carry(data, false);
-  for (Signal* output : module->getOutputSignalList()) carry(output, true);
-  for (Signal* local : module->getLocalSignalList())
-    if (!local->isWire() && !local->isInstance()) carry(local, true);
-  return table;
+  return branch_with(module, [&](EquationTable& table) {
+    Bddexpressionwood* wood = bdd_expression_wood;
+    table.only_read_ = std::numeric_limits<size_t>::max();
+    for (Signal* input : module->getInputSignalList()) table.carry(input, wood, module);
+    for (Signal* data : module->getDataSignalList()) table.carry(data, wood, module);
+    table.only_read_ = table.carried_.size();
+    for (Signal* output : module->getOutputSignalList()) table.carry(output, wood, module);
+    for (Signal* local : module->getLocalSignalList().plain())
+      if (!local->isWire() && !local->isInstance()) table.carry(local, wood, module);
+  });
+}
+
+EquationTable* EquationTable::fellow(Module* module) {
+  return branch_with(module, [&](EquationTable& table) {
+    table.only_read_ = only_read_;
+    for (Signal* signal : carried_) table.carry(signal, bdd_expression_wood, module);
+  });
 }
 
 void EquationTable::discard(Module* module) {
-  for_each_known_signal(module,
-                        [this](Signal* signal) { signal->forgetWood(bdd_expression_wood); });
-  KIVA_CHECK(5, !is_known(module, bdd_expression_wood));
-  module->getSignalManager()->deleteWood(bdd_expression_wood);
+  Bddexpressionwood* wood = bdd_expression_wood;
+  for_each_known_signal(module, [wood](Signal* signal) { signal->forgetWood(wood); });
+  KIVA_CHECK(5, !is_known(module, wood));
+  if (sources_ == nullptr || !wood->notes_entries_in_use()) {
+    module->getSignalManager()->deleteWood(wood);
+  } else {
+    module->getSignalManager()->forgetWood(wood);
+    wood->empty();
+    sources_->left_woods.emplace_back(wood);
+  }
   lose_wood();
 }
 

@@ -18,6 +18,7 @@ void signal_list::remove(Signal* signal) {
   auto at = std::find(signals_.begin(), signals_.end(), signal);
   if (at == signals_.end()) return;
   signals_.erase(at);
+  std::erase(plain_, signal);
   by_original_.clear();
   by_internal_.clear();
   indexed_ = 0;
@@ -25,6 +26,7 @@ void signal_list::remove(Signal* signal) {
 
 void signal_list::clear() {
   signals_.clear();
+  plain_.clear();
   by_original_.clear();
   by_internal_.clear();
   indexed_ = 0;

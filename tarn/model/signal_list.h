@@ -20,7 +20,10 @@ class signal_list {
     for (Signal* signal : signals) push_back(signal);
   }
 
-  void push_back(Signal* signal) { signals_.push_back(signal); }
+  void push_back(Signal* signal) {
+    signals_.push_back(signal);
+    if (!signal->isWire()) plain_.push_back(signal);
+  }
   /// Removes the signal where it first stands; nothing if it is not there.
   void remove(Signal* signal);
   void clear();
@@ -34,6 +37,8 @@ class signal_list {
   Signal* operator[](size_t position) const { return signals_[position]; }
   const_iterator begin() const { return signals_.begin(); }
   const_iterator end() const { return signals_.end(); }
+  /// Those that were no wires when they came, in the same order: statements make many wires.
+  const std::vector<Signal*>& plain() const { return plain_; }
 
  private:
   using Index = std::unordered_map<std::string_view, Signal*>;
@@ -41,6 +46,7 @@ class signal_list {
   void complete_index() const;
 
   std::vector<Signal*> signals_;
+  std::vector<Signal*> plain_;
   mutable Index by_original_;
   mutable Index by_internal_;
   mutable size_t indexed_ = 0;  ///< number of signals in the index

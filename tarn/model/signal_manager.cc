@@ -229,9 +229,13 @@ void SignalManager::duplicate(Bddexpressionwood* from, Bddexpressionwood* to) {
     extendSignalRef(ref->getBddStatusId(from), ref->getBddValueId(from), ref, to);
 }
 
-void SignalManager::deleteWood(Bddexpressionwood* wood) {
+void SignalManager::forgetWood(const Bddexpressionwood* wood) {
   for (SignalRef* ref : definedIn(wood)) ref->removeWood(wood);
   signalrefs_of_wood.erase(wood);
+}
+
+void SignalManager::deleteWood(Bddexpressionwood* wood) {
+  forgetWood(wood);
   if (wood->get_common_bdd_manager() == 0) signalref_id_table.erase(wood->my_bdd_manager());
   EquationTable::destroy_wood(wood);
 }

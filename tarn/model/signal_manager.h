@@ -110,6 +110,8 @@ class SignalManager {
 
   /// Gives every reference defined in `from` the same indices in `to`.
   void duplicate(Bddexpressionwood* from, Bddexpressionwood* to);
+  /// Takes the wood, over a manager of its module's, out of all references.
+  void forgetWood(const Bddexpressionwood* wood);
   /// Takes the wood out of all references and tables, then destroys it.
   void deleteWood(Bddexpressionwood* wood);
 

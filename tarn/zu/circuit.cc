@@ -84,16 +84,12 @@ namespace {
 /// The table of one branch. Unless it ends in `unify`, its wood goes with it.
 class BranchTable {
  public:
-  BranchTable(EquationTable* table, Module* module)
-      : module_(module), table_(table->branch(module)) {}
-  BranchTable(BranchTable&& other) = default;
+  BranchTable(EquationTable* table, Module* module) : module_(module), table_(table) {}
   ~BranchTable() {
     if (table_ != nullptr && table_->getBddexpressionWood() != nullptr) table_->discard(module_);
   }
-  EquationTable* begin() {
-    table_->begin_branch(module_);
-    return table_.get();
-  }
+  EquationTable* operator->() const { return table_.get(); }
+  EquationTable* get() const { return table_.get(); }
 
  private:
   Module* module_;
@@ -114,14 +110,20 @@ void compile_branch(Statement* branch, Module* module, EquationTable* table) {
 
 void compile_branches(const std::vector<Statement*>& branches, Module* module,
                       EquationTable* table) {
-  std::vector<BranchTable> others;
-  for (size_t i = 1; i < branches.size(); ++i) others.emplace_back(table, module);
-  compile_branch(branches[0], module, table);
-  for (size_t i = 1; i < branches.size(); ++i) {
-    EquationTable* own = others[i - 1].begin();
-    compile_branch(branches[i], module, own);
+  // All begin with what stood there before the first.
+  const auto compile_in = [&](Statement* branch, EquationTable* own) {
+    own->begin_branch(module);
+    compile_branch(branch, module, own);
     table->unify_later(own, module);
+  };
+  if (branches.size() < 2) return compile_branch(branches[0], module, table);
+  const BranchTable before(table->branch(module), module);
+  compile_branch(branches[0], module, table);
+  for (size_t i = 1; i + 1 < branches.size(); ++i) {
+    const BranchTable own(before->fellow(module), module);
+    compile_in(branches[i], own.get());
   }
+  compile_in(branches.back(), before.get());
 }
 
 }  // namespace kiva

@@ -10,13 +10,14 @@
 
 #include <algorithm>
 #include <iostream>
-#include <set>
+#include <optional>
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
 #include "tarn/model/rules.h"
 #include "tarn/session/session.h"
 #include "tarn/zu/circuit.h"
+#include "tarn/zu/passing_locals.h"
 #include "tarn/zu/whole_values.h"
 
 namespace kiva {
@@ -149,12 +150,6 @@ void add_start(Module* module, Bddexpressionwood* wood) {
   define_pair(bootplus, wood->Bdd_zero(), wood->Bdd_one());
 }
 
-/// Is there someone to watch a local?
-bool is_watched(const Signal* local) {
-  if (Compilation::MapFlag() && local->isWire() && !local->isRegister()) return true;
-  return Compilation::rules().locals && !Compilation::StripFlag() && local->isDeclared();
-}
-
 /// The locals that stay for whoever watches the module, by the rule `locals`.
 std::vector<const Signal*> watched_locals(const Module* module) {
   std::vector<const Signal*> watched;
@@ -175,19 +170,9 @@ void set_types(Module* module, Bddexpressionwood* wood, const std::vector<const 
   }
 }
 
-std::set<const Signal*> register_variables(const Module* module) {
-  std::set<const Signal*> variables;
-  for (const regclass* reg : module->getRegisterList()) {
-    variables.insert(reg->actual_var());
-    variables.insert(reg->next_var());
-  }
-  return variables;
-}
-
 /// The equations that stay, whether or not anything reads them.
 index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rtl,
-                           const std::vector<const Signal*>& watched) {
-  std::vector<long> kept;
+                           const std::vector<const Signal*>& watched, std::vector<long> kept) {
   const auto keep = [&](long status_index, long value_index) {
     kept.push_back(status_index);
     kept.push_back(value_index);
@@ -215,36 +200,8 @@ index_set needed_equations(Module* module, Bddexpressionwood* wood, bool keep_rt
   return index_set::from_unsorted(std::move(kept));
 }
 
-/// Takes what has neither a status nor readers from the list: further occurrences, registers that
-/// hold a constant. Nothing can be said of it in any instant.
-void forget_silent_locals(Module* module, Bddexpressionwood* wood) {
-  const std::set<const Signal*> registers = register_variables(module);
-  const auto is_silent = [&](const Signal* local) {
-    if (registers.contains(local) || local->isValued(module, wood) || local->isClock())
-      return false;
-    const std::list<long> indices = local->getAllBddId(module, wood);
-    const auto is_own = [&](long index) {
-      return std::find(indices.begin(), indices.end(), index) != indices.end();
-    };
-    for (auto at = indices.begin(); at != indices.end(); ++at) {
-      const bool is_status = std::distance(indices.begin(), at) % 2 == 0;
-      const index_set& readers = wood->set_of_amont_dependances(*at);
-      if ((is_status && wood->exp_by_index(*at) != nullptr) ||
-          !std::all_of(readers.begin(), readers.end(), is_own))
-        return false;
-    }
-    return true;
-  };
-  signal_list kept;
-  for (Signal* local : module->getLocalSignalList()) {
-    if (!is_silent(local)) {
-      kept.push_back(local);
-      continue;
-    }
-    for (long index : local->getAllBddId(module, wood))
-      if (wood->exp_by_index(index) != nullptr) wood->forget_expression_by_bddid(index);
-  }
-  module->setLocalSignalList(std::move(kept));
+void suppress_wires(Bddexpressionwood* wood) {
+  if (!Compilation::KeepWiresFlag()) wood->suppress_wires(protected_types());
 }
 
 void date(Module* module, Bddexpressionwood* wood) {
@@ -278,11 +235,18 @@ void finalize_module(Module* module, int keep_rtl) {
   std::vector<const Signal*> watched = watched_locals(module);
   // Nothing that follows takes the equations of outputs away.
   set_types(module, wood, watched, Compilation::SOUTPUT, Compilation::VOUTPUT);
+  std::optional<PassingLocals> passing;
+  if (Compilation::rules().locals) passing.emplace(module, wood);
   wood->constants_propagation(protected_types());
-  clean_module(module);
+  if (passing) passing->may_be_inlined();
+  suppress_wires(wood);
+  if (passing) passing->protect();
+  suppress_useless_registers(module);
+  clean_locals(module);
   add_start(module, wood);
   watched = watched_locals(module);
-  wood->clean(needed_equations(module, wood, keep_rtl != 0, watched));
+  wood->clean(needed_equations(module, wood, keep_rtl != 0, watched,
+                               passing ? passing->pass_on() : std::vector<long>()));
   set_types(module, wood, watched, Compilation::STAT, Compilation::VAL);
   if (Compilation::rules().locals) forget_silent_locals(module, wood);
   date(module, wood);
@@ -293,7 +257,7 @@ void finalize_module(Module* module, int keep_rtl) {
 void clean_module(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
   if (wood == nullptr) return;
-  if (!Compilation::KeepWiresFlag()) wood->suppress_wires(protected_types());
+  suppress_wires(wood);
   suppress_useless_registers(module);
   clean_locals(module);
 }

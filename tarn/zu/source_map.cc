@@ -173,7 +173,7 @@ class Walk {
     SourceMap::Instance& into = map.instances[number];
     for (const auto& [name, state] : *s->getStateTable()) {
       if (!state->span.known()) continue;
-      const std::string text = texts_.at(state->span);
+      const std::string all = texts_.at(state->span), text = all.substr(0, all.find("geometry:"));
       const size_t slash = text.find('/');
       into.states.push_back(
           {name,
@@ -185,10 +185,17 @@ class Walk {
       if (state->geometry)
         into.states.back().geometry.assign(state->geometry->begin(), state->geometry->end());
     }
-    for (const Transition* t : *s->getTransitionList())
-      into.arcs.push_back({t->initial ? "" : t->from->name, t->to->name, t->span, t->tpe,
-                           arc_label(texts_.at(t->span), *t), name(t->fired, suffix),
-                           name(t->triggered, suffix)});
+    for (const Transition* t : *s->getTransitionList()) {
+      into.arcs.push_back({t->initial ? "" : t->from->name,
+                           t->to->name,
+                           t->span,
+                           t->tpe,
+                           arc_label(texts_.at(t->span), *t),
+                           name(t->fired, suffix),
+                           name(t->triggered, suffix),
+                           {}});
+      if (t->geometry) into.arcs.back().geometry = {t->geometry->first, t->geometry->second};
+    }
   }
 
   SourceTexts texts_;

@@ -47,6 +47,7 @@ struct SourceMap {
     int kind;                      ///< Transition::strong, weak, normal_termination
     std::string label;             ///< trigger and actions, as the source has them
     std::string fired, triggered;  ///< One where it fires, where its trigger holds in its source
+    std::vector<double> geometry;  ///< a point of its drawing as the source has it; else empty
   };
   struct Instance {
     std::string module;

@@ -92,9 +92,12 @@ class InstancesText {
     json_.put("code", state.code);
     json_.put("final", state.final_state);
     json_.put("shows", state.shows);
-    json_.open_array("geometry");
-    for (const double number : state.geometry) json_.add(number);
+    put_geometry(state.geometry);
     json_.close();
+  }
+  void put_geometry(const std::vector<double>& numbers) {
+    json_.open_array("geometry");
+    for (const double number : numbers) json_.add(number);
     json_.close();
   }
   void put(const SourceMap::Arc& arc) {
@@ -106,6 +109,7 @@ class InstancesText {
     json_.put("label", arc.label);
     json_.put("fired", arc.fired);
     json_.put("triggered", arc.triggered);
+    put_geometry(arc.geometry);
     json_.close();
   }
   void put(const SourceSpan& at) {

@@ -6,6 +6,7 @@
 
 #include "tarn/zuc/zuc_writer.h"
 
+#include <cctype>
 #include <filesystem>
 #include <iostream>
 #include <set>
@@ -58,11 +59,24 @@ void put_type(std::ostream& os, const SignalRef& ref) {
   if (ref.isValued()) os << " : " << ref.getType();
 }
 
+/// A literal is a constant that bears its text behind "C__": what is no part of a name goes.
+std::string name_of_constant(const std::string& name, std::set<std::string>& taken) {
+  std::string text = name;
+  for (char& c : text)
+    if (std::isalnum(static_cast<unsigned char>(c)) == 0 && c != '_' && c != '@' && c != '.')
+      c = '_';
+  if (text != name)
+    while (!taken.insert(text).second) text += "_bis";
+  return text;
+}
+
 void put_constants(std::ostream& os, const DataConstantTable& table) {
   os << "constant:\n";
+  std::set<std::string> taken;
+  for (const ConstantDecl* constant : table.getConstantList()) taken.insert(constant->getName());
   for (const ConstantDecl* constant : table.getConstantList()) {
     if (constant->getIndex() == -1) continue;
-    os << constant->getType() << ' ' << constant->getName();
+    os << constant->getType() << ' ' << name_of_constant(constant->getName(), taken);
     if (constant->getValue() != nullptr) {
       const auto* literal = dynamic_cast<const DataValue*>(constant->getValue());
       if (literal == nullptr)
@@ -101,6 +115,11 @@ bool is_silent(Bddexpressionwood* wood, long status_index, long value_index) {
          wood->set_of_amont_dependances(value_index).empty();
 }
 
+/// Nobody finds the signal by its name.
+bool may_be_nameless(const Signal* signal, Module* module) {
+  return !signal->isRegister() && !signal->isClock() && !signal->isValued(module);
+}
+
 /// Locals with all their occurrences, then the further occurrences of outputs.
 void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool forget_locals) {
   Bddexpressionwood* wood = module->getBddWood();
@@ -112,8 +131,8 @@ void put_locals(Module* module, std::ostream& os, FileNumbers& numbers, bool for
       const long status_index = *at++;
       const long value_index = *at++;
       if (std::exchange(skip_first, false)) continue;
-      if (lists_no_silent && status_index != indices.front() &&
-          is_silent(wood, status_index, value_index))
+      if (lists_no_silent && is_silent(wood, status_index, value_index) &&
+          (status_index != indices.front() || may_be_nameless(signal, module)))
         continue;
       if (!std::exchange(any_local, true)) os << "local:";
       numbers.enter(status_index, value_index);

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "base/json_text.h"
+#include "base/printable_text.h"
 #include "tests/support/process_end.h"
 
 namespace kiva::test {
@@ -23,6 +25,11 @@ strings all_tokens(std::string text, char sep) {
 }
 
 }  // namespace
+
+TEST(TextForATerminal, HoldsNothingThatItObeys) {
+  EXPECT_EQ(printable("\x1b[m\n\x7f\xc2\x9b\xc3\xa9"), "\\x1b[m\\n\\x7f\\xc2\\x9b\xc3\xa9");
+  EXPECT_EQ(JsonText::quoted("\x1b\x7f\xc2\x9b\xc3\xa9"), "\"\\u001b\\u007f\\u009b\xc3\xa9\"");
+}
 
 TEST(Stringpp, LettersOfIso8859) {
   strings letters;

@@ -14,6 +14,10 @@
 #include <set>
 #include <sstream>
 
+#include "engine/lit_source.h"
+#include "engine/session_file.h"
+#include "tarn/session/session.h"
+#include "tarn/zuc/zuc_reader.h"
 #include "tests/injected/injection.h"
 #include "tests/support/setting.h"
 #include "tests/support/temp_dir.h"
@@ -38,6 +42,46 @@ bool leaks() {
 #endif
 }
 
+/// What the window reads: a module, the map of its source and the session of a run.
+int read_as_the_window(const std::vector<std::string>& files) {
+  try {
+    Session session;
+    const Session::Use use(session);
+    const ZucRead read = read_zuc_file(files[1], "", "");
+    if (read.module == nullptr) throw std::runtime_error(read.reason);
+    Simulation simulation(read.module);
+    Recording recording(&simulation);
+    Marks marks;
+    const LitSource lit(read_text(files[2]), simulation);
+    std::string problem = lit.problem();
+    if (problem.empty()) problem = open_session(read_text(files[3]), recording, nullptr, marks);
+    if (!problem.empty()) throw std::runtime_error(problem);
+    std::cout << session_text(recording, marks) << lit.instances().size() << '\n';
+    return 0;
+  } catch (const std::exception& fault) {
+    fprintf(stderr, "window: error: %s\n", fault.what());
+    return 1;
+  }
+}
+
+/// The three of them, in this folder.
+const TempDir& window_files() {
+  static const TempDir dir;
+  static const bool made = [] {
+    const std::string at = dir.path().string(), example = KIVA_SOURCE "/examples/washing_machine/";
+    EXPECT_EQ(
+        std::system((KIVA_PROGRAMS "/tarn -q --map -d " + at + ' ' + example + "washing_machine.zu")
+                        .c_str()),
+        0);
+    dir.write("session", R"({"module":"washing_machine","position":[1,3],"branches":[
+        {"begins":"load","instants":["start","","full","tick"]},
+        {"departs":[0,2],"instants":["full skip","stop"]}],"marks":[[1,3,"here"]]})");
+    return true;
+  }();
+  EXPECT_TRUE(made);
+  return dir;
+}
+
 using Files = std::map<std::string, std::string>;
 
 struct Ended {
@@ -60,6 +104,8 @@ const std::regex one_error(
 class Command {
  public:
   explicit Command(const std::string& text) : text_(text) {
+    for (size_t at; (at = text_.find("FILES")) != std::string::npos;)
+      text_.replace(at, 5, window_files().path().string());
     for (size_t at; (at = text_.find("DIR")) != std::string::npos;)
       text_.replace(at, 3, dir_.path().string());
     std::istringstream in(text_);
@@ -110,7 +156,9 @@ class Command {
     int status = thrown;
     try {
       const Injection injection(fault.kind, fault.n, fault.lasting);
-      status = (words_[0] == "tarn" ? tarn_main : console_main)(count, arguments.data());
+      status = words_[0] == "window"
+                   ? read_as_the_window(words_)
+                   : (words_[0] == "tarn" ? tarn_main : console_main)(count, arguments.data());
       *calls_ = Injection::calls();
     } catch (...) {
     }
@@ -171,6 +219,9 @@ INSTANTIATE_TEST_SUITE_P(
         "tarn --eval b0 " EXAMPLE("counter") ".zuc",
         "kiva-console -o DIR/o --format vcd --save-stimuli DIR/s --log DIR/l " EXAMPLE(
             "counter") ".zuc " EXAMPLE("counter") ".stimuli",
+        "window FILES/washing_machine.zuc FILES/washing_machine.zuc.map FILES/session",
+        "kiva-console --expect " EXAMPLE("counter") ".trace " EXAMPLE("counter") ".zuc " EXAMPLE(
+            "counter") ".stimuli",
         "kiva-console --random 20 --format json --until b0 " EXAMPLE("counter") ".zuc",
         "kiva-console --why carry@9 " EXAMPLE("counter") ".zuc " EXAMPLE("counter") ".stimuli"));
 

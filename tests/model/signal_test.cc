@@ -278,7 +278,9 @@ TEST_F(Model, CopiesOfModulesShareNothing) {
   in->setInput();
   module.addInputSignal(in);
   Signal* out = output("out");
+  out->setValueType("int", &module);
   out->newOccurrence(wood, &module);
+  module.setReincarnate(true);
   module.addRegisterDecl("R", 1, "RN");
   for (const char* wire : {"set", "reset", "rtl"}) make_kept<Signal>(wire, &module, wood, true);
   Signal* set = make_kept<Signal>(std::string("SETm"), &module, wood, true);
@@ -293,6 +295,10 @@ TEST_F(Model, CopiesOfModulesShareNothing) {
     Signal* copied = copy.getOutputSignal("out");
     EXPECT_NE(copied, out);
     EXPECT_EQ(copied->getName(&copy), "out_1");
+    EXPECT_TRUE(copy.getReincarnate());
+    const SignalRef* latest = copied->getSignalRef(&copy);
+    EXPECT_TRUE(latest->isPre());
+    EXPECT_EQ(latest->getType(), "int");
     EXPECT_TRUE(copy.getSet()->isWire());
     ASSERT_EQ(copy.getRegisterList().size(), 1u);
     EXPECT_EQ(copy.getRegisterList()[0]->actual_var(), copy.getLocalSignal("R"));
@@ -306,6 +312,10 @@ TEST_F(Model, CopiesOfModulesShareNothing) {
     ASSERT_NE(value, nullptr);
     EXPECT_EQ(value->getSignal(), copy.getInputSignal("in"));
   }
+  ModuleTable table(&std::cerr);
+  table.add(&module);
+  table.remove(module.getName());
+  EXPECT_EQ(table.get(module.getName()), nullptr);
   // The copy is gone; what it was made from stands.
   EXPECT_EQ(wood->exp_number(), 1);
 }

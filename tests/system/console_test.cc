@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 
 #include "tests/support/temp_dir.h"
@@ -157,6 +160,32 @@ TEST_F(ConsoleInput, RunsUntilAndAtRandomAndTellsWhy) {
   const ProgramRun why = run_program("kiva-console", "--why Q@3 " + module, "T\n\nT\n");
   EXPECT_EQ(why.out, "T = One\nR = One\n");
   EXPECT_EQ(run_program("kiva-console", "--why Q@4 " + module, "T\n").status, 1);
+}
+
+// What no run reached is what neither of two did.
+TEST_F(ConsoleInput, MergesTheCoverageOfSourceTexts) {
+  run_program("tarn",
+              "-q --map -d " + dir.path().string() + " " +
+                  (source_folder("examples") / "washing_machine/washing_machine.zu").string());
+  const auto never = [&](const std::string& options, const std::string& stimuli) {
+    std::istringstream told(run_program("kiva-console",
+                                        "--coverage " + options + dir.file("washing_machine.zuc"),
+                                        stimuli)
+                                .err);
+    std::set<std::string> lines;
+    for (std::string line; std::getline(told, line);)
+      if (line.starts_with("    never: ")) lines.insert(line);
+    return lines;
+  };
+  const std::string one = "\nstart\n\nstop\n", other = "\nstart\nfull\nskip\ntick\n\n";
+  const std::set<std::string> first = never("", one), second = never("", other);
+  std::set<std::string> neither;
+  std::ranges::set_intersection(first, second, std::inserter(neither, neither.end()));
+  EXPECT_NE(neither, first);
+  EXPECT_NE(neither, second);
+  const std::string file = "--coverage-file " + dir.file("merged") + " ";
+  EXPECT_EQ(never(file, one), first);
+  EXPECT_EQ(never(file, other), neither);
 }
 
 TEST_F(ConsoleInput, WrongUsageEndsWithTwo) {

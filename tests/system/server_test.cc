@@ -20,14 +20,15 @@ class ValuedExample : public testing::Test {
   ProgramRun run_with_server(const std::string& arguments, const std::string& input = "") {
     const auto script =
         std::filesystem::relative(source_folder("scripts/with_server"), KIVA_PROGRAMS);
-    return run_program(
-        script.string(),
-        "'" KIVA_PROGRAMS "' '" + dir.file("work") + "' '" + module + "' " + arguments, input);
+    return run_program(script.string(),
+                       "'" KIVA_PROGRAMS "' '" + work + "' '" + module + "' " + arguments, input);
   }
 
   const std::filesystem::path example = source_folder("examples/thermostat");
   TempDir dir;
   std::string module = dir.file("thermostat.zuc");
+  /// No part of the name is a command, or ends a folder of the search path.
+  const std::string work = dir.file("work:$(touch HIT)`touch HIT`\";touch HIT;\"");
 };
 
 TEST_F(ValuedExample, GivesItsTrace) {
@@ -35,7 +36,8 @@ TEST_F(ValuedExample, GivesItsTrace) {
   EXPECT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out, read_text(dir.file("thermostat.trace")));
   EXPECT_THAT(run.err, HasSubstr("the output \"display\" is present without a value\n"));
-  const std::string talk = read_text(dir.file("work/exchange.log"));
+  EXPECT_FALSE(std::filesystem::exists("HIT") || std::filesystem::exists(work + "/HIT"));
+  const std::string talk = read_text(work + "/exchange.log");
   for (const char* line : {"BUFFER RECEIVED:CONST,ceiling\nTRANSMIT:25\n",
                            "BUFFER RECEIVED:MC,factory_setting,\nTRANSMIT:19\n",
                            "BUFFER RECEIVED:UOP, -,0.5,celsius\nTRANSMIT: -0.5\n",

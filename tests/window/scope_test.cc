@@ -223,6 +223,33 @@ TEST_F(Scope, LightsTheSource) {
   EXPECT_FALSE(scope->source()->has_source());
 }
 
+TEST_F(Scope, RunsStimuliAndMarksWhatDiffers) {
+  open_scope(example("toggle"));
+  const QString file =
+      QString::fromStdString(write("t.stimuli", "T -> Q\n# kept\n-> !Q\nT -> Q\n"));
+  dialogs().ask_file = [&](QWidget*, const QString&, const QString&) { return file; };
+  QString told;
+  QObject::connect(window->time(), &TimeControl::run_ended,
+                   [&](const QString& text) { told = text; });
+  press("O");
+  wait_for_run();
+  EXPECT_EQ(told, file + ":3: instant 2: expected not Q, is present; present: Q");
+  EXPECT_EQ(instant(), 2);
+  const Marks marked = window->time()->marks();
+  ASSERT_EQ(marked.size(), 2U);
+  EXPECT_EQ(marked[1].first.instant, 3);
+  EXPECT_EQ(marked[1].second, "expected Q");
+  EXPECT_FALSE(window->time()->unsaved());
+
+  write("t.stimuli", "T -> Q\n-> Q\n");
+  press("O");
+  wait_for_run();
+  EXPECT_EQ(told, file + ": 2 instants agree");
+  EXPECT_EQ(instant(), 2);
+  write("t.stimuli", "T\nX\n");
+  EXPECT_TRUE(window->time()->open(file).startsWith(file + ":2: "));
+}
+
 TEST_F(Scope, DrawsRegistersWhereThereIsNoAutomaton) {
   open_scope(write("w.zuc", keeper_of_waits));
   ASSERT_FALSE(scope->diagram()->empty());

@@ -285,6 +285,7 @@ TEST_F(ZuActions, WhatCanEndAndStartInOneInstant) {
       {"loop { pause }", false},
       {"present a pause", false},
       {"present a pause else emit x", true},
+      {"present a emit x else pause", true},
       {"present a pause else halt", false},
       {"automaton state: s; transition: initial-> s;", false},
       {"Mealy Machine x = a;", false},

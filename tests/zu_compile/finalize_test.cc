@@ -148,6 +148,21 @@ TEST(Finalisation, NoMadeNameMeetsOneOfTheUsers) {
     } while (std::next_permutation(n.begin(), n.end()));
 }
 
+/// A local that is listed has both rails.
+void expect_whole_locals(const Finalised& made) {
+  for (const Signal* local : made.module()->getLocalSignalList()) {
+    if (local->isRegister()) continue;
+    bool known = false;
+    const std::list<long> rails = local->getAllBddId(made.module(), made.wood());
+    for (auto at = rails.begin(); at != rails.end(); ++at) {
+      const bool has_status = made.at(*at) != nullptr;
+      EXPECT_EQ(has_status, made.at(*++at) != nullptr) << made.name(*at);
+      known = known || has_status;
+    }
+    EXPECT_TRUE(known) << local->getInternalName();
+  }
+}
+
 /// What holds of every finalised module.
 void expect_invariants(const Finalised& made) {
   Module* const module = made.module();
@@ -168,6 +183,7 @@ void expect_invariants(const Finalised& made) {
     ASSERT_NE(made.at(status), nullptr) << output->getOriginalName();
     ASSERT_NE(made.at(output->getInitialBddValueId(module, wood)), nullptr);
   }
+  expect_whole_locals(made);
   ASSERT_FALSE(module->getRegisterList().empty());
   const regclass* start = module->getRegisterList().back();
   EXPECT_EQ(start->actual_var()->getOriginalName(), "boot");

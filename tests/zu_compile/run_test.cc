@@ -320,6 +320,9 @@ TEST(RunOfValues, TakesBindingsAlong) {
   EXPECT_EQ(bound_to(c.module(), "v").size(), 2u) << "of twice, of hold";
   EXPECT_EQ(bound_to(c.module(), "w").size(), 1u);
   EXPECT_EQ(bound_to(c.module(), "i@twice_i2").size(), 1u);
+  EXPECT_TRUE(Compiled(data + "module beat: Input: x; Output: b; present x emit b end\n"
+                              "module main: Input: i : int; Output: b; run beat [i \\ x] end")
+                  .ok());
   // Both tests are data signals of their own.
   EXPECT_EQ(c.module()->getDataSignalList().size(), 2u);
 }

@@ -83,6 +83,8 @@ TEST_F(ZucReading, TellsSyntaxErrorsWithLineTokenAndWhatWasExpected) {
   EXPECT_EQ(refused("module: m 0 0\nconnexion: S R T;\nequation_def: 1.5"),
             "3: syntax error, unexpected TOKEN_REAL, expecting TOKEN_NUMBER");
   EXPECT_EQ(outcome.err, "line 3: syntax error, unexpected TOKEN_REAL, expecting TOKEN_NUMBER\n");
+  EXPECT_EQ(refused("module: m 0 0\ninput: 1. ;"),
+            "2: syntax error, unexpected TOKEN_REAL, expecting TOKEN_IDENT");
   EXPECT_EQ(refused(""), "1: syntax error, unexpected $end, expecting TOKEN_MODULE");
   EXPECT_EQ(refused("module: m - 3"), "1: syntax error, unexpected $end, expecting TOKEN_NUMBER");
 }

@@ -60,7 +60,7 @@ void for_each_written(Module* module, Bddexpressionwood* wood, First first, See 
     }
   };
   for (Signal* output : module->getOutputSignalList()) visit(output);
-  for (Signal* local : module->getLocalSignalList())
+  for (Signal* local : module->getLocalSignalList().plain())
     if (!local->isWire() && !local->isRegister()) visit(local);
 }
 

@@ -1,0 +1,112 @@
+#!/usr/bin/env python3
+"""Certificates of proofs, checked by others: usage certificates.py TARN CONSOLE EXAMPLES
+
+For pairs of outputs of each example the claim that they are never One together. Where it is proved,
+two SAT solvers accept the three conditions, random runs of module.aag (evaluated here) stay inside
+invariant.aag, and an invariant that lies in one bit is refused. Where it fails, the console replays
+the run.
+"""
+
+import itertools
+import random
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+TARN, CONSOLE, EXAMPLES = sys.argv[1:4]
+PAIRS = 3  # of each example
+chance = random.Random(20261125)
+
+
+class Graph:
+    """An AIGER file in ASCII: and gates in order, latches with initial values."""
+
+    def __init__(self, path):
+        lines = path.read_text().split("\n")
+        _, inputs, latches, outputs, gates = (int(word) for word in lines[0].split()[1:])
+        at = iter(lines[1:])
+        take = lambda n: [[int(word) for word in next(at).split()] for _ in range(n)]
+        self.inputs = [line[0] for line in take(inputs)]
+        self.latches = [line + [0] * (3 - len(line)) for line in take(latches)]
+        self.outputs = [line[0] for line in take(outputs)]
+        self.gates = take(gates)
+
+    def values(self, variables):
+        """Of all literals, from those of the variables."""
+        of = {0: 0, 1: 1}
+        for literal, value in variables.items():
+            of[literal], of[literal ^ 1] = value, 1 - value
+        for gate, left, right in self.gates:
+            of[gate] = of[left] & of[right]
+            of[gate ^ 1] = 1 - of[gate]
+        return of
+
+
+def stays_inside(folder):
+    """Random runs of the module: never bad, always in the invariant."""
+    module, invariant = Graph(folder / "module.aag"), Graph(folder / "invariant.aag")
+    state = {now: initial for now, _, initial in module.latches}
+    for _ in range(300):
+        inputs = {literal: chance.randint(0, 1) for literal in module.inputs}
+        of = module.values({**state, **inputs})
+        inside = invariant.values(dict(zip(invariant.inputs, state.values())))
+        if of[module.outputs[0]] or not inside[invariant.outputs[0]]:
+            return False
+        state = {now: of[following] for now, following, _ in module.latches}
+    return True
+
+
+def accepted(folder, solver):
+    return subprocess.run([folder / "check", solver], capture_output=True).returncode == 0
+
+
+def lie(folder):
+    """The invariant's last gate, and with it what it says of the states, the other way round."""
+    for name in ("starts.cnf", "stays.cnf", "implies.cnf"):
+        path = folder / name
+        lines = path.read_text().rstrip("\n").split("\n")
+        lines[-1] = " ".join(str(-int(word)) for word in lines[-1].split())
+        path.write_text("\n".join(lines) + "\n")
+
+
+def main():
+    holds = fails = 0
+    with tempfile.TemporaryDirectory() as name:
+        work = Path(name)
+        for source in sorted(Path(EXAMPLES).glob("*/*.zu")):
+            outputs = re.search(r"Output:\s*([^;]*);", source.read_text().split("module")[-1])
+            names = [word.strip() for word in outputs[1].split(",")] if outputs else []
+            if any("(" in word for word in names):
+                continue
+            for first, second in list(itertools.combinations(names, 2))[:PAIRS]:
+                folder, claim = work / "certificate", f"{first} and {second}"
+                shutil.rmtree(folder, ignore_errors=True)
+                told = subprocess.run([TARN, "--never", claim, "--certificate", folder, source],
+                                      capture_output=True, text=True)
+                where = f"{source.name}: never {claim}"
+                if told.returncode == 0:
+                    holds += 1
+                    for solver in ("cadical", "minisat"):
+                        assert accepted(folder, solver), f"{where}: {solver} does not agree"
+                    assert stays_inside(folder), f"{where}: a run leaves the invariant"
+                    lie(folder)
+                    assert not accepted(folder, "cadical"), f"{where}: a lie is taken for a proof"
+                else:
+                    fails += 1
+                    assert told.returncode == 1, f"{where}: {told.stderr}"
+                    run = work / "run.stimuli"
+                    run.write_text(told.stdout)
+                    made = subprocess.run([TARN, "-q", "-d", work, source], capture_output=True)
+                    assert made.returncode == 0
+                    replay = subprocess.run(
+                        [CONSOLE, "--format", "outputs", work / (source.stem + ".zuc"), run],
+                        capture_output=True, text=True)
+                    assert replay.returncode == 0, f"{where}: {replay.stderr}"
+    print(f"{holds} proofs checked, {fails} runs replayed")
+    assert holds >= 10 and fails >= 3
+
+
+main()

@@ -1,0 +1,67 @@
+#!/usr/bin/env python3
+"""drawings.py TARN EXAMPLES: every drawing of the examples is well formed and names each state and
+transition, and what the source places stands where it is told."""
+import json
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import xml.etree.ElementTree as xml
+
+PLACED = """module placed: Input: a; Output: o;
+automaton
+state: P / o geometry: <100,50> 30.0;
+state: Q geometry: <300,50> 40.0;
+transition:
+initial-> P;
+P [a] -> Q geometry: <200,10>;
+Q [a] -> P;
+end
+"""
+
+
+def words(text):
+    return " ".join(text.split())
+
+
+def drawn(svg):
+    return words(" ".join(t.text or "" for t in svg.iter() if t.tag.endswith("text")))
+
+
+def check(tarn, examples, folder):
+    (folder / "placed.zu").write_text(PLACED)
+    automata = states = 0
+    for source in sorted(pathlib.Path(examples).glob("*/*.zu")) + [folder / "placed.zu"]:
+        work = folder / source.stem
+        work.mkdir()
+        run = [tarn, "-q", "-d", str(work), str(source)]
+        if subprocess.run(run + ["--map"], capture_output=True).returncode != 0:
+            continue  # needs what is beside it
+        subprocess.run(run + ["--svg", "--dot"], check=True, capture_output=True)
+        few = subprocess.run(run + ["--svg", "--dot", "--states"], capture_output=True)
+        states += few.returncode == 0
+        dots = " ".join(words(d.read_text().replace("\\n", " ")) for d in work.glob("*.dot"))
+        svgs = " ".join(drawn(xml.parse(s).getroot()) for s in sorted(work.glob("*.svg")))
+        for file in work.glob("*.map"):
+            for instance in json.loads(file.read_text())["instances"]:
+                automata += "states" in instance
+                for state in instance.get("states", []):
+                    assert state["name"] in svgs and state["name"] in dots, (file, state)
+                for arc in instance.get("transitions", []):
+                    label = words(arc["label"])
+                    assert label in svgs, (file, label, svgs)
+                    assert label.replace('"', '\\"') in dots, (file, label)
+    assert automata >= 3 and states >= 5, (automata, states)
+
+    svg = (folder / "placed" / "placed.svg").read_text()
+    places = [tuple(map(float, m)) for m in
+              re.findall(r'<ellipse cx="([^"]*)" cy="([^"]*)" rx="([^"]*)"', svg)]
+    (px, py, pr), (qx, qy, qr) = sorted(places)
+    label = re.search(r'<text x="([^"]*)" y="([^"]*)"[^>]*>\[a\]', svg)
+    assert (round(qx - px), round(qy - py), round(pr), round(qr)) == (200, 0, 30, 40), places
+    assert round(float(label[1]) - px) == 100 and 30 < py - float(label[2]) < 50, label[0]
+
+
+with tempfile.TemporaryDirectory() as made:
+    check(*sys.argv[1:], pathlib.Path(made))
