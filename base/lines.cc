@@ -2,21 +2,33 @@
 
 #include <istream>
 #include <stdexcept>
+#include <streambuf>
 
 namespace kiva {
 
 bool next_line(std::istream& in, std::string& line) {
   line.clear();
-  char c = 0;
-  bool any = false;
-  while (in.get(c)) {
-    if (c == '\n') return true;
-    if (line.size() == longest_line) throw std::runtime_error("the line is longer than 16 MiB");
-    line += c;
-    any = true;
+  const std::istream::sentry ready(in, true);
+  if (!ready) {
+    if (in.bad()) throw std::runtime_error("cannot be read to its end");
+    return false;
   }
-  if (in.bad()) throw std::runtime_error("cannot be read to its end");
-  return any;
+  constexpr auto end = std::istream::traits_type::eof();
+  std::streambuf& text = *in.rdbuf();
+  int c = end;
+  try {
+    while ((c = text.sbumpc()) != end && c != '\n') {
+      if (line.size() == longest_line) break;
+      line += std::istream::traits_type::to_char_type(c);
+    }
+  } catch (const std::ios_base::failure&) {
+    throw std::runtime_error("cannot be read to its end");
+  }
+  if (c == '\n') return true;
+  if (c != end) throw std::runtime_error("the line is longer than 16 MiB");
+  in.setstate(std::ios_base::eofbit |
+              (line.empty() ? std::ios_base::failbit : std::ios_base::eofbit));
+  return !line.empty();
 }
 
 }  // namespace kiva

@@ -3,16 +3,26 @@
 #include <cstdint>
 #include <iosfwd>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "engine/diagram.h"
-#include "engine/lit_source.h"
+#include "engine/coverage_goals.h"
 #include "engine/signal_names.h"
 
 namespace kiva {
+
+/// How often a signal was seen.
+struct SeenSignal {
+  long present = 0;
+  long not_present = 0;
+};
+using SeenSignals = std::map<std::string, SeenSignal>;  ///< by "LIST NAME"
+/// How often each was reached: by kind (`CoverageGoal`), then by its name and place.
+using ReachedGoals = std::map<std::string, std::map<std::string, long>>;
+/// Tables for a person.
+void print_seen(std::ostream& out, const SeenSignals& seen);
+void print_reached(std::ostream& out, const ReachedGoals& reached, bool has_map);
 
 /// What runs have shown of a module: which signals were present and which were not, the register
 /// states reached and the steps between them.
@@ -34,23 +44,15 @@ class Coverage {
   [[nodiscard]] std::string merge(const std::string& text);
 
  private:
-  struct Seen {
-    long present = 0;
-    long not_present = 0;
-  };
   const Simulation* simulation_;
   SignalNames names_;
-  void note_source(const SimulationState& before, const SimulationState& after);
-  void print_source(std::ostream& out) const;
 
-  std::optional<LitSource> source_;
-  std::vector<Diagram> automata_;
-  std::vector<DiagramLights> lights_;
-  /// How often each was reached: by kind, then by its name and place.
-  std::map<std::string, std::map<std::string, long>> reached_;
-  std::map<std::string, Seen> seen_;  ///< by "LIST NAME"
-  std::set<std::string> compilers_;   ///< of these: not told of, where a map says so
-  std::set<std::string> states_;      ///< letters of the registers
+  std::vector<CoverageGoal> goals_;
+  bool has_map_ = false;
+  ReachedGoals reached_;
+  SeenSignals seen_;
+  std::set<std::string> compilers_;  ///< of these: not told of, where a map says so
+  std::set<std::string> states_;     ///< letters of the registers
   std::set<std::pair<std::string, std::string>> steps_;
   long instants_ = 0;
 };

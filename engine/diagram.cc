@@ -85,35 +85,62 @@ std::vector<Diagram> automata_of_map(const std::string& map_text) {
   return all;
 }
 
+namespace {
+
+/// What both of them hold.
+ShownCover both(const ShownCover& left, const ShownCover& right) {
+  ShownCover product;
+  for (const ShownCube& cube : left)
+    for (const ShownCube& other : right) {
+      product.push_back(cube);
+      product.back().insert(product.back().end(), other.begin(), other.end());
+    }
+  return product;
+}
+
+ShownCover instant_before(ShownCover cover) {
+  for (ShownCube& cube : cover)
+    for (ShownBit& bit : cube) bit.before = true;
+  return cover;
+}
+
+}  // namespace
+
 DiagramLights::DiagramLights(const Diagram& diagram, const Simulation& simulation)
     : simulation_(&simulation) {
   for (const Diagram::Node& node : diagram.nodes) {
-    is_.push_back(find_all(node.is, node.next.empty()));
-    next_.push_back(find_all(node.next, false));
+    // Locals show the instant; registers what it leaves behind.
+    const bool tells_next = !node.next.empty();
+    const ShownCover is = find_all(node.is, !tells_next);
+    is_.push_back(tells_next ? is : instant_before(is));
+    next_.push_back(tells_next ? find_all(node.next, false) : is);
   }
   for (const Diagram::Arc& arc : diagram.arcs) {
-    fired_.push_back(find_any(arc.fired));
+    if (!arc.fired.empty())
+      fired_.push_back(find_any(arc.fired));
+    else
+      fired_.push_back(arc.from == Diagram::nowhere ? ShownCover{}
+                                                    : both(is_[arc.from], next_[arc.to]));
     triggered_.push_back(find_any(arc.triggered));
-    ends_.emplace_back(arc.from, arc.to);
+    arc_to_.push_back(arc.to);
   }
 }
 
 /// A register stands among the locals, too, where it shows the instant.
-DiagramLights::Bit DiagramLights::find(const std::string& name, bool wanted,
-                                       bool registers_first) const {
+ShownBit DiagramLights::find(const std::string& name, bool wanted, bool registers_first) const {
   for (const bool in_registers : {registers_first, !registers_first}) {
     const auto& names = in_registers ? simulation_->register_names() : simulation_->local_names();
     const auto at = std::ranges::find(names, name);
     if (at != names.end())
-      return {in_registers ? Bit::register_ : Bit::local, static_cast<size_t>(at - names.begin()),
-              wanted};
+      return {in_registers ? ShownBit::register_ : ShownBit::local,
+              static_cast<size_t>(at - names.begin()), wanted};
   }
-  return {Bit::missing, 0, wanted};
+  return {ShownBit::missing, 0, wanted};  // what nothing drives is not One
 }
 
-std::vector<DiagramLights::Bits> DiagramLights::find_all(const std::vector<Diagram::Code>& codes,
-                                                         bool registers_first) const {
-  std::vector<Bits> all;
+ShownCover DiagramLights::find_all(const std::vector<Diagram::Code>& codes,
+                                   bool registers_first) const {
+  ShownCover all;
   for (const Diagram::Code& code : codes) {
     all.emplace_back();
     for (const auto& [name, wanted] : code)
@@ -122,39 +149,26 @@ std::vector<DiagramLights::Bits> DiagramLights::find_all(const std::vector<Diagr
   return all;
 }
 
-std::vector<DiagramLights::Bits> DiagramLights::find_any(
-    const std::vector<std::string>& names) const {
-  std::vector<Bits> any;
+ShownCover DiagramLights::find_any(const std::vector<std::string>& names) const {
+  ShownCover any;
   for (const std::string& name : names) any.push_back({find(name, true, false)});
   return any;
 }
 
-bool DiagramLights::holds(const std::vector<Bits>& any, const SimulationState& state) {
-  const auto is = [&](const Bit& bit) {
-    if (bit.list == Bit::missing) return !bit.wanted;  // what nothing drives is not One
-    const auto& shown = bit.list == Bit::local ? state.shown_locals : state.shown_registers;
-    return bit.row < shown.size() && (shown[bit.row] == SignalState::one) == bit.wanted;
-  };
-  return std::ranges::any_of(any, [&](const Bits& bits) { return std::ranges::all_of(bits, is); });
+ShownCover DiagramLights::entered(size_t node) const {
+  ShownCover cover = is_[node];
+  for (size_t arc = 0; arc < fired_.size(); ++arc)
+    if (arc_to_[arc] == node) cover.insert(cover.end(), fired_[arc].begin(), fired_[arc].end());
+  return cover;
 }
 
 DiagramLight DiagramLights::at(const SimulationState& state, const SimulationState* before) const {
-  DiagramLight light;
-  for (size_t node = 0; node < is_.size(); ++node) {
-    // Locals show the instant; registers what it leaves behind.
-    const bool tells_next = !next_[node].empty();
-    light.is.push_back(tells_next ? holds(is_[node], state)
-                                  : before != nullptr && holds(is_[node], *before));
-    light.next.push_back(holds(tells_next ? next_[node] : is_[node], state));
-  }
-  for (size_t arc = 0; arc < ends_.size(); ++arc) {
-    const auto [from, to] = ends_[arc];
-    light.fired.push_back(fired_[arc].empty()
-                              ? from != Diagram::nowhere && light.is[from] && light.next[to]
-                              : holds(fired_[arc], state));
-    light.triggered.push_back(holds(triggered_[arc], state));
-  }
-  return light;
+  const auto seen = [&](const std::vector<ShownCover>& covers) {
+    std::vector<bool> bits;
+    for (const ShownCover& cover : covers) bits.push_back(holds(cover, state, before));
+    return bits;
+  };
+  return {seen(is_), seen(next_), seen(fired_), seen(triggered_)};
 }
 
 }  // namespace kiva

@@ -63,22 +63,19 @@ class DiagramLights {
   DiagramLights(const Diagram& diagram, const Simulation& simulation);
   /// `before` is the state from which the instant was run, if it is known.
   DiagramLight at(const SimulationState& state, const SimulationState* before = nullptr) const;
+  /// The instants in which it is at the node, or comes there.
+  ShownCover entered(size_t node) const;
+  /// The instants in which the arc is taken.
+  const ShownCover& fired(size_t arc) const { return fired_[arc]; }
 
  private:
-  struct Bit {
-    enum { local, register_, missing } list;
-    size_t row;
-    bool wanted;
-  };
-  using Bits = std::vector<Bit>;  ///< all of them
-  Bit find(const std::string& name, bool wanted, bool registers_first) const;
-  std::vector<Bits> find_all(const std::vector<Diagram::Code>& codes, bool registers_first) const;
-  std::vector<Bits> find_any(const std::vector<std::string>& names) const;
-  static bool holds(const std::vector<Bits>& any, const SimulationState& state);
+  ShownBit find(const std::string& name, bool wanted, bool registers_first) const;
+  ShownCover find_all(const std::vector<Diagram::Code>& codes, bool registers_first) const;
+  ShownCover find_any(const std::vector<std::string>& names) const;
 
   const Simulation* simulation_;
-  std::vector<std::vector<Bits>> is_, next_, fired_, triggered_;
-  std::vector<std::pair<size_t, size_t>> ends_;  ///< of the arcs
+  std::vector<ShownCover> is_, next_, fired_, triggered_;
+  std::vector<size_t> arc_to_;
 };
 
 }  // namespace kiva

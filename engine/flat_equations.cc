@@ -181,7 +181,8 @@ namespace {
 
 /// The loop over equations of N inputs each.
 template <int N, class Equation>
-void run_tables(const Equation* at, const Equation* end, const std::uint8_t* tables, int* context) {
+void run_table_loop(const Equation* at, const Equation* end, const std::uint8_t* tables,
+                    int* context) {
   for (; at != end; ++at) {
     std::uint32_t entry = at->table;
     for (int i = 0; i < N; ++i) KIVA_CHECK(4, static_cast<unsigned>(context[at->in[i]]) <= 2u);
@@ -193,6 +194,16 @@ void run_tables(const Equation* at, const Equation* end, const std::uint8_t* tab
 }  // namespace
 
 void FlatEquations::run(size_t segment, int* context) const {
+  if (segments() == 1 && code_.run(*this, static_cast<size_t>(manager_->Nb_bdd_vars()), context))
+    return;
+  run_tables(segment, context);
+}
+
+bool FlatEquations::compile() const {
+  return code_.make(*this, static_cast<size_t>(manager_->Nb_bdd_vars()));
+}
+
+void FlatEquations::run_tables(size_t segment, int* context) const {
   const size_t first = segment == 0 ? 0 : segment_ends_[segment - 1];
   const std::uint8_t* tables = tables_.data();
   for (size_t r = first; r < segment_ends_[segment]; ++r) {
@@ -208,19 +219,19 @@ void FlatEquations::run(size_t segment, int* context) const {
     const TableEquation* end = table_equations_.data() + run.end;
     switch (run.form) {
       case 0:
-        run_tables<0>(begin, end, tables, context);
+        run_table_loop<0>(begin, end, tables, context);
         break;
       case 1:
-        run_tables<1>(begin, end, tables, context);
+        run_table_loop<1>(begin, end, tables, context);
         break;
       case 2:
-        run_tables<2>(begin, end, tables, context);
+        run_table_loop<2>(begin, end, tables, context);
         break;
       case 3:
-        run_tables<3>(begin, end, tables, context);
+        run_table_loop<3>(begin, end, tables, context);
         break;
       default:
-        run_tables<4>(begin, end, tables, context);
+        run_table_loop<4>(begin, end, tables, context);
     }
   }
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/aig.h"
+#include "engine/code/later_pass.h"
 #include "pert_exp/Bddexpression.h"
 
 namespace kiva {
@@ -24,6 +26,16 @@ class FlatEquations {
 
   /// Runs one segment over the context, by variable index. Entries must be 0, 1 or 2.
   void run(size_t segment, int* context) const;
+
+  /// By variable index: whether an equation writes the entry.
+  std::vector<bool> written(size_t variables) const;
+  /// The pass of the only segment over a graph: `entries` are those before it, known ones, and
+  /// become those behind it. False where there are several segments, or the graph would be much
+  /// larger than the equations.
+  bool trace(aig::Aig& graph, std::vector<aig::Literal>& entries) const;
+  /// Makes machine code of the only segment now, instead of once it has run for long; false where
+  /// there is none. With it and without, runs leave the same.
+  bool compile() const;
 
  private:
   /// Equations of up to this many variables become a table of all their ternary inputs.
@@ -62,6 +74,8 @@ class FlatEquations {
     std::vector<long> reads;
   };
 
+  class Tracing;
+  void run_tables(size_t segment, int* context) const;
   void close_window();
   void emit(const std::vector<Pending>& window);
   std::uint32_t table_of(const bdd& exp, const std::vector<long>& reads);
@@ -89,6 +103,7 @@ class FlatEquations {
   mutable std::vector<std::uint32_t> stamp_;
   mutable std::vector<std::uint8_t> result_;
   mutable std::uint32_t current_stamp_ = 0;
+  mutable code::LaterPass code_;  ///< reads all of the above
 };
 
 }  // namespace kiva

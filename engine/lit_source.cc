@@ -126,6 +126,26 @@ std::vector<LitSource::Lit> LitSource::leaves(size_t instance, const SimulationS
   return in_order(lights);
 }
 
+/// It was there, or stays, or starts or ends where nothing stops it: what is killed was there or
+/// has started.
+std::vector<std::pair<SourcePlace, ShownCover>> LitSource::active(size_t instance) const {
+  const auto bit = [](size_t row, bool wanted) {
+    return ShownBit{row == MapRows::none ? ShownBit::missing : ShownBit::local, row, wanted};
+  };
+  std::map<SourcePlace, ShownCover> covers;
+  for (const Part& part : circuits_[instance].parts) {
+    if (!part.leaf) continue;
+    ShownCover& cover = covers[part.place];
+    for (const std::vector<size_t>* rows : {&part.active, &part.next})
+      for (size_t row : *rows) cover.push_back({bit(row, true)});
+    for (size_t row : {part.set, part.rtl}) {
+      cover.push_back({bit(row, true)});
+      for (size_t stop : part.stops) cover.back().push_back(bit(stop, false));
+    }
+  }
+  return {covers.begin(), covers.end()};
+}
+
 std::vector<LitSource::Lit> LitSource::states(size_t instance, const SimulationState& state) const {
   const Shown shown{state};
   const Circuits& circuits = circuits_[instance];

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/simulation.h"
+#include "engine/shown_cover.h"
 
 namespace kiva {
 
@@ -62,6 +62,8 @@ class LitSource {
   std::vector<Lit> lit(size_t instance, const SimulationState& state) const;
   /// The leaves of an instance, all of them, in the order of the text.
   std::vector<Lit> leaves(size_t instance, const SimulationState& state) const;
+  /// The same, each with the instants in which it does anything.
+  std::vector<std::pair<SourcePlace, ShownCover>> active(size_t instance) const;
   /// The states of its automaton, all of them.
   std::vector<Lit> states(size_t instance, const SimulationState& state) const;
   /// The conditions that count in the instant, in the order of the text.

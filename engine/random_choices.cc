@@ -40,15 +40,14 @@ double RandomChoices::fraction() {
   return static_cast<double>(random_() >> 11) / 9007199254740992.0;
 }
 
-Choices RandomChoices::next(const SimulationState& state) {
-  Choices choices{{}, {}, state.set, state.reset};
-  for (const Input& input : inputs_) {
+void RandomChoices::choose(Simulation& simulation) {
+  for (size_t row = 0; row < inputs_.size(); ++row) {
+    const Input& input = inputs_[row];
     const bool present = fraction() < input.probability;
-    choices.inputs.push_back(present ? SignalState::one : SignalState::zero);
-    choices.texts.push_back(
-        present && !input.texts.empty() ? input.texts[random_() % input.texts.size()] : "--");
+    simulation.choose_input(row, present ? SignalState::one : SignalState::zero);
+    simulation.type_input(
+        row, present && !input.texts.empty() ? input.texts[random_() % input.texts.size()] : "--");
   }
-  return choices;
 }
 
 }  // namespace kiva

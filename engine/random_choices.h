@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/recording.h"
+#include "engine/simulation.h"
 
 namespace kiva {
 
@@ -21,8 +21,8 @@ class RandomChoices {
   /// The name of a valued input without texts; empty where there is none.
   std::string input_without_values() const;
 
-  /// Without the wires: `state` says how they stand.
-  Choices next(const SimulationState& state);
+  /// For the next instant; the wires stay as they stand.
+  void choose(Simulation& simulation);
 
  private:
   struct Input {

@@ -17,6 +17,7 @@
 #include "base/printable_text.h"
 #include "engine/context.h"
 #include "engine/flat_equations.h"
+#include "engine/shown_rows.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/evaluation_service.h"
 #include "tarn/session/diagnostic.h"
@@ -54,18 +55,14 @@ Simulation::Simulation(Module* module)
       choice_rails_(choice_rails(module)),
       registers_(register_rails(module)) {
   for (const Signal* signal : input_rows_) input_names_.push_back(signal->getOriginalName());
-  for (const Signal* signal : output_rows_) {
-    output_names_.push_back(signal->getOriginalName());
-    output_rails_.push_back(rails_of_name(output_names_.back()));
-  }
-  for (const Signal* signal : module->getLocalSignalList()) {
+  for (const Signal* signal : output_rows_) output_names_.push_back(signal->getOriginalName());
+  for (const Signal* signal : module->getLocalSignalList())
     local_names_.push_back(own_name(signal));
-    local_rails_.push_back(rails_of_name(local_names_.back()));
-  }
-  for (const regclass* reg : module->getRegisterList()) {
+  for (const regclass* reg : module->getRegisterList())
     register_names_.push_back(own_name(reg->actual_var()));
-    register_rails_.push_back(rails_of_name(register_names_.back()));
-  }
+  shown_outputs_ = rows_of(output_names_);
+  shown_locals_ = rows_of(local_names_);
+  shown_registers_ = rows_of(register_names_);
   plan();
   plan_output_bindings();
   load();
@@ -73,10 +70,14 @@ Simulation::Simulation(Module* module)
 
 Simulation::~Simulation() = default;
 
-SignalRails Simulation::rails_of_name(const std::string& name) const {
-  SignalRails rails{};
-  get_id_signals(module_, name, rails.status_index, rails.value_index);
-  return rails;
+std::unique_ptr<ShownRows> Simulation::rows_of(const std::vector<std::string>& names) const {
+  auto rows = std::make_unique<ShownRows>();
+  for (const std::string& name : names) {
+    SignalRails rails{};
+    get_id_signals(module_, name, rails.status_index, rails.value_index);
+    rows->add(rails);
+  }
+  return rows;
 }
 
 long Simulation::equation_number() const {
@@ -200,6 +201,10 @@ void Simulation::run_equations(int* context) const {
     equations_->run(segment, context);
 }
 
+bool Simulation::compile() const {
+  return equations_->compile();
+}
+
 ValueTexts Simulation::build_values() const {
   Bddexpressionwood* wood = module_->getBddWood();
   ValueTexts values;
@@ -250,26 +255,14 @@ void Simulation::run_action(const Action& action, ValueTexts* values, ConstantTe
   context[action.status_index + 1] = text == "false" ? 1 : 0;
 }
 
-namespace {
-
-void show(std::span<const SignalRails> rows, const std::vector<int>& context,
-          std::vector<SignalState>& shown) {
-  shown.resize(rows.size());
-  for (size_t row = 0; row < rows.size(); ++row)
-    shown[row] = state_of(context[static_cast<size_t>(rows[row].status_index)],
-                          context[static_cast<size_t>(rows[row].value_index)]);
-}
-
-}  // namespace
-
 void Simulation::show_outputs() {
-  show(output_rails_, state_.context, state_.shown_outputs);
+  shown_outputs_->show(state_.context, state_.shown_outputs);
 }
 void Simulation::show_locals() {
-  show(local_rails_, state_.context, state_.shown_locals);
+  shown_locals_->show(state_.context, state_.shown_locals);
 }
 void Simulation::show_registers() {
-  show(register_rails_, state_.context, state_.shown_registers);
+  shown_registers_->show(state_.context, state_.shown_registers);
 }
 
 void Simulation::serve_output_bindings(ValueTexts* values, ConstantTexts* constants, Sock socket) {

@@ -12,6 +12,7 @@
 namespace kiva {
 
 class FlatEquations;
+class ShownRows;
 
 /// All that an instant leaves behind, and all that the next one starts from. A copy of it, put back
 /// with `Simulation::restore`, continues as if nothing had happened since.
@@ -80,6 +81,9 @@ class Simulation {
   /// that an exception of the library ends has not taken place: the state is the one before.
   void step(Sock socket);
 
+  /// Makes machine code of the equations now, which a long run makes by itself; false where there
+  /// is none.
+  bool compile() const;
   /// The pass over all boolean equations, once and without data: abstract equations leave their
   /// entries alone.
   void run_equations(int* context) const;
@@ -103,7 +107,7 @@ class Simulation {
     return state_.context[status_index] == 1 && state_.context[value_index] == 0;
   }
 
-  SignalRails rails_of_name(const std::string& name) const;
+  std::unique_ptr<ShownRows> rows_of(const std::vector<std::string>& names) const;
 
   Module* module_;
   std::vector<Signal*> input_rows_;
@@ -112,9 +116,7 @@ class Simulation {
   std::vector<std::string> output_names_;
   std::vector<std::string> local_names_;
   std::vector<std::string> register_names_;
-  std::vector<SignalRails> output_rails_;
-  std::vector<SignalRails> local_rails_;
-  std::vector<SignalRails> register_rails_;
+  std::unique_ptr<ShownRows> shown_outputs_, shown_locals_, shown_registers_;
   ChoiceRails choice_rails_;
   std::vector<RegisterRails> registers_;
   std::vector<Action> actions_;

@@ -17,6 +17,7 @@ StimuliReader::StimuliReader(std::istream& in, const Simulation& simulation)
     : in_(in), names_(simulation) {
   for (size_t row = 0; row < simulation.input_names().size(); ++row)
     rows_.emplace(simulation.input_names()[row], row);
+  named_on_.resize(simulation.input_names().size());
 }
 
 /// NAME, NAME:word, NAME=text, NAME:word=text.
@@ -38,11 +39,10 @@ bool StimuliReader::read_line(std::string& text) {
 }
 
 std::optional<Stimulus> StimuliReader::next() {
-  std::string text;
-  while (read_line(text)) {
-    if (!text.empty() && text.back() == '\r') text.pop_back();
-    if (!text.empty() && text.front() == '#') continue;
-    return parse(text);
+  while (read_line(text_)) {
+    if (!text_.empty() && text_.back() == '\r') text_.pop_back();
+    if (!text_.empty() && text_.front() == '#') continue;
+    return parse(text_);
   }
   return std::nullopt;
 }
@@ -105,9 +105,9 @@ StimuliReader::Token StimuliReader::next_token(const std::string& text, size_t& 
   return token;
 }
 
-Stimulus StimuliReader::parse(const std::string& text) const {
+Stimulus StimuliReader::parse(const std::string& text) {
   Stimulus stimulus;
-  std::set<std::string> named, awaited;
+  std::set<std::string> awaited;
   bool expects = false;
   for (size_t at = 0;;) {
     while (at < text.size() && is_blank(text[at])) ++at;
@@ -127,8 +127,10 @@ Stimulus StimuliReader::parse(const std::string& text) const {
       stimulus.reset = true;
     } else {
       stimulus.choices.push_back(parse_choice(token));
-      if (!named.insert(token.name).second)
+      long& named_on = named_on_[stimulus.choices.back().row];
+      if (named_on == line_)
         throw StimuliError{line_, "an input stands twice on the line: \"" + token.written + '"'};
+      named_on = line_;
     }
   }
   return stimulus;

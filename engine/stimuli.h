@@ -61,7 +61,7 @@ class StimuliReader {
   friend size_t end_of_choices(const std::string& line);
   struct Token;
   [[nodiscard]] bool read_line(std::string& text);
-  Stimulus parse(const std::string& text) const;
+  Stimulus parse(const std::string& text);
   static Token next_token(const std::string& text, size_t& at);
   SignalState state_of_word(const Token& token, bool awaited) const;
   Stimulus::Choice parse_choice(const Token& token) const;
@@ -69,6 +69,8 @@ class StimuliReader {
 
   std::istream& in_;
   std::unordered_map<std::string, size_t> rows_;
+  std::vector<long> named_on_;  ///< by row: the last line that names it
+  std::string text_;            ///< of the line
   SignalNames names_;
   long line_ = 0;
 };

@@ -41,6 +41,25 @@ void Stepper::move() {
   for (size_t k = 0; k < next_.size(); ++k) words_[node_of(machine_.latches[k].now)] = next_[k];
 }
 
+std::vector<bool> undetermined(const Machine& machine) {
+  const Aig& aig = machine.aig;
+  std::vector<bool> open(aig.size(), false);
+  for (std::uint32_t node = 0; node < aig.size(); ++node) open[node] = aig.is_variable(node);
+  for (const Machine::Input& input : machine.inputs) open[node_of(input.literal)] = false;
+  for (const Machine::Latch& latch : machine.latches) open[node_of(latch.now)] = false;
+  for (bool changed = true; changed;) {
+    changed = false;
+    for (std::uint32_t node = 0; node < aig.size(); ++node)
+      if (aig.is_and(node))
+        open[node] = open[node_of(aig.left(node))] || open[node_of(aig.right(node))];
+    for (const Machine::Latch& latch : machine.latches) {
+      changed = changed || (open[node_of(latch.next)] && !open[node_of(latch.now)]);
+      if (open[node_of(latch.next)]) open[node_of(latch.now)] = true;
+    }
+  }
+  return open;
+}
+
 std::vector<std::uint64_t> words_of(const std::vector<bool>& inputs) {
   std::vector<std::uint64_t> words;
   for (bool input : inputs) words.push_back(all(input));

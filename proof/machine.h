@@ -52,6 +52,9 @@ class Stepper {
   std::vector<std::uint64_t> words_, next_;
 };
 
+/// By node: whether it depends, now or earlier, on a variable that is neither input nor latch.
+std::vector<bool> undetermined(const Machine& machine);
+
 /// One word an input, each run of the 64 with the same.
 std::vector<std::uint64_t> words_of(const std::vector<bool>& inputs);
 

@@ -65,33 +65,49 @@ void ModuleMachine::compute() {
 void ModuleMachine::move() {
   size_t latch = 1;
   for (const RegisterRails& reg : register_rails(module_)) {
+    next_.push_back(reg.next);
     machine.latches[latch++].next = of(reg.next.status_index);
     machine.latches[latch++].next = of(reg.next.value_index);
   }
 }
 
-Literal ModuleMachine::one_of(SignalRails rails) {
-  return machine.aig.both(of(rails.status_index), negated(of(rails.value_index)));
-}
-
-Literal ModuleMachine::is_one(SignalPlace place) {
-  const auto rails = [&](const std::string& name) {
-    SignalRails found{};
+ModuleMachine::Rails ModuleMachine::rails(SignalPlace place) {
+  SignalRails found{};
+  const auto find = [&](const std::string& name) {
     get_id_signals(module_, name, found.status_index, found.value_index);
-    return found;
   };
   switch (place.list) {
     case SignalPlace::input:
-      return input_ones_[place.row];
+      return {input_ones_[place.row], negated(input_ones_[place.row])};
     case SignalPlace::output:
-      return one_of(rails(simulation_.output_names()[place.row]));
+      find(simulation_.output_names()[place.row]);
+      break;
     case SignalPlace::local:
-      return one_of(rails(simulation_.local_names()[place.row]));
+      find(simulation_.local_names()[place.row]);
+      break;
     case SignalPlace::register_:
+      // Registers show what they have moved to.
+      found = next_[place.row];
       break;
   }
-  // Registers show what they have moved to.
-  return one_of(register_rails(module_)[place.row].next);
+  return {of(found.status_index), of(found.value_index)};
+}
+
+Literal ModuleMachine::was_one(SignalPlace place) {
+  if (place.list == SignalPlace::register_) {
+    const size_t latch = 1 + 2 * place.row;  // its two rails, behind the set wire
+    return machine.aig.both(machine.latches[latch].now, negated(machine.latches[latch + 1].now));
+  }
+  const size_t latch = machine.new_latch("", false);
+  machine.latches[latch].next = is_one(place);
+  return machine.latches[latch].now;
+}
+
+Literal ModuleMachine::is(SignalPlace place, SignalState state) {
+  const Rails pair = rails(place);
+  const auto [status, value] = pair_of(state);
+  if (state == SignalState::unknown) return zero;
+  return machine.aig.both(negated_if(pair.status, status == 0), negated_if(pair.value, value == 0));
 }
 
 bool ModuleMachine::find_variable(const std::string& name, Literal& literal) const {

@@ -26,7 +26,13 @@ class ModuleMachine {
   Machine machine;
   bool with_reset() const { return with_reset_; }
   /// Whether the signal shows as One in the instant.
-  Literal is_one(SignalPlace place);
+  Literal is_one(SignalPlace place) { return is(place, SignalState::one); }
+  /// The same of another state; never unknown.
+  Literal is(SignalPlace place, SignalState state);
+  /// Whether it showed as One in the instant before: in the first, as the load leaves it.
+  Literal was_one(SignalPlace place);
+  /// Whether the signal's status is 0: it shows as Zero or Bottom.
+  Literal is_not_present(SignalPlace place) { return negated(rails(place).status); }
   /// A rail, or another variable of the module as its file names it; false for no such variable.
   bool find_variable(const std::string& name, Literal& literal) const;
   /// Empty where all that `bad` of the machine, made from this one, depends on is computed before
@@ -35,7 +41,10 @@ class ModuleMachine {
 
  private:
   Literal of(long index) const { return entries_[static_cast<size_t>(index)]; }
-  Literal one_of(SignalRails rails);
+  struct Rails {
+    Literal status, value;
+  };
+  Rails rails(SignalPlace place);
   void choose();
   void compute();
   void move();
@@ -46,6 +55,7 @@ class ModuleMachine {
   std::vector<Literal> entries_;            ///< of the context, by variable index
   std::map<std::uint32_t, long> unknowns_;  ///< nodes of entries that nothing has written, by index
   std::vector<Literal> input_ones_;         ///< by row
+  std::vector<SignalRails> next_;           ///< of registers, by row
 };
 
 }  // namespace kiva::proof

@@ -6,6 +6,20 @@
 
 namespace kiva::proof {
 
+const char* word(Property::Kind kind) {
+  switch (kind) {
+    case Property::never:
+      return "never";
+    case Property::always:
+      return "always";
+    case Property::reach:
+      return "reach";
+    case Property::assume:
+      break;
+  }
+  return "assume";
+}
+
 namespace {
 
 /// A latch that remembers a literal for one instant.

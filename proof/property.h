@@ -14,6 +14,9 @@ struct Property {
   std::string text;  ///< the expression
 };
 
+/// As options and comments of the source name it.
+const char* word(Property::Kind kind);
+
 /// Enters what the expression says of an instant: a signal stands for being One, NAME' for having
 /// been One in the instant before (not in the first), and a variable of the module's file for
 /// itself. Adds the signals that it names to `named`. Throws ConditionError.

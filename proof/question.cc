@@ -27,35 +27,42 @@ Machine Question::machine(const Property& property) {
 
 std::string Question::shown(const Property& property, const Run& run) {
   const Machine machine = this->machine(property);
+  std::vector<NamedLiteral> named;
+  for (SignalPlace place : named_) named.push_back({place, module_.is_one(place)});
+  return shown_run(simulation_, machine, named, run);
+}
+
+std::string shown_run(Simulation& simulation, const Machine& machine,
+                      const std::vector<NamedLiteral>& named, const Run& run) {
   Stepper stepper(machine);
-  simulation_.load();
+  simulation.load();
   std::string text;
-  const size_t rows = simulation_.input_rows().size();
+  const size_t rows = simulation.input_rows().size();
   for (size_t instant = 0; instant < run.size(); ++instant) {
     const std::vector<bool>& inputs = run[instant];
     for (size_t row = 0; row < rows; ++row)
-      simulation_.choose_input(row, inputs[row] ? SignalState::one : SignalState::zero);
-    simulation_.raise_reset(inputs.size() > rows && inputs[rows]);
-    Choices choices = choices_of(simulation_.state());
+      simulation.choose_input(row, inputs[row] ? SignalState::one : SignalState::zero);
+    simulation.raise_reset(inputs.size() > rows && inputs[rows]);
+    Choices choices = choices_of(simulation.state());
     choices.set = false;  // raised by itself
-    text += (instant == 0 ? "" : "\n") + stimulus_line(choices, simulation_);
-    simulation_.step(nullptr);
+    text += (instant == 0 ? "" : "\n") + stimulus_line(choices, simulation);
+    simulation.step(nullptr);
     if (instant > 0) stepper.move();
     stepper.look(words_of(inputs));
   }
   bool agree = (stepper.word(machine.bad) & 1) != 0;
   std::vector<Expectation> awaited;
-  for (SignalPlace place : named_) {
-    const bool is_one = shown_state(simulation_.state(), place) == SignalState::one;
-    agree = agree && is_one == ((stepper.word(module_.is_one(place)) & 1) != 0);
-    if (place.list == SignalPlace::input) continue;
+  for (const NamedLiteral& signal : named) {
+    const bool is_one = shown_state(simulation.state(), signal.place) == SignalState::one;
+    agree = agree && is_one == ((stepper.word(signal.is_one) & 1) != 0);
+    if (signal.place.list == SignalPlace::input) continue;
     Expectation& expectation = awaited.emplace_back();
-    expectation.place = place;
+    expectation.place = signal.place;
   }
   if (!agree) throw MachineError{"internal fault: the module does not run as was found"};
   if (!awaited.empty())
     text += (text.empty() || text.back() == '\n' ? "-> " : " -> ") +
-            seen(awaited, simulation_.state(), simulation_);
+            seen(awaited, simulation.state(), simulation);
   return text + '\n';
 }
 

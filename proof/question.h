@@ -5,6 +5,18 @@
 
 namespace kiva::proof {
 
+/// A signal, and the literal that says whether it shows as One.
+struct NamedLiteral {
+  SignalPlace place;
+  Literal is_one;
+};
+/// The run as stimuli, a line an instant, the last with what the named signals are then. Loads and
+/// moves the simulation, whose rows the first inputs of the machine are, perhaps with the reset
+/// wire behind them. Throws MachineError where `bad` is not in the last instant, or the module
+/// shows something else then.
+std::string shown_run(Simulation& simulation, const Machine& machine,
+                      const std::vector<NamedLiteral>& named, const Run& run);
+
 /// A module with what is assumed of its inputs: the machine that properties are asked of, and the
 /// simulation that shows the runs. The simulation must outlive it and is moved by `shown`.
 class Question {
@@ -20,8 +32,7 @@ class Question {
   /// The signals that the last property named, in the order of its text.
   const std::vector<SignalPlace>& named() const { return named_; }
 
-  /// The run as stimuli, a line an instant, the last with what the signals that the last property
-  /// named are then. Throws MachineError where the module does not run so.
+  /// The run as stimuli with the signals that the property names (`shown_run`).
   std::string shown(const Property& property, const Run& run);
 
  private:

@@ -14,14 +14,15 @@ namespace kiva::proof {
 
 namespace {
 
-/// The places of the latches on which `bad` depends, now or later.
-std::vector<size_t> needed_latches(const Machine& machine) {
+/// The places of the latches on which the roots depend, now or later.
+std::vector<size_t> needed_latches(const Machine& machine, const std::vector<Literal>& roots) {
   std::vector<long> latch_at(machine.aig.size(), -1);
   for (size_t k = 0; k < machine.latches.size(); ++k)
     latch_at[node_of(machine.latches[k].now)] = static_cast<long>(k);
   std::vector<bool> seen(machine.aig.size(), false);
   std::vector<size_t> latches;
-  std::vector<std::uint32_t> open{node_of(machine.bad)};
+  std::vector<std::uint32_t> open;
+  for (Literal root : roots) open.push_back(node_of(root));
   while (!open.empty()) {
     const std::uint32_t node = open.back();
     open.pop_back();
@@ -86,10 +87,12 @@ struct Reduction::Classes {
   }
 };
 
-Reduction::Reduction(const Machine& original)
-    : original_(original), cone_latches_(needed_latches(original)) {
+Reduction::Reduction(const Machine& original, std::vector<Literal> kept)
+    : original_(original),
+      roots_(std::move(kept)),
+      cone_latches_(needed_latches(original, roots_with(original.bad))) {
   Classes classes(original, cone_latches_);
-  std::vector<Literal> roots{original.bad};
+  std::vector<Literal> roots = roots_with(original.bad);
   for (size_t latch : cone_latches_) roots.push_back(original.latches[latch].next);
   const std::vector<std::uint32_t> cone = original.aig.cone(roots);
   for (;;) {
@@ -119,6 +122,12 @@ Reduction::Reduction(const Machine& original)
   build(classes);
 }
 
+std::vector<Literal> Reduction::roots_with(Literal bad) const {
+  std::vector<Literal> roots = roots_;
+  roots.push_back(bad);
+  return roots;
+}
+
 void Reduction::build(const Classes& classes) {
   // What is needed once latches stand for others: a machine of those that are first, cut again.
   Machine merged;
@@ -140,12 +149,13 @@ void Reduction::build(const Classes& classes) {
           negated_if(image[node_of(other.now)], other.initial != latch.initial);
     }
   }
-  std::vector<Literal> roots{original_.bad};
+  std::vector<Literal> roots = roots_with(original_.bad);
   for (size_t latch : first_latches) roots.push_back(original_.latches[latch].next);
   copy_nodes(original_.aig, original_.aig.cone(roots), merged.aig, image);
   for (size_t k = 0; k < first_latches.size(); ++k)
     merged.latches[k].next = image_of(original_.latches[first_latches[k]].next, image);
   merged.bad = image_of(original_.bad, image);
+  for (Literal& root : roots_) root = image_of(root, image);
 
   cut(merged, first_latches);
   // What stands for each latch, as a literal of 2 * (place in the original + 1), or a constant.
@@ -165,8 +175,8 @@ void Reduction::build(const Classes& classes) {
 /// Takes over what is needed.
 void Reduction::cut(const Machine& merged, const std::vector<size_t>& first_latches) {
   std::vector<Literal> kept(merged.aig.size(), zero);
-  std::vector<Literal> needed_roots{merged.bad};
-  const std::vector<size_t> needed = needed_latches(merged);
+  std::vector<Literal> needed_roots = roots_with(merged.bad);
+  const std::vector<size_t> needed = needed_latches(merged, needed_roots);
   for (size_t latch : needed) needed_roots.push_back(merged.latches[latch].next);
   const std::vector<std::uint32_t> cone = merged.aig.cone(needed_roots);
   std::vector<bool> in_cone(merged.aig.size(), false);
@@ -187,6 +197,7 @@ void Reduction::cut(const Machine& merged, const std::vector<size_t>& first_latc
   for (size_t k = 0; k < needed.size(); ++k)
     reduced_.latches[k].next = image_of(merged.latches[needed[k]].next, kept);
   reduced_.bad = image_of(merged.bad, kept);
+  for (Literal& root : roots_) root = image_of(root, kept);
 }
 
 Answer Reduction::lifted(Answer answer) const {

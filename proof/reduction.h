@@ -10,8 +10,13 @@ namespace kiva::proof {
 /// as their equations show it.
 class Reduction {
  public:
-  explicit Reduction(const Machine& original);
+  /// What `roots` are in the original is kept, too.
+  explicit Reduction(const Machine& original, std::vector<Literal> roots = {});
   const Machine& machine() const { return reduced_; }
+  /// The same roots, of the reduced machine.
+  const std::vector<Literal>& roots() const { return roots_; }
+  /// The place in the original of an input of the reduced machine.
+  size_t input_of(size_t input) const { return static_cast<size_t>(input_of_[input]); }
   /// An answer for the reduced machine as one for the original.
   Answer lifted(Answer answer) const;
 
@@ -19,9 +24,11 @@ class Reduction {
   struct Classes;
   void build(const Classes& classes);
   void cut(const Machine& merged, const std::vector<size_t>& first_latches);
+  std::vector<Literal> roots_with(Literal bad) const;
 
   const Machine& original_;
   Machine reduced_;
+  std::vector<Literal> roots_;
   std::vector<size_t> cone_latches_;  ///< places of those that `bad` depends on
   std::vector<Literal> shared_;       ///< what stands for each of them, by place in `cone_latches_`
   std::vector<long> input_of_, latch_of_;  ///< of the reduced: place in the original

@@ -16,14 +16,7 @@ void add_runs(CLI::App& app, Options& options) {
       app.add_option("--random", options.random, "N instants of random inputs in place of stimuli")
           ->type_name("N");
   random->check(CLI::PositiveNumber)->group(group);
-  app.add_option("--seed", options.seed, "of the random inputs (1)")
-      ->type_name("N")
-      ->needs(random)
-      ->group(group);
-  app.add_option("--bias", options.biases, "NAME=P: the input is One with probability P")
-      ->type_name("NAME=P")
-      ->needs(random)
-      ->group(group);
+  programs::add_random_options(app, random, group, options.drawn);
   app.add_option("--values", options.values, "NAME=A,B,...: the texts that a valued input carries")
       ->type_name("NAME=A,B")
       ->needs(random)

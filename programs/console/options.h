@@ -1,9 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "programs/run_options.h"
 
 namespace kiva::console {
 
@@ -18,8 +19,7 @@ struct Options {
 
   // In place of stimuli.
   long random = 0;  ///< instants to draw; 0 for none
-  std::uint64_t seed = 1;
-  std::vector<std::string> biases;  ///< NAME=PROBABILITY
+  programs::RandomOptions drawn;
   std::vector<std::string> values;  ///< NAME=TEXT,TEXT,...
   std::string save_stimuli;
 

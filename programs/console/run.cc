@@ -56,27 +56,42 @@ class ConsoleRun {
     read_options();
   }
 
+  /// What led to a refusal stands before it.
+  ~ConsoleRun() { out_.flush(); }
+  ConsoleRun(const ConsoleRun&) = delete;
+  ConsoleRun& operator=(const ConsoleRun&) = delete;
+
   int run() {
     if (!why_) trace_->begin(out_);
+    const bool saves = !options_.save_stimuli.empty() || why_;
+    const bool covers = options_.coverage || !options_.coverage_file.empty() || why_;
+    SimulationState before;
+    Choices choices;
     while (!ended_ && next_choices()) {
-      const SimulationState before = simulation_.state();
-      const Choices choices = choices_of(before);
+      if (covers) before = simulation_.state();
+      if (saves) choices = choices_of(simulation_.state());
       steps_->step(simulation_);
       const SimulationState& state = simulation_.state();
       if (!options_.save_stimuli.empty()) save(choices);
-      coverage_.note(before, state);
+      if (covers) coverage_.note(before, state);
       check(state);
       ended_ = until_ && until_->holds(state);
       if (why_ && state.instant == why_->instant)
         return why_->print(out_, {before, choices, state});
       if (why_) continue;
-      trace_->write(out_, state);
-      if (!out_) throw Refused{options_.output, 0, "the trace cannot be written"};
+      write(state);
     }
     return end();
   }
 
  private:
+  void write(const SimulationState& state) {
+    trace_->write(out_, state);
+    // Whoever gives instants one by one sees each.
+    if (server_ || (!random_ && options_.stimuli == "-")) out_.flush();
+    if (!out_) throw Refused{options_.output, 0, "the trace cannot be written"};
+  }
+
   void connect() {
     if (!options_.server.first.empty()) {
       server_.emplace(options_.server.first,
@@ -127,20 +142,13 @@ class ConsoleRun {
   }
 
   void read_random() {
-    random_.emplace(simulation_, options_.seed);
-    const auto no_input = [](const std::string& option, const std::string& text) {
-      throw Refused{"", 0,
-                    option + ": \"" + text + "\" does not begin with an input's name and \"=\""};
-    };
-    for (const std::string& text : options_.biases) {
-      const size_t equals = text.find('=');
-      char* end = nullptr;
-      const std::string number = equals == std::string::npos ? "" : text.substr(equals + 1);
-      const double probability = std::strtod(number.c_str(), &end);
-      if (!number.empty() && (*end != '\0' || !(probability >= 0 && probability <= 1)))
-        throw Refused{"", 0, "--bias: \"" + number + "\" is no probability from 0 to 1"};
-      if (number.empty() || !random_->bias(text.substr(0, equals), probability))
-        no_input("--bias", text);
+    random_.emplace(simulation_, options_.drawn.seed);
+    for (const std::string& text : options_.drawn.biases) {
+      std::string problem;
+      const programs::Bias bias = programs::read_bias(text, problem);
+      if (problem.empty() && !random_->bias(bias.name, bias.probability))
+        problem = programs::no_input("--bias", text);
+      if (!problem.empty()) throw Refused{"", 0, problem};
     }
     for (const std::string& text : options_.values) {
       const size_t equals = text.find('=');
@@ -150,7 +158,7 @@ class ConsoleRun {
         for (std::string value; std::getline(list, value, ',');) texts.push_back(value);
       }
       if (texts.empty() || !random_->values(text.substr(0, equals), texts))
-        no_input("--values", text);
+        throw Refused{"", 0, programs::no_input("--values", text)};
     }
     const std::string without = random_->input_without_values();
     if (!without.empty())
@@ -166,14 +174,14 @@ class ConsoleRun {
   bool next_choices() {
     if (random_) {
       if (simulation_.state().instant == options_.random) return false;
-      apply(random_->next(simulation_.state()), simulation_);
+      random_->choose(simulation_);
       return true;
     }
     try {
-      const auto stimulus = stimuli_->next();
+      auto stimulus = stimuli_->next();
       if (!stimulus) return false;
       apply(*stimulus, simulation_);
-      expectations_ = stimulus->expectations;
+      expectations_ = std::move(stimulus->expectations);
       return true;
     } catch (const StimuliError& error) {
       throw Refused{stimuli_name(), error.line, error.reason};
@@ -189,6 +197,7 @@ class ConsoleRun {
 
   /// Holds the instant against what is awaited of it.
   void check(const SimulationState& state) {
+    if (!options_.update && expectations_.empty() && !expected_) return;
     const std::string instant = "instant " + std::to_string(state.instant) + ": ";
     if (options_.update) {
       seen_.push_back(seen(expectations_, state, simulation_));
@@ -203,6 +212,7 @@ class ConsoleRun {
 
   void differ(const std::string& file, long line, const std::string& difference) {
     if (++differences_ > most_differences) return;
+    out_.flush();  // behind what led there
     programs::errors() << file << ':' << line << ": " << difference << '\n';
   }
 

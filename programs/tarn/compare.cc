@@ -15,18 +15,6 @@ namespace {
 using proof::Answer;
 using proof::Verdict;
 
-/// Why the module cannot be compared, "" where it can.
-std::string incomparable_for(Module& module) {
-  if (module.getFinalised() == 0) return "is not finalised";
-  for (const signal_list* signals :
-       {&module.getInputSignalList(), &module.getOutputSignalList(), &module.getLocalSignalList()})
-    for (const Signal* signal : *signals)
-      if (signal->isValued(&module, module.getBddWood()))
-        return "carries values: " + signal->getOriginalName();
-  return module.getDataTable() != nullptr && !module.getDataTable()->empty() ? "computes values"
-                                                                             : "";
-}
-
 class Comparison {
  public:
   Comparison(Options& options, Messages& messages)
@@ -72,19 +60,10 @@ class Comparison {
       if (modules.size() > 1)
         return fail({file, 0, 0, 0, 0}, "holds several modules; --module names one");
       Module* module = modules.front();
-      if (const std::string reason = incomparable_for(*module); !reason.empty())
-        return fail({file, 0, 0, 0, 0}, "module " + module->getName() + ' ' + reason);
+      proof::require_comparable(*module);
       const Simulation simulation(module);
       proof::ModuleMachine machine(simulation, false);
-      for (size_t row = 0; row < simulation.output_names().size(); ++row)
-        sides_[side].outputs.push_back(
-            {simulation.output_names()[row], machine.is_one({SignalPlace::output, row})});
-      proof::Machine whole = machine.machine;
-      for (const proof::Side::Output& output : sides_[side].outputs)
-        whole.bad = whole.aig.either(whole.bad, output.present);
-      if (const std::string reason = machine.undefined(whole); !reason.empty())
-        return fail({file, 0, 0, 0, 0}, reason);
-      sides_[side].machine = std::move(machine.machine);
+      sides_[side] = proof::side_of(simulation, machine);
       return true;
     } catch (const proof::MachineError& error) {
       return fail({file, 0, 0, 0, 0}, error.reason);
@@ -95,18 +74,9 @@ class Comparison {
 
   /// Each name of one side must be the other's; their order does not matter.
   bool same_interface() const {
-    const auto covers = [&](size_t side, const auto& mine, const auto& others, const char* kind) {
-      for (const auto& entry : mine)
-        if (std::none_of(others.begin(), others.end(),
-                         [&](const auto& other) { return other.name == entry.name; }))
-          return fail(*files_[side] + " has the " + kind + " \"" + entry.name + "\", " +
-                      *files_[1 - side] + " has not");
-      return true;
-    };
     for (size_t side = 0; side < 2; ++side)
-      if (!covers(side, sides_[side].machine.inputs, sides_[1 - side].machine.inputs, "input") ||
-          !covers(side, sides_[side].outputs, sides_[1 - side].outputs, "output"))
-        return false;
+      if (const std::string what = proof::missing_in(sides_[1 - side], sides_[side]); !what.empty())
+        return fail(*files_[side] + " has the " + what + ", " + *files_[1 - side] + " has not");
     return true;
   }
 

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <iomanip>
-#include <map>
 
 #include "base/text_stream.h"
 #include "programs/command_pages.h"
 #include "programs/report.h"
+#include "programs/run_options.h"
 #include "programs/tarn/manual.h"
 #include "programs/tarn/windows.h"
 #include "tarn/readers/readers.h"
@@ -44,20 +44,6 @@ std::string target_list() {
   }
   return list.str() + (second ? "\n" : "");
 }
-
-/// The properties in the order of the command line.
-void add_properties(const CLI::App& app,
-                    const std::map<const CLI::Option*, proof::Property::Kind>& kinds,
-                    Options& options) {
-  std::map<const CLI::Option*, size_t> taken;
-  for (const CLI::Option* option : app.parse_order())
-    if (const auto kind = kinds.find(option); kind != kinds.end())
-      options.properties.push_back({kind->second, option->results().at(taken[option]++)});
-}
-
-}  // namespace
-
-namespace {
 
 /// The row whose bench is wanted. A target without is a fault of the usage.
 const Target* bench_target(const std::string& option) {
@@ -107,19 +93,16 @@ bool read_options(int argc, char** argv, Options& options,
                  "print an expression over the signals of a compiled module as a sum of products "
                  "over inputs and registers")
       ->type_name("EXPR");
-  std::map<const CLI::Option*, proof::Property::Kind> property_options;
-  const auto property = [&](const char* name, proof::Property::Kind kind, const char* help) {
-    CLI::Option* option = app.add_option(name)->description(help)->type_name("EXPR");
-    option->expected(1)->take_all()->allow_extra_args(false);
-    property_options[option] = kind;
-  };
-  property("--never", proof::Property::never,
-           "prove that an expression over the signals never holds, or print stimuli that end where "
-           "it does; repeatable, as are the next three");
-  property("--always", proof::Property::always, "prove that an expression always holds");
-  property("--reach", proof::Property::reach,
-           "print the shortest stimuli that end where an expression holds");
-  property("--assume", proof::Property::assume, "look only at runs in which an expression holds");
+  programs::PropertyOptions properties;
+  properties.add(
+      app, "--never", proof::Property::never,
+      "prove that an expression over the signals never holds, or print stimuli that end where "
+      "it does; repeatable, as are the next three");
+  properties.add(app, "--always", proof::Property::always, "prove that an expression always holds");
+  properties.add(app, "--reach", proof::Property::reach,
+                 "print the shortest stimuli that end where an expression holds");
+  properties.add(app, "--assume", proof::Property::assume,
+                 "look only at runs in which an expression holds");
   app.add_flag(
       "--prove", options.prove,
       "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
@@ -167,7 +150,7 @@ bool read_options(int argc, char** argv, Options& options,
   app.footer(target_list() + "\n" + programs::example_lines(manual_notes()));
   try {
     app.parse(argc, argv);
-    add_properties(app, property_options, options);
+    options.properties = properties.read(app);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file))
         throw CLI::ValidationError(

@@ -17,20 +17,6 @@ using proof::Answer;
 using proof::Property;
 using proof::Verdict;
 
-const char* word(Property::Kind kind) {
-  switch (kind) {
-    case Property::never:
-      return "never";
-    case Property::always:
-      return "always";
-    case Property::reach:
-      return "reach";
-    case Property::assume:
-      break;
-  }
-  return "assume";
-}
-
 /// A property with where it stands: unknown for one of the command line.
 struct Asked {
   Property property;
@@ -77,7 +63,7 @@ class Proofs {
   static int told(const Asked& asked, const ConditionError& error) {
     const std::string place = "character " + std::to_string(error.character) + ": " + error.reason;
     if (!asked.where.known())
-      return told(std::string("--") + word(asked.property.kind) + ": " + place);
+      return told(std::string("--") + proof::word(asked.property.kind) + ": " + place);
     Place where = asked.where;
     where.column += static_cast<int>(error.character) - 1;
     fail(where, error.reason);
@@ -138,7 +124,7 @@ class Proofs {
     const std::string what =
         (asked.where.known() ? asked.where.file + ':' + std::to_string(asked.where.line) + ": "
                              : "") +
-        word(property.kind) + ' ' + property.text;
+        proof::word(property.kind) + ' ' + property.text;
     if (answer.verdict == Verdict::unknown) {
       raise(undecided);
       std::cout << "# " << what << ": not known: " << answer.how << std::endl;

@@ -217,10 +217,12 @@ SourceMap source_map(Module* module) {
 
 std::string file_hash(const std::string& file) {
   std::ifstream in(file, std::ios::binary);
-  if (!in) return "";
+  return in ? text_hash(std::string(std::istreambuf_iterator<char>(in), {})) : "";
+}
+
+std::string text_hash(const std::string& text) {
   std::uint64_t hash = 14695981039346656037u;
-  for (auto at = std::istreambuf_iterator<char>(in); at != std::istreambuf_iterator<char>(); ++at)
-    hash = (hash ^ static_cast<unsigned char>(*at)) * 1099511628211u;
+  for (char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
   char digits[17];
   std::snprintf(digits, sizeof digits, "%016" PRIx64, hash);
   return digits;

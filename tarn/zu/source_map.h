@@ -75,5 +75,7 @@ std::string source_map_text(const SourceMap& map, const std::string& module);
 /// 64 bits of the file's content (FNV-1a), as sixteen hexadecimal digits; empty where it cannot be
 /// read.
 std::string file_hash(const std::string& file);
+/// The same of a text.
+std::string text_hash(const std::string& text);
 
 }  // namespace kiva

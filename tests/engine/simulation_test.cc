@@ -6,6 +6,7 @@
 
 #include <random>
 
+#include "engine/code/compiled_pass.h"
 #include "engine/context.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/process_end.h"
@@ -122,18 +123,27 @@ TEST_F(Engine, FlatPassesGiveWhatTheDiagramsGive) {
   const unsigned seed = std::random_device{}();
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
+  int compiled = 0;
   for (int round = 0; round < 400; ++round) {
-    Module* m = module(random_module(random, round % 3 == 0));
-    const Simulation simulation(m);
-    for (int pass = 0; pass < 12; ++pass) {
+    Module* m = module(random_module(random, round % 3 == 0, round % 2 == 0));
+    const Simulation simulation(m), code(m);
+    compiled += code.compile() ? 1 : 0;
+    for (int pass = 0; pass < 18; ++pass) {
       std::vector<int> context(simulation.state().context.size());
-      for (int& entry : context) entry = static_cast<int>(random() % 3);
-      std::vector<int> plain = context;
+      for (size_t k = 0; k < context.size(); ++k) {
+        context[k] = static_cast<int>(random() % (pass < 6 ? 3 : 2));
+        // Machine code is for signals that are One or Zero.
+        if (pass >= 12 && k % 2 == 1) context[k] = 1 - context[k - 1];
+      }
+      std::vector<int> plain = context, by_code = context;
       simulation.run_equations(context.data());
+      code.run_equations(by_code.data());
       plain_pass(m, plain);
       ASSERT_EQ(context, plain) << read_text(dir.file("m.zuc"));
+      ASSERT_EQ(by_code, plain) << read_text(dir.file("m.zuc"));
     }
   }
+  EXPECT_TRUE(compiled > 50 || !code::CompiledPass::possible());
 }
 
 TEST_F(Engine, FlatPassesTakeDeepDiagramsWithEveryEntryUnknown) {

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <queue>
 #include <random>
 
+#include "proof/campaign/campaign.h"
+#include "proof/campaign/random_runs.h"
 #include "proof/prover.h"
 #include "proof/question.h"
 #include "proof/reduction.h"
@@ -183,6 +186,95 @@ TEST_F(Engines, AnswerWhatAWalkByTheSimulatorAnswers) {
   EXPECT_GT(failed, 20);
   EXPECT_GT(late, 0);
   EXPECT_GT(inductions, 5);
+}
+
+/// What runs of the campaign's source show when the simulator makes them one by one.
+class ByHand {
+ public:
+  ByHand(Simulation& simulation, const RunSource& source, size_t inputs)
+      : simulation_(simulation), source_(source), inputs_(inputs) {}
+
+  CampaignCounts counts(const Expression& never, const Expression& assumed, size_t goals) {
+    CampaignCounts counts;
+    counts.reached.resize(goals);
+    counts.failed.resize(3);
+    for (std::uint64_t n = 0; n < source_.runs(); ++n) {
+      std::vector<bool> reached(goals, false);
+      size_t failed = 0, instant = 0;
+      bool never_before = false, assumed_before = false;
+      simulation_.load();
+      for (const std::vector<bool>& bits : source_.run(n, 1000, inputs_)) {
+        ++instant;
+        for (size_t row = 0; row < bits.size(); ++row)
+          simulation_.choose_input(row, bits[row] ? SignalState::one : SignalState::zero);
+        simulation_.step(nullptr);
+        const SimulationState& now = simulation_.state();
+        if (!assumed.holds(now, assumed_before)) break;
+        see(now, reached);
+        if (failed == 0 && never.holds(now, never_before)) failed = instant;
+        never_before = never.present(now, 1);
+        assumed_before = assumed.present(now, 1);
+      }
+      for (size_t goal = 0; goal < goals; ++goal) counts.reached[goal] += reached[goal];
+      if (failed != 0) counts.failed[0].add({1, n, failed});
+    }
+    return counts;
+  }
+
+ private:
+  void see(const SimulationState& now, std::vector<bool>& reached) const {
+    size_t goal = 0;
+    for (const auto* states : {&now.inputs, &now.shown_outputs, &now.shown_registers})
+      for (SignalState state : *states) {
+        if (state == SignalState::one) reached[goal] = true;
+        if (state == SignalState::zero || state == SignalState::bottom) reached[goal + 1] = true;
+        goal += 2;
+      }
+  }
+  Simulation& simulation_;
+  const RunSource& source_;
+  size_t inputs_;
+};
+
+TEST_F(Engines, CampaignsCountWhatTheSimulatorShows) {
+  std::mt19937 random(static_cast<unsigned>(setting("KIVA_SEED", 23)));
+  std::uint64_t failures = 0;
+  for (int round = 0; round < 40; ++round) {
+    const auto module = simulation(random_module(random, false, true));
+    const SignalNames names(*module);
+    const Expression never = Expression::random(random, names);
+    const Expression assumed = Expression::random(random, names);
+    SCOPED_TRACE(never.text() + " assuming " + assumed.text());
+    CampaignMachine question(*module, false);
+    question.assume(assumed.text());
+    question.check({Property::never, never.text()});
+    question.cover_signals({}, true);
+    question.build();
+    std::vector<double> chances(question.inputs());
+    for (double& chance : chances) chance = static_cast<double>(random() % 9) / 8;
+    const RandomRuns source(random() % 700 + 1, 20, random(), chances);
+    const Campaign campaign(question, source);
+    const auto one_by_one = [](size_t count, const std::function<void(size_t)>& work) {
+      while (count-- > 0) work(count);
+    };
+    CampaignCounts sum = campaign.run({0, 3}, one_by_one);
+    for (std::uint64_t shard : {2, 1}) sum.add(campaign.run({shard, 3}, one_by_one));
+    ByHand by_hand(*module, source, question.inputs());
+    const CampaignCounts awaited = by_hand.counts(never, assumed, question.goals().size());
+    EXPECT_EQ(sum.reached, awaited.reached);
+    EXPECT_EQ(sum.failed[0].runs, awaited.failed[0].runs);
+    EXPECT_EQ(sum.failed[0].first, awaited.failed[0].first);
+    EXPECT_EQ(sum.failed[0].instant, awaited.failed[0].instant);
+    failures += awaited.failed[0].runs;
+    if (awaited.failed[0].runs > 0) {
+      // Throws where the shortened run is not bad at its end.
+      const auto& [runs, first, instant] = awaited.failed[0];
+      const std::string shown = question.shown(0, source.run(first, instant, question.inputs()));
+      EXPECT_LE(std::count(shown.begin(), shown.end(), '\n'), static_cast<long>(instant));
+    }
+    if (HasFailure()) break;
+  }
+  EXPECT_GT(failures, 100u);
 }
 
 }  // namespace

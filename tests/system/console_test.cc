@@ -156,6 +156,12 @@ TEST_F(ConsoleInput, RunsUntilAndAtRandomAndTellsWhy) {
   EXPECT_EQ(again.out, drawn.out);
   EXPECT_NE(again.err.find("coverage of toggle in 80 instants\n"), std::string::npos) << again.err;
   EXPECT_EQ(run_program("kiva-console", "--bias X=1 " + random).status, 1);
+  EXPECT_EQ(run_program("kiva-console", "--format none " + random).out, "");
+  const auto digest = [&](const std::string& runs) {
+    return run_program("kiva-console", "--format digest " + module + " " + runs).out;
+  };
+  EXPECT_EQ(digest(saved), digest("--random 40 --seed 9 --bias T=0.3"));
+  EXPECT_NE(digest(saved), digest("--random 40 --seed 8 --bias T=0.3"));
 
   const ProgramRun why = run_program("kiva-console", "--why Q@3 " + module, "T\n\nT\n");
   EXPECT_EQ(why.out, "T = One\nR = One\n");

@@ -18,11 +18,11 @@ mv "$work/first" "$work/tree"
 tree=$work/tree
 export PATH="$tree/bin:$PATH" HOME="$work/home"
 
-for file in bin/kiva bin/kiva-console bin/tarn share/applications/org.kiva.kiva.desktop \
+for file in bin/kiva bin/kiva-console bin/kiva-campaign bin/tarn share/applications/org.kiva.kiva.desktop \
   share/icons/hicolor/scalable/apps/kiva.svg share/icons/hicolor/48x48/apps/kiva.png; do
   [ -s "$tree/$file" ] || fail "$file is missing"
 done
-for program in kiva kiva-console tarn; do
+for program in kiva kiva-console kiva-campaign tarn; do
   # Without a display.
   env -u DISPLAY QT_QPA_PLATFORM=xcb "$program" --version | grep -q "^$program [0-9]" || fail "$program --version"
   env -u DISPLAY QT_QPA_PLATFORM=xcb "$program" --help >"$work/help" || fail "$program --help"
