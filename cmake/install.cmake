@@ -85,7 +85,7 @@ install(FILES ${PROJECT_BINARY_DIR}/kivaConfig.cmake ${PROJECT_BINARY_DIR}/kivaC
 file(RELATIVE_PATH kiva_pc_to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" kiva_pc_to_prefix "${kiva_pc_to_prefix}")
 set(kiva_pc_floors "-lkiva_engine -lkiva_tarn -lkiva_forms -lkiva_pert_exp -lkiva_bdd -lkiva_base")
-if(ASMJIT_LIBRARY AND KIVA_MACHINE_CODE)
+if(ASMJIT_LIBRARY AND KIVA_MACHINE_CODE AND NOT BUILD_SHARED_LIBS)
   string(APPEND kiva_pc_floors " -lasmjit")
 endif()
 if(BUILD_SHARED_LIBS)

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <set>
 
+#include "programs/tarn/check_targets.h"
 #include "programs/tarn/compare.h"
 #include "programs/tarn/evaluate.h"
 #include "programs/tarn/messages.h"
@@ -20,8 +21,9 @@ namespace {
 /// Does what the command line asks for; gives the exit status.
 int work(Options& options, Messages& messages) {
   const programs::ProgramSession session(&messages);
+  if (options.check_targets) return check_targets(options, messages);
   if (options.equiv) return compare_modules(options, messages);
-  if (options.prove || !options.properties.empty()) return prove_properties(options, messages);
+  if (options.wants_proofs()) return prove_properties(options, messages);
   if (!options.eval.empty()) return evaluate_expression(options, messages) ? 0 : unusable;
 
   bool good = true;

@@ -82,6 +82,10 @@ bool read_options(int argc, char** argv, Options& options,
       "--bench", bench,
       "TARGET STIMULI: write that target's text and a bench that gives it the stimuli and "
       "holds it to what they await; says how to run it");
+  app.add_flag(
+      "--check-targets", options.check_targets,
+      "run each target's bench with random stimuli, where its tool is installed, and print "
+      "which agree; exit with 1 if one does not");
   app.add_flag("--equiv", options.equiv,
                "do two modules give the same outputs, whatever their inputs? If not, print "
                "stimuli that tell them apart, and exit with 1");
@@ -152,14 +156,15 @@ bool read_options(int argc, char** argv, Options& options,
         throw CLI::ValidationError(
             "FILE", "\"" + file + "\" ends neither in .zu nor in .zuc, nor is it a netlist");
     const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
+    if (options.check_targets && options.files.size() != 1)
+      throw CLI::ValidationError("--check-targets", "wants one file");
     if (options.equiv && options.files.size() != 2)
       throw CLI::ValidationError("--equiv", "compares two modules");
     if (app.count("--eval") > 0 && (!compiled || options.files.size() != 1 || options.equiv))
       throw CLI::ValidationError("--eval", "wants one compiled module (.zuc)");
     if (app.count("--eval") > 0 && options.eval.empty())
       throw CLI::ValidationError("--eval", "wants an expression");
-    if ((options.prove || !options.properties.empty()) &&
-        (options.equiv || app.count("--eval") > 0))
+    if (options.wants_proofs() && (options.equiv || app.count("--eval") > 0))
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");

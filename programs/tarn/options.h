@@ -32,6 +32,7 @@ struct Options {
   bool states = false;            ///< of what is drawn: the reachable ones
   const Target* bench = nullptr;  ///< whose bench is wanted; null for none
   std::string bench_stimuli;      ///< file of its stimuli
+  bool check_targets = false;
   bool equiv = false;
   bool print_names = false;  ///< of modules and signals, for completion
   std::string eval;          ///< an expression; empty for none
@@ -56,6 +57,7 @@ struct Options {
   bool verbose = false;               ///< show what the library tells its own callers
   std::vector<std::string> warnings;  ///< "no-NAME" or "error"
 
+  bool wants_proofs() const { return prove || !properties.empty(); }
   /// Something else than the compiled module is wanted.
   bool writes_other_text() const {
     return kiva || !targets.empty() || bench != nullptr || dot || svg;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "tests/targets/runner.h"
@@ -245,6 +246,26 @@ TEST(BenchTools, WhatIsNotAsAwaitedIsTold) {
                 out.find("instants agree") == std::string::npos)
         << out;
   }
+}
+
+TEST(BenchTools, AllAreCheckedByOneCommand) {
+  const TargetCase test = named_case("watchdog.zu");
+  const std::string command =
+      KIVA_PROGRAMS "/tarn --check-targets " KIVA_SOURCE "/examples/watchdog/watchdog.zu";
+  const auto rows = [](const std::string& table, const std::string& end) {
+    long count = 0;
+    for (size_t at = 0; (at = table.find(end + "\n", at)) != std::string::npos; ++at) ++count;
+    return count;
+  };
+  const long proved = std::ranges::count_if(
+      runners(), [](const Runner& runner) { return static_cast<bool>(runner.prove); });
+  EXPECT_EQ(rows(run_tool(command, test.folder()), " 100  yes"), proved);
+  EXPECT_EQ(rows(run_tool("PATH=/none " + command, test.folder()), " 0  not installed"), proved);
+  // A tool that says nothing of agreement has not agreed.
+  test.add_file("python3", "#!/bin/sh\necho 1.0\n");
+  EXPECT_NE(run_tool("! { chmod +x python3; PATH=$PWD:/bin " + command + "; }", test.folder())
+                .find("0  no: 1.0\n"),
+            std::string::npos);
 }
 
 TEST(BenchTools, TheDocumentationsExampleRunsAsItSays) {

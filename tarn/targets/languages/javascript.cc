@@ -86,7 +86,9 @@ const Bench bench{.language = &language,
                   .extension = ".mjs",
                   .run = javascript_bench_run,
                   .put = put_javascript_bench,
-                  .tool = "node --version"};
+                  .tool =
+                      "node --version | sed "
+                      "'s|^|node |'"};
 
 }  // namespace
 
