@@ -40,6 +40,8 @@ std::optional<Result> Result::read(const std::string& text) {
     const Json json = Json::parse(text);
     Result result;
     result.asked = json.at("campaign");
+    if (!result.asked.at("module").is_string() || !result.asked.at("runs").is_number())
+      return std::nullopt;
     if (json.contains("shard"))
       result.shard = {json["shard"].at("number").get<std::uint64_t>() - 1, json["shard"].at("of")};
     if (result.shard.number >= result.shard.of) return std::nullopt;
