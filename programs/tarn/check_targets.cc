@@ -73,7 +73,7 @@ class TargetsCheck {
   explicit TargetsCheck(Module* module) : module_(module), stimuli_(module) {
     RandomChoices random(stimuli_.simulation(), seed);
     for (int instant = 0; instant < instants; ++instant) {
-      apply(random.next(stimuli_.simulation().state()), stimuli_.simulation());
+      random.choose(stimuli_.simulation());
       stimuli_.add();
     }
   }

@@ -191,8 +191,10 @@ namespace {
 
 /// By a tool that reads the netlist and writes it as Verilog.
 std::string netlist_run(const BenchJob& job, const std::string& read) {
-  return "berkeley-abc -q '" + read + "; short_names; write_verilog " + job.name + "_net.v' && " +
-         verilog_run(job.name, job.name + "_net.v");
+  // The module's name may be a word of Verilog.
+  return "berkeley-abc -q '" + read + "; short_names; write_verilog " + job.name +
+         "_net.v' && sed -i 's/^module [^(]*/module " + job.name + "_net /' " + job.name +
+         "_net.v && " + verilog_run(job.name, job.name + "_net.v");
 }
 
 }  // namespace
@@ -210,7 +212,7 @@ void put_blif_bench(const BenchJob& job, std::ostream& out) {
   std::string ports = std::string(job.text.state().empty() ? "" : ", clk") +
                       numbered("i", size.inputs) + numbered("o", size.outputs);
   ports.erase(0, std::min<size_t>(2, ports.size()));
-  put_verilog(job, out, job.text.module_name(), ports, false);
+  put_verilog(job, out, job.name + "_net", ports, false);
 }
 
 }  // namespace kiva

@@ -60,6 +60,12 @@ struct TargetRules {
     rules.refuse_large_sums = rules.proper_lists = rules.quiet = true;
     return rules;
   }
+  /// Of a language that has no told form, beside others in these rules.
+  TargetRules without_told() const {
+    TargetRules rules = working();
+    rules.untold = untold;
+    return rules;
+  }
 };
 
 }  // namespace kiva

@@ -135,7 +135,7 @@ class Graph {
 };
 
 void put_module(const TargetJob& job) {
-  const TargetText text(job.module, language, TargetRules::working());
+  const TargetText text(job.module, language, job.rules.without_told());
   const Graph graph(text);
   graph.put_ascii(job.out);
   graph.put_binary(job.beside);

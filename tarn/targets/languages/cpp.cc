@@ -37,7 +37,7 @@ void put_parts(const StepText& c, std::ostream& out) {
 
 void put_module(const TargetJob& job) {
   std::ostream& out = job.out;
-  const TargetText text(job.module, cpp_step_language, TargetRules::working());
+  const TargetText text(job.module, cpp_step_language, job.rules.without_told());
   const StepText c(text,
                    {.cpp = true, .state = "", .in = "given.", .out = "shown.", .wires = "w."});
   const std::string& m = text.module_name();

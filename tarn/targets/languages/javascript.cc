@@ -68,7 +68,7 @@ void put_types(const TargetText& text, std::ostream& out) {
 }
 
 void put_module(const TargetJob& job) {
-  const TargetText text(job.module, language, TargetRules::working());
+  const TargetText text(job.module, language, job.rules.without_told());
   const ScriptText script(text,
                           {.and_text = " && ",
                            .or_text = " || ",

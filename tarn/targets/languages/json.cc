@@ -124,7 +124,7 @@ class JsonText {
 };
 
 void put_module(const TargetJob& job) {
-  const TargetText text(job.module, language, TargetRules::working());
+  const TargetText text(job.module, language, job.rules.without_told());
   JsonText(text).put(job.out);
 }
 

@@ -28,7 +28,7 @@ const TargetText::Language language{
 
 void put_module(const TargetJob& job) {
   std::ostream& out = job.out;
-  const TargetText text(job.module, language, TargetRules::working());
+  const TargetText text(job.module, language, job.rules.without_told());
   const ScriptText script(text,
                           {.and_text = " and ",
                            .or_text = " or ",

@@ -62,8 +62,8 @@ const TargetText::Language language{
 
 class VerilogText {
  public:
-  VerilogText(Module* module, std::ostream& out)
-      : text_(module, language, TargetRules::working()), out_(out) {
+  explicit VerilogText(const TargetJob& job)
+      : text_(job.module, language, job.rules.without_told()), out_(job.out) {
     texts_.nodes.line_start = texts_.nodes.constant_start = "  wire ";
     texts_.nodes.table = text_.module_name() + "_node";
     texts_.nodes.entry_open = "_";
@@ -127,11 +127,10 @@ const Bench bench{.language = &language,
 
 }  // namespace
 
-extern const Target verilog_target{
-    .option = "verilog",
-    .help = "Verilog module, .v",
-    .file = {.extension = ".v"},
-    .put = [](const TargetJob& job) { VerilogText(job.module, job.out).put(); },
-    .bench = &bench};
+extern const Target verilog_target{.option = "verilog",
+                                   .help = "Verilog module, .v",
+                                   .file = {.extension = ".v"},
+                                   .put = [](const TargetJob& job) { VerilogText(job).put(); },
+                                   .bench = &bench};
 
 }  // namespace kiva
