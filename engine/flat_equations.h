@@ -29,6 +29,8 @@ class FlatEquations {
 
   /// By variable index: whether an equation writes the entry.
   std::vector<bool> written(size_t variables) const;
+  /// By variable index: whether an equation reads the entry before one has written it.
+  std::vector<bool> read_first(size_t variables) const;
   /// The pass of the only segment over a graph: `entries` are those before it, known ones, and
   /// become those behind it. False where there are several segments, or the graph would be much
   /// larger than the equations.

@@ -90,6 +90,34 @@ std::vector<bool> FlatEquations::written(size_t variables) const {
   return written;
 }
 
+std::vector<bool> FlatEquations::read_first(size_t variables) const {
+  std::vector<bool> read(variables, false), written(variables, false), seen(nodes_.size(), false);
+  const auto enters = [&](Edge edge) {
+    if (edge <= 1 || seen[edge >> 1]) return false;
+    seen[edge >> 1] = true;
+    return true;
+  };
+  for (const Run& run : runs_)
+    for (std::uint32_t at = run.begin; at != run.end; ++at) {
+      if (run.form == diagram_run) {
+        // A node met again reads nothing that was not there the first time.
+        walk_from<Edge>({diagram_equations_[at].root}, enters, [&](Edge edge, const auto& more) {
+          const Node& node = nodes_[edge >> 1];
+          if (!written[node.variable]) read[node.variable] = true;
+          more(node.then_edge);
+          more(node.else_edge);
+        });
+        written[diagram_equations_[at].out] = true;
+      } else {
+        const TableEquation& equation = table_equations_[at];
+        for (std::uint32_t k = 0; k < run.form; ++k)
+          if (!written[equation.in[k]]) read[equation.in[k]] = true;
+        written[equation.out] = true;
+      }
+    }
+  return read;
+}
+
 bool FlatEquations::trace(aig::Aig& graph, std::vector<aig::Literal>& entries) const {
   return segments() == 1 && Tracing(*this, graph, entries).run();
 }

@@ -41,19 +41,17 @@ constexpr std::uint32_t block_pairs = 8;
 struct CompiledPass::Sources {
   Aig aig;
   std::vector<bool> written;
+  std::vector<bool> read;  ///< before it is written
   std::vector<Literal> entries;
-  std::vector<std::uint32_t> entry_of_node;  ///< of variables
 
   Sources(const FlatEquations& equations, size_t variables)
-      : written(equations.written(variables)) {
-    entry_of_node.push_back(0);
+      : written(equations.written(variables)), read(equations.read_first(variables)) {
     for (std::uint32_t index = 0; index < variables; ++index) {
       if (index % 2 == 1 && !written[index] && !written[index - 1]) {
         entries.push_back(negated(entries.back()));
         continue;
       }
       entries.push_back(aig.variable());
-      entry_of_node.push_back(index);
     }
   }
   bool is_pair(std::uint32_t status) const {
@@ -95,22 +93,19 @@ struct CompiledPass::Layout {
   }
   bool in_regular_block(std::uint32_t pair) const { return block_regular[pair / block_pairs]; }
 
-  /// Of what is read: what stands in the cones of all that is written.
+  /// All that is read, also where the graph has lost it: what is unknown there shows in the tables.
   void read_sources() {
-    std::vector<Literal> roots;
-    for (size_t index = 0; index < after.size(); ++index)
-      if (before.written[index]) roots.push_back(after[index]);
     slot_of.assign(before.aig.size(), 0);
-    for (std::uint32_t node : before.aig.cone(roots)) {
-      if (node == 0 || !before.aig.is_variable(node)) continue;
-      const std::uint32_t index = before.entry_of_node[node];
-      if (before.is_pair(index) && index % 2 == 0) {
-        regular[index / 2] = true;
-        slot_of[node] = index / 2;
-        pass.pairs_.push_back({index, index / 2});
-      } else {
-        slot_of[node] = new_slot();
-        pass.singles_.push_back({index, slot_of[node]});
+    for (std::uint32_t index = 0; index < before.read.size(); ++index) {
+      if (!before.read[index]) continue;
+      const std::uint32_t status = index & ~1U;
+      if (!before.is_pair(status)) {
+        slot_of[node_of(before.entries[index])] = new_slot();
+        pass.singles_.push_back({index, slot_of[node_of(before.entries[index])]});
+      } else if (!regular[status / 2]) {
+        regular[status / 2] = true;
+        slot_of[node_of(before.entries[status])] = status / 2;
+        pass.pairs_.push_back({status, status / 2});
       }
     }
   }
@@ -149,7 +144,6 @@ std::unique_ptr<CompiledPass> CompiledPass::make(const FlatEquations& equations,
   std::vector<Literal> after = before.entries;
   if (!equations.trace(before.aig, after)) return nullptr;
   std::unique_ptr<CompiledPass> pass(new CompiledPass);
-  before.entry_of_node.resize(before.aig.size(), 0);
   Layout layout{before, after, *pass};
   layout.lay();
   pass->machine_ = std::make_unique<Machine>();

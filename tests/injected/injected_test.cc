@@ -16,6 +16,7 @@
 
 #include "engine/lit_source.h"
 #include "engine/session_file.h"
+#include "programs/report.h"
 #include "tarn/session/session.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/injected/injection.h"
@@ -44,7 +45,7 @@ bool leaks() {
 
 /// What the window reads: a module, the map of its source and the session of a run.
 int read_as_the_window(const std::vector<std::string>& files) {
-  try {
+  return programs::run_reported("window", [&] {
     Session session;
     const Session::Use use(session);
     const ZucRead read = read_zuc_file(files[1], "", "");
@@ -58,10 +59,7 @@ int read_as_the_window(const std::vector<std::string>& files) {
     if (!problem.empty()) throw std::runtime_error(problem);
     std::cout << session_text(recording, marks) << lit.instances().size() << '\n';
     return 0;
-  } catch (const std::exception& fault) {
-    fprintf(stderr, "window: error: %s\n", fault.what());
-    return 1;
-  }
+  });
 }
 
 /// The three of them, in this folder.

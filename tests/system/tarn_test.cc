@@ -132,7 +132,7 @@ TEST_F(TarnOnSource, OptionsChangeWhatIsWritten) {
   const std::string module = "-q --module lamp " + source;
   ASSERT_EQ(tarn(module + " -o plain").status, 0);
   const std::string plain = written("plain.zuc");
-  EXPECT_THAT(plain, HasSubstr(" boot bootplus on_1 "));
+  EXPECT_THAT(plain, HasSubstr(" boot bootplus;"));
   EXPECT_THAT(plain, Not(HasSubstr("//")));
   const std::string expected = outputs("plain.zuc", "\n\npress\n\npress\n");
   EXPECT_THAT(expected, HasSubstr("\"off\":[\"one\""));
@@ -216,7 +216,8 @@ TEST_F(TarnOnSource, TellsWhereASourceIsWrong) {
   const std::string at = ring + ":2:11: ";
   EXPECT_EQ(run.err, at + "error: \"o\" depends on itself in one instant: o -> o\n" + at +
                          "note: \"o\" follows from \"o\" here: emit o\n" + at +
-                         "note: put a pause between cause and effect\n");
+                         "note: put a pause between cause and effect\n" + at +
+                         "note: it does not settle in instant 1 of this run: no input\n");
   run = tarn(dir.file("missing.zu"));
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(dir.file("missing.zu")));
