@@ -1,29 +1,20 @@
 #include "programs/tarn/draw.h"
 
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "base/whole_file.h"
 #include "engine/drawing/svg.h"
+#include "programs/tarn/map_of.h"
 #include "programs/tarn/messages.h"
 #include "programs/told_text.h"
 #include "tarn/session/session_files.h"
-#include "tarn/zu/source_map.h"
 
 namespace kiva::tarn_program {
 
 namespace {
 
 constexpr size_t most_states = 200;
-
-/// The map of a module that has just been compiled, or the one beside a compiled module.
-std::string map_of(Module* module, const std::string& file) {
-  if (is_source(file)) return source_map_text(source_map(module), module->getName());
-  std::ifstream in(file + ".map");
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 std::vector<Diagram> diagrams_of(Module* module, const std::string& file, bool& good) {
   const std::string map = map_of(module, file);

@@ -7,6 +7,7 @@
 
 #include "programs/tarn/check_targets.h"
 #include "programs/tarn/compare.h"
+#include "programs/tarn/cover.h"
 #include "programs/tarn/evaluate.h"
 #include "programs/tarn/messages.h"
 #include "programs/tarn/names.h"
@@ -23,6 +24,7 @@ int work(Options& options, Messages& messages) {
   const programs::ProgramSession session(&messages);
   if (options.check_targets) return check_targets(options, messages);
   if (options.equiv) return compare_modules(options, messages);
+  if (options.cover) return cover_module(options, messages);
   if (options.wants_proofs()) return prove_properties(options, messages);
   if (!options.eval.empty()) return evaluate_expression(options, messages) ? 0 : unusable;
 

@@ -106,6 +106,9 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag(
       "--prove", options.prove,
       "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
+  app.add_flag(
+      "--cover", options.cover,
+      "write stimuli that reach every statement, state and transition that can be reached");
   app.add_flag("--with-reset", options.with_reset, "in proofs, reset may be raised at any time");
   app.add_option("--certificate", options.certificate,
                  "folder for what lets others check a proof: DIR/check [SOLVER]")
@@ -166,6 +169,9 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--eval", "wants an expression");
     if (options.wants_proofs() && (options.equiv || app.count("--eval") > 0))
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
+    if (options.cover && (options.files.size() != 1 || options.equiv || options.wants_proofs()))
+      throw CLI::ValidationError("--cover", "wants one file, and no other proofs");
+    if (options.cover) options.map = true;  // what there is to reach
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
     if (const std::filesystem::path output = options.output; output.is_absolute()) {

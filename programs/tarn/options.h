@@ -38,6 +38,7 @@ struct Options {
   std::string eval;          ///< an expression; empty for none
   std::vector<proof::Property> properties;
   bool prove = false;  ///< what the source's comments say
+  bool cover = false;  ///< runs that reach all that can be reached
   bool with_reset = false;
   double limit = 60;        ///< seconds for each proof
   std::string certificate;  ///< folder for what lets others check a proof; empty for none

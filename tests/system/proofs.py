@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Certificates of proofs, checked by others: usage certificates.py TARN CONSOLE EXAMPLES
+"""What proofs leave behind, checked by others: usage proofs.py TARN CONSOLE EXAMPLES
 
 For pairs of outputs of each example the claim that they are never One together. Where it is proved,
 two SAT solvers accept the three conditions, random runs of module.aag (evaluated here) stay inside
 invariant.aag, and an invariant that lies in one bit is refused. Where it fails, the console replays
-the run.
+the run. The stimuli of --cover reach, as the console counts, all but what is told never to be reached.
 """
 
 import itertools
@@ -72,11 +72,34 @@ def lie(folder):
         path.write_text("\n".join(lines) + "\n")
 
 
+def covered(source, work):
+    """The stimuli that cover a program, replayed; how many there are."""
+    told = subprocess.run([TARN, "--cover", "-d", work, source], capture_output=True, text=True)
+    assert told.returncode == 0, f"{source.name}: {told.stderr}"
+    subprocess.run([TARN, "-q", "--map", "-d", work, source], check=True)
+    files = [line for line in told.stdout.split("\n") if line.endswith(".stimuli")]
+    module = work / (Path(files[0]).name.rsplit("-", 1)[0] + ".zuc")
+    (work / "counts").unlink(missing_ok=True)
+    table = ""
+    for file in files:
+        replay = subprocess.run([CONSOLE, "--format", "none", "--coverage", "--coverage-file",
+                                 work / "counts", module, file], capture_output=True, text=True)
+        assert replay.returncode == 0, f"{file}: {replay.stderr}"
+        table = replay.stderr
+    for kind in ("statements", "states of automata", "transitions"):
+        counts = re.search(kind + r" reached: (\d+) of (\d+)", table)
+        missed = told.stdout.count(f"# never reached: {kind}:")
+        if counts:
+            assert int(counts[1]) + missed == int(counts[2]), f"{source.name}: {table}{told.stdout}"
+    return len(files)
+
+
 def main():
-    holds = fails = 0
+    holds = fails = runs = 0
     with tempfile.TemporaryDirectory() as name:
         work = Path(name)
         for source in sorted(Path(EXAMPLES).glob("*/*.zu")):
+            runs += covered(source, work)
             outputs = re.search(r"Output:\s*([^;]*);", source.read_text().split("module")[-1])
             names = [word.strip() for word in outputs[1].split(",")] if outputs else []
             if any("(" in word for word in names):
@@ -105,7 +128,7 @@ def main():
                         [CONSOLE, "--format", "outputs", work / (source.stem + ".zuc"), run],
                         capture_output=True, text=True)
                     assert replay.returncode == 0, f"{where}: {replay.stderr}"
-    print(f"{holds} proofs checked, {fails} runs replayed")
+    print(f"{holds} proofs checked, {fails} runs replayed, {runs} cover the examples")
     assert holds >= 10 and fails >= 3
 
 
