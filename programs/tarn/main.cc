@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
 #include <set>
 
 #include "programs/tarn/check_targets.h"
@@ -19,14 +20,20 @@
 namespace kiva::tarn_program {
 namespace {
 
-/// Does what the command line asks for; gives the exit status.
-int work(Options& options, Messages& messages) {
-  const programs::ProgramSession session(&messages);
+/// What is asked for in place of files, and its exit status; empty for nothing of the kind.
+std::optional<int> answer(Options& options, Messages& messages) {
   if (options.check_targets) return check_targets(options, messages);
   if (options.equiv) return compare_modules(options, messages);
   if (options.cover) return cover_module(options, messages);
   if (options.wants_proofs()) return prove_properties(options, messages);
   if (!options.eval.empty()) return evaluate_expression(options, messages) ? 0 : unusable;
+  return {};
+}
+
+/// Does what the command line asks for; gives the exit status.
+int work(Options& options, Messages& messages) {
+  const programs::ProgramSession session(&messages);
+  if (const std::optional<int> status = answer(options, messages)) return *status;
 
   bool good = true;
   std::set<std::string> met;
