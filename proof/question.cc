@@ -32,21 +32,26 @@ std::string Question::shown(const Property& property, const Run& run) {
   return shown_run(simulation_, machine, named, run);
 }
 
+std::string run_instant(Simulation& simulation, const std::vector<bool>& inputs) {
+  const size_t rows = simulation.input_rows().size();
+  for (size_t row = 0; row < rows; ++row)
+    simulation.choose_input(row, inputs[row] ? SignalState::one : SignalState::zero);
+  simulation.raise_reset(inputs.size() > rows && inputs[rows]);
+  Choices choices = choices_of(simulation.state());
+  choices.set = false;  // raised by itself
+  const std::string line = stimulus_line(choices, simulation);
+  simulation.step(nullptr);
+  return line;
+}
+
 std::string shown_run(Simulation& simulation, const Machine& machine,
                       const std::vector<NamedLiteral>& named, const Run& run) {
   Stepper stepper(machine);
   simulation.load();
   std::string text;
-  const size_t rows = simulation.input_rows().size();
   for (size_t instant = 0; instant < run.size(); ++instant) {
     const std::vector<bool>& inputs = run[instant];
-    for (size_t row = 0; row < rows; ++row)
-      simulation.choose_input(row, inputs[row] ? SignalState::one : SignalState::zero);
-    simulation.raise_reset(inputs.size() > rows && inputs[rows]);
-    Choices choices = choices_of(simulation.state());
-    choices.set = false;  // raised by itself
-    text += (instant == 0 ? "" : "\n") + stimulus_line(choices, simulation);
-    simulation.step(nullptr);
+    text += (instant == 0 ? "" : "\n") + run_instant(simulation, inputs);
     if (instant > 0) stepper.move();
     stepper.look(words_of(inputs));
   }

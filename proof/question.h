@@ -10,6 +10,9 @@ struct NamedLiteral {
   SignalPlace place;
   Literal is_one;
 };
+/// Runs an instant on the inputs of a machine: those of the simulation's rows, perhaps with the
+/// reset wire behind them. Gives its line of stimuli.
+std::string run_instant(Simulation& simulation, const std::vector<bool>& inputs);
 /// The run as stimuli, a line an instant, the last with what the named signals are then. Loads and
 /// moves the simulation, whose rows the first inputs of the machine are, perhaps with the reset
 /// wire behind them. Throws MachineError where `bad` is not in the last instant, or the module

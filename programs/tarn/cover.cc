@@ -10,6 +10,7 @@
 #include "programs/tarn/proof_watch.h"
 #include "programs/tarn/translate.h"
 #include "proof/campaign/campaign_machine.h"
+#include "proof/question.h"
 #include "tarn/session/session_files.h"
 
 namespace kiva::tarn_program {
@@ -110,15 +111,8 @@ class Cover {
                        std::to_string(question_.goals().size()) +
                        " statements, states and transitions\n";
     simulation_.load();
-    const size_t rows = simulation_.input_rows().size();
     for (const std::vector<bool>& inputs : run.inputs) {
-      for (size_t row = 0; row < rows; ++row)
-        simulation_.choose_input(row, inputs[row] ? SignalState::one : SignalState::zero);
-      simulation_.raise_reset(inputs.size() > rows && inputs[rows]);
-      Choices choices = choices_of(simulation_.state());
-      choices.set = false;  // raised by itself
-      const std::string line = stimulus_line(choices, simulation_);
-      simulation_.step(nullptr);
+      const std::string line = proof::run_instant(simulation_, inputs);
       const std::string outputs = seen({}, simulation_.state(), simulation_);
       text += line + (line.empty() || outputs.empty() ? "" : " ") +
               (outputs.empty() ? "" : "-> " + outputs) + '\n';
