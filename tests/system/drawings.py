@@ -38,7 +38,8 @@ def check(tarn, examples, folder):
         run = [tarn, "-q", "-d", str(work), str(source)]
         if subprocess.run(run + ["--map"], capture_output=True).returncode != 0:
             continue  # needs what is beside it
-        subprocess.run(run + ["--svg", "--dot"], check=True, capture_output=True)
+        drawing = subprocess.run(run + ["--svg", "--dot"], capture_output=True, text=True)
+        assert drawing.returncode == 0, drawing.stderr
         few = subprocess.run(run + ["--svg", "--dot", "--states"], capture_output=True)
         states += few.returncode == 0
         dots = " ".join(words(d.read_text().replace("\\n", " ")) for d in work.glob("*.dot"))

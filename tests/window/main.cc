@@ -7,12 +7,6 @@
 
 #include "SIMULATOR_ZUC/ressource.h"
 
-// The toolkit's offscreen platform keeps its screen when the program ends.
-extern "C" const char* __lsan_default_suppressions() {
-  return "leak:libqoffscreen\nleak:QPlatformScreen\nleak:QScreen\nleak:libfontconfig\nleak:"
-         "libgvplugin_pango\nleak:libpango\nleak:libcairo\n";
-}
-
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   testing::InitGoogleTest(&argc, argv);
