@@ -16,8 +16,8 @@ struct SourceProperty {
   Place where;  ///< of the text
 };
 
-/// Those of a module that was read from source text, in its order; none where the file cannot be
-/// read any more.
+/// Those of a module that was read from source text, from the comments right above its head to
+/// those of the next module, in their order; none where the file cannot be read any more.
 std::vector<SourceProperty> source_properties(const Module& module);
 
 }  // namespace kiva
