@@ -4,10 +4,13 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QProxyStyle>
 #include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTranslator>
 #include <algorithm>
 #include <csignal>
 #include <iostream>
@@ -145,6 +148,16 @@ void show_beside(FenPrincipale& window) {
   window.scope()->setGeometry(place);
 }
 
+/// The user's language, where the window has it; with the toolkit's own texts, where those are
+/// there.
+void speak(QTranslator& window, QTranslator& toolkit) {
+  const QLocale user;
+  if (!window.load(user, "kiva", "_", ":/translations")) return;
+  QCoreApplication::installTranslator(&window);
+  if (toolkit.load(user, "qtbase", "_", QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+    QCoreApplication::installTranslator(&toolkit);
+}
+
 }  // namespace
 
 int run_window(int argc, char** argv, std::ostream& errors) {
@@ -155,6 +168,8 @@ int run_window(int argc, char** argv, std::ostream& errors) {
   QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
   QApplication application(argc, argv);
   QApplication::setApplicationName("KIVA");
+  QTranslator window_texts, toolkit_texts;
+  speak(window_texts, toolkit_texts);
   show_library_messages();
   const StartArguments arguments = read_start_arguments(argc, argv, errors);
   // Without a server, values are missing and not empty.
