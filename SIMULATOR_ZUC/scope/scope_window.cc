@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "SIMULATOR_ZUC/scope/scope_look.h"
+#include "SIMULATOR_ZUC/state_folder.h"
 #include "SIMULATOR_ZUC/window_look.h"
 
 namespace kiva {
@@ -102,7 +103,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   make_keys();
 
   connect_all();
-  const QSettings settings;
+  const QSettings settings(state_file(), QSettings::IniFormat);
   if (restoreGeometry(settings.value("scope/geometry").toByteArray()))
     scale_ = WindowLook::current().scale();
   dress();
@@ -326,7 +327,7 @@ void ScopeWindow::dress() {
 }
 
 void ScopeWindow::closeEvent(QCloseEvent* event) {
-  QSettings settings;
+  QSettings settings(state_file(), QSettings::IniFormat);
   settings.setValue("scope/geometry", saveGeometry());
   event->accept();
 }

@@ -126,6 +126,8 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--in-place", options.in_place, "write onto a file that is read here, if need be");
   app.add_option("--log", options.log, "file for what the reader did with compiled modules")
       ->type_name("FILE");
+  app.add_option("--sarif", options.sarif, "file for errors and warnings in SARIF 2.1.0")
+      ->type_name("FILE");
   app.add_flag("--classic", options.classic,
                "compile by the classic rules, write classic target texts");
   app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");

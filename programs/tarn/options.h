@@ -22,6 +22,7 @@ struct Options {
   std::string folder = ".";
   std::string output;
   std::string log;                ///< file of the readers' traces; empty for none
+  std::string sarif;              ///< file for what was complained about; "" for none
   std::ostream* trace = nullptr;  ///< that file, once it is open
   bool in_place = false;          ///< what is read may be overwritten
   bool zuc = false;
