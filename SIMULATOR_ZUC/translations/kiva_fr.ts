@@ -682,15 +682,15 @@
         <translation>caractère %1 : %2</translation>
     </message>
     <message>
-        <source>"%1" is no instant of this branch</source>
+        <source>&quot;%1&quot; is no instant of this branch</source>
         <translation>« %1 » n’est pas un instant de cette branche</translation>
     </message>
     <message>
-        <source>"%1" is no number of instants</source>
+        <source>&quot;%1&quot; is no number of instants</source>
         <translation>« %1 » n’est pas un nombre d’instants</translation>
     </message>
     <message>
-        <source>No signal that is shown has "%1" in its name</source>
+        <source>No signal that is shown has &quot;%1&quot; in its name</source>
         <translation>Aucun signal affiché n’a « %1 » dans son nom</translation>
     </message>
     <message>
