@@ -154,8 +154,12 @@ void speak(QTranslator& window, QTranslator& toolkit) {
   const QLocale user;
   if (!window.load(user, "kiva", "_", ":/translations")) return;
   QCoreApplication::installTranslator(&window);
-  if (toolkit.load(user, "qtbase", "_", QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
-    QCoreApplication::installTranslator(&toolkit);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+  const QString shared = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#else
+  const QString shared = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#endif
+  if (toolkit.load(user, "qtbase", "_", shared)) QCoreApplication::installTranslator(&toolkit);
 }
 
 }  // namespace
@@ -164,8 +168,10 @@ int run_window(int argc, char** argv, std::ostream& errors) {
   register_resources();
   // A server that has gone must not take the window with it.
   std::signal(SIGPIPE, SIG_IGN);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)  // always so since
   QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
   QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
   QApplication application(argc, argv);
   QApplication::setApplicationName("KIVA");
   QTranslator window_texts, toolkit_texts;

@@ -33,8 +33,9 @@ std::span<const ScopeWindow::Control> ScopeWindow::controls() {
       {"Right", "\u25b6", QT_TR_NOOP("an instant on, as it was"), &ScopeWindow::forward},
       {"End", "\u25b6|", QT_TR_NOOP("to the last instant"), &ScopeWindow::last},
       {"Shift+Return", "N", QT_TR_NOOP("run so many instants"), &ScopeWindow::ask_run},
-      {"U", "until", QT_TR_NOOP("run until a condition holds"), &ScopeWindow::ask_until},
-      {"Space", "run", QT_TR_NOOP("run on, and stop"), &ScopeWindow::run_or_stop},
+      {"U", QT_TR_NOOP("until"), QT_TR_NOOP("run until a condition holds"),
+       &ScopeWindow::ask_until},
+      {"Space", QT_TR_NOOP("run"), QT_TR_NOOP("run on, and stop"), &ScopeWindow::run_or_stop},
       {"G", nullptr, QT_TR_NOOP("to an instant by its number"), &ScopeWindow::ask_instant},
       {"Ctrl+Left", nullptr, QT_TR_NOOP("to the change of the chosen signal before"),
        &ScopeWindow::change_before},
@@ -192,7 +193,7 @@ QWidget* ScopeWindow::make_bar() {
   for (const Control& control : controls()) {
     if (control.text == nullptr) continue;
     auto* button = new QToolButton;
-    button->setText(QString::fromUtf8(control.text));
+    button->setText(tr(control.text));
     button->setToolTip(tr("%1 (%2)").arg(tr(control.tells), QString(control.key)));
     button->setAccessibleName(tr(control.tells));
     button->setAccessibleDescription(tr("Key: %1").arg(control.key));

@@ -583,7 +583,7 @@
     </message>
     <message>
         <source>Press %1&lt;b&gt;Return&lt;/b&gt; for an instant, &lt;b&gt;Left&lt;/b&gt; to go back, &lt;b&gt;?&lt;/b&gt; for all keys.</source>
-        <translation>Appuyez %1sur &lt;b&gt;Entrée&lt;/b&gt; pour un instant, &lt;b&gt;Gauche&lt;/b&gt; pour revenir, &lt;b&gt;?&lt;/b&gt; pour toutes les touches.</translation>
+        <translation>Touches : %1&lt;b&gt;Entrée&lt;/b&gt; pour un instant, &lt;b&gt;Gauche&lt;/b&gt; pour revenir, &lt;b&gt;?&lt;/b&gt; pour toutes les touches.</translation>
     </message>
     <message>
         <source> to choose inputs, </source>
@@ -820,6 +820,10 @@
     <message>
         <source>the keys</source>
         <translation>les touches</translation>
+    </message>
+    <message>
+        <source>until</source>
+        <translation>jusqu’à</translation>
     </message>
 </context>
 <context>
