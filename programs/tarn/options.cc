@@ -109,6 +109,11 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag(
       "--cover", options.cover,
       "write stimuli that reach every statement, state and transition that can be reached");
+  app.add_flag("--fmt", options.layout,
+               "lay source texts out, each in its place; \"-\" for from standard input to output");
+  app.add_flag(
+      "--check", options.check_layout,
+      "with --fmt: write nothing, name what would change and exit with 1 if something would");
   app.add_flag("--with-reset", options.with_reset, "in proofs, reset may be raised at any time");
   app.add_option("--certificate", options.certificate,
                  "folder for what lets others check a proof: DIR/check [SOLVER]")
@@ -155,10 +160,17 @@ bool read_options(int argc, char** argv, Options& options,
     app.parse(argc, argv);
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
-      if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file))
+      if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file) &&
+          !(options.layout && file == "-"))
         throw CLI::ValidationError(
             "FILE", "\"" + file + "\" ends neither in .zu nor in .zuc, nor is it a netlist");
     const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
+    if (options.check_layout && !options.layout)
+      throw CLI::ValidationError("--check", "goes with --fmt");
+    if (options.layout &&
+        std::any_of(options.files.begin(), options.files.end(),
+                    [](const auto& file) { return file != "-" && !is_source(file); }))
+      throw CLI::ValidationError("--fmt", "lays source text (.zu) out");
     if (options.check_targets && options.files.size() != 1)
       throw CLI::ValidationError("--check-targets", "wants one file");
     if (options.equiv && options.files.size() != 2)
