@@ -10,6 +10,7 @@
 
 #include "proof/campaign/campaign.h"
 #include "proof/campaign/random_runs.h"
+#include "proof/correspondence.h"
 #include "proof/prover.h"
 #include "proof/question.h"
 #include "proof/reduction.h"
@@ -200,14 +201,17 @@ class Engines : public testing::Test {
   /// Each engine alone, on the machine and what is left of it; gives how often induction answered.
   static int judge_each(const Machine& machine, const Reduction& reduction, size_t first) {
     int inductions = 0;
-    for (const Machine* m : {&machine, &reduction.machine()}) {
+    Correspondence correspondence(machine);
+    EXPECT_TRUE(correspondence.find(Stop::after(60)));
+    const Machine merged = correspondence.merged();
+    for (const Machine* m : {&machine, &reduction.machine(), &merged}) {
       std::vector<std::unique_ptr<Engine>> engines;
       for (auto make : {frames_search, state_walk}) engines.push_back(make(*m));
       if (first != 0) engines.push_back(bounded_search(*m));
       for (const auto& engine : engines) {
         Answer answer = alone(*engine);
         judge(*m, answer, first);
-        if (m != &machine) judge(machine, reduction.lifted(answer), first);
+        if (m == &reduction.machine()) judge(machine, reduction.lifted(answer), first);
       }
       // These two may never end.
       for (auto make : {random_search, induction}) {
