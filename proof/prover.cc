@@ -106,7 +106,7 @@ Answer prove_merged(const Machine& machine, Turns& turns, const ProverOptions& o
 }  // namespace
 
 Answer prove(const Machine& machine, const ProverOptions& options) {
-  constexpr double longest_at_first = 0.1;
+  constexpr double longest_at_first = 0.03;  // each engine once
   const Stop::Clock::time_point end =
       Stop::Clock::now() + std::chrono::duration_cast<Stop::Clock::duration>(
                                std::chrono::duration<double>(options.seconds));
