@@ -105,7 +105,8 @@ bool read_options(int argc, char** argv, Options& options,
                  "look only at runs in which an expression holds");
   app.add_flag(
       "--prove", options.prove,
-      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
+      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume; warn "
+      "of what never happens, and count the states");
   app.add_flag(
       "--cover", options.cover,
       "write stimuli that reach every statement, state and transition that can be reached");
@@ -183,7 +184,7 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.cover && (options.files.size() != 1 || options.equiv || options.wants_proofs()))
       throw CLI::ValidationError("--cover", "wants one file, and no other proofs");
-    if (options.cover) options.map = true;  // what there is to reach
+    if (options.cover || options.prove) options.map = true;  // what there is to reach
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
     if (const std::filesystem::path output = options.output; output.is_absolute()) {
