@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QProxyStyle>
 #include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
@@ -27,15 +28,37 @@ namespace {
 constexpr size_t kLongestHost = 80;
 constexpr long kLastPort = 65535;
 
+/// What the style sheet has no sizes of follows the scale, too.
+class ScaledStyle : public QProxyStyle {
+ public:
+  using QProxyStyle::QProxyStyle;
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override {
+    const int told = QProxyStyle::pixelMetric(metric, option, widget);
+    switch (metric) {
+      case PM_ScrollBarExtent:
+      case PM_ScrollBarSliderMin:
+      case PM_SplitterWidth:
+      case PM_DockWidgetSeparatorExtent:
+      case PM_SliderLength:
+      case PM_TreeViewIndentation:
+        return WindowLook::current().px(told);
+      default:
+        return told;
+    }
+  }
+};
+
 void choose_style(std::ostream& errors) {
   if (QStyle* style = QStyleFactory::create("plastique")) {
-    QApplication::setStyle(style);
+    QApplication::setStyle(new ScaledStyle(style));
     return;
   }
   static bool told = false;
   if (!told) errors << "The style plastique is not installed; the window uses Fusion.\n";
   told = true;
-  QApplication::setStyle("Fusion");
+  QApplication::setStyle(new ScaledStyle("Fusion"));
 }
 
 }  // namespace

@@ -6,34 +6,19 @@
 #include <QPainter>
 #include <QRegularExpression>
 #include <QScrollBar>
-#include <QSyntaxHighlighter>
 #include <QTextBlock>
 #include <QToolTip>
 #include <algorithm>
 #include <utility>
 
 #include "SIMULATOR_ZUC/scope/scope_look.h"
+#include "SIMULATOR_ZUC/scope/source_colours.h"
 
 namespace kiva {
 
 namespace {
 
 const char* const comment_begin = ";;";
-
-/// Comments are said beside.
-class Comments : public QSyntaxHighlighter {
- public:
-  using QSyntaxHighlighter::QSyntaxHighlighter;
-
- protected:
-  void highlightBlock(const QString& line) override {
-    const int at = line.indexOf(comment_begin);
-    if (at < 0) return;
-    QTextCharFormat format;
-    format.setForeground(ScopeLook::current().faint);
-    setFormat(at, line.size() - at, format);
-  }
-};
 
 /// Columns of the map count bytes.
 int characters(const QTextBlock& block, int bytes) {
@@ -92,7 +77,7 @@ SourceText::SourceText(const LitSource::Instance& instance, QWidget* parent)
   setAccessibleName(tr("Source of %1").arg(QString::fromStdString(instance.path)));
   QFile file(QFile::decodeName(instance.file.c_str()));
   if (file.open(QIODevice::ReadOnly)) setPlainText(QString::fromUtf8(file.readAll()));
-  comments_ = new Comments(document());
+  colours_ = make_source_colours(document());
   const QRegularExpression head("\\bmodule\\s+(\\S+?)\\s*:");
   last_line_ = blockCount();
   bool found = false;
@@ -121,7 +106,7 @@ SourceText::SourceText(const LitSource::Instance& instance, QWidget* parent)
 void SourceText::look_changed() {
   setFont(ScopeLook::source_font());
   document()->setDefaultFont(font());
-  comments_->rehighlight();
+  kiva::look_changed(colours_);
   fit_margin();
   show_marks();
 }

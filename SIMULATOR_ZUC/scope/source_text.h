@@ -65,7 +65,7 @@ class SourceText : public QPlainTextEdit {
   QString module_;
   int first_line_ = 1, last_line_ = 1;  ///< of the module
   int first_line_shown_ = 0;            ///< to be shown first; 0 when that has been done
-  QSyntaxHighlighter* comments_;
+  QSyntaxHighlighter* colours_;         ///< null for none
   QWidget* margin_;
   std::vector<LitSource::Lit> lit_;
   std::vector<LitSource::Looked> looked_;

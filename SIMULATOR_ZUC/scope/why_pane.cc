@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
 
@@ -37,6 +38,34 @@ SignalState opposite(SignalState state) {
   return state == SignalState::one ? SignalState::zero : SignalState::one;
 }
 
+/// Rows as high as their sentences need, which the toolkit's own trees do not know.
+class Sentences : public QStyledItemDelegate {
+ public:
+  explicit Sentences(QTreeWidget* tree) : QStyledItemDelegate(tree), tree_(tree) {}
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    if (index.column() != 0) return size;
+    int width = tree_->isFirstColumnSpanned(index.row(), index.parent())
+                    ? tree_->viewport()->width()
+                    : tree_->columnWidth(0);
+    for (QModelIndex at = index; at.isValid(); at = at.parent()) width -= tree_->indentation();
+    const int margin = 2 * tree_->style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 2;
+    QFont font = tree_->font();
+    if (const QVariant own = index.data(Qt::FontRole); own.isValid()) font = own.value<QFont>();
+    const QFontMetrics metrics(font);
+    const QRect text =
+        metrics.boundingRect(0, 0, std::max(1, width - margin - 2 * metrics.averageCharWidth()),
+                             1 << 16, Qt::TextWordWrap, index.data().toString());
+    // With less than the room of its layout the last line is cut short.
+    size.setHeight(std::max(metrics.height(), text.height()) + metrics.height() / 3);
+    return size;
+  }
+
+ private:
+  QTreeWidget* tree_;
+};
+
 }  // namespace
 
 WhyPane::WhyPane(TimeControl* time, QWidget* parent)
@@ -49,7 +78,9 @@ WhyPane::WhyPane(TimeControl* time, QWidget* parent)
   setFrameShape(QFrame::NoFrame);
   setColumnCount(2);
   setHeaderHidden(true);
-  setTextElideMode(Qt::ElideMiddle);  // how a sentence ends says what it is
+  setWordWrap(true);
+  setItemDelegate(new Sentences(this));
+  setTextElideMode(Qt::ElideMiddle);  // of a name wider than the pane, begin and end
   header()->setStretchLastSection(false);
   header()->setSectionResizeMode(0, QHeaderView::Stretch);
   header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
@@ -135,6 +166,7 @@ void WhyPane::fill(QTreeWidgetItem* parent, SignalPlace signal, long instant) {
                        .arg(registers - std::min(registers, count(Cause::register_)))
                        .arg(registers));
   rest->setForeground(0, ScopeLook::current().faint);
+  rest->setFirstColumnSpanned(true);
 }
 
 /// A register stood so when the instant began: since the instant in which it was moved there.
@@ -224,7 +256,12 @@ bool WhyPane::event(QEvent* event) {
   return QTreeWidget::event(event);
 }
 
-/// A sentence too long for the pane is whole in its tip.
+void WhyPane::resizeEvent(QResizeEvent* event) {
+  QTreeWidget::resizeEvent(event);
+  scheduleDelayedItemsLayout();  // sentences wrap elsewhere
+}
+
+/// A name too long for the pane is whole in its tip.
 bool WhyPane::viewportEvent(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QTreeWidget::viewportEvent(event);
   const auto* help = static_cast<QHelpEvent*>(event);

@@ -23,6 +23,7 @@ class WhyPane : public QTreeWidget {
   /// The arrows and Return are the tree's own while it has the focus.
   bool event(QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void fill(QTreeWidgetItem* parent, SignalPlace signal, long instant);

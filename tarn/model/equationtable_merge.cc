@@ -300,7 +300,11 @@ void EquationTable::carry(Signal* signal, Bddexpressionwood* wood, Module* modul
   const int current = signal->getCurrentOccurrence(wood);
   signal->extendCurrentOccurrenceTable(copy, current);
   carried_.push_back(signal);
-  for (int occurrence = 0; occurrence <= current; ++occurrence) {
+  // A branch writes the whole signal and the occurrences from the current one on; those before are
+  // finished, and needed only where each branch looks for cycles by itself.
+  const int first = Compilation::rules().causality ? std::max(1, current) : 1;
+  for (int occurrence = 0; occurrence <= current;
+       occurrence = occurrence == 0 ? first : occurrence + 1) {
     SignalRef* ref = manager->getSignalRefByOccurrence(signal, occurrence);
     if (ref == nullptr || !ref->isDefinedWood(wood)) continue;
     const long status_index = ref->getBddStatusId(wood);

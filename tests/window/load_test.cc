@@ -1,9 +1,11 @@
 #include <QDir>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -182,8 +184,20 @@ TEST_F(Load, AnotherModuleIsOpenedAndAFailureLeavesTheOneThatRuns) {
   settle();
   EXPECT_EQ(window->windowTitle(), "counter - KIVA");
   EXPECT_EQ(window->running()->state().instant, 0);
+  // A file that is dropped: one of several, whose module then stands first among the recent ones.
+  QMimeData files;
+  files.setUrls({QUrl("http://example.org/far.zuc"),
+                 QUrl::fromLocalFile(QString::fromStdString(example("toggle")))});
+  QDragEnterEvent over(QPoint(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window.get(), &over);
+  EXPECT_TRUE(over.isAccepted());
+  QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window.get(), &drop);
+  EXPECT_EQ(window->windowTitle(), "toggle - KIVA");
   window->show_panels_menu();
-  EXPECT_EQ(window->recent_menu->actions().size(), 1);
+  ASSERT_EQ(window->recent_menu->actions().size(), 2);
+  window->recent_menu->actions().last()->trigger();
+  EXPECT_EQ(window->windowTitle(), "counter - KIVA");
 }
 
 TEST_F(Load, TwoThousandRowsWork) {
