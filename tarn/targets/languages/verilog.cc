@@ -48,7 +48,7 @@ const TargetText::Language language{
                   "supply0", "supply1", "sync_accept_on", "sync_reject_on", "table", "tagged",
                   "task", "this", "throughout", "time", "timeprecision", "timeunit", "tran",
                   "tranif0", "tranif1", "tri", "tri0", "tri1", "triand", "trior", "trireg",
-                  "type", "typedef", "union", "unique", "unique0", "unsigned", "until",
+                  "process", "std", "mailbox", "semaphore", "randomize", "type", "typedef", "union", "unique", "unique0", "unsigned", "until",
                   "until_with", "untyped", "use", "uwire", "var", "vectored", "virtual", "void",
                   "wait", "wait_order", "wand", "weak", "weak0", "weak1", "while", "wildcard",
                   "wire", "with", "within", "wor", "xnor", "xor"}},
