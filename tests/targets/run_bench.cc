@@ -240,15 +240,18 @@ const Registered altera({.option = "vhdl-altera",
                          }});
 const Registered verilog(
     {.option = "verilog", .random_programs = 10, .prove = [](const Cases& cases) {
-       prove_circuit(cases, "verilog",
-                     "verilator --lint-only -Wall -Wno-SYMRSVDWORD $m.sv && yosys -q -p "
-                     "\"read_verilog -sv $m.sv; "
-                     "synth -flatten; check -assert; delete -input w:rst; setundef -zero "
-                     "-undriven; opt -full; formalff -clk2ff; opt -full; simplemap t:\\$ff; delete "
-                     "-input w:clk; write_blif "
-                     "y.blif\" && "
-                     "berkeley-abc -q \"$(grep -q latch $m.blif && echo dsec || echo cec) $m.blif "
-                     "y.blif\" >log && grep -q 'are equivalent' log");
+       prove_circuit(
+           cases, "verilog",
+           "verilator --lint-only -Wall -Wno-SYMRSVDWORD $m.sv && yosys -q -p "
+           "\"read_verilog -sv $m.sv; "
+           "synth -flatten; check -assert; delete -input w:rst; setundef -zero "
+           "-undriven; opt -full; formalff -clk2ff; opt -full; simplemap t:\\$ff; delete "
+           "-input w:clk; write_blif "
+           "y.blif\" && "
+           "for n in $m y; do berkeley-abc -q \"read_blif $n.blif; short_names; "
+           "write_blif $n.short.blif\"; done && berkeley-abc -q \"$(grep -q latch $m.blif && "
+           "echo dsec || echo cec) $m.short.blif y.short.blif\" >log && "
+           "grep -q 'are equivalent' log");
      }});
 const Registered python({.option = "python",
                          .random_programs = 10,
