@@ -245,7 +245,7 @@ const Registered verilog(
            "verilator --lint-only -Wall -Wno-SYMRSVDWORD $m.sv && yosys -q -p "
            "\"read_verilog -sv $m.sv; "
            "synth -flatten; check -assert; delete -input w:rst; setundef -zero "
-           "-undriven; opt -full; formalff -clk2ff; opt -full; simplemap t:\\$ff; delete "
+           "-undriven; opt -full; formalff -clk2ff; opt -full; simplemap; delete "
            "-input w:clk; write_blif "
            "y.blif\" && "
            "for n in $m y; do berkeley-abc -q \"read_blif $n.blif; short_names; "
