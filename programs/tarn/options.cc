@@ -74,6 +74,8 @@ bool read_options(int argc, char** argv, Options& options,
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
+  app.add_flag("--async-reset", options.asynchronous_reset,
+               "let circuits in VHDL and SystemVerilog reset at once, not at the clock's edge");
   app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
   app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
   app.add_flag("--states", options.states, "with these, the states that the module can reach");
