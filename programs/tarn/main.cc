@@ -11,6 +11,7 @@
 #include "programs/tarn/compare.h"
 #include "programs/tarn/cover.h"
 #include "programs/tarn/evaluate.h"
+#include "programs/tarn/lay_out_files.h"
 #include "programs/tarn/messages.h"
 #include "programs/tarn/names.h"
 #include "programs/tarn/options.h"
@@ -23,6 +24,7 @@ namespace {
 
 /// What is asked for in place of files, and its exit status; empty for nothing of the kind.
 std::optional<int> answer(Options& options, Messages& messages) {
+  if (options.layout) return lay_out_files(options);
   if (options.check_targets) return check_targets(options, messages);
   if (options.equiv) return compare_modules(options, messages);
   if (options.cover) return cover_module(options, messages);

@@ -74,6 +74,8 @@ bool read_options(int argc, char** argv, Options& options,
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
+  app.add_flag("--async-reset", options.asynchronous_reset,
+               "let circuits in VHDL and SystemVerilog reset at once, not at the clock's edge");
   app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
   app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
   app.add_flag("--states", options.states, "with these, the states that the module can reach");
@@ -105,10 +107,16 @@ bool read_options(int argc, char** argv, Options& options,
                  "look only at runs in which an expression holds");
   app.add_flag(
       "--prove", options.prove,
-      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
+      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume; warn "
+      "of what never happens, and count the states");
   app.add_flag(
       "--cover", options.cover,
       "write stimuli that reach every statement, state and transition that can be reached");
+  app.add_flag("--fmt", options.layout,
+               "lay source texts out, each in its place; \"-\" for from standard input to output");
+  app.add_flag(
+      "--check", options.check_layout,
+      "with --fmt: write nothing, name what would change and exit with 1 if something would");
   app.add_flag("--with-reset", options.with_reset, "in proofs, reset may be raised at any time");
   app.add_option("--certificate", options.certificate,
                  "folder for what lets others check a proof: DIR/check [SOLVER]")
@@ -157,10 +165,17 @@ bool read_options(int argc, char** argv, Options& options,
     app.parse(argc, argv);
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
-      if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file))
+      if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file) &&
+          !(options.layout && file == "-"))
         throw CLI::ValidationError(
             "FILE", "\"" + file + "\" ends neither in .zu nor in .zuc, nor is it a netlist");
     const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
+    if (options.check_layout && !options.layout)
+      throw CLI::ValidationError("--check", "goes with --fmt");
+    if (options.layout &&
+        std::any_of(options.files.begin(), options.files.end(),
+                    [](const auto& file) { return file != "-" && !is_source(file); }))
+      throw CLI::ValidationError("--fmt", "lays source text (.zu) out");
     if (options.check_targets && options.files.size() != 1)
       throw CLI::ValidationError("--check-targets", "wants one file");
     if (options.equiv && options.files.size() != 2)
@@ -173,7 +188,7 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.cover && (options.files.size() != 1 || options.equiv || options.wants_proofs()))
       throw CLI::ValidationError("--cover", "wants one file, and no other proofs");
-    if (options.cover) options.map = true;  // what there is to reach
+    if (options.cover || options.prove) options.map = true;  // what there is to reach
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
     if (const std::filesystem::path output = options.output; output.is_absolute()) {

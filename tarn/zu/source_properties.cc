@@ -1,59 +1,63 @@
 #include "tarn/zu/source_properties.h"
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
 
-#include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/zu/statement.h"
 
 namespace kiva {
+
 namespace {
 
-bool is_comment(const std::string& line) {
-  const size_t at = line.find_first_not_of(" \t");
-  return at != std::string::npos && line.compare(at, 2, ";;") == 0;
-}
-
-/// The index of the line with which a module's text begins: comments right above its head are its.
-size_t first_line(const Module& module, const std::vector<std::string>& lines) {
-  size_t head = module.getSpan().first_line - 1;
-  while (head > 0 && is_comment(lines[head - 1])) --head;
-  return head;
+bool in_word(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
 
 }  // namespace
 
+size_t find_word(const std::string& line, const std::string& word, size_t from) {
+  const std::string code = line.substr(0, line.find(";;"));
+  for (size_t at = code.find(word, from); at != std::string::npos; at = code.find(word, at + 1)) {
+    const size_t end = at + word.size();
+    if ((at == 0 || !in_word(code[at - 1])) && (end == code.size() || !in_word(code[end])))
+      return at;
+  }
+  return std::string::npos;
+}
+
+std::vector<std::string> source_lines(const Module& module) {
+  std::vector<std::string> lines;
+  const SourceSpan& head = module.getSpan();
+  if (!head.known()) return lines;
+  const Statement* body = module.getStatement();
+  const int body_end = body == nullptr ? 0 : body->getSpan().last_line;
+  std::ifstream in(*head.file);
+  std::string line;
+  for (int number = 1; std::getline(in, line); ++number) {
+    if (number >= head.first_line) lines.push_back(line);
+    if (number >= std::max(head.first_line, body_end) && find_word(line, "end") != line.npos) break;
+  }
+  return lines;
+}
+
 std::vector<SourceProperty> source_properties(const Module& module) {
   std::vector<SourceProperty> found;
-  const SourceSpan& span = module.getSpan();
-  if (!span.known()) return found;
-  std::ifstream in(*span.file);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  // The file may have been changed since.
-  lines.resize(std::max<size_t>(lines.size(), span.last_line));
-  size_t end = lines.size();
-  for (const Module* other : Compilation::ModTable()->in_order()) {
-    const SourceSpan& after = other->getSpan();
-    if (!after.known() || *after.file != *span.file || after.first_line <= span.first_line)
-      continue;
-    if (static_cast<size_t>(after.first_line) <= lines.size())
-      end = std::min(end, first_line(*other, lines));
-  }
-  for (size_t index = first_line(module, lines); index < end; ++index) {
-    const std::string& line = lines[index];
+  int number = module.getSpan().first_line - 1;
+  for (const std::string& line : source_lines(module)) {
+    ++number;
     const size_t comment = line.find(";;");
     if (comment == std::string::npos) continue;
     const size_t at = line.find_first_not_of(" \t", comment + 2);
     if (at == std::string::npos || line[at] != '@') continue;
-    const size_t word_end = std::min(line.find_first_of(" \t\r", at), line.size());
-    const size_t text = line.find_first_not_of(" \t\r", word_end);
+    const size_t end = std::min(line.find_first_of(" \t\r", at), line.size());
+    const size_t text = line.find_first_not_of(" \t\r", end);
     if (text == std::string::npos) continue;
     SourceProperty& property = found.emplace_back();
-    property.word = line.substr(at + 1, word_end - at - 1);
+    property.word = line.substr(at + 1, end - at - 1);
     property.text = line.substr(text, line.find_last_not_of(" \t\r") + 1 - text);
-    const int number = static_cast<int>(index) + 1;
-    property.where = {*span.file, number, static_cast<int>(text) + 1, number,
+    property.where = {*module.getSpan().file, number, static_cast<int>(text) + 1, number,
                       static_cast<int>(line.size())};
   }
   return found;

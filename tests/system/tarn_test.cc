@@ -361,4 +361,22 @@ TEST_F(TarnOnSeveralFiles, SharesADataPartThatStandsInEach) {
 }
 
 }  // namespace
+TEST(Tarn, LaysSourceTextOut) {
+  const TempDir dir;
+  const std::string wild = dir.write("a b.zu", "module m:Output:o;emit o end");
+  const std::string both =
+      "'" + wild + "' " + dir.write("tidy.zu", "module m:\nOutput: o;\nemit o\nend\n");
+  ProgramRun run = run_program("tarn", "--fmt --check " + both);
+  EXPECT_EQ(std::to_string(run.status) + run.out, "1" + wild + "\n");
+  run = run_program("tarn", "--fmt " + both);
+  EXPECT_EQ(std::to_string(run.status) + run.out, "0" + wild + "\n");
+  EXPECT_EQ(run_program("tarn", "--fmt --check " + both).status, 0);
+  const std::string torn = dir.write("torn.zu", "a\n  {");
+  run = run_program("tarn", "--fmt " + torn + " " + dir.file("none.zu"));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, torn + ":2:3: error: this bracket is not closed\n" + dir.file("none.zu") +
+                         ": error: cannot be opened\n");
+  EXPECT_EQ(run_program("tarn", "--fmt x.zuc").status, 2);
+}
+
 }  // namespace kiva::test
