@@ -34,7 +34,8 @@ constexpr long kLastPort = 65535;
 /// What the style sheet has no sizes of follows the scale, too.
 class ScaledStyle : public QProxyStyle {
  public:
-  using QProxyStyle::QProxyStyle;
+  /// Known by the name of the style that it scales.
+  explicit ScaledStyle(const QString& key) : QProxyStyle(key) { setObjectName(key); }
 
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override {
