@@ -34,8 +34,7 @@ constexpr long kLastPort = 65535;
 /// What the style sheet has no sizes of follows the scale, too.
 class ScaledStyle : public QProxyStyle {
  public:
-  /// Known by the name of the style that it scales.
-  explicit ScaledStyle(const QString& key) : QProxyStyle(key) { setObjectName(key); }
+  using QProxyStyle::QProxyStyle;
 
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override {
@@ -56,7 +55,9 @@ class ScaledStyle : public QProxyStyle {
 
 void choose_style(std::ostream& errors) {
   if (QStyle* style = QStyleFactory::create("plastique")) {
-    QApplication::setStyle(new ScaledStyle(style));
+    auto* scaled = new ScaledStyle(style);
+    scaled->setObjectName("plastique");
+    QApplication::setStyle(scaled);
     return;
   }
   static bool told = false;
