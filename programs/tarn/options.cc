@@ -62,11 +62,10 @@ bool read_options(int argc, char** argv, Options& options,
                   int& status) {  // house: a line an option
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
                "tarn"};
-  app.add_option(
-         "FILE", options.files,
-         "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
-         "beside source text, what its runs call")
-      ->required();
+  CLI::Option* const files = app.add_option(
+      "FILE", options.files,
+      "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
+      "beside source text, what its runs call");
   app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
   for (const Target& target : targets())
@@ -156,11 +155,17 @@ bool read_options(int argc, char** argv, Options& options,
       ->take_all()
       ->allow_extra_args(false)
       ->check(CLI::Validator(wrong_word, "", ""));
+  app.add_flag("--lsp", options.language_server,
+               "serve an editor over standard input and output (Language Server Protocol)");
   app.add_flag("--print-names", options.print_names)->group("");  // for completion
   programs::add_pages(app, manual_notes());
   app.footer(target_list() + "\n" + programs::example_lines(manual_notes()));
   try {
     app.parse(argc, argv);
+    if (options.files.empty() && !options.language_server)
+      throw CLI::RequiredError(files->get_name());
+    if (!options.files.empty() && options.language_server)
+      throw CLI::ValidationError("--lsp", "takes no files");
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file) &&

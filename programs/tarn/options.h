@@ -37,8 +37,9 @@ struct Options {
   bool print_names = false;  ///< of modules and signals, for completion
   std::string eval;          ///< an expression; empty for none
   std::vector<proof::Property> properties;
-  bool prove = false;         ///< what the source's comments say
-  bool cover = false;         ///< runs that reach all that can be reached
+  bool prove = false;  ///< what the source's comments say
+  bool cover = false;  ///< runs that reach all that can be reached
+  bool language_server = false;
   bool layout = false;        ///< of source text, anew
   bool check_layout = false;  ///< and only whether it would change
   bool with_reset = false;
