@@ -56,6 +56,16 @@ const Target* bench_target(const std::string& option) {
   throw CLI::ValidationError("--bench", "\"" + option + "\" is none of:" + names);
 }
 
+void check_comparison(Options& options) {
+  const bool by_rules = !options.rules.first.empty();
+  if (by_rules && !options.equiv) throw CLI::ValidationError("--rules", "goes with --equiv");
+  if (by_rules && !std::ranges::all_of(options.files, is_source))
+    throw CLI::ValidationError("--rules", "is for source text");
+  if (by_rules && options.files.size() == 1) options.files.push_back(options.files.front());
+  if (options.equiv && options.files.size() != 2)
+    throw CLI::ValidationError("--equiv", "compares two modules");
+}
+
 }  // namespace
 
 bool read_options(int argc, char** argv, Options& options,
@@ -90,6 +100,11 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--equiv", options.equiv,
                "do two modules give the same outputs, whatever their inputs? If not, print "
                "stimuli that tell them apart, and exit with 1");
+  app.add_option("--rules", options.rules,
+                 "FIRST SECOND: with --equiv, compile the first module by the rules sound or "
+                 "classic, the second by the others; of one source file, tells which statement "
+                 "does something else")
+      ->check(CLI::IsMember({"sound", "classic"}));
   app.add_option("--eval", options.eval,
                  "print an expression over the signals of a compiled module as a sum of products "
                  "over inputs and registers")
@@ -181,8 +196,7 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--fmt", "lays source text (.zu) out");
     if (options.check_targets && options.files.size() != 1)
       throw CLI::ValidationError("--check-targets", "wants one file");
-    if (options.equiv && options.files.size() != 2)
-      throw CLI::ValidationError("--equiv", "compares two modules");
+    check_comparison(options);
     if (app.count("--eval") > 0 && (!compiled || options.files.size() != 1 || options.equiv))
       throw CLI::ValidationError("--eval", "wants one compiled module (.zuc)");
     if (app.count("--eval") > 0 && options.eval.empty())
