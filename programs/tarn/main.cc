@@ -1,11 +1,14 @@
 // The compiler from the command line: source text to compiled modules, and compiled modules to
 // other text.
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <iostream>
 #include <optional>
 #include <set>
 
+#include "language/server.h"
 #include "programs/sarif.h"
 #include "programs/tarn/check_targets.h"
 #include "programs/tarn/compare.h"
@@ -67,6 +70,7 @@ int main(int argc, char** argv) {
     const programs::ToldText told(options.verbose);
     programs::Sarif sarif("tarn", options.sarif);
     Messages messages(options.presenter.get());
+    if (options.language_server) return language::Server(STDIN_FILENO, STDOUT_FILENO).run();
     if (options.print_names) return put_names(options.files, std::cout), 0;
     for (const std::string& word : options.warnings) messages.choose(word);
     status = work(options, messages);

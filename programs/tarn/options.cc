@@ -56,17 +56,26 @@ const Target* bench_target(const std::string& option) {
   throw CLI::ValidationError("--bench", "\"" + option + "\" is none of:" + names);
 }
 
+void check_comparison(Options& options) {
+  const bool by_rules = !options.rules.first.empty();
+  if (by_rules && !options.equiv) throw CLI::ValidationError("--rules", "goes with --equiv");
+  if (by_rules && !std::ranges::all_of(options.files, is_source))
+    throw CLI::ValidationError("--rules", "is for source text");
+  if (by_rules && options.files.size() == 1) options.files.push_back(options.files.front());
+  if (options.equiv && options.files.size() != 2)
+    throw CLI::ValidationError("--equiv", "compares two modules");
+}
+
 }  // namespace
 
 bool read_options(int argc, char** argv, Options& options,
                   int& status) {  // house: a line an option
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
                "tarn"};
-  app.add_option(
-         "FILE", options.files,
-         "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
-         "beside source text, what its runs call")
-      ->required();
+  CLI::Option* const files = app.add_option(
+      "FILE", options.files,
+      "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
+      "beside source text, what its runs call");
   app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
   for (const Target& target : targets())
@@ -91,6 +100,11 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--equiv", options.equiv,
                "do two modules give the same outputs, whatever their inputs? If not, print "
                "stimuli that tell them apart, and exit with 1");
+  app.add_option("--rules", options.rules,
+                 "FIRST SECOND: with --equiv, compile the first module by the rules sound or "
+                 "classic, the second by the others; of one source file, tells which statement "
+                 "does something else")
+      ->check(CLI::IsMember({"sound", "classic"}));
   app.add_option("--eval", options.eval,
                  "print an expression over the signals of a compiled module as a sum of products "
                  "over inputs and registers")
@@ -158,11 +172,17 @@ bool read_options(int argc, char** argv, Options& options,
       ->take_all()
       ->allow_extra_args(false)
       ->check(CLI::Validator(wrong_word, "", ""));
+  app.add_flag("--lsp", options.language_server,
+               "serve an editor over standard input and output (Language Server Protocol)");
   app.add_flag("--print-names", options.print_names)->group("");  // for completion
   programs::add_pages(app, manual_notes());
   app.footer(target_list() + "\n" + programs::example_lines(manual_notes()));
   try {
     app.parse(argc, argv);
+    if (options.files.empty() && !options.language_server)
+      throw CLI::RequiredError(files->get_name());
+    if (!options.files.empty() && options.language_server)
+      throw CLI::ValidationError("--lsp", "takes no files");
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file) &&
@@ -178,8 +198,7 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--fmt", "lays source text (.zu) out");
     if (options.check_targets && options.files.size() != 1)
       throw CLI::ValidationError("--check-targets", "wants one file");
-    if (options.equiv && options.files.size() != 2)
-      throw CLI::ValidationError("--equiv", "compares two modules");
+    check_comparison(options);
     if (app.count("--eval") > 0 && (!compiled || options.files.size() != 1 || options.equiv))
       throw CLI::ValidationError("--eval", "wants one compiled module (.zuc)");
     if (app.count("--eval") > 0 && options.eval.empty())

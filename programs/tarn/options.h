@@ -38,15 +38,17 @@ struct Options {
   bool print_names = false;  ///< of modules and signals, for completion
   std::string eval;          ///< an expression; empty for none
   std::vector<proof::Property> properties;
-  bool prove = false;         ///< what the source's comments say
-  bool cover = false;         ///< runs that reach all that can be reached
+  bool prove = false;  ///< what the source's comments say
+  bool cover = false;  ///< runs that reach all that can be reached
+  bool language_server = false;
   bool layout = false;        ///< of source text, anew
   bool check_layout = false;  ///< and only whether it would change
   bool with_reset = false;
   double limit = 60;        ///< seconds for each proof
   std::string certificate;  ///< folder for what lets others check a proof; empty for none
   bool classic = false;
-  bool asynchronous_reset = false;  ///< of circuits
+  std::pair<std::string, std::string> rules;  ///< of the sides of a comparison; "" as `classic`
+  bool asynchronous_reset = false;            ///< of circuits
   bool no_finalize = false;
   bool keep_wires = false;
   bool map = false;  ///< and what keeps the wires that it names

@@ -57,6 +57,45 @@ const TargetText::Language cpp_step_language{
       return std::vector<std::string>{"step", "in", "out", "given", "shown"};
     }};
 
+const TargetText::Language systemc_step_language{
+    .shape = {.target = "SystemC", .keywords = {KIVA_C_WORDS, "std"}},
+    .has_data = true,
+    .names_module = true,
+    .own_names = [](const std::string&) {
+      // The text's own, and members of the library's modules.
+      return std::vector<std::string>{"in",
+                                      "out",
+                                      "wires",
+                                      "given",
+                                      "shown",
+                                      "clk",
+                                      "rst",
+                                      "react",
+                                      "clear",
+                                      "w",
+                                      "file",
+                                      "prefix",
+                                      "name",
+                                      "kind",
+                                      "wait",
+                                      "halt",
+                                      "next_trigger",
+                                      "sensitive",
+                                      "dont_initialize",
+                                      "end_module",
+                                      "print",
+                                      "dump",
+                                      "trace",
+                                      "basename",
+                                      "simcontext",
+                                      "timed_out",
+                                      "reset_signal_is",
+                                      "async_reset_signal_is",
+                                      "set_stack_size",
+                                      "sc_core",
+                                      "sc_trace"};
+    }};
+
 std::string StepText::type_text(const std::string& type) {
   return type == "byte" ? "unsigned char" : type == "string" ? "const char *" : type;
 }
