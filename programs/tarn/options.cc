@@ -73,6 +73,8 @@ bool read_options(int argc, char** argv, Options& options,
            std::string("--") + target.option,
            [&options, &target] { options.targets.push_back(&target); }, target.help)
         ->group("");  // the footer lists them closer
+  app.add_flag("--async-reset", options.asynchronous_reset,
+               "let circuits in VHDL and SystemVerilog reset at once, not at the clock's edge");
   app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
   app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
   app.add_flag("--states", options.states, "with these, the states that the module can reach");
@@ -104,7 +106,8 @@ bool read_options(int argc, char** argv, Options& options,
                  "look only at runs in which an expression holds");
   app.add_flag(
       "--prove", options.prove,
-      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
+      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume; warn "
+      "of what never happens, and count the states");
   app.add_flag(
       "--cover", options.cover,
       "write stimuli that reach every statement, state and transition that can be reached");
@@ -188,7 +191,7 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.cover && (options.files.size() != 1 || options.equiv || options.wants_proofs()))
       throw CLI::ValidationError("--cover", "wants one file, and no other proofs");
-    if (options.cover) options.map = true;  // what there is to reach
+    if (options.cover || options.prove) options.map = true;  // what there is to reach
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
     if (const std::filesystem::path output = options.output; output.is_absolute()) {

@@ -46,6 +46,7 @@ struct Options {
   double limit = 60;        ///< seconds for each proof
   std::string certificate;  ///< folder for what lets others check a proof; empty for none
   bool classic = false;
+  bool asynchronous_reset = false;  ///< of circuits
   bool no_finalize = false;
   bool keep_wires = false;
   bool map = false;  ///< and what keeps the wires that it names

@@ -284,6 +284,7 @@ void choose(Options& options) {
   Compilation::rules() = options.classic ? Rules::classic() : Rules::sound();
   Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
   Compilation::target_rules().files = true;  // -d and -o hold for every text
+  Compilation::target_rules().asynchronous_reset = options.asynchronous_reset;
   Compilation::KeepWiresFlag() = options.keep_wires || options.map;
   Compilation::MapFlag() = options.map;
   Compilation::ForgetLocalsNameFlag() = options.forget_locals;

@@ -168,7 +168,7 @@ TEST_F(Printing, ChangedNamesAreTold) {
   for (const auto& [option, lines] : std::map<std::string, std::vector<std::string>>{
            {"--vhdl",
             {"VHDL: signal \"signal\" is written as \"signal_1\": a keyword there",
-             "\"reset\" is written as \"reset_1\": the name is taken",
+             "\"clk\" is written as \"clk_1\": the name is taken",
              "\"O_1\" is written as \"O_1_2\": the name is taken",
              "\"p__q\" is written as \"p_q\": no name there",
              "\"z_\" is written as \"z\": no name there"}},

@@ -24,7 +24,7 @@ void put_vhdl_ports(const BenchJob& job, std::ostream& out) {
   size_t number = 0;
   for (long index : job.text.input_rails())
     out << job.text.name(index) << " => i(" << number++ << "), ";
-  out << "reset => reset, clk => clk";
+  out << "clk => clk, rst => rst";
   number = 0;
   for (long index : job.text.output_rails())
     out << ", " << job.text.name(index) << " => o(" << number++ << ')';
@@ -45,12 +45,12 @@ void put_vhdl_process(const BenchJob& job, std::ostream& out,
   out << R"(  process
     variable text : line;
     variable faults : natural := 0;
-    procedure give(instant : natural; other : boolean) is
+    procedure give(instant : natural) is
     begin
       for n in 0 to )"
       << size.inputs << R"( - 1 loop
-        if (given(instant * )"
-      << size.inputs << R"( + n + 1) = '1') /= other then i(n) <= '1'; else i(n) <= '0'; end if;
+        if given(instant * )"
+      << size.inputs << R"( + n + 1) = '1' then i(n) <= '1'; else i(n) <= '0'; end if;
       end loop;
       wait for 1 ns;
     end;
@@ -68,18 +68,17 @@ void put_vhdl_process(const BenchJob& job, std::ostream& out,
     end;
   begin
     for round in 1 to 2 loop  -- the second one behind a reset
-      reset <= '0'; wait for 1 ns; reset <= '1'; wait for 1 ns;
+      rst <= '1'; clk <= '1'; wait for 1 ns; clk <= '0'; rst <= '0'; wait for 1 ns;
       for instant in 0 to )"
       << job.instants.size() << R"( - 1 loop
-        give(instant, false);
-        clk <= '1'; wait for 1 ns;  -- the inputs are sampled
-        give(instant, true);  -- what they do between the edges does not matter
-        clk <= '0'; wait for 1 ns;  -- the outputs are given, the registers move
+        give(instant);  -- the outputs follow
 )";
   size_t number = 0;
   for (long index : job.text.output_rails())
     out << "        check(instant, " << number++ << ", \"" << job.text.name(index) << "\");\n";
-  out << "      end loop;\n      exit when faults > 0;\n    end loop;\n    assert faults = 0 "
+  out << "        clk <= '1'; wait for 1 ns;  -- the registers move\n        clk <= '0'; wait for "
+         "1 ns;\n"
+         "      end loop;\n      exit when faults > 0;\n    end loop;\n    assert faults = 0 "
          "report \"the text differs\" "
          "severity failure;\n    write(text, string'(\""
       << job.instants.size() << " instants agree\"));\n    writeline(output, text);\n    wait;\n"
@@ -91,7 +90,7 @@ void put_vhdl(const BenchJob& job, std::ostream& out, const char* bit) {
   out << bench_comment(job, "-- ", "")
       << "library ieee;\nuse ieee.std_logic_1164.all;\nuse std.textio.all;\n\nentity " << job.name
       << " is end " << job.name << ";\n\narchitecture run of " << job.name
-      << " is\n  signal reset, clk : " << bit << " := '0';\n  signal i : " << bit << "_vector(0 to "
+      << " is\n  signal rst, clk : " << bit << " := '0';\n  signal i : " << bit << "_vector(0 to "
       << size.inputs << ") := (others => '0');\n  signal o : " << bit << "_vector(0 to "
       << size.outputs << ");\n";
   put_vhdl_rows(job, out);
@@ -110,7 +109,7 @@ void put_verilog(const BenchJob& job, std::ostream& out, const std::string& modu
                  const std::string& ports, bool resets) {
   const Sizes size = sizes_of(job);
   out << bench_comment(job, "// ", "") << "module " << job.name
-      << ";\n  reg clk = 0, reset = 0;\n  reg [0:" << size.inputs
+      << ";\n  reg clk = 0, rst = 0;\n  reg [0:" << size.inputs
       << "] i;\n  wire [0:" << size.outputs << "] o;\n  integer faults = 0;\n  " << module
       << " dut(" << ports << ");\n"
       << R"(
@@ -137,7 +136,8 @@ void put_verilog(const BenchJob& job, std::ostream& out, const std::string& modu
   out << "      clk = 1;\n      #1 clk = 0;\n    end\n  endtask\n\n  initial begin\n";
   for (int round = 0; round < (resets ? 2 : 1); ++round) {
     if (round > 0)
-      out << "    if (faults == 0) begin  // and again\n    reset = 1;\n    #1 reset = 0;\n";
+      out << "    if (faults == 0) begin  // and again\n    rst = 1;\n    clk = 1;\n    #1 clk = "
+             "0;\n    rst = 0;\n";
     for (size_t n = 0; n < job.instants.size(); ++n)
       out << "    step(" << n + 1 << ", " << size.inputs + 1 << "'b" << job.given(job.instants[n])
           << "0, " << size.outputs + 1 << "'b" << job.awaited(job.instants[n], 'x') << "0);\n";
@@ -147,8 +147,10 @@ void put_verilog(const BenchJob& job, std::ostream& out, const std::string& modu
       << job.instants.size() << " instants agree\");\n    $finish(0);\n  end\nendmodule\n";
 }
 
-std::string verilog_run(const std::string& bench, const std::string& file) {
-  return "iverilog -g2012 -o " + bench + ' ' + bench + ".v " + file + " && vvp -n " + bench;
+std::string verilog_run(const std::string& bench, const std::string& extension,
+                        const std::string& file) {
+  return "iverilog -g2012 -o " + bench + ' ' + bench + extension + ' ' + file + " && vvp -n " +
+         bench;
 }
 
 std::string numbered(const std::string& name, size_t count) {
@@ -173,11 +175,11 @@ void put_vhdl_altera_bench(const BenchJob& job, std::ostream& out) {
 }
 
 std::string verilog_bench_run(const BenchJob& job) {
-  return verilog_run(job.name, job.file);
+  return verilog_run(job.name, ".sv", job.file);
 }
 
 void put_verilog_bench(const BenchJob& job, std::ostream& out) {
-  std::string ports = ".clk(clk), .reset(reset)";
+  std::string ports = ".clk(clk), .rst(rst)";
   size_t number = 0;
   for (long index : job.text.input_rails())
     ports += ", ." + job.text.name(index) + "(i[" + std::to_string(number++) + "])";
@@ -194,7 +196,7 @@ std::string netlist_run(const BenchJob& job, const std::string& read) {
   // The module's name may be a word of Verilog.
   return "berkeley-abc -q '" + read + "; short_names; write_verilog " + job.name +
          "_net.v' && sed -i 's/^module [^(]*/module " + job.name + "_net /' " + job.name +
-         "_net.v && " + verilog_run(job.name, job.name + "_net.v");
+         "_net.v && " + verilog_run(job.name, ".v", job.name + "_net.v");
 }
 
 }  // namespace

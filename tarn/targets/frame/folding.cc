@@ -24,13 +24,16 @@ bdd Folding::folded(const bdd& f) {
         ask(node->else_node());
       },
       [&](bdd_node* node) {
-        const auto known = known_.find(node->var_index());
-        const bdd test =
-            known == known_.end() ? m.Bdd_var_by_index(node->var_index()) : known->second;
+        const bdd test = variable(node->var_index());
         done_.emplace(node, m.Bdd_ite(test, image(node->then_node(), 1),
                                       image(node->else_node(), node->else_link_type())));
       });
   return image(f.node(), f.link_type());
+}
+
+bdd Folding::variable(long index) const {
+  const auto known = known_.find(index);
+  return known == known_.end() ? manager_.Bdd_var_by_index(index) : known->second;
 }
 
 bdd Folding::define(long index, const bdd& f) {

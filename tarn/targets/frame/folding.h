@@ -16,6 +16,10 @@ class Folding {
   /// The definition of the variable at `index` over what is not folded away. What it turns out to
   /// be is folded from here on.
   bdd define(long index, const bdd& f);
+  /// The variable at `index` is a constant, or another variable or its complement.
+  void assume(long index, const bdd& same) { known_.emplace(index, same); }
+  /// What stands for the variable at `index`.
+  bdd variable(long index) const;
 
  private:
   bdd folded(const bdd& f);

@@ -192,6 +192,22 @@ class StraightCode {
 
 }  // namespace
 
+std::string broken(const std::string& line) {
+  constexpr size_t width = 100;
+  const std::string margin = "\n" + std::string(line.find_first_not_of(' ') + 4, ' ');
+  std::string text;
+  size_t from = 0, column = 0;
+  while (line.size() - from + column > width + 1) {
+    size_t at = line.rfind(' ', from + width - column);
+    if (at == std::string::npos || at <= from + margin.size()) at = line.find(' ', from + width);
+    if (at == std::string::npos) break;
+    text += line.substr(from, at - from) + margin;
+    column = margin.size() - 1;
+    from = at + 1;
+  }
+  return text + line.substr(from);
+}
+
 std::vector<StraightLine> straight_code(const TargetText& text, const ExpressionTexts& texts) {
   return StraightCode(text, texts).lines();
 }

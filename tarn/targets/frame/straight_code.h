@@ -30,4 +30,8 @@ struct StraightLine {
 /// no line.
 std::vector<StraightLine> straight_code(const TargetText& text, const ExpressionTexts& texts);
 
+/// A line that is longer than a hundred columns as several: broken at blanks, what follows four
+/// deeper than its start.
+std::string broken(const std::string& line);
+
 }  // namespace kiva

@@ -49,6 +49,8 @@ struct TargetRules {
   bool quiet = false;
   /// What is renamed or added is not told: a text beside this one has told it.
   bool untold = false;
+  /// Circuits take their reset without the clock; else at its edge.
+  bool asynchronous_reset = false;
 
   static constexpr TargetRules told() { return {}; }
   static constexpr TargetRules working() {
@@ -64,6 +66,7 @@ struct TargetRules {
   TargetRules without_told() const {
     TargetRules rules = working();
     rules.untold = untold;
+    rules.asynchronous_reset = asynchronous_reset;
     return rules;
   }
 };

@@ -10,7 +10,7 @@
 #include "base/graph_walk.h"
 #include "tarn/session/diagnostic.h"
 #include "tarn/targets/frame/data_text.h"
-#include "tarn/targets/frame/folding.h"
+#include "tarn/targets/frame/state_folding.h"
 
 namespace kiva {
 
@@ -165,7 +165,12 @@ void TargetText::take_needed() {
   for (const StateRail& rail : state_) value_state.erase(rail.index);
 
   std::vector<long> open = output_rails();
-  for (const StateRail& rail : state_) open.push_back(rail.next);
+  std::unordered_map<long, long> next_of;
+  const bool live_only = rules_.folded;
+  for (const StateRail& rail : state_) {
+    next_of.emplace(rail.index, rail.next);
+    if (!live_only) open.push_back(rail.next);
+  }
   if (language_.has_data && module_->getDataTable() != nullptr)
     for (const auto& [bound, binding] : *module_->getDataTable()) {
       if (binding->getClock() == nullptr) continue;
@@ -179,8 +184,12 @@ void TargetText::take_needed() {
     } else if (auto state = value_state.find(index); state != value_state.end()) {
       state_.push_back(state->second);
       more(state->second.next);
+    } else if (auto next = next_of.find(index); next != next_of.end()) {
+      more(next->second);
     }
   });
+  if (live_only)
+    std::erase_if(state_, [&](const StateRail& e) { return !needed.contains(e.index); });
   std::erase_if(equations_, [&](const TargetEquation& e) { return !needed.contains(e.index); });
 }
 
@@ -263,7 +272,10 @@ void TargetText::complete() {  // house: one rule by cases
 }
 
 void TargetText::fold() {
-  Folding folding(*manager());
+  // What a test on data reads bears its own name.
+  const bool has_data = module_->getDataTable() != nullptr && !module_->getDataTable()->empty();
+  Folding folding = has_data ? Folding(*manager())
+                             : fold_registers(*manager(), equations_, output_rails_, state_);
   for (TargetEquation& equation : equations_)
     if (equation.kind == TargetEquation::function)
       equation.f = folding.define(equation.index, equation.f);

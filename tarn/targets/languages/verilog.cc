@@ -1,12 +1,12 @@
-// Verilog: a module of bits. Registers move on the rising edge of the clock, and take their first
-// values on reset and at power-up; outputs follow the inputs at once. There is no told form.
+// SystemVerilog: a module of bits. Registers move on the rising edge of the clock, and take their
+// first values on reset and at power-up; outputs follow the inputs at once. There is no told form.
 
+#include <algorithm>
 #include <ostream>
 
-#include "pert_exp/equation_code.h"
 #include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
-#include "tarn/targets/frame/target_text.h"
+#include "tarn/targets/languages/circuit_family.h"
 
 namespace kiva {
 
@@ -14,7 +14,6 @@ namespace {
 
 // clang-format off
 const TargetText::Language language{
-    // Reserved words of the language and of its successor, SystemVerilog.
     .shape = {.target = "Verilog",
               .keywords = {
                   "accept_on", "alias", "always", "always_comb", "always_ff", "always_latch",
@@ -49,78 +48,105 @@ const TargetText::Language language{
                   "supply0", "supply1", "sync_accept_on", "sync_reject_on", "table", "tagged",
                   "task", "this", "throughout", "time", "timeprecision", "timeunit", "tran",
                   "tranif0", "tranif1", "tri", "tri0", "tri1", "triand", "trior", "trireg",
-                  "type", "typedef", "union", "unique", "unique0", "unsigned", "until",
+                  "process", "std", "mailbox", "semaphore", "randomize", "type", "typedef", "union", "unique", "unique0", "unsigned", "until",
                   "until_with", "untyped", "use", "uwire", "var", "vectored", "virtual", "void",
                   "wait", "wait_order", "wand", "weak", "weak0", "weak1", "while", "wildcard",
                   "wire", "with", "within", "wor", "xnor", "xor"}},
-    .node_prefix = [](const std::string& module) { return module + "_node_"; },
+    .node_prefix = [](const std::string&) { return "part_"; },
     .own_names =
         [](const std::string&) {
-          return std::vector<std::string>{"clk", "reset"};
+          return std::vector<std::string>{"clk", "rst"};
         }};
 // clang-format on
 
 class VerilogText {
  public:
   explicit VerilogText(const TargetJob& job)
-      : text_(job.module, language, job.rules.without_told()), out_(job.out) {
-    texts_.nodes.line_start = texts_.nodes.constant_start = "  wire ";
-    texts_.nodes.table = text_.module_name() + "_node";
-    texts_.nodes.entry_open = "_";
-    texts_.nodes.entry_close = "";
-    texts_.nodes.assign = texts_.assign = " = ";
-    texts_.nodes.or_text = " | ";
-    texts_.nodes.and_text = " & ";
-    texts_.nodes.not_open = texts_.not_text = "~";
-    texts_.nodes.constant = "1'b1";
-    texts_.read = [this](long index) { return text_.state_name(index); };
-    texts_.left = [this](long index) {
-      return (text_.is_output(index) ? "  assign " : "  wire ") + text_.name(index);
-    };
-    texts_ = text_.numbered(texts_);
-  }
+      : text_(job.module, language, job.rules.without_told()),
+        circuit_(text_,
+                 {.and_text = " & ",
+                  .or_text = " | ",
+                  .not_text = "~",
+                  .differ_text = " ^ ",
+                  .same_text = " ~^ ",
+                  .zero = "1'b0",
+                  .one = "1'b1"},
+                 true),
+        out_(job.out) {}
 
   void put() const {
-    const std::vector<long> inputs = text_.input_rails(), outputs = text_.output_rails();
-    out_ << "module " << text_.module_name() << "(\n  input wire clk,\n  input wire reset";
-    for (long index : inputs) out_ << ",\n  input wire " << text_.name(index);
-    for (long index : outputs) out_ << ",\n  output wire " << text_.name(index);
-    out_ << "\n);\n";
+    out_ << "module " << text_.module_name() << " (\n";
+    put_ports();
+    out_ << ");\n\n";
     for (const StateRail& rail : text_.state())
-      out_ << "  reg " << text_.state_name(rail.index) << " = " << bit(rail.initial) << ";\n";
-    for (const StateRail& rail : text_.state())
-      if (text_.is_output(rail.index))
-        out_ << "  assign " << text_.name(rail.index) << " = " << text_.state_name(rail.index)
-             << ";\n";
-    text_.manager()->Bdd_global_clear_marks();
-    for (const TargetEquation& equation : text_.equations())
-      put_equation_code(out_, texts_, equation.index, equation.f);
+      out_ << "  logic " << text_.state_name(rail.index) << " = " << bit(rail.initial) << ";\n";
+    for (const std::string& name : circuit_.wires()) out_ << "  logic " << name << ";\n";
+    put_lines();
     put_state_moves();
-    out_ << "endmodule\n";
+    out_ << "\nendmodule\n";
   }
 
  private:
   static const char* bit(bool value) { return value ? "1'b1" : "1'b0"; }
 
+  /// An input that nothing reads is no fault of the text.
+  void put_input(const std::string& name, bool is_read, bool is_last = false) const {
+    const std::string port = "  input  logic " + name + (is_last ? "\n" : ",\n");
+    if (is_read)
+      out_ << port;
+    else
+      out_ << "  /* verilator lint_off UNUSED */\n" << port << "  /* verilator lint_on UNUSED */\n";
+  }
+
+  void put_ports() const {
+    const std::vector<long> inputs = text_.input_rails(), outputs = text_.output_rails();
+    const bool has_state = !text_.state().empty();
+    put_input("clk", has_state);
+    put_input("rst", has_state, inputs.empty() && outputs.empty());
+    for (long index : inputs)
+      put_input(text_.name(index), text_.is_read(index), outputs.empty() && index == inputs.back());
+    for (long index : outputs)
+      out_ << "  output logic " << text_.name(index) << (index == outputs.back() ? "\n" : ",\n");
+  }
+
+  /// What reads nothing would never be computed in a process.
+  void put_lines() const {
+    const auto is_constant = [](const StraightLine& line) { return line.right.starts_with("1'b"); };
+    out_ << '\n';
+    for (const StraightLine& line : circuit_.lines())
+      if (is_constant(line))
+        out_ << "  assign " << circuit_.left(line) << " = " << line.right << ";\n";
+    for (const auto& [port, from] : circuit_.copies())
+      out_ << "  assign " << port << " = " << from << ";\n";
+    if (std::ranges::all_of(circuit_.lines(), is_constant)) return;
+    out_ << "  always_comb begin\n";
+    for (const StraightLine& line : circuit_.lines())
+      if (!is_constant(line))
+        out_ << broken("    " + circuit_.left(line) + " = " + line.right + ";\n");
+    out_ << "  end\n";
+  }
+
   void put_state_moves() const {
     if (text_.state().empty()) return;
-    out_ << "  always @(posedge clk or posedge reset)\n    if (reset) begin\n";
+    out_ << "\n  always_ff @(posedge clk"
+         << (text_.rules().asynchronous_reset ? " or posedge rst" : "")
+         << ") begin\n    if (rst) begin\n";
     for (const StateRail& rail : text_.state())
       out_ << "      " << text_.state_name(rail.index) << " <= " << bit(rail.initial) << ";\n";
     out_ << "    end else begin\n";
     for (const StateRail& rail : text_.state())
-      out_ << "      " << text_.state_name(rail.index) << " <= " << text_.state_name(rail.next)
+      out_ << "      " << text_.state_name(rail.index) << " <= " << circuit_.read(rail.next)
            << ";\n";
-    out_ << "    end\n";
+    out_ << "    end\n  end\n";
   }
 
   TargetText text_;
+  CircuitText circuit_;
   std::ostream& out_;
-  equation_code_texts texts_;
 };
 
 const Bench bench{.language = &language,
-                  .extension = ".v",
+                  .extension = ".sv",
                   .run = verilog_bench_run,
                   .put = put_verilog_bench,
                   .tool = "iverilog -V"};
@@ -128,8 +154,8 @@ const Bench bench{.language = &language,
 }  // namespace
 
 extern const Target verilog_target{.option = "verilog",
-                                   .help = "Verilog module, .v",
-                                   .file = {.extension = ".v"},
+                                   .help = "SystemVerilog module, .sv",
+                                   .file = {.extension = ".sv"},
                                    .put = [](const TargetJob& job) { VerilogText(job).put(); },
                                    .bench = &bench};
 

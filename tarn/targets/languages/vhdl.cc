@@ -1,28 +1,17 @@
-// VHDL: a module as one entity with one architecture. Registers and outputs change on the falling
-// edge of the clock, inputs are sampled on the rising edge, equations are concurrent assignments.
-//
-// Each entry of the node table has one driver: the process for the inputs, which it samples, and a
-// concurrent assignment for every other node. The marks of the nodes see to that: what the process
-// writes is marked before the equations are written.
+// VHDL: a module as one entity with one architecture. Registers move on the rising edge of the
+// clock, and outputs follow the inputs at once. The told form is in vhdl_told.cc.
 
-#include <algorithm>
-#include <map>
+#include "tarn/targets/languages/vhdl.h"
+
 #include <ostream>
-#include <span>
 
-#include "pert_exp/equation_code.h"
-#include "tarn/b_automaton/b_automaton.h"
-#include "tarn/b_automaton/writing.h"
 #include "tarn/model/compilation.h"
 #include "tarn/targets/benches/benches.h"
-#include "tarn/targets/frame/target.h"
-#include "tarn/targets/frame/target_text.h"
+#include "tarn/targets/languages/circuit_family.h"
 
 namespace kiva {
 
-namespace {
-
-const TargetText::Language language{
+extern const TargetText::Language vhdl_language{
     // Reserved words of all revisions of the language.
     .shape = {.target = "VHDL",
               .keywords = {"abs", "access", "after", "alias", "all", "and", "architecture", "array",
@@ -38,10 +27,10 @@ const TargetText::Language language{
                            "protected", "private", "pure", "range", "record", "register", "reject",
                            "release", "rem", "report", "restrict", "restrict_guarantee", "return",
                            "rol", "ror", "select", "sequence", "severity", "shared", "signal",
-                           "sla", "sll", "sra", "srl", "strong", "subtype", "then",
-                           "to", "transport", "type", "unaffected", "units", "until", "use",
-                           "variable", "view", "vmode", "vprop", "vunit", "wait", "when",
-                           "while", "with", "xnor", "xor",
+                           "sla", "sll", "sra", "srl", "strong", "subtype", "then", "to",
+                           "transport", "type", "unaffected", "units", "until", "use", "variable",
+                           "view", "vmode", "vprop", "vunit", "wait", "when", "while", "with",
+                           "xnor", "xor",
 
                            // Types and packages that the text names.
                            "bit", "std_logic", "std_logic_1164", "ieee", "std", "work"},
@@ -49,260 +38,102 @@ const TargetText::Language language{
               .may_begin_with_underscore = false,
               .may_end_with_underscore = false,
               .may_double_underscore = false},
-    .own_names = [](const std::string& module) {
-      return std::vector<std::string>{"reset", "clk", module + "_node", module + "_a",
-                                      "array_" + module};
-    }};
+    .node_prefix = [](const std::string&) { return "part_"; },
+    .own_names =
+        [](const std::string&) {
+          return std::vector<std::string>{"rst", "clk", "reaction"};
+        }};
 
-struct OwnRules {
-  /// An output that is read, or is itself a register, has an inner signal, which the process copies
-  /// to the port; else the port is read, which the language does not allow.
-  bool inner_outputs;
-  /// Equations read what the process sampled of an input; else the port, so that a change between
-  /// the edges of the clock shows.
-  bool sampled_inputs;
-  /// No ";" stands before the ")" of ports without outputs.
-  bool closed_ports;
-};
+namespace {
 
-constexpr OwnRules own_rules(bool working) {
-  return {working, working, working};
-}
-
-// Nodes and equations.
-
-node_code_texts node_texts(const std::string& array) {
-  node_code_texts texts;
-  texts.line_start = texts.constant_start = "      ";
-  texts.table = array;
-  texts.entry_open = "(";
-  texts.entry_close = ")";
-  texts.assign = " <= ";
-  texts.or_text = " or ";
-  texts.and_text = " and ";
-  texts.not_open = "not ";
-  texts.second_open = "(";
-  texts.second_close = ")";
-  texts.constant = "'1'";
-  return texts;
-}
-
-/// Over the names of the manager's variables.
-equation_code_texts equation_texts(bddpp_manager* manager, const std::string& array) {
-  equation_code_texts texts;
-  texts.nodes = node_texts(array);
-  texts.read = [manager](long index) { return manager->Name_var_by_index(index); };
-  texts.left = [manager](long index) { return "      " + manager->Name_var_by_index(index); };
-  texts.assign = " <= ";
-  texts.not_text = "not ";
-  return texts;
-}
-
-/// A process and the equations of one module. On the rising edge of the clock the process
-/// copies the inputs into their entries of the node table; on the falling edge it gives the outputs
-/// and moves the registers; equations are concurrent assignments between the two.
-struct CodeTexts {
-  equation_code_texts code;
-  /// The port of an input or output.
-  std::function<std::string(long index)> port;
-  std::vector<long> inputs, outputs;
-  /// Outputs that are assigned outside the process, as code.left has it, and copied by it.
-  std::unordered_set<long> inner = {};
-  /// Assignments to registers, without ";".
-  std::vector<std::string> resets, updates;
-};
-
-struct Equation {
-  long index;
-  bdd f;
-};
-
-std::string entry(const node_code_texts& nodes, const bdd& f) {
-  const bdd_node* node = f.node();
-  return (f.link_type() == -1 ? nodes.not_open : "") + nodes.table + nodes.entry_open +
-         std::to_string(nodes.number ? nodes.number(node) : node->global_id()) + nodes.entry_close;
-}
-
-/// The nodes of an output that the process gives.
-void put_output_nodes(std::ostream& out, const node_code_texts& nodes, const std::string& name,
-                      const bdd& f) {
-  f.manager_ref()->Print_node_code(nodes, out, f.node());
-  out << "      -- final output evaluation of " << name << " in process\n";
-}
-
-void put_process(std::ostream& out, const CodeTexts& texts, bddpp_manager* manager,
-                 std::span<const Equation> equations, const std::unordered_set<long>& in_process) {
-  out << "process (reset,clk)\nbegin\n  if (reset = '0') then \n";
-  for (long index : texts.outputs) out << "    " << texts.port(index) << " <= '0';\n";
-  for (const std::string& text : texts.resets) out << "    " << text << ";\n";
-  const node_code_texts& nodes = texts.code.nodes;
-  for (long index : texts.inputs)
-    out << "      " << entry(nodes, manager->Bdd_var_by_index(index)) << nodes.assign << "'0'"
-        << nodes.line_end << '\n';
-  out << "  elsif ( clk'event and clk='1') then \n";
-  node_code_texts sampling = nodes;
-  sampling.name = texts.port;
-  for (long index : texts.inputs)
-    manager->Print_node_code(sampling, out, manager->Bdd_var_by_index(index).node());
-  out << "  elsif ( clk'event and clk='0') then \n";
-  std::map<long, std::string> sources;  // in index order
-  for (long index : texts.inner) sources.emplace(index, texts.code.read(index));
-  for (const auto& [index, f] : equations)
-    if (in_process.contains(index)) sources.emplace(index, entry(nodes, f));
-  for (const auto& [index, source] : sources)
-    out << "      " << texts.port(index) << " <= " << source << ";\n";
-  for (const std::string& text : texts.updates) out << "    " << text << ";\n";
-  out << "   end if;\nend process;\n\n";
-}
-
-/// Writes the process, then the equations in their order.
-void put_process_and_equations(std::ostream& out, const CodeTexts& texts, bddpp_manager* manager,
-                               std::span<const Equation> equations) {
-  manager->Bdd_global_clear_marks();
-  std::unordered_set<long> in_process(texts.outputs.begin(), texts.outputs.end());
-  for (long index : texts.inner) in_process.erase(index);
-  put_process(out, texts, manager, equations, in_process);
-  out << "-- actualisation\n";
-  for (const auto& [index, f] : equations)
-    if (in_process.contains(index))
-      put_output_nodes(out, texts.code.nodes, texts.port(index), f);
-    else
-      put_equation_code(out, texts.code, index, f);
-}
-
-// A module.
-
-class VhdlText {
+class VhdlEntity {
  public:
-  VhdlText(Module* module, const TargetRules& rules)
-      : text_(module, language, rules), own_(own_rules(rules.own)), m_(text_.module_name()) {
-    take_ports();
-    take_code();
-    for (const TargetEquation& equation : text_.equations())
-      equations_.push_back({equation.index, equation.f});
-  }
+  VhdlEntity(const TargetJob& job, const std::string& type)
+      : text_(job.module, vhdl_language, job.rules),
+        circuit_(text_,
+                 {.and_text = " and ",
+                  .or_text = " or ",
+                  .not_text = "not ",
+                  .differ_text = " xor ",
+                  .same_text = " xnor ",
+                  .zero = "'0'",
+                  .one = "'1'"},
+                 false),
+        type_(type),
+        out_(job.out) {}
 
-  void put(std::ostream& out, const std::string& type) {
-    out << "-- VHDL generation by ORVEL from " << m_ << " Zulang compiled code\n\n";
-    if (type != "bit") out << "LIBRARY ieee;\nUSE ieee.std_logic_1164.all;\n";
-    put_entity(out, type);
-    out << "architecture " << m_ << "_a of " << m_ << " is\n\n";
-    put_declarations(out, type);
-    out << "begin\n-- state and output computation\n";
-    put_code(out);
-    out << "end " << m_ << "_a;\n\n";
+  void put() const {
+    const std::string& m = text_.module_name();
+    if (type_ != "bit") out_ << "library ieee;\nuse ieee.std_logic_1164.all;\n\n";
+    out_ << "entity " << m << " is\n  port (\n    clk : in " << type_ << ";\n    rst : in "
+         << type_;
+    for (long index : text_.input_rails())
+      out_ << ";\n    " << text_.name(index) << " : in " << type_;
+    for (long index : text_.output_rails())
+      out_ << ";\n    " << text_.name(index) << " : out " << type_;
+    out_ << "\n  );\nend " << m << ";\n\narchitecture reaction of " << m << " is\n";
+    for (const StateRail& rail : text_.state())
+      out_ << "  signal " << text_.state_name(rail.index) << " : " << type_
+           << " := " << bit(rail.initial) << ";\n";
+    for (const std::string& name : circuit_.wires())
+      out_ << "  signal " << name << " : " << type_ << ";\n";
+    out_ << "begin\n";
+    for (const StraightLine& line : circuit_.lines())
+      out_ << broken("  " + circuit_.left(line) + " <= " + line.right + ";\n");
+    for (const auto& [port, from] : circuit_.copies())
+      out_ << "  " << port << " <= " << from << ";\n";
+    put_state_moves();
+    out_ << "end reaction;\n";
   }
 
  private:
-  void take_ports() {
-    texts_.inputs = text_.input_rails();
-    texts_.outputs = text_.rtl_rails();
-    for (const Signal* output : text_.outputs()) {
-      const bool is_bound = text_.module()->getBinding(output->getInternalName()) != nullptr;
-      if (is_bound && !text_.rules().complete) continue;
-      texts_.outputs.push_back(text_.status(output));
-      if (!text_.finalised()) texts_.outputs.push_back(text_.value(output));
-    }
-    if (!own_.inner_outputs) return;
+  static const char* bit(bool value) { return value ? "'1'" : "'0'"; }
+
+  void put_assignments(const std::string& margin, bool resets) const {
     for (const StateRail& rail : text_.state())
-      if (text_.is_output(rail.index)) inner_name_[rail.index] = text_.state_name(rail.index);
-    for (long index : texts_.outputs)
-      if (text_.is_read(index) && !inner_name_.contains(index))
-        inner_name_[index] = text_.own_name(text_.name(index) + "_inner");
-    for (const auto& [index, name] : inner_name_) texts_.inner.insert(index);
+      out_ << margin << text_.state_name(rail.index)
+           << " <= " << (resets ? bit(rail.initial) : circuit_.read(rail.next)) << ";\n";
   }
 
-  void take_code() {
-    texts_.code = equation_texts(text_.manager(), m_ + "_node");
-    if (text_.rules().brackets) {
-      texts_.code.nodes.first_open = "(";
-      texts_.code.nodes.first_close = ")";
-    }
-    texts_.port = [this](long index) { return text_.name(index); };
-    texts_.code.read = [this](long index) { return read(index); };
-    texts_.code.left = [this](long index) { return "      " + variable(index); };
-    texts_.code = text_.numbered(texts_.code);
-    if (own_.sampled_inputs) sampled_.insert(texts_.inputs.begin(), texts_.inputs.end());
-    for (const StateRail& rail : text_.state()) {
-      const std::string name = variable(rail.index);
-      texts_.resets.push_back(name + " <= " + (rail.initial ? "'1'" : "'0'"));
-      texts_.updates.push_back(name + " <= " + read(rail.next));
-    }
-  }
-
-  /// The signal that is assigned.
-  std::string variable(long index) const {
-    auto at = inner_name_.find(index);
-    return at != inner_name_.end() ? at->second : text_.name(index);
-  }
-
-  std::string read(long index) const {
-    if (!sampled_.contains(index)) return variable(index);
-    const bdd_node* node = text_.manager()->Bdd_var_by_index(index).node();
-    return m_ + "_node(" + std::to_string(text_.node_number(node)) + ")";
-  }
-
-  void put_code(std::ostream& out) const {
-    put_process_and_equations(out, texts_, text_.manager(), equations_);
-  }
-
-  void put_entity(std::ostream& out, const std::string& type) const {
-    out << "entity " << m_ << " is\n  port(";
-    if (!text_.finalised() && !text_.rules().both_rails)
-      out << " s_SET" << m_ << ", s_RESET" << m_ << ',';
-    for (long index : texts_.inputs) out << texts_.port(index) << ", ";
-    const bool closed = texts_.outputs.empty() && own_.closed_ports;
-    out << "reset, clk: in " << type << (closed ? "\n" : ";\n");
-    if (texts_.outputs.empty()) {
-      out << "     );\n";
+  void put_state_moves() const {
+    if (text_.state().empty()) return;
+    const bool at_once = text_.rules().asynchronous_reset;
+    const char* edge = "clk'event and clk = '1'";
+    out_ << "\n  process (clk" << (at_once ? ", rst" : "") << ")\n  begin\n";
+    if (at_once) {
+      out_ << "    if rst = '1' then\n";
+      put_assignments("      ", true);
+      out_ << "    elsif " << edge << " then\n";
+      put_assignments("      ", false);
     } else {
-      const char* separator = "       ";
-      for (long index : texts_.outputs) {
-        out << separator << texts_.port(index);
-        separator = ", ";
-      }
-      out << ": out " << type << ");\n";
+      out_ << "    if " << edge << " then\n      if rst = '1' then\n";
+      put_assignments("        ", true);
+      out_ << "      else\n";
+      put_assignments("        ", false);
+      out_ << "      end if;\n";
     }
-    out << "end " << m_ << ";\n\n";
-  }
-
-  void put_declarations(std::ostream& out, const std::string& type) const {
-    std::map<long, std::string> variables = inner_name_;
-    const std::unordered_set<long> outputs(texts_.outputs.begin(), texts_.outputs.end());
-    const auto add = [&](long index) {
-      if (!outputs.contains(index)) variables.emplace(index, text_.name(index));
-    };
-    for (long index : text_.locals()) add(index);
-    for (const StateRail& rail : text_.state()) add(rail.index);
-    // Told: an output that is no port.
-    for (const TargetEquation& equation : text_.equations())
-      if (text_.is_output(equation.index)) add(equation.index);
-
-    const long nodes = text_.count_nodes([&](std::ostream& nowhere) { put_code(nowhere); });
-    const bool used_nodes = text_.rules().used_nodes;
-    if (nodes > 0)
-      out << "TYPE array_" << m_ << " IS ARRAY (" << (used_nodes ? nodes - 1 : nodes)
-          << " downto 0) OF " << type << " ;\n";
-    for (const auto& [index, name] : variables) out << "signal " << name << " : " << type << ";\n";
-    if (nodes > 0) out << "signal " << m_ << "_node : array_" << m_ << ";\n";
-    out << '\n';
+    out_ << "    end if;\n  end process;\n";
   }
 
   TargetText text_;
-  OwnRules own_;
-  std::string m_;
-  CodeTexts texts_;
-  std::vector<Equation> equations_;
-  std::map<long, std::string> inner_name_;
-  std::unordered_set<long> sampled_;
+  CircuitText circuit_;
+  std::string type_;
+  std::ostream& out_;
 };
 
-const Bench bench{.language = &language,
+void put(const TargetJob& job, const std::string& type) {
+  if (job.rules.own)
+    VhdlEntity(job, type).put();
+  else
+    put_told_vhdl(job, type);
+}
+
+const Bench bench{.language = &vhdl_language,
                   .extension = ".vhdl",
                   .run = vhdl_bench_run,
                   .put = put_vhdl_bench,
                   .tool = "ghdl --version"};
-const Bench altera_bench{.language = &language,
+const Bench altera_bench{.language = &vhdl_language,
                          .extension = ".vhdl",
                          .run = vhdl_bench_run,
                          .put = put_vhdl_altera_bench,
@@ -310,95 +141,17 @@ const Bench altera_bench{.language = &language,
 
 }  // namespace
 
-extern const Target vhdl_target{
-    .option = "vhdl",
-    .help = "VHDL of bits, .vhdl",
-    .file = {.extension = ".vhdl"},
-    .put = [](const TargetJob& job) { VhdlText(job.module, job.rules).put(job.out, "bit"); },
-    .bench = &bench};
+extern const Target vhdl_target{.option = "vhdl",
+                                .help = "VHDL of bits, .vhdl",
+                                .file = {.extension = ".vhdl"},
+                                .put = [](const TargetJob& job) { put(job, "bit"); },
+                                .bench = &bench};
 
-extern const Target vhdl_altera_target{
-    .option = "vhdl-altera",
-    .help = "VHDL of std_logic, .vhdl",
-    .file = {.extension = ".vhdl"},
-    .put = [](const TargetJob& job) { VhdlText(job.module, job.rules).put(job.out, "std_logic"); },
-    .bench = &altera_bench};
-
-// A boolean automaton.
-
-namespace {
-
-std::vector<Equation> equations_of(Bddexpressionwood& wood) {
-  std::vector<Equation> equations;
-  for (long index : wood.earliest_sort())
-    if (const bdd& f = wood.exp_by_index(index)->my_bdd_exp(); f.initialised())
-      equations.push_back({index, f});
-  return equations;
-}
-
-bool is_read(Bddexpressionwood& wood, long index) {
-  const index_set equations = wood.Set_of_exp();
-  return std::any_of(equations.begin(), equations.end(), [&](long reader) {
-    return wood.exp_by_index(reader)->set_of_var_dependances().contains(index);
-  });
-}
-
-void put_automaton_entity(std::ostream& out, const b_automaton& automaton, const std::string& name,
-                          const std::string& type) {
-  out << "-- VHDL generation from " << name << '\n';
-  if (type != "bit") out << "LIBRARY ieee;\nUSE ieee.std_logic_1164.all;\n";
-  const bool closed = automaton.nb_outputs() == 0;
-  out << "entity " << name << " is\n  port(" << joined(automaton.inputs_list(), "", "", ", ")
-      << "reset, clk: in " << type << (closed ? "\n     );\n" : ";\n");
-  if (!closed)
-    out << "       " << joined(automaton.outputs_list(), ", ") << ": out " << type << ");\n";
-  out << "end " << name << ";\n";
-}
-
-}  // namespace
-
-void b_automaton::VHDL_put(std::ostream& out, int mode, const std::string& name) const {
-  const std::string node = name + "_node", type = mode != 0 ? "std_logic" : "bit";
-  bddpp_manager* manager = manager_associe();
-  CodeTexts texts;
-  texts.code = equation_texts(manager, node);
-  texts.code.nodes.first_open = "(";
-  texts.code.nodes.first_close = ")";
-  texts.port = [this](long index) { return nom_associe(index); };
-  for (int k = 0; k < nb_inputs(); ++k) texts.inputs.push_back(input_index(k));
-  for (int k = 0; k < nb_outputs(); ++k) {
-    texts.outputs.push_back(output_index(k));
-    // A port that goes out cannot be read.
-    if (is_read(*wood_, output_index(k))) texts.inner.insert(output_index(k));
-  }
-  const auto variable = [&](long index) {
-    return nom_associe(index) + (texts.inner.contains(index) ? "_inner" : "");
-  };
-  // An input is read as the process has sampled it.
-  texts.code.read = texts.code.nodes.name = [&](long index) {
-    const bool is_input = index >= input_index(0) && index < output_index(0);
-    return is_input ? entry(texts.code.nodes, manager->Bdd_var_by_index(index)) : variable(index);
-  };
-  texts.code.left = [&](long index) { return "      " + variable(index); };
-  for (int k = 0; k < nb_state_vars(); ++k) {
-    texts.resets.push_back(nom_state_var(k) +
-                           " <= " + (valeur_initiale_state_var(k) == 1 ? "'1'" : "'0'"));
-    texts.updates.push_back(nom_state_var(k) + " <= " + nom_next_state_var(k));
-  }
-  put_automaton_entity(out, *this, name, type);
-  out << "architecture " << name << "_a of " << name << " is\n"
-      << "TYPE array_" << node << " IS ARRAY (" << manager->Bdd_total_size() << " downto 0) OF "
-      << type << " ;\n";
-  for (long index = 0; index < manager->Nb_bdd_vars(); ++index)
-    if (index < input_index(0) || index >= local_index(0) || texts.inner.contains(index))
-      out << "signal " << variable(index) << " : " << type << ";\n";
-  out << "signal " << node << " : array_" << node << ";\nbegin\n"
-      << "-- state and output computation\n";
-  put_process_and_equations(out, texts, manager, equations_of(*wood_));
-  out << "end " << name << "_a;\n";
-}
-
-// The told operations of other classes.
+extern const Target vhdl_altera_target{.option = "vhdl-altera",
+                                       .help = "VHDL of std_logic, .vhdl",
+                                       .file = {.extension = ".vhdl"},
+                                       .put = [](const TargetJob& job) { put(job, "std_logic"); },
+                                       .bench = &altera_bench};
 
 void Module::VHDL_put(std::ostream& out, int altera) {
   put_target(altera != 0 ? vhdl_altera_target : vhdl_target, this, out);
@@ -406,69 +159,6 @@ void Module::VHDL_put(std::ostream& out, int altera) {
 
 void Module::printVHDL() {
   print_target(Compilation::VHDLALTERAFlag() ? vhdl_altera_target : vhdl_target, this);
-}
-
-void Bddexpression::put_vhdl(std::ostream& out, const std::string& array,
-                             const std::list<std::string>& outputs) {
-  if (my_bdd_manager() == nullptr || !bdd_var.initialised() || !bdd_exp.initialised()) return;
-  const equation_code_texts texts = equation_texts(my_bdd_manager(), array);
-  const std::string name = my_bdd_manager()->Name_var_by_index(my_index_var());
-  if (std::find(outputs.begin(), outputs.end(), name) != outputs.end())
-    put_output_nodes(out, texts.nodes, name, bdd_exp);
-  else
-    put_equation_code(out, texts, my_index_var(), bdd_exp);
-}
-
-void Bddexpressionwood::Put_vhdl(std::ostream& out, const std::string& array,
-                                 const std::list<std::string>& inputs,
-                                 const std::list<std::string>& outputs,
-                                 const std::list<std::string>& resets,
-                                 const std::list<std::string>& updates) {
-  const auto indices = [&](const std::list<std::string>& names) {
-    std::vector<long> found;
-    for (const std::string& name : names)
-      found.push_back(man->Bdd_if_index(man->Bdd_var_by_name(name)));
-    return found;
-  };
-  CodeTexts texts{.code = equation_texts(man, array),
-                  .port = [this](long index) { return man->Name_var_by_index(index); },
-                  .inputs = indices(inputs),
-                  .outputs = indices(outputs),
-                  .resets = {resets.begin(), resets.end()},
-                  .updates = {updates.begin(), updates.end()}};
-  put_process_and_equations(out, texts, man, equations_of(*this));
-}
-
-void bddpp_manager::Print_node_for_eval_VHDL(const std::string& array, std::ostream& out,
-                                             bdd_node* node) {
-  Print_node_code(node_texts(array), out, node);
-}
-
-void bddpp_manager::Print_node_for_eval_VHDL_input(const std::string& array, std::ostream& out,
-                                                   bdd_node* node) {
-  // A variable is one line of the same code.
-  if (node != nullptr && node->is_var(internal_bdd_node_one))
-    Print_node_code(node_texts(array), out, node);
-}
-
-void bddpp_manager::Print_node_for_eval_VHDL_reset_input(const std::string& array,
-                                                         std::ostream& out,
-                                                         const bdd_node* node) const {
-  if (node == nullptr) return;
-  out << "      " << array << '(' << node->global_id() << ") <= '0';\n";
-}
-
-std::string bddpp_manager::Print_sop_to_VHDL_String(const bdd& f, int mode) {
-  if (Bdd_is_tautology(f)) return Bdd_is_one_tautologic(f) ? "'1'" : "'0'";
-  const std::string or_text = ") or (";
-  const std::string sum = Print_sop_to_String(or_text, " and ", "not ", "", f, mode);
-  return sum.find(or_text) == std::string::npos ? sum : "(" + sum + ")";
-}
-
-std::string bdd::vhdl_node_name(const std::string& array) const {
-  if (internal_bdd_node == nullptr) return "";
-  return (internal_link_type == -1 ? "not " : "") + array + "(" +
-         std::to_string(internal_bdd_node->global_id()) + ")";
 }
 
 }  // namespace kiva
