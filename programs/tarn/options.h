@@ -44,6 +44,8 @@ struct Options {
   std::string certificate;  ///< folder for what lets others check a proof; empty for none
   bool classic = false;
   bool asynchronous_reset = false;  ///< of circuits
+  bool no_comments = false;         ///< in target texts
+  std::string words;                ///< options of the command line that a text names
   bool no_finalize = false;
   bool keep_wires = false;
   bool map = false;  ///< and what keeps the wires that it names

@@ -95,6 +95,10 @@ extern const Target c_target{.option = "c",
                              .file = {.extension = ".c"},
                              .put = put_module,
                              .beside = ".h",
+                             .comment = "// ",
+                             .use =
+                                 "Call its init once, then its step for each instant. All that the "
+                                 "module keeps is in an object of yours.",
                              .bench = &bench};
 
 }  // namespace kiva
