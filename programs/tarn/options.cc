@@ -85,6 +85,8 @@ bool read_options(int argc, char** argv, Options& options,
         ->group("");  // the footer lists them closer
   app.add_flag("--async-reset", options.asynchronous_reset,
                "let circuits in VHDL and SystemVerilog reset at once, not at the clock's edge");
+  app.add_flag("--no-comments", options.no_comments,
+               "write target texts without comments that tell their source");
   app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
   app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
   app.add_flag("--states", options.states, "with these, the states that the module can reach");
@@ -183,6 +185,8 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::RequiredError(files->get_name());
     if (!options.files.empty() && options.language_server)
       throw CLI::ValidationError("--lsp", "takes no files");
+    for (int i = 1; i < argc; ++i)
+      if (std::string_view(argv[i]).starts_with("--")) options.words += ' ' + std::string(argv[i]);
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file) &&

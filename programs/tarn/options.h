@@ -49,6 +49,8 @@ struct Options {
   bool classic = false;
   std::pair<std::string, std::string> rules;  ///< of the sides of a comparison; "" as `classic`
   bool asynchronous_reset = false;            ///< of circuits
+  bool no_comments = false;                   ///< in target texts
+  std::string words;                          ///< options of the command line that a text names
   bool no_finalize = false;
   bool keep_wires = false;
   bool map = false;  ///< and what keeps the wires that it names

@@ -239,9 +239,11 @@ void StepText::put_outputs(std::ostream& out) const {
 }
 
 void StepText::put_state(std::ostream& out) const {
-  for (const StateRail& rail : text_.state())
+  for (const StateRail& rail : text_.state()) {
+    text_.put_note(out, "  // ", rail.index);
     out << "  bool " << text_.state_name(rail.index)
         << (style_.cpp ? rail.initial ? " = true" : " = false" : "") << ";\n";
+  }
   if (text_.state().empty() && !style_.cpp)
     out << "  bool nothing; /* a structure wants a field */\n";
 }
@@ -319,7 +321,9 @@ void StepText::put_lines(std::ostream& out, size_t part, const std::string& marg
       continue;
     }
     const bool is_field = parts_ > 1 || (line.index >= 0 && text_.is_output(line.index));
-    out << margin << (is_field ? "" : "const bool ") << left(line) << " = " << line.right << ";\n";
+    text_.put_note(out, margin + "// ", line.index);
+    out << broken(margin + (is_field ? "" : "const bool ") + left(line) + " = " + line.right +
+                  ";\n");
     if (line.index < 0) continue;
     if (const DataBinding* binding = text_.triggered(*equation_of.at(line.index)))
       put_value(out, *binding, margin);

@@ -97,12 +97,15 @@ const Bench bench{
 
 }  // namespace
 
-extern const Target systemc_target{.option = "systemc",
-                                   .help = "SystemC, _sc.cpp and _sc.h",
-                                   .file = {.extension = "_sc.cpp"},
-                                   .put = put_module,
-                                   .beside = "_sc.h",
-                                   .bench = &bench};
+extern const Target systemc_target{
+    .option = "systemc",
+    .help = "SystemC, _sc.cpp and _sc.h",
+    .file = {.extension = "_sc.cpp"},
+    .put = put_module,
+    .beside = "_sc.h",
+    .comment = "// ",
+    .use = "An instant at each rise of clk, in which the outputs are given.",
+    .bench = &bench};
 
 // A boolean automaton.
 
