@@ -42,8 +42,6 @@ class ScaledStyle : public QProxyStyle {
     switch (metric) {
       case PM_ScrollBarExtent:
       case PM_ScrollBarSliderMin:
-      case PM_SplitterWidth:
-      case PM_DockWidgetSeparatorExtent:
       case PM_SliderLength:
       case PM_TreeViewIndentation:
         return WindowLook::current().px(told);

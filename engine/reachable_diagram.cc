@@ -25,7 +25,7 @@ const TargetText::Language plain{.shape = {.target = "diagram"}, .names_module =
 TargetRules untold() {
   TargetRules rules = TargetRules::working();
   rules.untold = true;
-  rules.names = rules.needed_only = rules.complete = false;
+  rules.names = rules.needed_only = rules.complete = rules.folded = false;
   return rules;
 }
 

@@ -71,7 +71,7 @@ TEST_F(Look, NoScaleCutsAWord) {
           widget->grab().save(QString("%1/look-%2-%3.png").arg(KIVA_PICTURES, picture).arg(scale)));
   }
   EXPECT_EQ(inputs()->pos(), inputs_at.topLeft()) << "scale 1 is as told";
-  EXPECT_NEAR(inputs()->width(), inputs_at.width(), 2);
+  EXPECT_NEAR(inputs()->width(), inputs_at.width(), 6) << "docks share what larger bars needed";
 }
 
 TEST(CutName, TellsTheNamesApartAndFits) {
