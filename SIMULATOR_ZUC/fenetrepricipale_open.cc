@@ -18,6 +18,7 @@
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/recovery.h"
 #include "SIMULATOR_ZUC/scope/scope_window.h"
+#include "SIMULATOR_ZUC/state_folder.h"
 
 namespace kiva {
 
@@ -27,7 +28,7 @@ constexpr int most_recent = 8;
 const char* const recent_key = "recent";
 
 void remember(const QString& name) {
-  QSettings settings;
+  QSettings settings(state_file(), QSettings::IniFormat);
   QStringList recent = settings.value(recent_key).toStringList();
   const QString path = QFileInfo(name).absoluteFilePath();
   recent.removeAll(path);
@@ -134,7 +135,8 @@ void FenPrincipale::ask_open() {
 
 void FenPrincipale::fill_recent_menu() {
   recent_menu->clear();
-  for (const QString& name : QSettings().value(recent_key).toStringList())
+  const QSettings settings(state_file(), QSettings::IniFormat);
+  for (const QString& name : settings.value(recent_key).toStringList())
     recent_menu->addAction(name, this, [this, name] { open_file(name); });
   recent_menu->setEnabled(!recent_menu->isEmpty());
 }

@@ -56,6 +56,16 @@ const Target* bench_target(const std::string& option) {
   throw CLI::ValidationError("--bench", "\"" + option + "\" is none of:" + names);
 }
 
+void check_comparison(Options& options) {
+  const bool by_rules = !options.rules.first.empty();
+  if (by_rules && !options.equiv) throw CLI::ValidationError("--rules", "goes with --equiv");
+  if (by_rules && !std::ranges::all_of(options.files, is_source))
+    throw CLI::ValidationError("--rules", "is for source text");
+  if (by_rules && options.files.size() == 1) options.files.push_back(options.files.front());
+  if (options.equiv && options.files.size() != 2)
+    throw CLI::ValidationError("--equiv", "compares two modules");
+}
+
 }  // namespace
 
 bool read_options(int argc, char** argv, Options& options,
@@ -75,6 +85,8 @@ bool read_options(int argc, char** argv, Options& options,
         ->group("");  // the footer lists them closer
   app.add_flag("--async-reset", options.asynchronous_reset,
                "let circuits in VHDL and SystemVerilog reset at once, not at the clock's edge");
+  app.add_flag("--no-comments", options.no_comments,
+               "write target texts without comments that tell their source");
   app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
   app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
   app.add_flag("--states", options.states, "with these, the states that the module can reach");
@@ -90,6 +102,11 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--equiv", options.equiv,
                "do two modules give the same outputs, whatever their inputs? If not, print "
                "stimuli that tell them apart, and exit with 1");
+  app.add_option("--rules", options.rules,
+                 "FIRST SECOND: with --equiv, compile the first module by the rules sound or "
+                 "classic, the second by the others; of one source file, tells which statement "
+                 "does something else")
+      ->check(CLI::IsMember({"sound", "classic"}));
   app.add_option("--eval", options.eval,
                  "print an expression over the signals of a compiled module as a sum of products "
                  "over inputs and registers")
@@ -133,6 +150,8 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--in-place", options.in_place, "write onto a file that is read here, if need be");
   app.add_option("--log", options.log, "file for what the reader did with compiled modules")
       ->type_name("FILE");
+  app.add_option("--sarif", options.sarif, "file for errors and warnings in SARIF 2.1.0")
+      ->type_name("FILE");
   app.add_flag("--classic", options.classic,
                "compile by the classic rules, write classic target texts");
   app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");
@@ -166,6 +185,8 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::RequiredError(files->get_name());
     if (!options.files.empty() && options.language_server)
       throw CLI::ValidationError("--lsp", "takes no files");
+    for (int i = 1; i < argc; ++i)
+      if (std::string_view(argv[i]).starts_with("--")) options.words += ' ' + std::string(argv[i]);
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file) &&
@@ -181,8 +202,7 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--fmt", "lays source text (.zu) out");
     if (options.check_targets && options.files.size() != 1)
       throw CLI::ValidationError("--check-targets", "wants one file");
-    if (options.equiv && options.files.size() != 2)
-      throw CLI::ValidationError("--equiv", "compares two modules");
+    check_comparison(options);
     if (app.count("--eval") > 0 && (!compiled || options.files.size() != 1 || options.equiv))
       throw CLI::ValidationError("--eval", "wants one compiled module (.zuc)");
     if (app.count("--eval") > 0 && options.eval.empty())

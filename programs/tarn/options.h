@@ -22,6 +22,7 @@ struct Options {
   std::string folder = ".";
   std::string output;
   std::string log;                ///< file of the readers' traces; empty for none
+  std::string sarif;              ///< file for what was complained about; "" for none
   std::ostream* trace = nullptr;  ///< that file, once it is open
   bool in_place = false;          ///< what is read may be overwritten
   bool zuc = false;
@@ -46,7 +47,10 @@ struct Options {
   double limit = 60;        ///< seconds for each proof
   std::string certificate;  ///< folder for what lets others check a proof; empty for none
   bool classic = false;
-  bool asynchronous_reset = false;  ///< of circuits
+  std::pair<std::string, std::string> rules;  ///< of the sides of a comparison; "" as `classic`
+  bool asynchronous_reset = false;            ///< of circuits
+  bool no_comments = false;                   ///< in target texts
+  std::string words;                          ///< options of the command line that a text names
   bool no_finalize = false;
   bool keep_wires = false;
   bool map = false;  ///< and what keeps the wires that it names
