@@ -78,7 +78,7 @@ void SourceWatch::finished() {
   } else {
     for (const QString& line : errors.split('\n'))
       if (told_.isEmpty() && line.contains(": error: ")) told_ = line;
-    if (told_.isEmpty()) told_ = tr("%1: %2").arg(compiler_.program(), compiler_.errorString());
+    if (told_.isEmpty()) told_ = compiler_.program() + ": " + compiler_.errorString();
     Q_EMIT refused();
   }
   look();  // what has been saved meanwhile

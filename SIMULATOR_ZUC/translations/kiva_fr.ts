@@ -341,8 +341,8 @@
         <translation>Ouvrir</translation>
     </message>
     <message>
-        <source>Compiled modules (*.zuc)</source>
-        <translation>Modules compilés (*.zuc)</translation>
+        <source>Modules (*.zu *.zuc)</source>
+        <translation>Modules (*.zu *.zuc)</translation>
     </message>
     <message>
         <source>The run of %1 is not saved. Save it as a session?</source>

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "base/whole_file.h"
+#include "programs/console/debug_adapter.h"
 #include "programs/console/run.h"
 #include "programs/report.h"
 #include "programs/reporter.h"
@@ -42,6 +43,7 @@ int main(int argc, char** argv) {
     programs::Reporter reporter(console::program);
     const programs::ProgramSession session(&reporter);
     SessionFiles::current().trace = log.stream();
+    if (options.debugger) return console::serve_debugger();
     const int status =
         options.output.empty() ? console::run(options, std::cout).status : run_to_file(options);
     return log.finish() ? status : std::max(status, programs::unusable);

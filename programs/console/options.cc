@@ -79,7 +79,8 @@ const programs::CommandNotes& notes() {
 
 int read_options(int argc, char** argv, Options& options) {
   CLI::App app{"Runs a compiled module over stimuli and writes the trace.", "kiva-console"};
-  app.add_option("MODULE", options.module, "module to run (.zuc)")->type_name("FILE")->required();
+  CLI::Option* const module =
+      app.add_option("MODULE", options.module, "module to run (.zuc)")->type_name("FILE");
   app.add_option("STIMULI", options.stimuli,
                  "one line an instant; standard input when missing or \"-\"")
       ->type_name("FILE");
@@ -102,10 +103,16 @@ int read_options(int argc, char** argv, Options& options) {
       ->check(CLI::Range(0.001, 86400.0));
   add_runs(app, options);
   add_looks(app, options);
+  app.add_flag("--dap", options.debugger,
+               "serve a debugger over standard input and output (Debug Adapter Protocol)");
   programs::add_pages(app, notes());
   app.footer(programs::example_lines(notes()));
   try {
     app.parse(argc, argv);
+    if (options.module.empty() != options.debugger) {
+      if (!options.debugger) throw CLI::RequiredError(module->get_name());
+      throw CLI::ValidationError("--dap", "is told the module by the debugger");
+    }
     if (options.random > 0 && options.stimuli != "-")
       throw CLI::ValidationError("--random", "takes the place of stimuli");
     if (options.update && options.stimuli == "-")

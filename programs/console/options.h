@@ -17,6 +17,8 @@ struct Options {
   std::pair<std::string, std::string> server;  ///< host and port; empty for none
   double time_out = 5;                         ///< of the server, in seconds
 
+  bool debugger = false;  ///< serve one
+
   // In place of stimuli.
   long random = 0;  ///< instants to draw; 0 for none
   programs::RandomOptions drawn;

@@ -15,7 +15,8 @@ const programs::CommandNotes& manual_notes() {
         {"tarn --bench c lamp.stimuli lamp.zu", "writes it with a main that checks it"},
         {"tarn --equiv old.zuc new.zuc", "tells whether two modules do the same"},
         {"tarn --never 'green and walk' crossing.zu", "proves that it cannot be, or shows how"},
-        {"tarn --eval 'on and not off' lamp.zuc", "shows what an expression is made of"}};
+        {"tarn --eval 'on and not off' lamp.zuc", "shows what an expression is made of"},
+        {"tarn --fmt *.zu", "lays source texts out"}};
     notes.statuses = programs::common_statuses();
     notes.statuses[1].second += " A property or an equivalence does not hold.";
     notes.statuses[2].second += " Or the modules cannot be compared.";
