@@ -232,6 +232,10 @@ std::string fish_completion(const std::string& command, const std::vector<Row>& 
 
 }  // namespace
 
+std::string version() {
+  return KIVA_VERSION;
+}
+
 CommandNotes::Rows common_statuses() {
   return {{"0", "All was done."},
           {"1", "A file or module cannot be used, or something cannot be written."},

@@ -21,6 +21,8 @@ struct CommandNotes {
   std::vector<std::string> see_also;  ///< other commands
 };
 
+/// Of all programs: "0.1.0".
+std::string version();
 /// The exit statuses that every program has.
 CommandNotes::Rows common_statuses();
 /// Examples as the foot of a help text.

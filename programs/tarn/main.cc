@@ -1,11 +1,15 @@
 // The compiler from the command line: source text to compiled modules, and compiled modules to
 // other text.
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <iostream>
 #include <optional>
 #include <set>
 
+#include "language/server.h"
+#include "programs/sarif.h"
 #include "programs/tarn/check_targets.h"
 #include "programs/tarn/compare.h"
 #include "programs/tarn/cover.h"
@@ -64,10 +68,13 @@ int main(int argc, char** argv) {
     if (!log.good()) return unusable;
     options.trace = log.stream();
     const programs::ToldText told(options.verbose);
+    programs::Sarif sarif("tarn", options.sarif);
     Messages messages(options.presenter.get());
+    if (options.language_server) return language::Server(STDIN_FILENO, STDOUT_FILENO).run();
     if (options.print_names) return put_names(options.files, std::cout), 0;
     for (const std::string& word : options.warnings) messages.choose(word);
     status = work(options, messages);
-    return log.finish() ? status : std::max(status, unusable);
+    const bool written = sarif.finish();
+    return log.finish() && written ? status : std::max(status, unusable);
   });
 }

@@ -72,11 +72,10 @@ bool read_options(int argc, char** argv, Options& options,
                   int& status) {  // house: a line an option
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
                "tarn"};
-  app.add_option(
-         "FILE", options.files,
-         "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
-         "beside source text, what its runs call")
-      ->required();
+  CLI::Option* const files = app.add_option(
+      "FILE", options.files,
+      "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
+      "beside source text, what its runs call");
   app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
   for (const Target& target : targets())
@@ -86,6 +85,8 @@ bool read_options(int argc, char** argv, Options& options,
         ->group("");  // the footer lists them closer
   app.add_flag("--async-reset", options.asynchronous_reset,
                "let circuits in VHDL and SystemVerilog reset at once, not at the clock's edge");
+  app.add_flag("--no-comments", options.no_comments,
+               "write target texts without comments that tell their source");
   app.add_flag("--dot", options.dot, "write the automata of MODULE for Graphviz, MODULE.dot");
   app.add_flag("--svg", options.svg, "draw the automata of MODULE, MODULE.svg");
   app.add_flag("--states", options.states, "with these, the states that the module can reach");
@@ -149,6 +150,8 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--in-place", options.in_place, "write onto a file that is read here, if need be");
   app.add_option("--log", options.log, "file for what the reader did with compiled modules")
       ->type_name("FILE");
+  app.add_option("--sarif", options.sarif, "file for errors and warnings in SARIF 2.1.0")
+      ->type_name("FILE");
   app.add_flag("--classic", options.classic,
                "compile by the classic rules, write classic target texts");
   app.add_flag("--no-finalize", options.no_finalize, "leave the module as compiled");
@@ -171,11 +174,19 @@ bool read_options(int argc, char** argv, Options& options,
       ->take_all()
       ->allow_extra_args(false)
       ->check(CLI::Validator(wrong_word, "", ""));
+  app.add_flag("--lsp", options.language_server,
+               "serve an editor over standard input and output (Language Server Protocol)");
   app.add_flag("--print-names", options.print_names)->group("");  // for completion
   programs::add_pages(app, manual_notes());
   app.footer(target_list() + "\n" + programs::example_lines(manual_notes()));
   try {
     app.parse(argc, argv);
+    if (options.files.empty() && !options.language_server)
+      throw CLI::RequiredError(files->get_name());
+    if (!options.files.empty() && options.language_server)
+      throw CLI::ValidationError("--lsp", "takes no files");
+    for (int i = 1; i < argc; ++i)
+      if (std::string_view(argv[i]).starts_with("--")) options.words += ' ' + std::string(argv[i]);
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
       if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file) &&

@@ -7,6 +7,7 @@
 #include "base/whole_file.h"
 #include "programs/tarn/bench.h"
 #include "programs/tarn/draw.h"
+#include "programs/tarn/notes.h"
 #include "programs/tarn/read_module.h"
 #include "programs/tarn/stages.h"
 #include "tarn/model/compilation.h"
@@ -184,9 +185,28 @@ bool Translation::write_compiled(Module* module) {
   return read.module != nullptr || fail(read.where, read.reason);
 }
 
+namespace {
+
+/// The session's texts tell these notes as long as it lives.
+class NotesForTexts {
+ public:
+  explicit NotesForTexts(SourceNotes notes) : notes_(std::move(notes)) {
+    Compilation::target_rules().notes = &notes_;
+  }
+  ~NotesForTexts() { Compilation::target_rules().notes = nullptr; }
+  NotesForTexts(const NotesForTexts&) = delete;
+  NotesForTexts& operator=(const NotesForTexts&) = delete;
+
+ private:
+  SourceNotes notes_;
+};
+
+}  // namespace
+
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
   const bool zuc = options_.zuc || !options_.writes_other_text();
+  const NotesForTexts notes(source_notes(module, file_, options_));
   if (zuc && !write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;
@@ -285,6 +305,7 @@ void choose(Options& options) {
   Compilation::target_rules() = options.classic ? TargetRules::told() : TargetRules::working();
   Compilation::target_rules().files = true;  // -d and -o hold for every text
   Compilation::target_rules().asynchronous_reset = options.asynchronous_reset;
+  if (options.no_comments) Compilation::target_rules().comments = false;
   Compilation::KeepWiresFlag() = options.keep_wires || options.map;
   Compilation::MapFlag() = options.map;
   Compilation::ForgetLocalsNameFlag() = options.forget_locals;

@@ -28,7 +28,7 @@ TEST(Documents, WorkingTexts) {
   const TargetCase test = named_case("toggle.zuc");
   test.write("--doc");
   expect_told("toggle_working.txt", read_text(test.file("toggle.txt")));
-  test.write("--latex");
+  test.write("--no-comments --latex");
   expect_told("toggle_working.tex", read_text(test.file("toggle.tex")));
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <fstream>
 #include <sstream>
 
@@ -179,6 +180,32 @@ TEST_F(Printing, ChangedNamesAreTold) {
     const std::string told = test.write(option);
     for (const std::string& line : lines)
       EXPECT_NE(told.find(line), std::string::npos) << line << '\n' << told;
+  }
+}
+
+TEST(Comments, TellWhereInTheSourceThingsStand) {
+  const TempDir dir;
+  const auto text = [&](const std::string& file, const std::string& options) {
+    run_tool(KIVA_PROGRAMS "/tarn -q " + options +
+                 " " KIVA_SOURCE
+                 "/examples/watchdog/watchdog.zu && "
+                 "sed -i '/^[^ ]* Written by/d' " +
+                 file,
+             dir.path());
+    return read_text(dir.file(file));
+  };
+  for (const auto& [file, option, comment] :
+       std::vector<std::array<std::string, 3>>{{"watchdog.c", "--c", "// "},
+                                               {"watchdog.py", "--python", "# "},
+                                               {"watchdog.sv", "--verilog", "// "},
+                                               {"watchdog.vhdl", "--vhdl", "-- "}}) {
+    const std::string told = text(file, option);
+    EXPECT_TRUE(told.starts_with(comment + "The module watchdog, from watchdog.zu, FNV-1a "))
+        << told;
+    EXPECT_NE(told.find(comment + "watchdog.zu:12 wait 3 tick\n"), std::string::npos) << told;
+    EXPECT_NE(told.find("active_12_1"), std::string::npos) << told;
+    EXPECT_EQ(text(file, option), told);
+    EXPECT_EQ(text(file, "--no-comments " + option).find(comment + "watchdog"), std::string::npos);
   }
 }
 

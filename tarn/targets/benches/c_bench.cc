@@ -1,5 +1,5 @@
-// Benches of C and SystemC: a table of instants, functions that give the values of valued inputs,
-// and one that runs an instant. In SystemC a process runs it on each rise of a clock.
+// The bench of C's functions: a table of instants, functions that give the values of valued inputs,
+// and one that runs an instant.
 
 #include <cstdlib>
 #include <ostream>
@@ -170,29 +170,6 @@ void put_c_bench(const BenchJob& job, std::ostream& out) {
   out << "int main(void)\n{\n  int instant;\n  for (instant = 0; instant < " << bench.count()
       << "; ++instant) " << job.name << "_instant(instant);\n"
       << verdict(job.name, bench.count(), "  ") << "}\n";
-}
-
-std::string systemc_bench_run(const BenchJob& job) {
-  return "touch " + job.text.module()->getName() + "_typedecl.h && g++ -std=c++17 -o " + job.name +
-         ' ' + job.name + ".cpp " + job.file +
-         " -lsystemc && SYSTEMC_DISABLE_COPYRIGHT_MESSAGE=1 ./" + job.name;
-}
-
-void put_systemc_bench(const BenchJob& job, std::ostream& out) {
-  out << bench_comment(job, "// ", "") << "#include <systemc.h>\n#include <cmath>\n"
-      << "#include <cstdio>\n#include \"" << job.beside << "\"\n\n";
-  const CBench bench(job, out);
-  bench.put();
-  const std::string& m = job.name;
-  out << "struct " << m << "_model : sc_module {\n  sc_in<bool> clk;\n  int instant = 0;\n"
-      << "  SC_HAS_PROCESS(" << m << "_model);\n  explicit " << m
-      << "_model(sc_module_name name) : sc_module(name) {\n    SC_METHOD(react);\n"
-      << "    sensitive << clk.pos();\n    dont_initialize();\n  }\n  void react() { " << m
-      << "_instant(instant++); }\n};\n\nint sc_main(int, char**) {\n  sc_signal<bool> clk;\n  " << m
-      << "_model model(\"" << m << "\");\n  model.clk(clk);\n  sc_start(SC_ZERO_TIME);\n"
-      << "  for (int edge = 0; edge < 2 * " << bench.count()
-      << "; ++edge) {\n    clk = edge % 2 == 0;\n    sc_start(10, SC_NS);\n  }\n"
-      << verdict(m, bench.count(), "  ") << "}\n";
 }
 
 }  // namespace kiva

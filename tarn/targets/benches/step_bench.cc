@@ -1,5 +1,5 @@
-// Benches of languages in which a module is an object with a step: C and C++. They run the instants
-// twice, the second time with a fresh object.
+// Benches of languages in which a module is an object: C and C++, with a step, and SystemC, with
+// ports. They run the instants twice, the second time with a fresh object or behind a reset.
 
 #include <ostream>
 
@@ -11,10 +11,12 @@ namespace kiva {
 
 namespace {
 
+enum class Kind { c, cpp, systemc };
+
 class StepBench {
  public:
-  StepBench(const BenchJob& job, std::ostream& out, bool cpp)
-      : job_(job), text_(job.text), m_(job.text.module_name()), out_(out), cpp_(cpp) {}
+  StepBench(const BenchJob& job, std::ostream& out, Kind kind)
+      : job_(job), text_(job.text), m_(job.text.module_name()), out_(out), kind_(kind) {}
 
   void put() const {
     out_ << bench_comment(job_, "// ", "") << "#include <stdio.h>\n#include \"" << job_.beside
@@ -30,17 +32,28 @@ class StepBench {
            "  if (apart <= 1e-4 * (1 + (is < 0 ? -is : is))) return;\n  ++faults;\n"
            "  printf(\"instant %d: expected %s=%g, is %g\\n\", instant, name, awaited, is);\n"
            "}\n\n";
+    if (kind_ == Kind::systemc) put_ports();
     put_instants();
     put_main();
   }
 
  private:
-  std::string type(const char* part) const { return m_ + (cpp_ ? "::" : "_") + part; }
+  std::string type(const char* part) const { return m_ + (kind_ == Kind::cpp ? "::" : "_") + part; }
+
+  /// What an instant's lines need in front of them.
+  std::string start() const {
+    if (kind_ == Kind::systemc) return "static void run(Ports &in, Ports &out)\n{\n";
+    return "static void run(void)\n{\n  " + (kind_ == Kind::cpp ? m_ : type("t")) + " m;\n  " +
+           type("in") + " in;\n  " + type("out") + " out;\n" +
+           (kind_ == Kind::cpp ? "" : "  " + m_ + "_init(&m);\n");
+  }
+  std::string step() const {
+    if (kind_ == Kind::systemc) return "  pulse(in);\n";
+    return kind_ == Kind::cpp ? "  out = m.step(in);\n" : "  " + m_ + "_step(&m, &in, &out);\n";
+  }
 
   void put_instants() const {
-    out_ << "static void run(void)\n{\n  " << (cpp_ ? m_ : type("t")) << " m;\n  " << type("in")
-         << " in;\n  " << type("out") << " out;\n"
-         << (cpp_ ? "" : "  " + m_ + "_init(&m);\n");
+    out_ << start();
     for (size_t n = 0; n < job_.instants.size(); ++n) put_instant(n);
     out_ << "}\n\n";
   }
@@ -48,7 +61,7 @@ class StepBench {
   void put_instant(size_t n) const {
     const BenchInstant& instant = job_.instants[n];
     const std::string given = job_.given(instant), awaited = job_.awaited(instant, '-');
-    out_ << (cpp_ ? "  in = {};\n" : "");
+    out_ << (kind_ == Kind::cpp ? "  in = {};\n" : "");
     size_t i = 0;
     for (long index : text_.input_rails())
       out_ << "  in." << text_.name(index) << " = " << (given[i++] == '1' ? "true" : "false")
@@ -61,7 +74,7 @@ class StepBench {
         out_ << "  in." << text_.value_name(input) << " = " << value_literal(type, at->second)
              << ";\n";
     }
-    out_ << (cpp_ ? "  out = m.step(in);\n" : "  " + m_ + "_step(&m, &in, &out);\n");
+    out_ << step();
     size_t o = 0;
     for (long index : text_.output_rails()) {
       if (awaited[o] != '-')
@@ -76,17 +89,45 @@ class StepBench {
              << text_.value_name(output) << ", " << at->second << ");\n";
   }
 
+  void put_port(const std::string& type, const std::string& name) const {
+    out_ << "  sc_core::sc_signal<" << type << "> " << name << ";\n";
+  }
+
+  /// A signal for each port, bound to it.
+  void put_ports() const {
+    std::vector<std::string> names{"clk", "rst"};
+    out_ << "struct Ports {\n  " << m_ << " dut_{\"dut\"};\n";
+    for (const auto& rails : {text_.input_rails(), text_.output_rails()})
+      for (long index : rails) names.push_back(text_.name(index));
+    for (const std::string& name : names) put_port("bool", name);
+    for (const auto& signals : {text_.inputs(), text_.outputs()})
+      for (const Signal* signal : signals)
+        if (text_.is_valued(signal)) {
+          const std::string type = text_.type(signal);
+          names.push_back(text_.value_name(signal));
+          put_port(type == "string" ? "std::string" : StepText::type_text(type), names.back());
+        }
+    out_ << "  Ports() {\n";
+    for (const std::string& name : names) out_ << "    dut_." << name << '(' << name << ");\n";
+    out_ << "  }\n};\n\nstatic void pulse(Ports &p)\n{\n  p.clk = true;\n"
+            "  sc_core::sc_start(1, sc_core::SC_NS);\n  p.clk = false;\n"
+            "  sc_core::sc_start(1, sc_core::SC_NS);\n}\n\n";
+  }
+
   void put_main() const {
-    out_ << "int main(void)\n{\n  run();\n  if (faults == 0) run(); // and again\n"
-         << "  if (faults == 0) printf(\"" << job_.instants.size() << " instants agree\\n\");\n"
-         << "  (void)check_value;\n  return faults == 0 ? 0 : 1;\n}\n";
+    const bool ports = kind_ == Kind::systemc;
+    out_ << (ports ? "int sc_main(int, char **)\n{\n  Ports p;\n  run(p, p);\n"
+                     "  p.rst = true;\n  pulse(p);\n  p.rst = false;\n  if (faults == 0) run(p, p);"
+                   : "int main(void)\n{\n  run();\n  if (faults == 0) run();")
+         << " // and again\n  if (faults == 0) printf(\"" << job_.instants.size()
+         << " instants agree\\n\");\n  (void)check_value;\n  return faults == 0 ? 0 : 1;\n}\n";
   }
 
   const BenchJob& job_;
   const TargetText& text_;
   const std::string& m_;
   std::ostream& out_;
-  bool cpp_;
+  Kind kind_;
 };
 
 }  // namespace
@@ -96,7 +137,7 @@ std::string c_step_bench_run(const BenchJob& job) {
 }
 
 void put_c_step_bench(const BenchJob& job, std::ostream& out) {
-  StepBench(job, out, false).put();
+  StepBench(job, out, Kind::c).put();
 }
 
 std::string cpp_bench_run(const BenchJob& job) {
@@ -104,7 +145,16 @@ std::string cpp_bench_run(const BenchJob& job) {
 }
 
 void put_cpp_bench(const BenchJob& job, std::ostream& out) {
-  StepBench(job, out, true).put();
+  StepBench(job, out, Kind::cpp).put();
+}
+
+std::string systemc_bench_run(const BenchJob& job) {
+  return "g++ -std=c++17 -o " + job.name + ' ' + job.name + ".cpp " + job.file +
+         " -lsystemc && SYSTEMC_DISABLE_COPYRIGHT_MESSAGE=1 ./" + job.name;
+}
+
+void put_systemc_bench(const BenchJob& job, std::ostream& out) {
+  StepBench(job, out, Kind::systemc).put();
 }
 
 }  // namespace kiva

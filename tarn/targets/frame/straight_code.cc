@@ -1,21 +1,28 @@
-// Expressions of diagrams. First it is counted how often each node and each variable is mentioned;
-// then each equation is written from its leaves, in both polarities, since it is the reader that
-// knows which one it wants. A function that is mentioned twice, or is as long as a line, becomes a
-// line; its readers have its name.
+// Expressions of diagrams. A function of few products is their sum, factored. Of others it is
+// counted how often each node and each variable is mentioned; then each equation is written from
+// its leaves, in both polarities, since it is the reader that knows which one it wants. A function
+// that is mentioned twice, or is as long as a line, becomes a line; its readers have its name.
 
 #include "tarn/targets/frame/straight_code.h"
 
+#include <algorithm>
+#include <map>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "base/graph_walk.h"
+#include "bdd/literal_list.h"
+#include "tarn/targets/frame/sum_text.h"
 
 namespace kiva {
 
 namespace {
 
-constexpr int longest = 8;      ///< operands of a line
-constexpr int most_inline = 4;  ///< operands of an equation that stands where it is read
+constexpr int longest = 8;          ///< operands of a line
+constexpr long most_products = 12;  ///< of a sum that is factored
+constexpr int most_factored = 16;   ///< operands of it
+constexpr int most_inline = 4;      ///< operands of an equation that stands where it is read
 
 /// What is above all else in an expression.
 enum class Kind { atom, not_atom, conjunction, disjunction, comparison };
@@ -137,6 +144,64 @@ class StraightCode {
             either(both(x.plain, t.complement), both(x.complement, e.complement))};
   }
 
+  using Product =
+      std::vector<int>;  ///< codes of literals: twice an index, 1 more where it is plain
+
+  Both conjunction(const Both& a, const Both& b) const {
+    return {both(a.plain, b.plain), either(a.complement, b.complement)};
+  }
+  Both disjunction(const Both& a, const Both& b) const {
+    return {either(a.plain, b.plain), both(a.complement, b.complement)};
+  }
+
+  /// The sum of products, none of them empty, with what several have in common in front of them.
+  Both factored(std::vector<Product> sum) const {
+    std::map<int, size_t> counts;
+    for (const Product& product : sum)
+      for (int code : product) ++counts[code];
+    const int common =
+        std::ranges::max_element(counts, {}, &std::pair<const int, size_t>::second)->first;
+    std::vector<Product> with, without;
+    for (Product& product : sum) {
+      const bool has = std::erase(product, common) > 0;
+      (has ? with : without).push_back(std::move(product));
+    }
+    Both f = variable(common / 2).turned(common % 2 == 0);
+    // Where one product is the common literal alone, it takes in the others.
+    if (std::ranges::none_of(with, &Product::empty)) f = conjunction(f, factored(std::move(with)));
+    return without.empty() ? f : disjunction(f, factored(std::move(without)));
+  }
+
+  /// The function as a factored sum, if that is short.
+  std::optional<Both> factored(const bdd& f) const {
+    bddpp_manager& m = *text_.manager();
+    if (m.Bdd_is_tautology(f) || known_.contains(f.node()) || compares(f) ||
+        count_products(f, 4 * most_products) >= 4 * most_products)
+      return std::nullopt;
+    std::vector<Product> sum;
+    for (const bdd& product : m.Bdd_sop(f, 1)) {
+      const auto literals = literals_of(m, product);
+      sum.emplace_back(literals.begin(), literals.end());
+    }
+    if (sum.size() > most_products) return std::nullopt;
+    const Both both = factored(std::move(sum));
+    return both.plain.size > most_factored ? std::nullopt : std::optional(both);
+  }
+
+  /// Nodes say that two things are the same or differ in fewer words.
+  bool compares(const bdd& f) const {
+    bool found = false;
+    std::unordered_set<Node> met{one_};
+    walk_from(
+        std::vector<Node>{f.node()}, [&](Node n) { return met.insert(n).second; },
+        [&](Node n, auto more) {
+          found = found || (is_comparison(n) && !is_literal(n));
+          more(n->then_node());
+          more(n->else_node());
+        });
+    return found;
+  }
+
   /// Expressions of the nodes from `root` down; shared and long ones but the root's get lines.
   void take(bdd_node* root) {
     walk_from_below(
@@ -162,10 +227,12 @@ class StraightCode {
       lines_.push_back({.index = equation.index, .equation = &equation});
       return;
     }
-    take(equation.f.node());
     const bool negated = equation.f.link_type() == -1;
-    const Both f =
-        (equation.f.node() == one_ ? constant() : known_.at(equation.f.node())).turned(negated);
+    const std::optional<Both> sum = factored(equation.f);
+    if (!sum) take(equation.f.node());
+    const Both f = sum ? *sum
+                       : (equation.f.node() == one_ ? constant() : known_.at(equation.f.node()))
+                             .turned(negated);
     const bool wanted = named_.contains(equation.index);
     if (!wanted &&
         (f.plain.size <= 1 || (mentions_[equation.index] <= 1 && f.plain.size <= most_inline))) {
@@ -175,7 +242,7 @@ class StraightCode {
     lines_.push_back({.index = equation.index, .right = f.plain.text});
     // Whoever reads the node from here on reads the variable.
     if (f.plain.size > 1)
-      known_.at(equation.f.node()) = atom(texts_.read(equation.index)).turned(negated);
+      known_[equation.f.node()] = atom(texts_.read(equation.index)).turned(negated);
   }
 
   const TargetText& text_;

@@ -11,6 +11,7 @@
 #include "forms/forms.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/targets/frame/source_notes.h"
 
 namespace kiva {
 
@@ -41,6 +42,34 @@ void show(const std::string& path, const char* title) {
   OFD_afficheur(text, path, title);
 }
 
+/// What a reader wants to know of the text before its first line.
+void put_head(std::ostream& out, const Target& target, const Module& module,
+              const TargetRules& rules) {
+  const auto list = [&](const char* title, const signal_list& signals) {
+    std::string line = std::string(target.comment) + title;
+    const char* separator = " ";
+    for (const Signal* signal : signals) {
+      if (line.size() + signal->getOriginalName().size() > 96) {
+        out << line << separator[0] << '\n';
+        line = std::string(target.comment) + "  ";
+        separator = "";
+      }
+      line += separator + signal->getOriginalName();
+      separator = ", ";
+    }
+    out << line << (signals.empty() ? " none\n" : "\n");
+  };
+  out << target.comment << "The module " << module.getName();
+  if (rules.notes != nullptr)
+    out << ", from " << rules.notes->from << '\n'
+        << target.comment << "Written by " << rules.notes->made;
+  out << '\n';
+  list("Inputs:", module.getInputSignalList());
+  list("Outputs:", module.getOutputSignalList());
+  if (target.use != nullptr) out << target.comment << target.use << '\n';
+  out << '\n';
+}
+
 }  // namespace
 
 void print_target(const Target& target, Module* module) {
@@ -51,6 +80,8 @@ void print_target(const Target& target, Module* module) {
   if (rules.real_header && paths.size() > 1)
     beside_name = std::filesystem::path(paths[1]).filename().string();
   std::vector<TextStream> texts(2);
+  if (rules.own && rules.comments && target.comment != nullptr)
+    for (TextStream& text : texts) put_head(text, target, *module, rules);
   target.put({target, module, rules, texts[0], texts[1], beside_name});
   for (size_t i = 0; i < paths.size(); ++i)
     write_print_file(paths[i], texts[i].str(), target.file, rules);

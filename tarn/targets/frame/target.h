@@ -38,6 +38,10 @@ struct Target {
   bool finalises = false;
   /// Title of the message window that shows the file once it is written; null for none.
   const char* shown_as = nullptr;
+  /// What a line of comment begins with; null for a text without a head.
+  const char* comment = nullptr;
+  /// Of a comment: how the text is used.
+  const char* use = nullptr;
   /// How the text is proved in the target's own tools; null where it cannot be run.
   const Bench* bench = nullptr;
 

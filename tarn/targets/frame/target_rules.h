@@ -2,6 +2,8 @@
 
 namespace kiva {
 
+struct SourceNotes;
+
 /// How target texts are written. Each rule has a told form (false), the text as it was given once,
 /// and a working form (true), which the target's tools take and which runs as the simulator does.
 /// Here stand the rules of several languages; what one alone has stands in its file and follows
@@ -49,6 +51,10 @@ struct TargetRules {
   bool quiet = false;
   /// What is renamed or added is not told: a text beside this one has told it.
   bool untold = false;
+  /// Texts tell in comments what they are and where in the source it stands.
+  bool comments = false;
+  /// What is known of the module's source; null for nothing.
+  const SourceNotes* notes = nullptr;
   /// Circuits take their reset without the clock; else at its edge.
   bool asynchronous_reset = false;
 
@@ -59,7 +65,7 @@ struct TargetRules {
     rules.folded = true;
     rules.both_rails = rules.files = rules.real_header = true;
     rules.data_tests = rules.data_triggers = rules.brackets = true;
-    rules.refuse_large_sums = rules.proper_lists = rules.quiet = true;
+    rules.refuse_large_sums = rules.proper_lists = rules.quiet = rules.comments = true;
     return rules;
   }
   /// Of a language that has no told form, beside others in these rules.
@@ -67,6 +73,8 @@ struct TargetRules {
     TargetRules rules = working();
     rules.untold = untold;
     rules.asynchronous_reset = asynchronous_reset;
+    rules.comments = comments;
+    rules.notes = notes;
     return rules;
   }
 };

@@ -336,7 +336,12 @@ std::string TargetText::wanted_name(long index) const {
     return name.starts_with('_') && !language_.shape.may_begin_with_underscore ? name.substr(1)
                                                                                : name;
   // A module that was read again bears the names of one that has just been finalised.
-  if (auto at = original_names_.find(index); at != original_names_.end()) name = at->second;
+  if (auto at = original_names_.find(index); at != original_names_.end())
+    name = at->second;
+  else if (const SourceNote* note = note_of(index))
+    name = note->name;
+  else
+    name = without_rail(name);
   std::replace(name.begin(), name.end(), '@', '_');
   return name.starts_with('_') ? "v" + name : name;
 }
@@ -363,7 +368,7 @@ void TargetText::take_name(long index, const std::string& prefix) {
   // That "@" and "_" in front are replaced is known of locals, but changes an interface.
   if (in_interface && finalised() && name == wanted && wanted != original)
     names_.tell("signal", original, name, "no name of a finalised module");
-  if (!in_interface && name != wanted)
+  if (!in_interface && name != wanted && note_of(index) == nullptr)
     inner_names_ += (inner_names_.empty() ? "" : ", ") + original + " as " + name;
 }
 
@@ -395,6 +400,17 @@ void TargetText::take_names() {
   const std::string text =
       std::string(language_.shape.target) + ": inner signals under other names: " + inner_names_;
   remark(Severity::note, text, text);
+}
+
+const SourceNote* TargetText::note_of(long index) const {
+  return rules_.notes == nullptr ? nullptr : rules_.notes->at(manager()->Name_var_by_index(index));
+}
+
+void TargetText::put_note(std::ostream& out, const std::string& start, long index) const {
+  const SourceNote* note = rules_.comments && index >= 0 ? note_of(index) : nullptr;
+  if (note == nullptr || note->place == last_note_) return;
+  last_note_ = note->place;
+  out << start << note->place << '\n';
 }
 
 std::string TargetText::name(long index) const {

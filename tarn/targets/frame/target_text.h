@@ -8,6 +8,7 @@
 
 #include "pert_exp/equation_code.h"
 #include "tarn/model/module.h"
+#include "tarn/targets/frame/source_notes.h"
 #include "tarn/targets/frame/target_names.h"
 #include "tarn/targets/frame/target_rules.h"
 
@@ -105,6 +106,9 @@ class TargetText {
   // Names.
   std::string name(long index) const;
   std::string name(const Signal* signal) const { return name(status(signal)); }
+  /// A line behind `start` that tells where the variable stands in the source, if that is known and
+  /// was not told last.
+  void put_note(std::ostream& out, const std::string& start, long index) const;
   /// The variable of a register, another than `name` where the register is an output.
   std::string state_name(long index) const;
   /// A name of the text's own beside those of the variables.
@@ -135,6 +139,7 @@ class TargetText {
   void take_name(long index, const std::string& prefix = "");
   void take_value_name(const Signal* signal);
   std::string wanted_name(long index) const;
+  const SourceNote* note_of(long index) const;
   /// Calls see(index) for all variables that the equation reads.
   template <class See>
   void for_each_read(const TargetEquation& equation, See see) const;
@@ -157,6 +162,7 @@ class TargetText {
   std::unordered_map<long, std::string> state_name_of_;  ///< of registers that are outputs
   std::unordered_map<const Signal*, std::string> value_name_of_;
   mutable std::unordered_map<const bdd_node*, long> number_of_;
+  mutable std::string last_note_;
 };
 
 }  // namespace kiva

@@ -128,6 +128,7 @@ extern const Target blif_target{
     .help = "netlist, .blif",
     .file = {.extension = ".blif", .in_folder = true, .tells_failure = true},
     .put = put_module,
+    .comment = "# ",
     .bench = &bench};
 
 // A boolean automaton.

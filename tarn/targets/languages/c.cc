@@ -106,6 +106,7 @@ extern const Target c_functions_target{.option = "c-functions",
                                        .file = {.extension = ".c"},
                                        .put = put_module,
                                        .beside = ".h",
+                                       .comment = "// ",
                                        .bench = &bench};
 
 // A boolean automaton.

@@ -202,19 +202,6 @@ void CFamilyText::put_test(std::ostream& out, const TargetEquation& equation) co
   }
 }
 
-void CFamilyText::take_early_tests() {
-  std::unordered_set<long> inputs;
-  for (long index : text_.input_rails()) inputs.insert(index);
-  for (const TargetEquation& equation : text_.equations()) {
-    if (equation.kind == TargetEquation::function) continue;
-    const auto signals = equation.binding->getValue()->computeDependencySet();
-    if (!signals || std::all_of(signals->begin(), signals->end(), [&](const Signal* signal) {
-          return inputs.contains(text_.status(signal));
-        }))
-      early_tests_.push_back(&equation);
-  }
-}
-
 void CFamilyText::put_local_value(std::ostream& out, const DataBinding& binding) const {
   const std::string name = text_.value_name(binding.getClock());
   const std::string trigger = read(text_.status(binding.getSignal()));
@@ -251,8 +238,7 @@ void CFamilyText::put_equations(std::ostream& out) const {
   }
   for (const TargetEquation& equation : text_.equations()) {
     if (equation.kind != TargetEquation::function) {
-      if (std::find(early_tests_.begin(), early_tests_.end(), &equation) == early_tests_.end())
-        put_test(out, equation);
+      put_test(out, equation);
       continue;
     }
     put_equation_code(out, texts_, equation.index, equation.f);

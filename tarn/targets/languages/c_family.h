@@ -85,9 +85,6 @@ class CFamilyText {
   /// The reaction's head, up to its "{".
   void put_reaction_head(std::ostream& body, std::ostream& header) const;
   void put_locals(std::ostream& out) const;
-  /// Finds the tests on data that inputs alone decide; `put_equations` then leaves them out.
-  void take_early_tests();
-  const std::vector<const TargetEquation*>& early_tests() const { return early_tests_; }
   void put_test(std::ostream& out, const TargetEquation& equation) const;
   /// The equations in order, with the tests on data and the values of locals.
   void put_equations(std::ostream& out) const;
@@ -111,7 +108,6 @@ class CFamilyText {
   CFamilyStyle style_;
   equation_code_texts texts_;
   DataTexts data_;
-  std::vector<const TargetEquation*> early_tests_;
 };
 
 /// The told text of an expression in C, refused in the name of `operation`.

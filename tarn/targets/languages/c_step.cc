@@ -90,11 +90,14 @@ const Bench bench{.language = &c_step_language,
 
 }  // namespace
 
-extern const Target c_target{.option = "c",
-                             .help = "C object, .c and .h",
-                             .file = {.extension = ".c"},
-                             .put = put_module,
-                             .beside = ".h",
-                             .bench = &bench};
+extern const Target c_target{
+    .option = "c",
+    .help = "C object, .c and .h",
+    .file = {.extension = ".c"},
+    .put = put_module,
+    .beside = ".h",
+    .comment = "// ",
+    .use = "Init once, then step for each instant; the object that holds its state is yours.",
+    .bench = &bench};
 
 }  // namespace kiva

@@ -72,6 +72,10 @@ extern const Target cpp_target{.option = "cpp",
                                .help = "C++ class, .hpp",
                                .file = {.extension = ".hpp"},
                                .put = put_module,
+                               .comment = "// ",
+                               .use =
+                                   "A new object, then step() for each instant. An object holds "
+                                   "all that the module keeps; copies are free.",
                                .bench = &bench};
 
 }  // namespace kiva

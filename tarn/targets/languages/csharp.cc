@@ -324,6 +324,7 @@ extern const Target csharp_target{
     .file = {.extension = ".cs", .in_folder = true, .tells_failure = true},
     .put = [](const TargetJob& job) { CSharpText(job.module, job.rules).put(job.out); },
     .finalised_only = true,
+    .comment = "// ",
     .bench = &bench};
 
 // A boolean automaton.

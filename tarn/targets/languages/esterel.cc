@@ -144,7 +144,8 @@ void put_module(const TargetJob& job) {
 extern const Target esterel_target{.option = "esterel",
                                    .help = "Esterel module, .strl",
                                    .file = {.extension = ".strl"},
-                                   .put = put_module};
+                                   .put = put_module,
+                                   .comment = "% "};
 
 // A boolean automaton.
 

@@ -33,24 +33,27 @@ const TargetText::Language language{
 void put_class(const TargetText& text, const ScriptText& script, std::ostream& out) {
   const std::string& m = text.module_name();
   out << "// " << text.module()->getName() << ": const m = new " << m
-      << "(), then m.step({...}) for each instant.\n\nexport class " << m
-      << " {\n  static INPUTS = [" << script.inputs("\"@\"") << "];\n  static OUTPUTS = ["
-      << script.outputs("\"@\"") << "];\n\n  constructor() {\n    this.reset();\n  }\n\n"
+      << "(), then m.step({...}) for each instant.\n\nexport class " << m << " {\n"
+      << broken("  static INPUTS = [" + script.inputs("\"@\"") + "];\n")
+      << broken("  static OUTPUTS = [" + script.outputs("\"@\"") + "];\n")
+      << "\n  constructor() {\n    this.reset();\n  }\n\n"
       << "  // Back to the first state.\n  reset() {\n"
-      << script.first_values("    ", ";")
+      << script.first_values("    ", ";", "// ")
       << "  }\n\n  // Another one in the same state.\n  copy() {\n    return Object.assign(new "
-      << m
-      << "(), this);\n  }\n\n  // Runs one instant, in which these inputs are present.\n  step({"
-      << script.inputs("@ = false") << "} = {}) {\n";
+      << m << "(), this);\n  }\n\n  // Runs one instant, in which these inputs are present.\n"
+      << broken("  step({" + script.inputs("@ = false") + "} = {}) {\n");
   for (long index : text.input_rails())
     if (text.is_read(index))
       out << "    " << text.name(index) << " = !!" << text.name(index) << ";\n";
-  for (const StraightLine& line : script.lines())
-    out << "    const " << script.left(line) << " = " << line.right << ";\n";
+  for (const StraightLine& line : script.lines()) {
+    text.put_note(out, "    // ", line.index);
+    out << broken("    const " + script.left(line) + " = " + line.right + ";\n");
+  }
   for (const StateRail& rail : text.state())
     if (text.is_output(rail.index))
       out << "    const " << text.name(rail.index) << " = " << script.read(rail.index) << ";\n";
-  out << script.moves("    ", ";") << "    return {" << script.outputs("@") << "};\n  }\n}\n";
+  out << script.moves("    ", ";") << broken("    return {" + script.outputs("@") + "};\n")
+      << "  }\n}\n";
 }
 
 void put_types(const TargetText& text, std::ostream& out) {
@@ -92,11 +95,14 @@ const Bench bench{.language = &language,
 
 }  // namespace
 
-extern const Target javascript_target{.option = "javascript",
-                                      .help = "class, .mjs and .d.ts",
-                                      .file = {.extension = ".mjs"},
-                                      .put = put_module,
-                                      .beside = ".d.ts",
-                                      .bench = &bench};
+extern const Target javascript_target{
+    .option = "javascript",
+    .help = "class, .mjs and .d.ts",
+    .file = {.extension = ".mjs"},
+    .put = put_module,
+    .beside = ".d.ts",
+    .comment = "// ",
+    .use = "An object, then step() for each instant. An object holds all that the module keeps.",
+    .bench = &bench};
 
 }  // namespace kiva

@@ -111,7 +111,8 @@ void put_module(const TargetJob& job) {
 extern const Target latex_target{.option = "latex",
                                  .help = "LaTeX document, .tex",
                                  .file = {.extension = ".tex"},
-                                 .put = put_module};
+                                 .put = put_module,
+                                 .comment = "% "};
 
 // A boolean automaton.
 

@@ -253,7 +253,9 @@ void put_module(const TargetJob& job) {
 extern const Target lustre_target{.option = "lustre",
                                   .help = "Lustre node, .lus",
                                   .file = {.extension = ".lus"},
-                                  .put = put_module};
+                                  .put = put_module,
+                                  .comment = "-- ",
+                                  .use = "Each step of the node is an instant."};
 
 // A boolean automaton.
 

@@ -44,23 +44,31 @@ void put_module(const TargetJob& job) {
       << "class Outputs(NamedTuple):\n    \"\"\"What is present in an instant.\"\"\"\n\n";
   for (long index : text.output_rails()) out << "    " << text.name(index) << ": bool\n";
   out << "\n\nclass " << m << ":\n    \"\"\"All that the module keeps from one instant to the next."
-      << "\"\"\"\n\n    INPUTS = [" << script.inputs("\"@\"") << "]\n    OUTPUTS = ["
-      << script.outputs("\"@\"") << "]\n\n    def __init__(self):\n        self.reset()\n\n"
+      << "\"\"\"\n\n"
+      << broken("    INPUTS = [" + script.inputs("\"@\"") + "]\n")
+      << broken("    OUTPUTS = [" + script.outputs("\"@\"") + "]\n")
+      << "\n    def __init__(self):\n        self.reset()\n\n"
       << "    def __eq__(self, other):\n        return isinstance(other, " << m
       << ") and self.__dict__ == other.__dict__\n\n    def reset(self):\n"
       << "        \"\"\"Back to the first state.\"\"\"\n"
-      << script.first_values("        ", "") << "\n    def step(self"
-      << (text.input_rails().empty() ? "" : ", *, ") << script.inputs("@=False")
-      << "):\n        \"\"\"Runs one instant, in which these inputs are present.\"\"\"\n";
+      << script.first_values("        ", "", "# ") << '\n'
+      << broken("    def step(self" + std::string(text.input_rails().empty() ? "" : ", *, ") +
+                script.inputs("@=False") + "):\n")
+      << "        \"\"\"Runs one instant, in which these inputs are present.\"\"\"\n";
   for (long index : text.input_rails())
     if (text.is_read(index))
       out << "        " << text.name(index) << " = bool(" << text.name(index) << ")\n";
-  for (const StraightLine& line : script.lines())
-    out << "        " << script.left(line) << " = " << line.right << '\n';
+  for (const StraightLine& line : script.lines()) {
+    text.put_note(out, "        # ", line.index);
+    const std::string start = "        " + script.left(line) + " = ";
+    const bool is_long = broken(start + line.right).find('\n') != std::string::npos;
+    out << broken(start + (is_long ? "(" + line.right + ")" : line.right) + '\n');
+  }
   for (const StateRail& rail : text.state())
     if (text.is_output(rail.index))
       out << "        " << text.name(rail.index) << " = " << script.read(rail.index) << '\n';
-  out << script.moves("        ", "") << "        return Outputs(" << script.outputs("@") << ")\n";
+  out << script.moves("        ", "")
+      << broken("        return Outputs(" + script.outputs("@") + ")\n");
 }
 
 const Bench bench{.language = &language,
@@ -71,10 +79,13 @@ const Bench bench{.language = &language,
 
 }  // namespace
 
-extern const Target python_target{.option = "python",
-                                  .help = "Python class, .py",
-                                  .file = {.extension = ".py"},
-                                  .put = put_module,
-                                  .bench = &bench};
+extern const Target python_target{
+    .option = "python",
+    .help = "Python class, .py",
+    .file = {.extension = ".py"},
+    .put = put_module,
+    .comment = "# ",
+    .use = "An object, then step() for each instant. An object holds all that the module keeps.",
+    .bench = &bench};
 
 }  // namespace kiva

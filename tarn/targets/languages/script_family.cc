@@ -1,5 +1,7 @@
 #include "tarn/targets/languages/script_family.h"
 
+#include "base/text_stream.h"
+
 namespace kiva {
 
 ScriptText::ScriptText(const TargetText& text, ExpressionTexts texts, std::string object)
@@ -43,11 +45,14 @@ std::string ScriptText::outputs(const std::string& form) const {
   return list_of(names, form);
 }
 
-std::string ScriptText::first_values(const std::string& margin, const std::string& end) const {
-  std::string lines;
-  for (const StateRail& rail : text_.state())
-    lines += margin + read(rail.index) + " = " + (rail.initial ? one_ : zero_) + end + '\n';
-  return lines;
+std::string ScriptText::first_values(const std::string& margin, const std::string& end,
+                                     const std::string& comment) const {
+  TextStream lines;
+  for (const StateRail& rail : text_.state()) {
+    text_.put_note(lines, margin + comment, rail.index);
+    lines << margin << read(rail.index) << " = " << (rail.initial ? one_ : zero_) << end << '\n';
+  }
+  return lines.str();
 }
 
 std::string ScriptText::moves(const std::string& margin, const std::string& end) const {

@@ -21,8 +21,10 @@ class ScriptText {
   /// The names of the interface, by `form`, where "@" stands for one, with commas between.
   std::string inputs(const std::string& form) const;
   std::string outputs(const std::string& form) const;
-  /// A line for each register, behind `margin`: what it begins with, or takes over.
-  std::string first_values(const std::string& margin, const std::string& end) const;
+  /// A line for each register, behind `margin`: what it begins with, or takes over. What is known
+  /// of it stands before it, behind `comment`.
+  std::string first_values(const std::string& margin, const std::string& end,
+                           const std::string& comment) const;
   std::string moves(const std::string& margin, const std::string& end) const;
 
  private:

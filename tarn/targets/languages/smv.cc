@@ -150,7 +150,8 @@ extern const Target smv_target{
     .help = "model checking, .smv",
     .file = {.extension = ".smv", .in_folder = true, .tells_existing = true, .tells_failure = true},
     .put = put_module,
-    .finalises = true};
+    .finalises = true,
+    .comment = "-- "};
 
 // The told operations of other classes.
 

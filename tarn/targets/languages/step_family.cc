@@ -57,6 +57,45 @@ const TargetText::Language cpp_step_language{
       return std::vector<std::string>{"step", "in", "out", "given", "shown"};
     }};
 
+const TargetText::Language systemc_step_language{
+    .shape = {.target = "SystemC", .keywords = {KIVA_C_WORDS, "std"}},
+    .has_data = true,
+    .names_module = true,
+    .own_names = [](const std::string&) {
+      // The text's own, and members of the library's modules.
+      return std::vector<std::string>{"in",
+                                      "out",
+                                      "wires",
+                                      "given",
+                                      "shown",
+                                      "clk",
+                                      "rst",
+                                      "react",
+                                      "clear",
+                                      "w",
+                                      "file",
+                                      "prefix",
+                                      "name",
+                                      "kind",
+                                      "wait",
+                                      "halt",
+                                      "next_trigger",
+                                      "sensitive",
+                                      "dont_initialize",
+                                      "end_module",
+                                      "print",
+                                      "dump",
+                                      "trace",
+                                      "basename",
+                                      "simcontext",
+                                      "timed_out",
+                                      "reset_signal_is",
+                                      "async_reset_signal_is",
+                                      "set_stack_size",
+                                      "sc_core",
+                                      "sc_trace"};
+    }};
+
 std::string StepText::type_text(const std::string& type) {
   return type == "byte" ? "unsigned char" : type == "string" ? "const char *" : type;
 }
@@ -200,9 +239,11 @@ void StepText::put_outputs(std::ostream& out) const {
 }
 
 void StepText::put_state(std::ostream& out) const {
-  for (const StateRail& rail : text_.state())
+  for (const StateRail& rail : text_.state()) {
+    text_.put_note(out, "  // ", rail.index);
     out << "  bool " << text_.state_name(rail.index)
         << (style_.cpp ? rail.initial ? " = true" : " = false" : "") << ";\n";
+  }
   if (text_.state().empty() && !style_.cpp)
     out << "  bool nothing; /* a structure wants a field */\n";
 }
@@ -280,7 +321,9 @@ void StepText::put_lines(std::ostream& out, size_t part, const std::string& marg
       continue;
     }
     const bool is_field = parts_ > 1 || (line.index >= 0 && text_.is_output(line.index));
-    out << margin << (is_field ? "" : "const bool ") << left(line) << " = " << line.right << ";\n";
+    text_.put_note(out, margin + "// ", line.index);
+    out << broken(margin + (is_field ? "" : "const bool ") + left(line) + " = " + line.right +
+                  ";\n");
     if (line.index < 0) continue;
     if (const DataBinding* binding = text_.triggered(*equation_of.at(line.index)))
       put_value(out, *binding, margin);

@@ -11,7 +11,7 @@
 namespace kiva {
 
 /// Words that no field of a structure may be called, in C, in C++, or as a macro of their headers.
-extern const TargetText::Language c_step_language, cpp_step_language;
+extern const TargetText::Language c_step_language, cpp_step_language, systemc_step_language;
 
 /// How C and C++ spell a module whose state is one object, and whose instant takes one of inputs
 /// and fills one of outputs.

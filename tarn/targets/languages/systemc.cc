@@ -1,5 +1,5 @@
-// SystemC: a module as a pair of files for a model to wrap, the functions of C with the registers
-// where the model sees them.
+// SystemC as it was told: a pair of files for a model to wrap, the functions of C with the
+// registers where the model sees them. The working form is in systemc_module.cc.
 
 #include <ostream>
 
@@ -8,52 +8,23 @@
 #include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/languages/c_family.h"
+#include "tarn/targets/languages/step_family.h"
+#include "tarn/targets/languages/systemc_module.h"
 
 namespace kiva {
 
 namespace {
 
-const TargetText::Language language{
-    .shape = {.target = "SystemC",
-              .keywords = {"alignas", "alignof", "and", "and_eq", "asm", "auto", "bitand", "bitor",
-                           "bool", "break", "case", "catch", "char", "char8_t", "char16_t",
-                           "char32_t", "class", "compl", "concept", "const", "consteval",
-                           "constexpr", "constinit", "const_cast", "continue", "co_await",
-                           "co_return", "co_yield", "decltype", "default", "delete", "do", "double",
-                           "dynamic_cast", "else", "enum", "explicit", "export", "extern", "false",
-                           "float", "for", "friend", "goto", "if", "inline", "int", "long",
-                           "mutable", "namespace", "new", "noexcept", "not", "not_eq", "nullptr",
-                           "operator", "or", "or_eq", "private", "protected", "public", "register",
-                           "reinterpret_cast", "requires", "return", "short", "signed", "sizeof",
-                           "static", "static_assert", "static_cast", "struct", "switch", "template",
-                           "this", "thread_local", "throw", "true", "try", "typedef", "typeid",
-                           "typename", "typeof", "union", "unsigned", "using", "virtual", "void",
-                           "volatile", "wchar_t", "while", "xor", "xor_eq",
-                           // Macros of the library and its headers.
-                           "linux", "unix", "errno", "assert", "NULL", "EOF"}},
-    .has_data = true,
-    .names_module = false,
-    .module_in_state = true,
-    .own_names = [](const std::string& module) {
-      return std::vector<std::string>{module + "_node", module + "_automaton",
-                                      module + "_reset_automaton", module + "_H"};
-    }};
-
-struct OwnRules {
-  /// Registers bear the module's name, are extern in the header and defined once in the body; else
-  /// each file that includes the header defines them.
-  bool extern_state;
-  /// A value is the status name with "_val" wherever it stands; else an output's is assigned under
-  /// the name of its value rail.
-  bool status_values;
-  /// Only tests stand in the data section, those that inputs alone decide; other data stands where
-  /// it is known. Else all bindings stand there, those with a clock as if they were tests.
-  bool data_order;
-};
-
-constexpr OwnRules own_rules(bool working) {
-  return {working, working, working};
-}
+// The told text takes each name as it is.
+const TargetText::Language language{.shape = {.target = "SystemC"},
+                                    .has_data = true,
+                                    .names_module = false,
+                                    .module_in_state = true,
+                                    .own_names = [](const std::string& module) {
+                                      return std::vector<std::string>{
+                                          module + "_node", module + "_automaton",
+                                          module + "_reset_automaton", module + "_H"};
+                                    }};
 
 constexpr ValuedOutputTexts output_texts{.open_if = "if (",
                                          .open = ")  {\n",
@@ -73,70 +44,52 @@ void put_header_start(std::ostream& header, const std::string& m, const std::str
   header << ";\n*/\n#include \"" << module << "_typedecl.h\"\n\n";
 }
 
-void put_data_section(std::ostream& body, const TargetText& text, const CFamilyText& c) {
-  const DataTable* bindings = text.module()->getDataTable();
-  const bool tests_only = own_rules(text.rules().own).data_order;
-  if (bindings == nullptr || (tests_only && c.early_tests().empty())) return;
-  body << "//Data Handling\n//-------------\n";
-  if (tests_only) {
-    for (const TargetEquation* test : c.early_tests()) c.put_test(body, *test);
-  } else {
-    for (const auto& [bound, binding] : *bindings)
-      body << text.name(binding->getSignal()) << " = " << c.expression(*binding) << ";\n";
-  }
-}
-
-void put_equations(std::ostream& body, const TargetText& text, const CFamilyText& c) {
-  if (own_rules(text.rules().own).data_order) {
-    c.put_equations(body);
-    return;
-  }
-  std::list<std::string> outputs;
-  for (long index : text.output_rails()) outputs.push_back(text.name(index));
-  text.wood()->Put_c(body, c.array(), outputs);
-}
-
-void put_module(const TargetJob& job) {
+void put_told(const TargetJob& job) {
   std::ostream &body = job.out, &header = job.beside;
-  const OwnRules rules = own_rules(job.rules.own);
   const TargetText text(job.module, language, job.rules);
   const std::string m = text.module_name();
-  CFamilyText c(text, m + "_node");
-  if (rules.data_order) c.take_early_tests();
+  const CFamilyText c(text, m + "_node");
 
   put_header_start(header, m, job.module->getName());
   body << "#include \"" << job.beside_name << "\"\n";
   c.put_truth(body);
   body << '\n';
   c.put_data_declarations(body, header);
-
   if (!text.state().empty()) {
-    header << "/* global state variables */\n" << (rules.extern_state ? "extern " : "") << "int ";
+    header << "/* global state variables */\nint ";
     c.put_state_names(header);
     header << ";\n";
-    if (rules.extern_state) {
-      body << "int ";
-      c.put_state_names(body);
-      body << ";\n";
-    }
   }
   c.put_reset_function(body, header);
   c.put_reaction_head(body, header);
   c.put_locals(body);
-  const long nodes = text.count_nodes([&](std::ostream& out) { put_equations(out, text, c); });
+  const long nodes = text.manager()->Bdd_total_size();
   if (nodes > 0) body << "  int " << c.array() << '[' << nodes << "];\n";
-  put_data_section(body, text, c);
+  if (const DataTable* bindings = text.module()->getDataTable()) {
+    body << "//Data Handling\n//-------------\n";
+    for (const auto& [bound, binding] : *bindings)
+      body << text.name(binding->getSignal()) << " = " << c.expression(*binding) << ";\n";
+  }
   body << "  /* outputs computing */\n";
-  put_equations(body, text, c);
-  c.put_valued_outputs(body, output_texts, !rules.status_values);
+  std::list<std::string> outputs;
+  for (long index : text.output_rails()) outputs.push_back(text.name(index));
+  text.wood()->Put_c(body, c.array(), outputs);
+  c.put_valued_outputs(body, output_texts, true);
   body << "  /* refresh registers */\n";
   c.put_state_moves(body);
   body << "}\n";
   header << "#endif\n";
 }
 
+void put_module(const TargetJob& job) {
+  if (job.rules.own)
+    put_systemc_module(job);
+  else
+    put_told(job);
+}
+
 const Bench bench{
-    .language = &language,
+    .language = &systemc_step_language,
     .extension = ".cpp",
     .run = systemc_bench_run,
     .put = put_systemc_bench,
@@ -144,12 +97,15 @@ const Bench bench{
 
 }  // namespace
 
-extern const Target systemc_target{.option = "systemc",
-                                   .help = "SystemC, _sc.cpp and _sc.h",
-                                   .file = {.extension = "_sc.cpp"},
-                                   .put = put_module,
-                                   .beside = "_sc.h",
-                                   .bench = &bench};
+extern const Target systemc_target{
+    .option = "systemc",
+    .help = "SystemC, _sc.cpp and _sc.h",
+    .file = {.extension = "_sc.cpp"},
+    .put = put_module,
+    .beside = "_sc.h",
+    .comment = "// ",
+    .use = "An instant at each rise of clk, in which the outputs are given.",
+    .bench = &bench};
 
 // A boolean automaton.
 

@@ -78,8 +78,10 @@ class VerilogText {
     out_ << "module " << text_.module_name() << " (\n";
     put_ports();
     out_ << ");\n\n";
-    for (const StateRail& rail : text_.state())
+    for (const StateRail& rail : text_.state()) {
+      text_.put_note(out_, "  // ", rail.index);
       out_ << "  logic " << text_.state_name(rail.index) << " = " << bit(rail.initial) << ";\n";
+    }
     for (const std::string& name : circuit_.wires()) out_ << "  logic " << name << ";\n";
     put_lines();
     put_state_moves();
@@ -121,8 +123,10 @@ class VerilogText {
     if (std::ranges::all_of(circuit_.lines(), is_constant)) return;
     out_ << "  always_comb begin\n";
     for (const StraightLine& line : circuit_.lines())
-      if (!is_constant(line))
+      if (!is_constant(line)) {
+        text_.put_note(out_, "    // ", line.index);
         out_ << broken("    " + circuit_.left(line) + " = " + line.right + ";\n");
+      }
     out_ << "  end\n";
   }
 
@@ -153,10 +157,13 @@ const Bench bench{.language = &language,
 
 }  // namespace
 
-extern const Target verilog_target{.option = "verilog",
-                                   .help = "SystemVerilog module, .sv",
-                                   .file = {.extension = ".sv"},
-                                   .put = [](const TargetJob& job) { VerilogText(job).put(); },
-                                   .bench = &bench};
+extern const Target verilog_target{
+    .option = "verilog",
+    .help = "SystemVerilog module, .sv",
+    .file = {.extension = ".sv"},
+    .put = [](const TargetJob& job) { VerilogText(job).put(); },
+    .comment = "// ",
+    .use = "Outputs follow the inputs; an instant ends where clk rises.",
+    .bench = &bench};
 
 }  // namespace kiva

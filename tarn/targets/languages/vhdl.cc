@@ -72,14 +72,18 @@ class VhdlEntity {
     for (long index : text_.output_rails())
       out_ << ";\n    " << text_.name(index) << " : out " << type_;
     out_ << "\n  );\nend " << m << ";\n\narchitecture reaction of " << m << " is\n";
-    for (const StateRail& rail : text_.state())
+    for (const StateRail& rail : text_.state()) {
+      text_.put_note(out_, "  -- ", rail.index);
       out_ << "  signal " << text_.state_name(rail.index) << " : " << type_
            << " := " << bit(rail.initial) << ";\n";
+    }
     for (const std::string& name : circuit_.wires())
       out_ << "  signal " << name << " : " << type_ << ";\n";
     out_ << "begin\n";
-    for (const StraightLine& line : circuit_.lines())
+    for (const StraightLine& line : circuit_.lines()) {
+      text_.put_note(out_, "  -- ", line.index);
       out_ << broken("  " + circuit_.left(line) + " <= " + line.right + ";\n");
+    }
     for (const auto& [port, from] : circuit_.copies())
       out_ << "  " << port << " <= " << from << ";\n";
     put_state_moves();
@@ -141,17 +145,23 @@ const Bench altera_bench{.language = &vhdl_language,
 
 }  // namespace
 
-extern const Target vhdl_target{.option = "vhdl",
-                                .help = "VHDL of bits, .vhdl",
-                                .file = {.extension = ".vhdl"},
-                                .put = [](const TargetJob& job) { put(job, "bit"); },
-                                .bench = &bench};
+extern const Target vhdl_target{
+    .option = "vhdl",
+    .help = "VHDL of bits, .vhdl",
+    .file = {.extension = ".vhdl"},
+    .put = [](const TargetJob& job) { put(job, "bit"); },
+    .comment = "-- ",
+    .use = "Outputs follow the inputs; an instant ends where clk rises.",
+    .bench = &bench};
 
-extern const Target vhdl_altera_target{.option = "vhdl-altera",
-                                       .help = "VHDL of std_logic, .vhdl",
-                                       .file = {.extension = ".vhdl"},
-                                       .put = [](const TargetJob& job) { put(job, "std_logic"); },
-                                       .bench = &altera_bench};
+extern const Target vhdl_altera_target{
+    .option = "vhdl-altera",
+    .help = "VHDL of std_logic, .vhdl",
+    .file = {.extension = ".vhdl"},
+    .put = [](const TargetJob& job) { put(job, "std_logic"); },
+    .comment = "-- ",
+    .use = "Outputs follow the inputs; an instant ends where clk rises.",
+    .bench = &altera_bench};
 
 void Module::VHDL_put(std::ostream& out, int altera) {
   put_target(altera != 0 ? vhdl_altera_target : vhdl_target, this, out);
