@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <fstream>
 #include <optional>
+#include <sstream>
 
 #include "base/whole_file.h"
 #include "engine/expectations.h"
+#include "proof/question.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
 
@@ -189,50 +191,103 @@ void TimeControl::work(long instants, const Condition* until, Ended& end) {
     end.told = tr("In none of these instants holds %1").arg(QString::fromStdString(until->text()));
 }
 
+std::vector<TimeControl::Line> TimeControl::read_stimuli(std::istream& in) const {
+  std::vector<Line> lines;
+  StimuliReader reader(in, *simulation_);
+  while (std::optional<Stimulus> stimulus = reader.next())
+    lines.push_back({std::move(*stimulus), reader.line()});
+  return lines;
+}
+
 QString TimeControl::open_stimuli(const QString& name) {
   std::ifstream in(QFile::encodeName(name).toStdString());
   if (!in) return tr("%1 cannot be read").arg(name);
-  struct Line {
-    Stimulus stimulus;
-    long number;
-  };
   std::vector<Line> lines;
-  StimuliReader reader(in, *simulation_);
   try {
-    while (std::optional<Stimulus> stimulus = reader.next())
-      lines.push_back({std::move(*stimulus), reader.line()});
+    lines = read_stimuli(in);
   } catch (const StimuliError& error) {
     return QString("%1:%2: %3").arg(name).arg(error.line).arg(QString::fromStdString(error.reason));
   }
-  const bool was_saved = !unsaved();
+  start([this, name, lines](Ended& end) { run_stimuli(name, lines, end); });
+  return {};
+}
+
+/// From the load on.
+void TimeControl::run_stimuli(const QString& name, const std::vector<Line>& lines, Ended& end) {
+  const bool was_saved = work_done() == 0 || work_done() == saved_;
   const Recording::Position load{0, recording_.branch(0).from};
   recording_.to(load);
-  start([this, name, lines, load, was_saved](Ended& end) {
-    size_t at = 0;
-    const auto note = [&](const SimulationState& state) {
-      const Line& line = lines[at++];
-      progress_ = state.instant;
-      for (const std::string& reason : unmet(line.stimulus.expectations, state, *simulation_)) {
-        const long instant = load.instant + static_cast<long>(at);
-        if (end.marks.empty())
-          end.told =
-              QString("%1:%2: %3")
-                  .arg(name)
-                  .arg(line.number)
-                  .arg(tr("instant %1: %2").arg(instant).arg(QString::fromStdString(reason)));
-        if (end.marks.empty() || end.marks.back().first != instant)
-          end.marks.emplace_back(instant, reason.substr(0, reason.find(',')));
+  size_t at = 0;
+  const auto note = [&](const SimulationState& state) {
+    const Line& line = lines[at++];
+    progress_ = state.instant;
+    for (const std::string& reason : unmet(line.stimulus.expectations, state, *simulation_)) {
+      const long instant = load.instant + static_cast<long>(at);
+      if (end.marks.empty())
+        end.told = QString("%1:%2: %3")
+                       .arg(name)
+                       .arg(line.number)
+                       .arg(tr("instant %1: %2").arg(instant).arg(QString::fromStdString(reason)));
+      if (end.marks.empty() || end.marks.back().first != instant)
+        end.marks.emplace_back(instant, reason.substr(0, reason.find(',')));
+    }
+    return false;
+  };
+  const Recording::Stopped stopped = recording_.run(
+      static_cast<long>(lines.size()), socket_(), [&] { apply(lines[at].stimulus, *simulation_); },
+      note, &stop_);
+  if (was_saved) set_saved(true);
+  if (stopped == Recording::Stopped::asked) end.told = tr("Stopped");
+  if (end.told.isEmpty()) end.told = tr("%1: %2 instants agree").arg(name).arg(lines.size());
+}
+
+bool TimeControl::prove(const std::vector<proof::Property>& properties) {
+  if (busy_) return false;
+  start([this, properties](Ended& end) { prove_in_worker(properties, end); });
+  return true;
+}
+
+/// The first property that does not hold ends it.
+void TimeControl::prove_in_worker(const std::vector<proof::Property>& properties, Ended& end) {
+  const Recording::Position here = recording_.position();
+  const auto add = [&](const QString& told) {
+    end.told += (end.told.isEmpty() ? "" : "; ") + told;
+  };
+  proof::ProverOptions options;
+  options.asked = &stop_;
+  try {
+    proof::Question question(*simulation_, false);
+    for (const proof::Property& property : properties)
+      if (property.kind == proof::Property::assume) question.assume(property.text);
+    for (const proof::Property& property : properties) {
+      if (property.kind == proof::Property::assume) continue;
+      const bool reach = property.kind == proof::Property::reach;
+      const QString what =
+          proof::word(property.kind) + QString(" %1: ").arg(QString::fromStdString(property.text));
+      const proof::Machine machine = question.machine(property);
+      const proof::Answer answer = proof::prove(machine, options);
+      if (answer.verdict == proof::Verdict::fails) {
+        const std::string run = question.shown(property, answer.run);
+        std::istringstream in(run);
+        run_stimuli({}, read_stimuli(in), end);
+        end.told.clear();
+        add(what + (reach ? tr("reached in instant %1") : tr("fails in instant %1"))
+                       .arg(answer.run.size()));
+        return;
       }
-      return false;
-    };
-    const Recording::Stopped stopped = recording_.run(
-        static_cast<long>(lines.size()), socket_(),
-        [&] { apply(lines[at].stimulus, *simulation_); }, note, &stop_);
-    if (was_saved) set_saved(true);
-    if (stopped == Recording::Stopped::asked) end.told = tr("Stopped");
-    if (end.told.isEmpty()) end.told = tr("%1: %2 instants agree").arg(name).arg(lines.size());
-  });
-  return {};
+      add(what +
+          (answer.verdict == proof::Verdict::unknown ? tr("not known: ")
+           : reach                                   ? tr("never reached: ")
+                                                     : tr("holds: ")) +
+          QString::fromStdString(answer.how));
+      if (stop_) return;
+    }
+  } catch (const ConditionError& error) {
+    add(tr("character %1: %2").arg(error.character).arg(QString::fromStdString(error.reason)));
+  } catch (const proof::MachineError& error) {
+    add(QString::fromStdString(error.reason));
+    recording_.to(here);
+  }
 }
 
 Past TimeControl::past() {

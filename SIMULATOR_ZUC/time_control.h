@@ -11,6 +11,8 @@
 #include "engine/condition.h"
 #include "engine/recording.h"
 #include "engine/session_file.h"
+#include "engine/stimuli.h"
+#include "proof/property.h"
 
 namespace kiva {
 
@@ -72,6 +74,10 @@ class TimeControl : public QObject {
   /// A file of another name holds stimuli: the worker runs them, and marks the instants that are
   /// not as they await.
   QString open(const QString& name);
+  /// Has the worker prove properties in all runs from the load on in which what others of them
+  /// assume holds, for at most a minute each; where one does not hold, or what was to be reached
+  /// is, the run to that instant is made.
+  bool prove(const std::vector<proof::Property>& properties);
 
   Past past();
   /// Runs them in the worker, at the start of a module whose inputs may be others: they are found
@@ -106,6 +112,15 @@ class TimeControl : public QObject {
   };
   using Job = std::function<void(Ended& end)>;
   QString open_stimuli(const QString& name);
+  /// Stimuli, each with its line.
+  struct Line {
+    Stimulus stimulus;
+    long number;
+  };
+  /// Throws StimuliError.
+  std::vector<Line> read_stimuli(std::istream& in) const;
+  void run_stimuli(const QString& name, const std::vector<Line>& lines, Ended& end);
+  void prove_in_worker(const std::vector<proof::Property>& properties, Ended& end);
   Choices by_name(const Choices& choices, const std::vector<std::string>& inputs) const;
   void start(const Job& job);
   void work(long instants, const Condition* until, Ended& end);

@@ -50,11 +50,14 @@ size_t Correspondence::count() const {
 }
 
 bool Correspondence::find(const Stop& stop) {
-  group_by_random_runs();
-  for (const bool from_start : {true, false})
+  if (!std::exchange(grouped_, true)) group_by_random_runs();
+  for (const bool from_start : {true, false}) {
+    if (from_start && starts_) continue;
     while (refute(from_start, stop))
       if (stop()) return false;
-  return !stop();
+    starts_ = true;
+  }
+  return true;
 }
 
 void Correspondence::group_by_random_runs() {

@@ -13,7 +13,7 @@ namespace kiva::proof {
 class Correspondence {
  public:
   explicit Correspondence(const Machine& machine);
-  /// Finds them; false when stopped, and then nothing is known.
+  /// Finds them; false when stopped, and then nothing is known. Goes on where it paused.
   [[nodiscard]] bool find(const Stop& stop);
   /// Nodes that another one stands for.
   size_t count() const;
@@ -42,6 +42,7 @@ class Correspondence {
   std::vector<std::uint32_t> cone_;  ///< ascending, the constant first
   std::vector<Literal> first_;       ///< by node: the first of its class, or its opposite
   std::mt19937_64 random_{1};
+  bool grouped_ = false, starts_ = false;  ///< how far it came
 };
 
 }  // namespace kiva::proof

@@ -20,6 +20,13 @@ const char* word(Property::Kind kind) {
   return "assume";
 }
 
+bool find_kind(const std::string& text, Property::Kind& kind) {
+  for (Property::Kind known :
+       {Property::never, Property::always, Property::reach, Property::assume})
+    if (text == word(known)) return kind = known, true;
+  return false;
+}
+
 namespace {
 
 /// A latch that remembers a literal for one instant.

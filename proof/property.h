@@ -16,6 +16,8 @@ struct Property {
 
 /// As options and comments of the source name it.
 const char* word(Property::Kind kind);
+/// Whether it names one, which `kind` is then.
+bool find_kind(const std::string& word, Property::Kind& kind);
 
 /// Enters what the expression says of an instant: a signal stands for being One, NAME' for having
 /// been One in the instant before (not in the first), and a variable of the module's file for

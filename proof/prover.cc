@@ -26,12 +26,15 @@ class Turns {
     engines_.push_back(state_walk(machine));
   }
 
-  /// Until an answer, or slices have grown to so many seconds.
+  static constexpr double first_slice = 0.03, growth = 1.6;
+  bool over() const { return Stop(end_, options_.asked)(); }
+  /// Until an answer, or slices have grown to more than so many seconds.
   Answer run(double longest) {
-    for (; !over() && slice_ <= longest; slice_ *= 1.6) {
+    for (; !over() && slice_ <= longest; slice_ *= growth) {
       for (const std::unique_ptr<Engine>& engine : engines_) {
         if (engine->exhausted() || over()) continue;
-        Answer answer = engine->work(slice_of(slice_));
+        Answer answer =
+            engine->work(slice_of(engine.get() == bounded_ ? slice_ * bounded_share : slice_));
         if (answer.verdict == Verdict::fails) return shortest(std::move(answer));
         if (answer.verdict == Verdict::holds && (answer.invariant || !options_.invariant))
           return answer;
@@ -44,7 +47,8 @@ class Turns {
   }
 
  private:
-  bool over() const { return Stop(end_, options_.asked)(); }
+  /// Of turns of the bounded search, which most failing runs are found by.
+  static constexpr double bounded_share = 3;
   Stop slice_of(double seconds) const {
     return {std::min(end_, Stop::Clock::now() + std::chrono::duration_cast<Stop::Clock::duration>(
                                                     std::chrono::duration<double>(seconds))),
@@ -79,42 +83,34 @@ class Turns {
   Stop::Clock::time_point end_;
   std::vector<std::unique_ptr<Engine>> engines_;
   Engine* bounded_ = nullptr;
-  double slice_ = 0.03;
+  double slice_ = first_slice;
 };
-
-/// On the machine with one node for all that correspond, where there are such. An invariant of it
-/// says nothing of the others, so none is given.
-Answer prove_merged(const Machine& machine, Turns& turns, const ProverOptions& options,
-                    Stop::Clock::time_point end) {
-  constexpr double longest = 1e9, part = 0.4;
-  Correspondence correspondence(machine);
-  if (options.progress) options.progress("looking for signals that correspond");
-  if (!correspondence.find(Stop::after(options.seconds * part, options.asked)) ||
-      correspondence.count() == 0)
-    return turns.run(longest);
-  const Machine merged = correspondence.merged();
-  const Reduction reduction(merged);
-  Turns again(reduction.machine(), options, end);
-  Answer answer = reduction.lifted(again.run(longest));
-  answer.invariant.reset();
-  if (answer.verdict == Verdict::holds)
-    answer.how =
-        std::to_string(correspondence.count()) + " signals correspond to others; " + answer.how;
-  return answer;
-}
 
 }  // namespace
 
 Answer prove(const Machine& machine, const ProverOptions& options) {
-  constexpr double longest_at_first = 0.03;  // each engine once
+  constexpr double longest = 1e9, correspondence_share = 4;
   const Stop::Clock::time_point end =
       Stop::Clock::now() + std::chrono::duration_cast<Stop::Clock::duration>(
                                std::chrono::duration<double>(options.seconds));
   const Reduction reduction(machine);
   Turns turns(reduction.machine(), options, end);
-  Answer answer = turns.run(options.invariant ? options.seconds : longest_at_first);
-  if (answer.verdict == Verdict::unknown && !options.invariant)
-    answer = prove_merged(reduction.machine(), turns, options, end);
+  if (options.invariant) return reduction.lifted(turns.run(longest));
+  Correspondence correspondence(reduction.machine());
+  for (double slice = Turns::first_slice;; slice *= Turns::growth) {
+    Answer answer = turns.run(slice);
+    if (answer.verdict != Verdict::unknown || turns.over()) return reduction.lifted(answer);
+    if (correspondence.find(Stop::after(slice * correspondence_share, options.asked))) break;
+  }
+  if (correspondence.count() == 0) return reduction.lifted(turns.run(longest));
+  // One node for all that correspond. An invariant of that machine says nothing of the others.
+  const Machine merged = correspondence.merged();
+  const Reduction again(merged);
+  Answer answer = again.lifted(Turns(again.machine(), options, end).run(longest));
+  answer.invariant.reset();
+  if (answer.verdict == Verdict::holds)
+    answer.how =
+        std::to_string(correspondence.count()) + " signals correspond to others; " + answer.how;
   return reduction.lifted(std::move(answer));
 }
 

@@ -53,7 +53,7 @@ class ScopeWindow : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  enum class Asked { nothing, instant, condition, signal, mark, instants };
+  enum class Asked { nothing, instant, condition, signal, mark, instants, property };
 
   QWidget* make_bar();
   QWidget* make_side();
@@ -77,6 +77,9 @@ class ScopeWindow : public QMainWindow {
   void ask_until() { ask(Asked::condition); }
   void ask_signal() { ask(Asked::signal); }
   void ask_mark() { ask(Asked::mark); }
+  void ask_property() { ask(Asked::property); }
+  void prove_written();
+  void prove(const QString& text);
   void next_branch();
   void run_or_stop();
   void pulse();

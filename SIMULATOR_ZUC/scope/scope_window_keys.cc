@@ -9,6 +9,7 @@
 #include "base/whole_file.h"
 #include "engine/vcd_trace.h"
 #include "tarn/model/sexception.h"
+#include "tarn/zu/source_properties.h"
 
 namespace kiva {
 
@@ -170,7 +171,8 @@ void ScopeWindow::ask(Asked what) {
                            tr("until, as in: drink and instant > 9"),
                            tr("find a signal"),
                            tr("mark this instant as"),
-                           tr("run how many instants")};
+                           tr("run how many instants"),
+                           tr("never, as in: open and closing, or: reach closing")};
   prompt_->setPlaceholderText(texts[static_cast<int>(what)]);
   prompt_->setAccessibleName(prompt_->placeholderText());
   prompt_->show();
@@ -185,6 +187,27 @@ void ScopeWindow::run_until(const QString& text) {
   } catch (const ConditionError& error) {
     tell(tr("character %1: %2").arg(error.character).arg(QString::fromStdString(error.reason)));
   }
+}
+
+/// `never` is meant where no other kind stands first.
+void ScopeWindow::prove(const QString& text) {
+  const QString first = text.section(' ', 0, 0);
+  proof::Property property{proof::Property::never, text.toStdString()};
+  if (proof::find_kind(first.toStdString(), property.kind))
+    property.text = text.mid(first.size()).trimmed().toStdString();
+  time_->prove({property});
+}
+
+void ScopeWindow::prove_written() {
+  if (!source_->has_source()) return ask_property();
+  std::vector<proof::Property> properties;
+  proof::Property::Kind kind{};
+  for (const SourceProperty& written :
+       source_properties(source_->source()->instances().front().file))
+    if (proof::find_kind(written.word, kind)) properties.push_back({kind, written.text});
+  if (properties.empty()) return ask_property();
+  tell("");
+  time_->prove(properties);
 }
 
 void ScopeWindow::answered() {
@@ -212,6 +235,9 @@ void ScopeWindow::answered() {
       break;
     case Asked::mark:
       time_->mark(text);
+      break;
+    case Asked::property:
+      prove(text);
       break;
     case Asked::nothing:
       break;

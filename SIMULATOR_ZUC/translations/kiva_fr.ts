@@ -384,6 +384,10 @@
         <source>Debugger Panel</source>
         <translation>Panneau du débogueur</translation>
     </message>
+    <message>
+        <source>Modules (*.zu *.zuc)</source>
+        <translation>Modules (*.zu *.zuc)</translation>
+    </message>
 </context>
 <context>
     <name>kiva::FilePanel</name>
@@ -825,6 +829,22 @@
         <source>until</source>
         <translation>jusqu’à</translation>
     </message>
+    <message>
+        <source>prove</source>
+        <translation>prouver</translation>
+    </message>
+    <message>
+        <source>prove the properties that the source has as comments, ;; @never</source>
+        <translation>prouver les propriétés que la source porte en commentaires, ;; @never</translation>
+    </message>
+    <message>
+        <source>prove that a condition never holds, or show how it does</source>
+        <translation>prouver qu’une condition n’est jamais vraie, ou montrer comment elle l’est</translation>
+    </message>
+    <message>
+        <source>never, as in: open and closing, or: reach closing</source>
+        <translation>jamais, par exemple : open and closing, ou : reach closing</translation>
+    </message>
 </context>
 <context>
     <name>kiva::ServerLine</name>
@@ -930,6 +950,13 @@ tarn --map FICHIER.zu, et son texte apparaît ici, éclairé par ce qu’il fait
     </message>
 </context>
 <context>
+    <name>kiva::SourceWatch</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1 : %2</translation>
+    </message>
+</context>
+<context>
     <name>kiva::TimeControl</name>
     <message>
         <source>a run is under way</source>
@@ -958,6 +985,30 @@ tarn --map FICHIER.zu, et son texte apparaît ici, éclairé par ce qu’il fait
     <message>
         <source>%1: %2 instants agree</source>
         <translation>%1 : %2 instants concordent</translation>
+    </message>
+    <message>
+        <source>reached in instant %1</source>
+        <translation>atteint à l’instant %1</translation>
+    </message>
+    <message>
+        <source>fails in instant %1</source>
+        <translation>échoue à l’instant %1</translation>
+    </message>
+    <message>
+        <source>not known: </source>
+        <translation>inconnu : </translation>
+    </message>
+    <message>
+        <source>never reached: </source>
+        <translation>jamais atteint : </translation>
+    </message>
+    <message>
+        <source>holds: </source>
+        <translation>vrai : </translation>
+    </message>
+    <message>
+        <source>character %1: %2</source>
+        <translation>caractère %1 : %2</translation>
     </message>
 </context>
 <context>

@@ -74,14 +74,10 @@ class Proofs {
   }
 
   static void add_written(const Module& module, std::vector<Asked>& asked) {
-    static constexpr std::pair<const char*, Property::Kind> kinds[] = {
-        {"never", Property::never},
-        {"always", Property::always},
-        {"reach", Property::reach},
-        {"assume", Property::assume}};
+    Property::Kind kind{};
     for (const SourceProperty& written : source_properties(module))
-      for (const auto& [name, kind] : kinds)
-        if (written.word == name) asked.push_back({{kind, written.text}, written.where});
+      if (proof::find_kind(written.word, kind))
+        asked.push_back({{kind, written.text}, written.where});
   }
 
   int prove_all(Module& module, const std::vector<Asked>& all) {

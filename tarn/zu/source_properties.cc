@@ -42,10 +42,13 @@ std::vector<std::string> source_lines(const Module& module) {
   return lines;
 }
 
-std::vector<SourceProperty> source_properties(const Module& module) {
+namespace {
+
+std::vector<SourceProperty> properties_in(const std::vector<std::string>& lines,
+                                          const std::string& file, int first) {
   std::vector<SourceProperty> found;
-  int number = module.getSpan().first_line - 1;
-  for (const std::string& line : source_lines(module)) {
+  int number = first - 1;
+  for (const std::string& line : lines) {
     ++number;
     const size_t comment = line.find(";;");
     if (comment == std::string::npos) continue;
@@ -57,10 +60,25 @@ std::vector<SourceProperty> source_properties(const Module& module) {
     SourceProperty& property = found.emplace_back();
     property.word = line.substr(at + 1, end - at - 1);
     property.text = line.substr(text, line.find_last_not_of(" \t\r") + 1 - text);
-    property.where = {*module.getSpan().file, number, static_cast<int>(text) + 1, number,
+    property.where = {file, number, static_cast<int>(text) + 1, number,
                       static_cast<int>(line.size())};
   }
   return found;
+}
+
+}  // namespace
+
+std::vector<SourceProperty> source_properties(const Module& module) {
+  const SourceSpan& head = module.getSpan();
+  if (!head.known()) return {};
+  return properties_in(source_lines(module), *head.file, head.first_line);
+}
+
+std::vector<SourceProperty> source_properties(const std::string& file) {
+  std::vector<std::string> lines;
+  std::ifstream in(file);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return properties_in(lines, file, 1);
 }
 
 }  // namespace kiva

@@ -25,5 +25,7 @@ size_t find_word(const std::string& line, const std::string& word, size_t from =
 /// Those of a module that was read from source text, in its order; none where the file cannot be
 /// read any more.
 std::vector<SourceProperty> source_properties(const Module& module);
+/// Those of all modules of a file; none where it cannot be read.
+std::vector<SourceProperty> source_properties(const std::string& file);
 
 }  // namespace kiva

@@ -250,6 +250,27 @@ TEST_F(Scope, RunsStimuliAndMarksWhatDiffers) {
   EXPECT_TRUE(window->time()->open(file).startsWith(file + ":2: "));
 }
 
+TEST_F(Scope, ProvesAndMakesTheRunThatFails) {
+  open_scope(example("toggle"));
+  QString told;
+  QObject::connect(window->time(), &TimeControl::run_ended,
+                   [&](const QString& text) { told = text; });
+  const auto prove = [&](const char* text) {
+    press("N");  // there is no source with properties
+    scope->prompt()->setText(text);
+    press("Return");
+    wait_for_run();
+    return told;
+  };
+  EXPECT_EQ(prove("Q and Q'"), "never Q and Q': fails in instant 2");
+  EXPECT_EQ(instant(), 2);
+  EXPECT_TRUE(prove("always Q or not Q").startsWith("always Q or not Q: holds: "));
+  EXPECT_EQ(instant(), 2) << "nothing is run where it holds";
+  EXPECT_EQ(prove("Q and"), "character 6: the expression ends too early");
+  EXPECT_EQ(prove("reach Q"), "reach Q: reached in instant 1");
+  EXPECT_EQ(instant(), 1);
+}
+
 TEST_F(Scope, DrawsRegistersWhereThereIsNoAutomaton) {
   open_scope(write("w.zuc", keeper_of_waits));
   ASSERT_FALSE(scope->diagram()->empty());
