@@ -4,10 +4,13 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QProxyStyle>
 #include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTranslator>
 #include <algorithm>
 #include <csignal>
 #include <iostream>
@@ -52,7 +55,9 @@ class ScaledStyle : public QProxyStyle {
 
 void choose_style(std::ostream& errors) {
   if (QStyle* style = QStyleFactory::create("plastique")) {
-    QApplication::setStyle(new ScaledStyle(style));
+    auto* scaled = new ScaledStyle(style);
+    scaled->setObjectName("plastique");
+    QApplication::setStyle(scaled);
     return;
   }
   static bool told = false;
@@ -145,16 +150,34 @@ void show_beside(FenPrincipale& window) {
   window.scope()->setGeometry(place);
 }
 
+/// The user's language, where the window has it; with the toolkit's own texts, where those are
+/// there.
+void speak(QTranslator& window, QTranslator& toolkit) {
+  const QLocale user;
+  if (!window.load(user, "kiva", "_", ":/translations")) return;
+  QCoreApplication::installTranslator(&window);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+  const QString shared = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#else
+  const QString shared = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#endif
+  if (toolkit.load(user, "qtbase", "_", shared)) QCoreApplication::installTranslator(&toolkit);
+}
+
 }  // namespace
 
 int run_window(int argc, char** argv, std::ostream& errors) {
   register_resources();
   // A server that has gone must not take the window with it.
   std::signal(SIGPIPE, SIG_IGN);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)  // always so since
   QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
   QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
   QApplication application(argc, argv);
   QApplication::setApplicationName("KIVA");
+  QTranslator window_texts, toolkit_texts;
+  speak(window_texts, toolkit_texts);
   show_library_messages();
   const StartArguments arguments = read_start_arguments(argc, argv, errors);
   // Without a server, values are missing and not empty.

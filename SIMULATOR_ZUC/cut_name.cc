@@ -16,7 +16,7 @@ int last_difference(const QString& name, const QString& other) {
   int same = 0;
   const int most = std::min(name.size(), other.size());
   while (same < most && name[name.size() - 1 - same] == other[other.size() - 1 - same]) ++same;
-  return std::max(0, name.size() - 1 - same);
+  return std::max(0, static_cast<int>(name.size()) - 1 - same);
 }
 
 }  // namespace

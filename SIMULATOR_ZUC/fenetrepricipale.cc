@@ -69,7 +69,8 @@ void FenPrincipale::start_time() {
     for (QWidget* panel : std::initializer_list<QWidget*>{inputs_panel, debugger_panel, file_panel})
       panel->setEnabled(!busy);
   });
-  recovery_ = std::make_unique<Recovery>(time_.get(), module_file_);
+  const QString& name = shown_name_.isEmpty() ? module_file_ : shown_name_;
+  recovery_ = std::make_unique<Recovery>(time_.get(), name);
   if (recovery_->found()) QTimer::singleShot(0, this, &FenPrincipale::offer_recovery);
   if (scope_open) QTimer::singleShot(0, this, &FenPrincipale::show_scope);
 }
@@ -131,7 +132,7 @@ void FenPrincipale::afficherAll() {
       return;
     }
     file_panel->lineEdit_4->setText(name);
-    module_file_ = name;
+    module_file_ = shown_name_ = name;
   }
   const bool shown = guarded("afficherAll", [&] {
     if (simulation_ == nullptr) simulation_ = std::make_unique<Simulation>(pautom);

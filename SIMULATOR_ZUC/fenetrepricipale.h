@@ -19,6 +19,7 @@
 #include "SIMULATOR_ZUC/panels/titlebar.h"
 #include "SIMULATOR_ZUC/set_reset.h"
 #include "SIMULATOR_ZUC/signal_color.h"
+#include "SIMULATOR_ZUC/source_watch.h"
 #include "SIMULATOR_ZUC/time_control.h"
 #include "base/sock.h"
 #include "engine/simulation.h"
@@ -163,7 +164,9 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void raise_set();
   void show_help();
   void show_panels_menu();
-  /// Shows another module; false, with a message, and the one that runs as it was where that fails.
+  /// Shows another module, or one of a source text, which is then shown anew with the instants so
+  /// far each time that it is saved; false, with a message, and the one that runs as it was where
+  /// that fails.
   bool open_file(const QString& name);
   /// Asks for its file.
   void ask_open();
@@ -208,6 +211,10 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   void fill_locals_and_registers();
   void start_choices();
   void start_time();
+  bool show_module(const QString& module_file, const QString& name);
+  bool open_source(const QString& name);
+  void reload_source();
+  void tell_of_source();
   void offer_recovery();
   /// False where a person wants to keep the run that is shown, or its file could not be written.
   bool may_leave_run();
@@ -236,7 +243,9 @@ class FenPrincipale : public QMainWindow, public Ui::MainWindow {
   std::unique_ptr<TimeControl> time_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<ScopeWindow> scope_;
-  QString module_file_;  ///< of the running module
+  std::unique_ptr<SourceWatch> watch_;  ///< null for a module without
+  QString module_file_;                 ///< of the running module
+  QString shown_name_;                  ///< what a person has opened
   ServerLine* server_line_ = nullptr;
   bool stepping_ = false;     ///< the worker runs an instant for the button
   std::string load_problem_;  ///< of the last file: name, line and reason

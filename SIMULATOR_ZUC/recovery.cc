@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "SIMULATOR_ZUC/state_folder.h"
 #include "SIMULATOR_ZUC/time_control.h"
 
 namespace kiva {
@@ -17,9 +18,8 @@ constexpr int shortest_wait = 2000;  // milliseconds
 /// A long run is written less often: its file takes a twentieth of the time at most.
 constexpr int wait_for_each = 20;
 
-QString state_folder() {
-  const QString set = qEnvironmentVariable("XDG_STATE_HOME");
-  return (QDir::isAbsolutePath(set) ? set : QDir::homePath() + "/.local/state") + "/kiva/recovery";
+QString recovery_folder() {
+  return state_folder() + "/recovery";
 }
 
 }  // namespace
@@ -29,8 +29,8 @@ Recovery::Recovery(TimeControl* time, const QString& module_file, QObject* paren
   const QFileInfo module(module_file);
   const QByteArray path = QFile::encodeName(module.absoluteFilePath());
   const QByteArray hash = QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex();
-  if (!QDir().mkpath(state_folder())) return;
-  file_ = state_folder() + '/' + module.completeBaseName() + '-' +
+  if (!QDir().mkpath(recovery_folder())) return;
+  file_ = recovery_folder() + '/' + module.completeBaseName() + '-' +
           QString::fromLatin1(hash.left(16)) + ".kivasession";
   auto lock = std::make_unique<QLockFile>(file_ + ".lock");
   lock->setStaleLockTime(0);  // as long as its process lives

@@ -6,6 +6,9 @@
 // The macro declares a function of the global namespace.
 static void init_application_resources() {
   Q_INIT_RESOURCE(application);
+#ifdef KIVA_TRANSLATIONS
+  Q_INIT_RESOURCE(translations);
+#endif
 }
 
 namespace kiva {

@@ -1,6 +1,7 @@
 #include "SIMULATOR_ZUC/time_control.h"
 
 #include <QFile>
+#include <algorithm>
 #include <fstream>
 #include <optional>
 
@@ -232,6 +233,51 @@ QString TimeControl::open_stimuli(const QString& name) {
     if (end.told.isEmpty()) end.told = tr("%1: %2 instants agree").arg(name).arg(lines.size());
   });
   return {};
+}
+
+Past TimeControl::past() {
+  const Recording::Position here = recording_.position();
+  Past past{simulation_->input_names(),
+            recording_.branch(here.branch).initialised,
+            {},
+            choices_of(simulation_->state()),
+            !unsaved()};
+  for (long instant = recording_.first_instant() + 1; instant <= here.instant; ++instant)
+    past.instants.push_back(recording_.choices_at({here.branch, instant}));
+  return past;
+}
+
+Choices TimeControl::by_name(const Choices& choices, const std::vector<std::string>& inputs) const {
+  Choices ours = choices_of(simulation_->state());
+  ours.set = choices.set;
+  ours.reset = choices.reset;
+  const std::vector<std::string>& names = simulation_->input_names();
+  for (size_t row = 0; row < names.size(); ++row) {
+    const auto its = std::find(inputs.begin(), inputs.end(), names[row]);
+    if (its == inputs.end()) continue;
+    const auto at = static_cast<size_t>(its - inputs.begin());
+    ours.inputs[row] = choices.inputs[at];
+    ours.texts[row] = choices.texts[at];
+  }
+  return ours;
+}
+
+void TimeControl::replay(const Past& past) {
+  if (busy_) return;
+  if (past.initialised) recording_.init();
+  start([this, past](Ended&) {
+    size_t at = 0;
+    recording_.run(
+        static_cast<long>(past.instants.size()), socket_(),
+        [&] { apply(by_name(past.instants[at++], past.inputs), *simulation_); },
+        [&](const SimulationState& state) {
+          progress_ = state.instant;
+          return false;
+        },
+        &stop_);
+    apply(by_name(past.next, past.inputs), *simulation_);
+    if (past.saved) set_saved(true);
+  });
 }
 
 void TimeControl::ended(const Ended& end) {

@@ -17,6 +17,15 @@ namespace kiva {
 /// Time, for the windows: the recording of the running module, and a worker that runs more than one
 /// instant. While it is busy nobody else touches recording or simulation, and every move here says
 /// false.
+/// The instants that led to the one that is shown, and what is chosen for the next.
+struct Past {
+  std::vector<std::string> inputs;
+  bool initialised = false;  ///< they begin at an Init
+  std::vector<Choices> instants;
+  Choices next;
+  bool saved = true;
+};
+
 class TimeControl : public QObject {
   Q_OBJECT
 
@@ -64,6 +73,11 @@ class TimeControl : public QObject {
   /// not as they await.
   QString open(const QString& name);
 
+  Past past();
+  /// Runs them in the worker, at the start of a module whose inputs may be others: they are found
+  /// by name, and new ones are Zero.
+  void replay(const Past& past);
+
   /// An input that is a pulse is Zero again behind each instant.
   bool is_pulse(size_t row) const { return pulses_.contains(row); }
   void set_pulse(size_t row, bool pulse);
@@ -92,6 +106,7 @@ class TimeControl : public QObject {
   };
   using Job = std::function<void(Ended& end)>;
   QString open_stimuli(const QString& name);
+  Choices by_name(const Choices& choices, const std::vector<std::string>& inputs) const;
   void start(const Job& job);
   void work(long instants, const Condition* until, Ended& end);
   void ended(const Ended& end);

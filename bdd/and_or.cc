@@ -1,9 +1,9 @@
-// The two operators that recurse on nodes, and what is composed of them.
+// The operators that recurse on two functions, and what is composed of them.
 //
-// There is one recursion, the or: and(f, g) is not or(not f, not g), and through the complement
-// edges both ways make the same nodes in the same order. The recursion splits at the upper of the
-// two top variables; the or is symmetric, so the order of operands changes nothing but the key
-// under which a result is remembered.
+// Of or and and there is one recursion, the or: and(f, g) is not or(not f, not g), and through the
+// complement edges both ways make the same nodes in the same order. The recursion splits at the
+// upper of the two top variables; the or is symmetric, so the order of operands changes nothing but
+// the key under which a result is remembered.
 
 #include <algorithm>
 #include <iostream>
@@ -17,7 +17,32 @@ namespace {
 
 struct operand_pair {
   bdd_edge f, g;
+
+  // Of an operation that is odd in both.
+  operand_pair regular() const { return {f.regular(), g.regular()}; }
+  bool complemented() const { return f.complemented() != g.complemented(); }
 };
+
+/// Operands' codes in an order that does not tell which was first.
+std::uint64_t symmetric_key(operand_pair t) {
+  const std::uint64_t a = t.f.code(), b = t.g.code();
+  return a < b ? a << 32 | b : b << 32 | a;
+}
+
+/// At the upper of the two top variables.
+void split_pair(const bdd_internals& diagram, operand_pair t, operand_pair& then_task,
+                operand_pair& else_task) {
+  const int i = diagram.index(t.f), j = diagram.index(t.g);
+  then_task = else_task = t;
+  if (i <= j) {
+    then_task.f = diagram.then_of(t.f);
+    else_task.f = diagram.else_of(t.f);
+  }
+  if (j <= i) {
+    then_task.g = diagram.then_of(t.g);
+    else_task.g = diagram.else_of(t.g);
+  }
+}
 
 /// Reports an or or and that came out above both operands; cannot happen on correct diagrams.
 [[noreturn]] void misplaced_result(bddpp_manager& manager, const char* name, bdd_edge f, bdd_edge g,
@@ -62,22 +87,9 @@ class disjunction {
     return true;
   }
 
-  std::uint64_t key(task t) const {
-    const std::uint64_t a = t.f.code(), b = t.g.code();
-    return a < b ? a << 32 | b : b << 32 | a;
-  }
-
+  std::uint64_t key(task t) const { return symmetric_key(t); }
   void split(task t, task& then_task, task& else_task) const {
-    const int i = d_.index(t.f), j = d_.index(t.g);
-    then_task = else_task = t;
-    if (i <= j) {
-      then_task.f = d_.then_of(t.f);
-      else_task.f = d_.else_of(t.f);
-    }
-    if (j <= i) {
-      then_task.g = d_.then_of(t.g);
-      else_task.g = d_.else_of(t.g);
-    }
+    split_pair(d_, t, then_task, else_task);
   }
 
   bdd_edge join(task t, bdd_edge then_result, bdd_edge else_result) const {
@@ -94,6 +106,40 @@ class disjunction {
  private:
   const bdd_internals& d_;
   bool as_and_;
+};
+
+/// Odd in both operands: one visit serves four pairs.
+class difference {
+ public:
+  using task = operand_pair;
+  static constexpr bool odd = true;
+
+  explicit difference(const bdd_internals& diagram) : d_(diagram) {}
+
+  bool solved(task t, bdd_edge& result) const {
+    const bdd_edge one = d_.one();
+    if (d_.is_constant(t.f)) {
+      result = t.g.flipped_if(t.f == one);
+    } else if (d_.is_constant(t.g)) {
+      result = t.f.flipped_if(t.g == one);
+    } else if (t.f.same_node(t.g)) {
+      result = one.flipped_if(t.f == t.g);
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  std::uint64_t key(task t) const { return symmetric_key(t); }
+  void split(task t, task& then_task, task& else_task) const {
+    split_pair(d_, t, then_task, else_task);
+  }
+  bdd_edge join(task t, bdd_edge then_result, bdd_edge else_result) const {
+    return d_.make(d_.var_id(d_.index(t.f) <= d_.index(t.g) ? t.f : t.g), then_result, else_result);
+  }
+
+ private:
+  const bdd_internals& d_;
 };
 
 bdd_edge disjunction_of(const bdd_internals& diagram, bdd_edge f, bdd_edge g, bool as_and) {
@@ -157,8 +203,15 @@ bdd bddpp_manager::Bdd_nor(const bdd& f, const bdd& g) {
 }
 
 bdd bddpp_manager::Bdd_xor(const bdd& f, const bdd& g) {
-  const bdd only_f = Bdd_and(f, Bdd_not(g));
-  return Bdd_or(only_f, Bdd_and(Bdd_not(f), g));
+  check_operands(this, "Bdd_and", f.node(), Bdd_not(g).node());
+  const bdd_internals diagram(this);
+  difference rule(diagram);
+  int link = 1;
+  bdd_node* node = diagram.returned(descent<difference>(rule, diagram.memory())
+                                        .run({diagram.edge_of(f.link_type(), f.node()),
+                                              diagram.edge_of(g.link_type(), g.node())}),
+                                    link);
+  return bdd(this, link, node);
 }
 
 bdd bddpp_manager::Bdd_xnor(const bdd& f, const bdd& g) {

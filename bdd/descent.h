@@ -15,7 +15,8 @@ namespace kiva {
 ///
 /// A Rule has: task; bool solved(task, bdd_edge&); std::uint64_t key(task);
 /// void split(task, task& then, task& else); bdd_edge join(task, then, else);
-/// static constexpr bool odd: the task is an edge, and its complement has the complement as result.
+/// static constexpr bool odd: the complement of a task (an edge, or what has its `regular` and
+/// `complemented`) has the complement as result.
 template <class Rule>
 class descent {
  public:

@@ -102,6 +102,19 @@ install(FILES ${PROJECT_BINARY_DIR}/kiva.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
+# The same as one site, where python3-markdown is.
+execute_process(COMMAND ${PROJECT_SOURCE_DIR}/scripts/site --able RESULT_VARIABLE kiva_no_site OUTPUT_QUIET
+                ERROR_QUIET)
+if(NOT kiva_no_site)
+  file(GLOB site_pages CONFIGURE_DEPENDS *.md docs/* examples/README.md examples/*/README.md editors/README.md
+       bench/README.md)
+  add_custom_command(
+    OUTPUT ${PROJECT_BINARY_DIR}/site/index.html
+    COMMAND ${PROJECT_SOURCE_DIR}/scripts/site ${PROJECT_BINARY_DIR}/site
+    DEPENDS ${site_pages} ${PROJECT_SOURCE_DIR}/scripts/site VERBATIM)
+  add_custom_target(kiva_site ALL DEPENDS ${PROJECT_BINARY_DIR}/site/index.html)
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/site/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/html COMPONENT doc)
+endif()
 install(DIRECTORY editors DESTINATION ${CMAKE_INSTALL_DATADIR}/kiva COMPONENT doc)
 
 if(PROJECT_IS_TOP_LEVEL)

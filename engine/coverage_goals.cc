@@ -3,7 +3,6 @@
 #include <nlohmann/json.hpp>
 
 #include "engine/diagram.h"
-#include "engine/lit_source.h"
 
 namespace kiva {
 
@@ -43,14 +42,16 @@ void CoverageGoals::read(const std::string& map_text, const Simulation& simulati
   for (size_t n = 0; n < source.instances().size(); ++n)
     for (auto& [place, cover] : source.active(n))
       goals.push_back({CoverageGoal::statements,
-                       source.instances()[n].path + ' ' + place_text(place), std::move(cover)});
+                       source.instances()[n].path + ' ' + place_text(place), std::move(cover),
+                       place});
   for (const Diagram& automaton : automata_of_map(map_text)) {
     const DiagramLights lights(automaton, simulation);
     for (size_t node = 0; node < automaton.nodes.size(); ++node)
-      goals.push_back({CoverageGoal::states, node_text(automaton, node), lights.entered(node)});
+      goals.push_back({CoverageGoal::states, node_text(automaton, node), lights.entered(node),
+                       automaton.nodes[node].place});
     for (size_t arc = 0; arc < automaton.arcs.size(); ++arc)
-      goals.push_back(
-          {CoverageGoal::transitions, arc_text(automaton, automaton.arcs[arc]), lights.fired(arc)});
+      goals.push_back({CoverageGoal::transitions, arc_text(automaton, automaton.arcs[arc]),
+                       lights.fired(arc), automaton.arcs[arc].place});
   }
 }
 

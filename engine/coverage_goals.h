@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/shown_cover.h"
+#include "engine/lit_source.h"
 
 namespace kiva {
 
@@ -16,6 +16,7 @@ struct CoverageGoal {
   const char* kind;  ///< one of these
   std::string name;  ///< two of one name are one
   ShownCover reached;
+  SourcePlace place;
 };
 
 /// The goals of a module by the map of its source.

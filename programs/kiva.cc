@@ -20,6 +20,7 @@ int answer(int argc, char** argv) {
   notes.summary = "simulator of synchronous reactive modules";
   notes.synopsis = "[OPTIONS] [--open FILE | FILE HOST PORT]";
   notes.examples = {{"kiva --open lift.zuc", "opens a module without data"},
+                    {"kiva --open lift.zu", "compiles it, and again when it is saved"},
                     {"kiva --scope --open lift.zuc", "with waves, branches, source text and why"},
                     {"kiva lift.zuc localhost 4000", "with the module's evaluation server"}};
   notes.statuses = programs::common_statuses();

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/process_end.h"
+#include "programs/sarif.h"
 #include "programs/told_text.h"
 #include "tarn/session/session.h"
 #include "tarn/session/source_excerpt.h"
@@ -59,6 +60,7 @@ std::string excerpt(const Place& where) {
 namespace {
 
 void print(const std::string& program, const Diagnostic& diagnostic) {
+  Sarif::keep(diagnostic);
   // On a terminal a line of progress may stand there.
   std::string text = isatty(STDERR_FILENO) == 0 ? "" : "\r\033[K";
   text += diagnostic.line(program) + excerpt(diagnostic.where);

@@ -4,12 +4,12 @@
 #include "proof/image.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdint>
+#include <array>
+#include <map>
 #include <numeric>
 #include <unordered_map>
 
-#include "base/text_stream.h"
+#include "base/graph_walk.h"
 
 namespace kiva::proof {
 
@@ -17,13 +17,6 @@ namespace {
 
 /// Nodes up to which conjuncts are joined.
 constexpr long joined_size = 1500;
-
-bdd product(bddpp_manager& manager, std::vector<long> indices) {
-  std::sort(indices.rbegin(), indices.rend());
-  bdd cube = manager.Bdd_one();
-  for (long index : indices) cube = manager.Bdd_and(manager.Bdd_var_by_index(index), cube);
-  return cube;
-}
 
 /// The order in which the functions come in.
 std::vector<size_t> quantification_order(bddpp_manager& manager, const TransitionSystem& system) {
@@ -60,6 +53,13 @@ std::vector<size_t> quantification_order(bddpp_manager& manager, const Transitio
 }
 
 }  // namespace
+
+bdd product(bddpp_manager& manager, std::vector<long> indices) {
+  std::sort(indices.rbegin(), indices.rend());
+  bdd cube = manager.Bdd_one();
+  for (long index : indices) cube = manager.Bdd_and(manager.Bdd_var_by_index(index), cube);
+  return cube;
+}
 
 Image::Image(TransitionSystem& system) : manager_(system.manager) {
   next_to_now_.resize(static_cast<size_t>(manager_.Nb_bdd_vars()));
@@ -103,68 +103,49 @@ bdd Image::operator()(const bdd& states) const {
   return manager_.Bdd_replace_vars(reached, next_to_now_.data());
 }
 
-namespace {
-
-/// A count that is exact below 2^128, and else as close as a double.
-struct Count {
-  unsigned __int128 exact = 0;
-  double rough = 0;
-  bool is_exact = true;
-};
-
-Count times_two_to(Count count, int levels) {
-  count.is_exact =
-      count.is_exact &&
-      (count.exact == 0 ||
-       (levels < 120 && count.exact < (static_cast<unsigned __int128>(1) << (120 - levels))));
-  if (count.is_exact && count.exact != 0) count.exact <<= levels;
-  count.rough = std::ldexp(count.rough, levels);
-  return count;
-}
-
-std::string text_of(const Count& count) {
-  if (!count.is_exact || count.exact >> 64 != 0) {
-    TextStream out;
-    out.precision(3);
-    out << "about " << count.rough;
-    return out.str();
-  }
-  return std::to_string(static_cast<std::uint64_t>(count.exact));
-}
-
-}  // namespace
-
-std::string count_states(TransitionSystem& system, const bdd& states) {
-  // Levels are the `now` variables alone; a literal of a node counts the levels that it skips.
-  std::vector<int> level(static_cast<size_t>(system.manager.Nb_bdd_vars()), 0);
-  std::vector<long> now;
-  for (const TransitionSystem::Register& reg : system.registers) now.push_back(reg.now);
-  std::sort(now.begin(), now.end());
-  const int levels = static_cast<int>(now.size());
-  for (int k = 0; k < levels; ++k) level[static_cast<size_t>(now[static_cast<size_t>(k)])] = k;
-  std::unordered_map<std::uint64_t, Count> known;
+Natural count_states(TransitionSystem& system, const bdd& all,
+                     const std::vector<size_t>& registers) {
+  // Levels are the variables that count; a literal of a node counts the levels that it skips.
+  std::vector<int> level(static_cast<size_t>(system.manager.Nb_bdd_vars()), -1);
+  std::vector<long> counted, others;
+  for (size_t k : registers) counted.push_back(system.registers[k].now);
+  std::sort(counted.begin(), counted.end());
+  const int levels = static_cast<int>(counted.size());
+  for (int k = 0; k < levels; ++k) level[static_cast<size_t>(counted[static_cast<size_t>(k)])] = k;
+  for (const TransitionSystem::Register& reg : system.registers)
+    if (level[static_cast<size_t>(reg.now)] < 0) others.push_back(reg.now);
+  const bdd states =
+      system.manager.Bdd_and_exist(all, system.manager.Bdd_one(), product(system.manager, others));
   const auto level_of = [&](const bdd_node* node) {
     return node->var_index() < 0 ? levels : level[static_cast<size_t>(node->var_index())];
   };
-  // The assignments of the levels from the node's on.
-  const auto count = [&](const bdd_node* node, int link, auto& self) -> Count {
-    if (node->var_index() < 0) return link == 1 ? Count{1, 1, true} : Count{};
-    const std::uint64_t key = static_cast<std::uint64_t>(node->global_id()) * 2 + (link == 1);
-    if (const auto at = known.find(key); at != known.end()) return at->second;
-    Count sum;
-    for (const auto& [child, child_link] :
-         {std::pair{node->then_node(), link},
-          std::pair{node->else_node(), link * node->else_link_type()}}) {
-      const Count part =
-          times_two_to(self(child, child_link, self), level_of(child) - level_of(node) - 1);
-      sum.exact += part.exact;
-      sum.rough += part.rough;
-      sum.is_exact = sum.is_exact && part.is_exact;
-    }
-    return known.emplace(key, sum).first->second;
+  // By node and link: the assignments of the levels from the node's on.
+  using Edge = std::pair<const bdd_node*, int>;
+  std::map<Edge, Natural> counts;
+  const auto known = [&](const Edge& edge) { return counts.contains(edge); };
+  const auto parts = [&](const Edge& edge) {
+    const auto [node, link] = edge;
+    return std::array{Edge{node->then_node(), link},
+                      Edge{node->else_node(), link * node->else_link_type()}};
   };
-  return text_of(
-      times_two_to(count(states.node(), states.link_type(), count), level_of(states.node())));
+  const auto needs = [&](const Edge& edge, auto ask) {
+    if (edge.first->var_index() < 0) return;
+    for (const Edge& part : parts(edge)) ask(part);
+  };
+  const auto count = [&](const Edge& edge) {
+    Natural& sum = counts[edge];
+    if (edge.first->var_index() < 0) {
+      sum = edge.second == 1 ? 1 : 0;
+      return;
+    }
+    for (const Edge& part : parts(edge)) {
+      Natural shifted = counts.at(part);
+      sum += shifted <<= static_cast<unsigned>(level_of(part.first) - level_of(edge.first) - 1);
+    }
+  };
+  const Edge root{states.node(), states.link_type()};
+  walk_from_below<Edge>(root, known, needs, count);
+  return counts.at(root) <<= static_cast<unsigned>(level_of(states.node()));
 }
 
 }  // namespace kiva::proof

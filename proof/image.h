@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
 #include <vector>
 
+#include "base/natural.h"
 #include "bdd/bddpp.h"
 
 namespace kiva::proof {
@@ -21,7 +21,7 @@ struct TransitionSystem {
   bddpp_manager manager;
   std::vector<Register> registers;
   std::vector<Input> inputs;
-  bdd bad;  ///< over `now` variables and inputs
+  std::vector<bdd> roots;  ///< over `now` variables and inputs
 };
 
 /// The successors of sets of states, both over the `now` variables. The transition relation is a
@@ -44,8 +44,11 @@ class Image {
   std::vector<long> next_to_now_;
 };
 
-/// The states of a set over the `now` variables, as a decimal number. From 2^64 on it is rounded to
-/// three places: "about 1.23e+45".
-std::string count_states(TransitionSystem& system, const bdd& states);
+/// How many states of some registers, by place, a set of states over the `now` variables has.
+Natural count_states(TransitionSystem& system, const bdd& states,
+                     const std::vector<size_t>& registers);
+
+/// Product of the variables of those indices.
+bdd product(bddpp_manager& manager, std::vector<long> indices);
 
 }  // namespace kiva::proof

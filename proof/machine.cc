@@ -66,6 +66,17 @@ std::vector<std::uint64_t> words_of(const std::vector<bool>& inputs) {
   return words;
 }
 
+Machine after(const Machine& machine, const Run& run) {
+  Stepper stepper(machine);
+  for (const std::vector<bool>& inputs : run) {
+    stepper.look(words_of(inputs));
+    stepper.move();
+  }
+  Machine left = machine;
+  for (Machine::Latch& latch : left.latches) latch.initial = (stepper.word(latch.now) & 1) != 0;
+  return left;
+}
+
 size_t first_bad(const Machine& machine, const Run& run) {
   Stepper stepper(machine);
   for (size_t instant = 0; instant < run.size(); ++instant) {

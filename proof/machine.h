@@ -58,6 +58,9 @@ std::vector<bool> undetermined(const Machine& machine);
 /// One word an input, each run of the 64 with the same.
 std::vector<std::uint64_t> words_of(const std::vector<bool>& inputs);
 
+/// The machine as the run leaves it.
+Machine after(const Machine& machine, const Run& run);
+
 /// The first instant of the run, from 1, in which `bad` is 1; 0 for none.
 size_t first_bad(const Machine& machine, const Run& run);
 

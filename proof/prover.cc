@@ -1,5 +1,6 @@
 #include "proof/prover.h"
 
+#include "proof/correspondence.h"
 #include "proof/reduction.h"
 #include "proof/sat.h"
 
@@ -15,10 +16,8 @@ namespace {
 
 class Turns {
  public:
-  Turns(const Machine& machine, const ProverOptions& options)
-      : options_(options),
-        end_(Stop::Clock::now() + std::chrono::duration_cast<Stop::Clock::duration>(
-                                      std::chrono::duration<double>(options.seconds))) {
+  Turns(const Machine& machine, const ProverOptions& options, Stop::Clock::time_point end)
+      : options_(options), end_(end) {
     engines_.push_back(random_search(machine));
     engines_.push_back(bounded_search(machine));
     bounded_ = engines_.back().get();
@@ -27,11 +26,12 @@ class Turns {
     engines_.push_back(state_walk(machine));
   }
 
-  Answer run() {
-    for (double slice = 0.03; !over(); slice *= 1.6) {
+  /// Until an answer, or slices have grown to so many seconds.
+  Answer run(double longest) {
+    for (; !over() && slice_ <= longest; slice_ *= 1.6) {
       for (const std::unique_ptr<Engine>& engine : engines_) {
         if (engine->exhausted() || over()) continue;
-        Answer answer = engine->work(slice_of(slice));
+        Answer answer = engine->work(slice_of(slice_));
         if (answer.verdict == Verdict::fails) return shortest(std::move(answer));
         if (answer.verdict == Verdict::holds && (answer.invariant || !options_.invariant))
           return answer;
@@ -79,13 +79,43 @@ class Turns {
   Stop::Clock::time_point end_;
   std::vector<std::unique_ptr<Engine>> engines_;
   Engine* bounded_ = nullptr;
+  double slice_ = 0.03;
 };
+
+/// On the machine with one node for all that correspond, where there are such. An invariant of it
+/// says nothing of the others, so none is given.
+Answer prove_merged(const Machine& machine, Turns& turns, const ProverOptions& options,
+                    Stop::Clock::time_point end) {
+  constexpr double longest = 1e9, part = 0.4;
+  Correspondence correspondence(machine);
+  if (options.progress) options.progress("looking for signals that correspond");
+  if (!correspondence.find(Stop::after(options.seconds * part, options.asked)) ||
+      correspondence.count() == 0)
+    return turns.run(longest);
+  const Machine merged = correspondence.merged();
+  const Reduction reduction(merged);
+  Turns again(reduction.machine(), options, end);
+  Answer answer = reduction.lifted(again.run(longest));
+  answer.invariant.reset();
+  if (answer.verdict == Verdict::holds)
+    answer.how =
+        std::to_string(correspondence.count()) + " signals correspond to others; " + answer.how;
+  return answer;
+}
 
 }  // namespace
 
 Answer prove(const Machine& machine, const ProverOptions& options) {
+  constexpr double longest_at_first = 0.03;  // each engine once
+  const Stop::Clock::time_point end =
+      Stop::Clock::now() + std::chrono::duration_cast<Stop::Clock::duration>(
+                               std::chrono::duration<double>(options.seconds));
   const Reduction reduction(machine);
-  return reduction.lifted(Turns(reduction.machine(), options).run());
+  Turns turns(reduction.machine(), options, end);
+  Answer answer = turns.run(options.invariant ? options.seconds : longest_at_first);
+  if (answer.verdict == Verdict::unknown && !options.invariant)
+    answer = prove_merged(reduction.machine(), turns, options, end);
+  return reduction.lifted(std::move(answer));
 }
 
 bool is_invariant(const Machine& machine, const Invariant& invariant) {

@@ -58,8 +58,10 @@ void Sat::clause(const std::vector<int>& literals) {
   solver_->add(0);
 }
 
-std::optional<bool> Sat::solve(const std::vector<int>& assumptions, const Stop& stop) {
+std::optional<bool> Sat::solve(const std::vector<int>& assumptions, const Stop& stop,
+                               int conflicts) {
   for (int literal : assumptions) solver_->assume(literal);
+  if (conflicts >= 0) solver_->limit("conflicts", conflicts);
   SolverPause pause(stop);
   solver_->connect_terminator(&pause);
   const int status = solver_->solve();

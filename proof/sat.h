@@ -27,8 +27,10 @@ class Sat {
   /// A variable that no node has.
   int fresh() { return ++variables_; }
   void clause(const std::vector<int>& literals);
-  /// Whether clauses and assumptions can hold together; nothing when stopped.
-  [[nodiscard]] std::optional<bool> solve(const std::vector<int>& assumptions, const Stop& stop);
+  /// Whether clauses and assumptions can hold together; nothing when stopped,
+  /// or after so many conflicts, where that is not negative.
+  [[nodiscard]] std::optional<bool> solve(const std::vector<int>& assumptions, const Stop& stop,
+                                          int conflicts = -1);
   /// After a `true`: whether the literal holds; false for one that was never entered.
   [[nodiscard]] bool value(int literal) const;
   [[nodiscard]] bool value_of(Literal a) const;

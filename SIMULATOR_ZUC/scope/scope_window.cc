@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "SIMULATOR_ZUC/scope/scope_look.h"
+#include "SIMULATOR_ZUC/state_folder.h"
 #include "SIMULATOR_ZUC/window_look.h"
 
 namespace kiva {
@@ -26,41 +27,45 @@ constexpr int progress_every = 50;  // milliseconds
 
 std::span<const ScopeWindow::Control> ScopeWindow::controls() {
   static const Control all[] = {
-      {"Home", "|\u25c0", "to the first instant", &ScopeWindow::first},
-      {"Left", "\u25c0", "an instant back", &ScopeWindow::back},
-      {"Return", "Go \u25b6", "Go: one instant with the choices", &ScopeWindow::go},
-      {"Right", "\u25b6", "an instant on, as it was", &ScopeWindow::forward},
-      {"End", "\u25b6|", "to the last instant", &ScopeWindow::last},
-      {"Shift+Return", "N", "run so many instants", &ScopeWindow::ask_run},
-      {"U", "until", "run until a condition holds", &ScopeWindow::ask_until},
-      {"Space", "run", "run on, and stop", &ScopeWindow::run_or_stop},
-      {"G", nullptr, "to an instant by its number", &ScopeWindow::ask_instant},
-      {"Ctrl+Left", nullptr, "to the change of the chosen signal before",
+      {"Home", "|\u25c0", QT_TR_NOOP("to the first instant"), &ScopeWindow::first},
+      {"Left", "\u25c0", QT_TR_NOOP("an instant back"), &ScopeWindow::back},
+      {"Return", "Go \u25b6", QT_TR_NOOP("Go: one instant with the choices"), &ScopeWindow::go},
+      {"Right", "\u25b6", QT_TR_NOOP("an instant on, as it was"), &ScopeWindow::forward},
+      {"End", "\u25b6|", QT_TR_NOOP("to the last instant"), &ScopeWindow::last},
+      {"Shift+Return", "N", QT_TR_NOOP("run so many instants"), &ScopeWindow::ask_run},
+      {"U", QT_TR_NOOP("until"), QT_TR_NOOP("run until a condition holds"),
+       &ScopeWindow::ask_until},
+      {"Space", QT_TR_NOOP("run"), QT_TR_NOOP("run on, and stop"), &ScopeWindow::run_or_stop},
+      {"G", nullptr, QT_TR_NOOP("to an instant by its number"), &ScopeWindow::ask_instant},
+      {"Ctrl+Left", nullptr, QT_TR_NOOP("to the change of the chosen signal before"),
        &ScopeWindow::change_before},
-      {"Ctrl+Right", nullptr, "to its next change", &ScopeWindow::change_after},
-      {"/", nullptr, "find a signal", &ScopeWindow::ask_signal},
-      {"P", nullptr, "the input chosen last is a pulse, or a level", &ScopeWindow::pulse},
-      {"B", nullptr, "show the next branch", &ScopeWindow::next_branch},
-      {"M", nullptr, "mark this instant", &ScopeWindow::ask_mark},
-      {"I", nullptr, "Init: back to the start", &ScopeWindow::init},
-      {"+", nullptr, "wider instants", &ScopeWindow::zoom_in},
-      {"-", nullptr, "narrower instants", &ScopeWindow::zoom_out},
-      {"Ctrl+Up", nullptr, "the chosen row one up", &ScopeWindow::row_up},
-      {"Ctrl+Down", nullptr, "the chosen row one down", &ScopeWindow::row_down},
-      {"H", nullptr, "show or hide what the compiler made", &ScopeWindow::toggle_made},
-      {"E", nullptr, "write the branch as a value change dump", &ScopeWindow::export_dump},
-      {"X", nullptr, "write the automaton that is shown as SVG", &ScopeWindow::export_diagram},
-      {"]", nullptr, "a larger automaton", &ScopeWindow::diagram_larger},
-      {"[", nullptr, "a smaller automaton", &ScopeWindow::diagram_smaller},
-      {"S", nullptr, "save the session, or the branch as stimuli", &ScopeWindow::save},
-      {"O", nullptr, "open a session, or run stimuli", &ScopeWindow::open},
-      {"D", nullptr, "dark or light", &ScopeWindow::toggle_dark},
-      {"C", nullptr, "colours that are told apart without red and green",
+      {"Ctrl+Right", nullptr, QT_TR_NOOP("to its next change"), &ScopeWindow::change_after},
+      {"/", nullptr, QT_TR_NOOP("find a signal"), &ScopeWindow::ask_signal},
+      {"P", nullptr, QT_TR_NOOP("the input chosen last is a pulse, or a level"),
+       &ScopeWindow::pulse},
+      {"B", nullptr, QT_TR_NOOP("show the next branch"), &ScopeWindow::next_branch},
+      {"M", nullptr, QT_TR_NOOP("mark this instant"), &ScopeWindow::ask_mark},
+      {"I", nullptr, QT_TR_NOOP("Init: back to the start"), &ScopeWindow::init},
+      {"+", nullptr, QT_TR_NOOP("wider instants"), &ScopeWindow::zoom_in},
+      {"-", nullptr, QT_TR_NOOP("narrower instants"), &ScopeWindow::zoom_out},
+      {"Ctrl+Up", nullptr, QT_TR_NOOP("the chosen row one up"), &ScopeWindow::row_up},
+      {"Ctrl+Down", nullptr, QT_TR_NOOP("the chosen row one down"), &ScopeWindow::row_down},
+      {"H", nullptr, QT_TR_NOOP("show or hide what the compiler made"), &ScopeWindow::toggle_made},
+      {"E", nullptr, QT_TR_NOOP("write the branch as a value change dump"),
+       &ScopeWindow::export_dump},
+      {"X", nullptr, QT_TR_NOOP("write the automaton that is shown as SVG"),
+       &ScopeWindow::export_diagram},
+      {"]", nullptr, QT_TR_NOOP("a larger automaton"), &ScopeWindow::diagram_larger},
+      {"[", nullptr, QT_TR_NOOP("a smaller automaton"), &ScopeWindow::diagram_smaller},
+      {"S", nullptr, QT_TR_NOOP("save the session, or the branch as stimuli"), &ScopeWindow::save},
+      {"O", nullptr, QT_TR_NOOP("open a session, or run stimuli"), &ScopeWindow::open},
+      {"D", nullptr, QT_TR_NOOP("dark or light"), &ScopeWindow::toggle_dark},
+      {"C", nullptr, QT_TR_NOOP("colours that are told apart without red and green"),
        &ScopeWindow::toggle_safe},
-      {"Ctrl++", nullptr, "larger", &ScopeWindow::larger},
-      {"Ctrl+-", nullptr, "smaller", &ScopeWindow::smaller},
-      {"Ctrl+0", nullptr, "told size", &ScopeWindow::told_size},
-      {"?", "?", "the keys", &ScopeWindow::show_keys},
+      {"Ctrl++", nullptr, QT_TR_NOOP("larger"), &ScopeWindow::larger},
+      {"Ctrl+-", nullptr, QT_TR_NOOP("smaller"), &ScopeWindow::smaller},
+      {"Ctrl+0", nullptr, QT_TR_NOOP("told size"), &ScopeWindow::told_size},
+      {"?", "?", QT_TR_NOOP("the keys"), &ScopeWindow::show_keys},
   };
   return all;
 }
@@ -99,7 +104,7 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
   make_keys();
 
   connect_all();
-  const QSettings settings;
+  const QSettings settings(state_file(), QSettings::IniFormat);
   if (restoreGeometry(settings.value("scope/geometry").toByteArray()))
     scale_ = WindowLook::current().scale();
   dress();
@@ -188,7 +193,7 @@ QWidget* ScopeWindow::make_bar() {
   for (const Control& control : controls()) {
     if (control.text == nullptr) continue;
     auto* button = new QToolButton;
-    button->setText(QString::fromUtf8(control.text));
+    button->setText(tr(control.text));
     button->setToolTip(tr("%1 (%2)").arg(tr(control.tells), QString(control.key)));
     button->setAccessibleName(tr(control.tells));
     button->setAccessibleDescription(tr("Key: %1").arg(control.key));
@@ -323,7 +328,7 @@ void ScopeWindow::dress() {
 }
 
 void ScopeWindow::closeEvent(QCloseEvent* event) {
-  QSettings settings;
+  QSettings settings(state_file(), QSettings::IniFormat);
   settings.setValue("scope/geometry", saveGeometry());
   event->accept();
 }

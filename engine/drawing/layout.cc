@@ -117,6 +117,8 @@ DiagramLayout::Arc told_arc(const DiagramLayout::Node& from, const DiagramLayout
       {}};
 }
 
+constexpr size_t many_arcs = 150;
+
 class Placed {
  public:
   explicit Placed(const Diagram& diagram)
@@ -127,6 +129,10 @@ class Placed {
     set(graph_.get(), "nodesep", "0.35");
     set(graph_.get(), "ranksep", "0.5");
     set(graph_.get(), "splines", "true");
+    // The best places of many are not worth minutes.
+    if (diagram.arcs.size() > many_arcs)
+      for (const char* effort : {"nslimit", "nslimit1", "mclimit"})
+        set(graph_.get(), effort, "0.2");
     set(graph_.get(), "inputscale", std::to_string(points_an_inch));
     add_nodes();
     add_arcs();

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "programs/tarn/proof_watch.h"
+#include "programs/tarn/statement_difference.h"
 #include "programs/tarn/translate.h"
 #include "proof/module_machine.h"
 #include "proof/product.h"
@@ -20,7 +21,17 @@ class Comparison {
   Comparison(Options& options, Messages& messages)
       : options_(options),
         files_{&options.files.front(), &options.files.back()},
-        messages_(messages) {}
+        names_{*files_[0], *files_[1]},
+        messages_(messages),
+        of_side_{options, options} {
+    if (options.rules.first.empty()) return;
+    const std::string* rules[2] = {&options.rules.first, &options.rules.second};
+    for (size_t side = 0; side < 2; ++side) {
+      of_side_[side].classic = *rules[side] == "classic";
+      of_side_[side].map = *files_[0] == *files_[1];
+      names_[side] += " by the " + *rules[side] + " rules";
+    }
+  }
 
   int run() {
     for (size_t side = 0; side < 2; ++side)
@@ -33,11 +44,15 @@ class Comparison {
     switch (answer.verdict) {
       case Verdict::holds:
         if (!certify(options_.certificate, both.machine, answer)) return incomparable;
-        std::cout << *files_[0] << " and " << *files_[1]
+        std::cout << names_[0] << " and " << names_[1]
                   << " give the same outputs in every reachable instant\n";
         return 0;
       case Verdict::fails:
         print_stimuli(both, answer);
+        if (of_side_[0].map)
+          std::cout << first_difference(*files_[0], of_side_,
+                                        {options_.rules.first, options_.rules.second}, messages_,
+                                        answer.run);
         return different;
       case Verdict::unknown:
         break;
@@ -54,7 +69,7 @@ class Comparison {
     const std::string& file = *files_[side];
     try {
       const programs::ProgramSession session(&messages_);
-      std::vector<Module*> modules = load_modules(file, options_, messages_);
+      std::vector<Module*> modules = load_modules(file, of_side_[side], messages_);
       if (modules.size() > 1) modules = outer_modules(modules);
       if (modules.empty()) return false;
       if (modules.size() > 1)
@@ -76,7 +91,7 @@ class Comparison {
   bool same_interface() const {
     for (size_t side = 0; side < 2; ++side)
       if (const std::string what = proof::missing_in(sides_[1 - side], sides_[side]); !what.empty())
-        return fail(*files_[side] + " has the " + what + ", " + *files_[1 - side] + " has not");
+        return fail(names_[side] + " has the " + what + ", " + names_[1 - side] + " has not");
     return true;
   }
 
@@ -91,8 +106,8 @@ class Comparison {
     for (const proof::Product::Output& output : both.outputs) {
       const auto present = [&](int side) { return (stepper.word(output.present[side]) & 1) != 0; };
       if (present(0) == present(1)) continue;
-      apart += (apart.empty() ? "" : ", ") + output.name + " in " + *files_[present(0) ? 0 : 1] +
-               " only";
+      apart +=
+          (apart.empty() ? "" : ", ") + output.name + " in " + names_[present(0) ? 0 : 1] + " only";
     }
     std::cout << "# instant " << answer.run.size() << ": " << apart << '\n';
     if (!answer.shortest) std::cout << "# whether they differ earlier, too, is not known\n";
@@ -109,7 +124,9 @@ class Comparison {
 
   Options& options_;
   const std::string* files_[2];
+  std::string names_[2];  ///< of the sides, for a person
   Messages& messages_;
+  Options of_side_[2];
   proof::Side sides_[2];
 };
 

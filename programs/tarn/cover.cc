@@ -1,8 +1,7 @@
 #include "programs/tarn/cover.h"
 
-#include <algorithm>
 #include <iostream>
-#include <set>
+#include <optional>
 
 #include "engine/expectations.h"
 #include "programs/tarn/compare.h"
@@ -11,6 +10,8 @@
 #include "programs/tarn/translate.h"
 #include "proof/campaign/campaign_machine.h"
 #include "proof/question.h"
+#include "proof/reduction.h"
+#include "proof/run_suite.h"
 #include "tarn/session/session_files.h"
 
 namespace kiva::tarn_program {
@@ -19,12 +20,6 @@ namespace {
 
 using proof::Answer;
 using proof::Verdict;
-
-/// A run, and the numbers of the goals that it reaches.
-struct CoveringRun {
-  proof::Run inputs;
-  std::set<size_t> reached;
-};
 
 class Cover {
  public:
@@ -37,17 +32,22 @@ class Cover {
 
   int run() {
     const std::string map = map_of(module_, file_);
-    if (map.empty()) return told(file_, "has no map of its source (tarn --map)");
+    if (map.empty()) return unusable_map(file_, "has no map of its source (tarn --map)");
     const CoverageGoals goals(map, simulation_);
-    if (!goals.problem.empty()) return told(file_ + ".map", goals.problem);
+    if (!goals.problem.empty()) return unusable_map(file_ + ".map", goals.problem);
     question_.cover(goals.goals);
     question_.build();
+    goals_.emplace(question_.machine(), question_.survey().goals);
+    suite_.emplace(*goals_);
     const ProofWatch watch;
+    for (proof::GoalRun& run : goals_->random_runs(watch.stop(most_random))) suite_->add(run);
+    told("random runs reach");
     for (size_t goal = 0; goal < question_.goals().size(); ++goal) {
-      if (reached_.contains(goal)) continue;
+      if (suite_->reached().contains(goal)) continue;
       if (!seek(goal, watch)) return undecided;
     }
-    thin_out();
+    suite_->reduce(watch.stop(most_reduction));
+    told("what is written reaches");
     if (!write_all()) return unusable;
     tell("never reached", never_);
     tell("not known to be reached", unknown_);
@@ -55,13 +55,27 @@ class Cover {
   }
 
  private:
-  static int told(const std::string& file, const std::string& reason) {
+  // Seconds
+  static constexpr double most_random = 10, most_reduction = 10, most_going_on = 0.05;
+
+  static int unusable_map(const std::string& file, const std::string& reason) {
     fail({file, 0, 0, 0, 0}, reason);
     return unusable;
   }
 
+  /// How much the runs reach, as a comment.
+  void told(const char* what) const {
+    if (options_.quiet) return;
+    std::cout << "# " << what << ' ' << suite_->reached().size() << " of "
+              << question_.goals().size()
+              << " statements, states and transitions: " << suite_->runs().size()
+              << (suite_->runs().size() == 1 ? " run, " : " runs, ") << suite_->instants()
+              << (suite_->instants() == 1 ? " instant\n" : " instants\n");
+  }
+
   /// False when it was interrupted.
   bool seek(size_t goal, const ProofWatch& watch) {
+    if (go_on_to(goal, watch)) return true;
     proof::Machine machine = question_.machine();
     set_bad(machine, question_.goals()[goal].reached, {});
     const Answer answer = prove(machine, watch.options(options_));
@@ -69,44 +83,27 @@ class Cover {
     if (ProofWatch::interrupted()) return ProofWatch::stopped(answer.how) == 0;
     if (answer.verdict == Verdict::holds) never_.push_back(goal);
     if (answer.verdict == Verdict::unknown) unknown_.push_back(goal);
-    if (answer.verdict != Verdict::fails) return true;
-    runs_.push_back({answer.run, goals_of(answer.run)});
-    reached_.insert(runs_.back().reached.begin(), runs_.back().reached.end());
+    if (answer.verdict == Verdict::fails) suite_->add(goals_->seen(answer.run));
     return true;
   }
 
-  std::set<size_t> goals_of(const proof::Run& run) const {
-    std::set<size_t> reached;
-    proof::Stepper stepper(question_.machine());
-    for (size_t instant = 0; instant < run.size(); ++instant) {
-      if (instant > 0) stepper.move();
-      stepper.look(proof::words_of(run[instant]));
-      for (size_t goal = 0; goal < question_.goals().size(); ++goal)
-        if ((stepper.word(question_.goals()[goal].reached) & 1) != 0) reached.insert(goal);
-    }
-    return reached;
-  }
-
-  /// Runs that reach most of what is left first, until nothing is left.
-  void thin_out() {
-    std::vector<CoveringRun> kept;
-    std::set<size_t> left = reached_;
-    while (!left.empty()) {
-      const auto gain = [&](const CoveringRun& run) {
-        return std::count_if(run.reached.begin(), run.reached.end(),
-                             [&](size_t goal) { return left.contains(goal); });
-      };
-      const auto best = std::max_element(
-          runs_.begin(), runs_.end(),
-          [&](const CoveringRun& a, const CoveringRun& b) { return gain(a) < gain(b); });
-      for (size_t goal : best->reached) left.erase(goal);
-      kept.push_back(*best);
-    }
-    runs_ = std::move(kept);
+  /// Whether a few more instants of the newest run reach it.
+  bool go_on_to(size_t goal, const ProofWatch& watch) {
+    if (suite_->runs().empty()) return false;
+    proof::Run run = suite_->runs().back().inputs;
+    proof::Machine machine = proof::after(question_.machine(), run);
+    machine.bad = question_.goals()[goal].reached;
+    const proof::Reduction reduction(machine);
+    const Answer found = reduction.lifted(
+        proof::bounded_search(reduction.machine())->work(watch.stop(most_going_on)));
+    if (found.verdict != Verdict::fails) return false;
+    run.insert(run.end(), found.run.begin(), found.run.end());
+    suite_->replace_newest(goals_->seen(std::move(run)));
+    return true;
   }
 
   /// As stimuli, each instant with what its outputs are.
-  std::string text_of(const CoveringRun& run) {
+  std::string text_of(const proof::GoalRun& run) {
     std::string text = "# reaches " + std::to_string(run.reached.size()) + " of " +
                        std::to_string(question_.goals().size()) +
                        " statements, states and transitions\n";
@@ -121,11 +118,11 @@ class Cover {
   }
 
   bool write_all() {
-    for (size_t n = 0; n < runs_.size(); ++n) {
+    for (size_t n = 0; n < suite_->runs().size(); ++n) {
       const std::string path =
           options_.folder + '/' + module_->getName() + '-' + std::to_string(n + 1) + ".stimuli";
       SessionOutput file(path);
-      if (file.opened()) file.out() << text_of(runs_[n]);
+      if (file.opened()) file.out() << text_of(suite_->runs()[n]);
       if (!file.opened() || !file.finish()) return fail({path, 0, 0, 0, 0}, "cannot be written");
       if (!options_.quiet) std::cout << path << '\n';
     }
@@ -143,8 +140,8 @@ class Cover {
   const Options& options_;
   Simulation simulation_;
   proof::CampaignMachine question_;
-  std::vector<CoveringRun> runs_;
-  std::set<size_t> reached_;
+  std::optional<proof::Goals> goals_;
+  std::optional<proof::RunSuite> suite_;
   std::vector<size_t> never_, unknown_;
 };
 

@@ -1,15 +1,20 @@
 // The compiler from the command line: source text to compiled modules, and compiled modules to
 // other text.
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <iostream>
 #include <optional>
 #include <set>
 
+#include "language/server.h"
+#include "programs/sarif.h"
 #include "programs/tarn/check_targets.h"
 #include "programs/tarn/compare.h"
 #include "programs/tarn/cover.h"
 #include "programs/tarn/evaluate.h"
+#include "programs/tarn/lay_out_files.h"
 #include "programs/tarn/messages.h"
 #include "programs/tarn/names.h"
 #include "programs/tarn/options.h"
@@ -22,6 +27,7 @@ namespace {
 
 /// What is asked for in place of files, and its exit status; empty for nothing of the kind.
 std::optional<int> answer(Options& options, Messages& messages) {
+  if (options.layout) return lay_out_files(options);
   if (options.check_targets) return check_targets(options, messages);
   if (options.equiv) return compare_modules(options, messages);
   if (options.cover) return cover_module(options, messages);
@@ -62,10 +68,13 @@ int main(int argc, char** argv) {
     if (!log.good()) return unusable;
     options.trace = log.stream();
     const programs::ToldText told(options.verbose);
+    programs::Sarif sarif("tarn", options.sarif);
     Messages messages(options.presenter.get());
+    if (options.language_server) return language::Server(STDIN_FILENO, STDOUT_FILENO).run();
     if (options.print_names) return put_names(options.files, std::cout), 0;
     for (const std::string& word : options.warnings) messages.choose(word);
     status = work(options, messages);
-    return log.finish() ? status : std::max(status, unusable);
+    const bool written = sarif.finish();
+    return log.finish() && written ? status : std::max(status, unusable);
   });
 }

@@ -56,17 +56,26 @@ const Target* bench_target(const std::string& option) {
   throw CLI::ValidationError("--bench", "\"" + option + "\" is none of:" + names);
 }
 
+void check_comparison(Options& options) {
+  const bool by_rules = !options.rules.first.empty();
+  if (by_rules && !options.equiv) throw CLI::ValidationError("--rules", "goes with --equiv");
+  if (by_rules && !std::ranges::all_of(options.files, is_source))
+    throw CLI::ValidationError("--rules", "is for source text");
+  if (by_rules && options.files.size() == 1) options.files.push_back(options.files.front());
+  if (options.equiv && options.files.size() != 2)
+    throw CLI::ValidationError("--equiv", "compares two modules");
+}
+
 }  // namespace
 
 bool read_options(int argc, char** argv, Options& options,
                   int& status) {  // house: a line an option
   CLI::App app{"Compiles ZU source text to modules, and writes compiled modules as other text.",
                "tarn"};
-  app.add_option(
-         "FILE", options.files,
-         "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
-         "beside source text, what its runs call")
-      ->required();
+  CLI::Option* const files = app.add_option(
+      "FILE", options.files,
+      "source text (.zu), compiled modules (.zuc) or netlists (.blif, .bench, .aag, .aig); "
+      "beside source text, what its runs call");
   app.add_flag("--zuc", options.zuc, "write the compiled module, MODULE.zuc (the default)");
   app.add_flag("--kiva", options.kiva, "write the evaluation server, kiva_MODULE.cc");
   for (const Target& target : targets())
@@ -93,6 +102,11 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_flag("--equiv", options.equiv,
                "do two modules give the same outputs, whatever their inputs? If not, print "
                "stimuli that tell them apart, and exit with 1");
+  app.add_option("--rules", options.rules,
+                 "FIRST SECOND: with --equiv, compile the first module by the rules sound or "
+                 "classic, the second by the others; of one source file, tells which statement "
+                 "does something else")
+      ->check(CLI::IsMember({"sound", "classic"}));
   app.add_option("--eval", options.eval,
                  "print an expression over the signals of a compiled module as a sum of products "
                  "over inputs and registers")
@@ -109,10 +123,16 @@ bool read_options(int argc, char** argv, Options& options,
                  "look only at runs in which an expression holds");
   app.add_flag(
       "--prove", options.prove,
-      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume");
+      "prove what comments of the source ask for: ;; @never EXPR, @always, @reach, @assume; warn "
+      "of what never happens, and count the states");
   app.add_flag(
       "--cover", options.cover,
       "write stimuli that reach every statement, state and transition that can be reached");
+  app.add_flag("--fmt", options.layout,
+               "lay source texts out, each in its place; \"-\" for from standard input to output");
+  app.add_flag(
+      "--check", options.check_layout,
+      "with --fmt: write nothing, name what would change and exit with 1 if something would");
   app.add_flag("--with-reset", options.with_reset, "in proofs, reset may be raised at any time");
   app.add_option("--certificate", options.certificate,
                  "folder for what lets others check a proof: DIR/check [SOLVER]")
@@ -129,6 +149,8 @@ bool read_options(int argc, char** argv, Options& options,
   app.add_option("-o", options.output, "name of the file that is written")->type_name("FILE");
   app.add_flag("--in-place", options.in_place, "write onto a file that is read here, if need be");
   app.add_option("--log", options.log, "file for what the reader did with compiled modules")
+      ->type_name("FILE");
+  app.add_option("--sarif", options.sarif, "file for errors and warnings in SARIF 2.1.0")
       ->type_name("FILE");
   app.add_flag("--classic", options.classic,
                "compile by the classic rules, write classic target texts");
@@ -152,23 +174,35 @@ bool read_options(int argc, char** argv, Options& options,
       ->take_all()
       ->allow_extra_args(false)
       ->check(CLI::Validator(wrong_word, "", ""));
+  app.add_flag("--lsp", options.language_server,
+               "serve an editor over standard input and output (Language Server Protocol)");
   app.add_flag("--print-names", options.print_names)->group("");  // for completion
   programs::add_pages(app, manual_notes());
   app.footer(target_list() + "\n" + programs::example_lines(manual_notes()));
   try {
     app.parse(argc, argv);
+    if (options.files.empty() && !options.language_server)
+      throw CLI::RequiredError(files->get_name());
+    if (!options.files.empty() && options.language_server)
+      throw CLI::ValidationError("--lsp", "takes no files");
     for (int i = 1; i < argc; ++i)
       if (std::string_view(argv[i]).starts_with("--")) options.words += ' ' + std::string(argv[i]);
     options.properties = properties.read(app);
     for (const std::string& file : options.files)
-      if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file))
+      if (!file.ends_with(".zuc") && !is_source(file) && !is_netlist(file) &&
+          !(options.layout && file == "-"))
         throw CLI::ValidationError(
             "FILE", "\"" + file + "\" ends neither in .zu nor in .zuc, nor is it a netlist");
     const bool compiled = std::none_of(options.files.begin(), options.files.end(), is_source);
+    if (options.check_layout && !options.layout)
+      throw CLI::ValidationError("--check", "goes with --fmt");
+    if (options.layout &&
+        std::any_of(options.files.begin(), options.files.end(),
+                    [](const auto& file) { return file != "-" && !is_source(file); }))
+      throw CLI::ValidationError("--fmt", "lays source text (.zu) out");
     if (options.check_targets && options.files.size() != 1)
       throw CLI::ValidationError("--check-targets", "wants one file");
-    if (options.equiv && options.files.size() != 2)
-      throw CLI::ValidationError("--equiv", "compares two modules");
+    check_comparison(options);
     if (app.count("--eval") > 0 && (!compiled || options.files.size() != 1 || options.equiv))
       throw CLI::ValidationError("--eval", "wants one compiled module (.zuc)");
     if (app.count("--eval") > 0 && options.eval.empty())
@@ -177,7 +211,7 @@ bool read_options(int argc, char** argv, Options& options,
       throw CLI::ValidationError("--prove", "stands beside neither --equiv nor --eval");
     if (options.cover && (options.files.size() != 1 || options.equiv || options.wants_proofs()))
       throw CLI::ValidationError("--cover", "wants one file, and no other proofs");
-    if (options.cover) options.map = true;  // what there is to reach
+    if (options.cover || options.prove) options.map = true;  // what there is to reach
     if (options.files.size() > 1 && !options.output.empty())
       throw CLI::ValidationError("-o", "names one file, and there are several modules");
     if (const std::filesystem::path output = options.output; output.is_absolute()) {

@@ -22,6 +22,7 @@ struct Options {
   std::string folder = ".";
   std::string output;
   std::string log;                ///< file of the readers' traces; empty for none
+  std::string sarif;              ///< file for what was complained about; "" for none
   std::ostream* trace = nullptr;  ///< that file, once it is open
   bool in_place = false;          ///< what is read may be overwritten
   bool zuc = false;
@@ -39,13 +40,17 @@ struct Options {
   std::vector<proof::Property> properties;
   bool prove = false;  ///< what the source's comments say
   bool cover = false;  ///< runs that reach all that can be reached
+  bool language_server = false;
+  bool layout = false;        ///< of source text, anew
+  bool check_layout = false;  ///< and only whether it would change
   bool with_reset = false;
   double limit = 60;        ///< seconds for each proof
   std::string certificate;  ///< folder for what lets others check a proof; empty for none
   bool classic = false;
-  bool asynchronous_reset = false;  ///< of circuits
-  bool no_comments = false;         ///< in target texts
-  std::string words;                ///< options of the command line that a text names
+  std::pair<std::string, std::string> rules;  ///< of the sides of a comparison; "" as `classic`
+  bool asynchronous_reset = false;            ///< of circuits
+  bool no_comments = false;                   ///< in target texts
+  std::string words;                          ///< options of the command line that a text names
   bool no_finalize = false;
   bool keep_wires = false;
   bool map = false;  ///< and what keeps the wires that it names

@@ -41,6 +41,10 @@ proof::ProverOptions ProofWatch::options(const Options& asked_for) const {
   return options;
 }
 
+proof::Stop ProofWatch::stop(double seconds) {
+  return proof::Stop::after(seconds, &asked);
+}
+
 bool ProofWatch::interrupted() {
   return asked;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "programs/tarn/never.h"
 #include "programs/tarn/proof_watch.h"
 #include "programs/tarn/translate.h"
 #include "programs/told_text.h"
@@ -38,16 +39,18 @@ class Proofs {
       modules = outer_modules(modules);
       if (modules.size() != 1) return told(file + " holds several modules; --module names one");
     }
-    size_t count = 0;
+    const std::vector<Module*> surveyed =
+        options_.prove ? outer_modules(modules) : std::vector<Module*>();
     for (Module* module : modules) {
       std::vector<Asked> asked;
       for (const Property& property : options_.properties) asked.push_back({property, {}});
       if (options_.prove) add_written(*module, asked);
-      count += asked.size();
       if (const int status = prove_all(*module, asked); status > different && status != undecided)
         return status;
+      if (std::ranges::find(surveyed, module) == surveyed.end()) continue;
+      if (const int status = survey(module, asked); status != 0) return status;
     }
-    if (count == 0) return told(file + " asks for no proof: it has no comment ;; @never EXPR");
+    if (messages_.errors() > 0) raise(different);  // warnings that are errors
     return status_;
   }
 
@@ -116,6 +119,20 @@ class Proofs {
       return told(*current, error);
     }
     return 0;
+  }
+
+  int survey(Module* module, const std::vector<Asked>& asked) {
+    std::vector<std::string> assumed;
+    for (const Asked& one : asked)
+      if (one.property.kind == Property::assume) assumed.push_back(one.property.text);
+    try {
+      const ProofWatch watch;
+      tell_what_never_happens(module, options_.files.front(), options_, assumed, watch, messages_);
+      return ProofWatch::interrupted() ? ProofWatch::stopped("not all was looked at") : 0;
+    } catch (const proof::MachineError& error) {
+      fail(place_of(module->getSpan()), error.reason);
+      return incomparable;
+    }
   }
 
   void print(const Asked& asked, const Answer& answer, proof::Question& question) {

@@ -7,7 +7,16 @@
 namespace kiva::proof {
 
 CampaignMachine::CampaignMachine(Simulation& simulation, bool with_reset)
-    : simulation_(simulation), module_(simulation, with_reset) {}
+    : simulation_(simulation), module_(simulation, with_reset) {
+  for (size_t latch = 1; latch < module_.machine.latches.size(); ++latch)
+    registers_.push_back(latch);  // behind the set wire
+}
+
+std::vector<Literal> CampaignMachine::literals(const std::vector<Goal>& goals) {
+  std::vector<Literal> all;
+  for (const Goal& goal : goals) all.push_back(goal.reached);
+  return all;
+}
 
 /// As it is; throws where it depends on what nothing computes.
 Literal CampaignMachine::checked(Literal literal) {
@@ -78,7 +87,7 @@ void CampaignMachine::cover(const std::vector<CoverageGoal>& goals) {
     }
     const auto [at, fresh] = known.try_emplace({goal.kind, goal.name}, goals_.size());
     if (fresh)
-      goals_.push_back({goal.kind, goal.name, reached});
+      goals_.push_back({goal.kind, goal.name, reached, goal.place});
     else
       goals_[at->second].reached = aig.either(goals_[at->second].reached, reached);
   }
@@ -89,7 +98,11 @@ void CampaignMachine::compare_with(const Side& other) {
 }
 
 void CampaignMachine::build() {
+  for (size_t row = 0; row < simulation_.output_names().size(); ++row)
+    for (SignalState state : {SignalState::one, SignalState::zero, SignalState::top})
+      shown_.push_back(module_.is({SignalPlace::output, row}, state));
   const std::vector<bool> open = undetermined(module_.machine);
+  std::erase_if(shown_, [&](Literal literal) { return open[node_of(literal)]; });
   for (Goal& goal : goals_)
     if (open[node_of(goal.reached)]) goal.reached = zero;
   if (!other_) {

@@ -8,6 +8,7 @@
 #include "engine/stimuli.h"
 #include "proof/product.h"
 #include "proof/question.h"
+#include "proof/survey.h"
 
 namespace kiva::proof {
 
@@ -26,6 +27,7 @@ class CampaignMachine {
   struct Goal {
     std::string kind, name;
     Literal reached;
+    SourcePlace place = {};  ///< of a piece of source text
   };
 
   /// Throws MachineError.
@@ -46,6 +48,11 @@ class CampaignMachine {
   /// The outputs must be those of the other module.
   void compare_with(const Side& other);
   void build();
+  /// What of the module is worth knowing of all its runs, once built: its goals, registers and
+  /// outputs.
+  SurveyQuestion survey() const {
+    return {machine_, literals(goals_), shown_, registers_, assumed_};
+  }
 
   const Machine& machine() const { return machine_; }
   size_t inputs() const { return module_.machine.inputs.size(); }
@@ -62,7 +69,7 @@ class CampaignMachine {
   std::string shown(size_t check, Run run);
 
  private:
-  bool defined(Literal literal);
+  static std::vector<Literal> literals(const std::vector<Goal>& goals);
   Literal checked(Literal literal);
   Literal bit(const ShownBit& bit);
 
@@ -73,7 +80,8 @@ class CampaignMachine {
   Machine machine_;
   std::vector<Check> checks_;
   std::vector<Goal> goals_;
-  std::vector<Literal> awaited_;
+  std::vector<Literal> awaited_, shown_;
+  std::vector<size_t> registers_;
   Literal assumed_ = one, differs_ = zero;
 };
 

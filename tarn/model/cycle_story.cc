@@ -4,15 +4,18 @@
 // in a run module is found by the suffix of its instance, in that module's own table.
 
 #include "tarn/model/cycle_story.h"
+#include "tarn/session/open_texts.h"
+#include "tarn/session/session.h"
 
 #include <algorithm>
 #include <cctype>
-#include <fstream>
 #include <tuple>
 #include <unordered_map>
 
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
+#include "tarn/session/open_texts.h"
+#include "tarn/session/session.h"
 
 namespace kiva {
 
@@ -171,10 +174,10 @@ void CycleStory::gather_signals(const std::vector<long>& cycle, const std::vecto
 
 /// The first line of the statement, not too long.
 std::string CycleStory::text_of(const SourceSpan& span) const {
-  std::ifstream source(*span.file);
+  const auto source = Session::current().part<OpenTexts>().open(*span.file);
   std::string line;
   for (int n = 0; n < span.first_line; ++n)
-    if (!std::getline(source, line)) return "";
+    if (!std::getline(*source, line)) return "";
   if (static_cast<size_t>(span.first_column) > line.size()) return "";
   size_t length = line.size();
   if (span.last_line == span.first_line)

@@ -108,8 +108,6 @@ class EquationTable {
   /// A dependence cycle ends the process with a report; ModulePertFailureException if dating fails.
   long callPert();
   long callPert(const std::list<long>& indices);
-  /// Dates all equations; false, and no dates, where there is a cycle.
-  [[nodiscard]] bool try_pert();
   /// How an instant is reached in which a cycle does not settle, for its report.
   void note_unsettled(const std::string& way) { unsettled_ = way; }
   /// The text of the cycle that begins at the first index, and of what else is in the list; takes

@@ -5,7 +5,6 @@
 #include <set>
 #include <tuple>
 
-#include "pert_exp/undated.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/cycle_story.h"
 #include "tarn/model/equationtable.h"
@@ -47,14 +46,6 @@ long EquationTable::callPert(const std::list<long>& indices) {
   const std::list<long> cycle = bdd_expression_wood->loop_detection();
   if (cycle.empty()) return levels;
   end_with(cycle_fault(cycle, Manner::big_message));
-}
-
-bool EquationTable::try_pert() {
-  settle();
-  if (bdd_expression_wood->compute_dates() < 0) throw ModulePertFailureException();
-  if (bdd_expression_wood->loop_detection().empty()) return true;
-  forget_dates(*bdd_expression_wood);
-  return false;
 }
 
 std::string EquationTable::cycle_report(std::list<long> cycle) {

@@ -96,14 +96,11 @@ class BranchTable {
   std::unique_ptr<EquationTable> table_;
 };
 
-/// Records the levels of its table. A cycle that may settle is left to the whole module.
+/// Records the levels of its table, unless cycles are judged in the whole module alone.
 void compile_branch(Statement* branch, Module* module, EquationTable* table) {
   branch->compile(module, table);
-  if (branch->getPertLevel() != 0) return;
-  if (!Compilation::rules().causality)
+  if (branch->getPertLevel() == 0 && !Compilation::rules().causality)
     branch->setPertLevel(table->callPert());
-  else if (table->try_pert())
-    branch->setPertLevel(table->getPertLevel());
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 
 #include "forms/forms.h"
 #include "parse_zu.hh"
@@ -16,6 +17,7 @@
 #include "tarn/model/module.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/diagnostic.h"
+#include "tarn/session/open_texts.h"
 #include "tarn/session/session.h"
 #include "tarn/session/session_files.h"
 #include "tarn/session/source_excerpt.h"
@@ -239,7 +241,26 @@ void class_zu_parser::count_copies(long count, long statements) {
 
 // The way in.
 
+namespace {
+
+void read_text(std::istream& in, const char* file) {
+  zu_scanner scanner(&in, make_kept<std::string>(file));
+  struct AtEnd {
+    class_zu_parser& reader;
+    ~AtEnd() { reader.plexer = nullptr; }
+  } at_end{Session::current().part<class_zu_parser>()};
+  at_end.reader.plexer = &scanner;
+  at_end.reader.parse();
+}
+
+}  // namespace
+
 void read_zu_file(const char* file) {
+  const auto& open = Session::current().part<OpenTexts>().texts;
+  if (const auto at = open.find(file); at != open.end()) {
+    std::istringstream text(at->second);
+    return read_text(text, file);
+  }
   std::error_code error;
   std::ifstream in;
   if (!std::filesystem::is_directory(file, error)) in.open(file, std::ios::binary);
@@ -252,13 +273,7 @@ void read_zu_file(const char* file) {
     end_with(std::move(fault));
   }
   SessionFiles::current().note_read(file);
-  zu_scanner scanner(&in, make_kept<std::string>(file));
-  struct AtEnd {
-    class_zu_parser& reader;
-    ~AtEnd() { reader.plexer = nullptr; }
-  } at_end{Session::current().part<class_zu_parser>()};
-  at_end.reader.plexer = &scanner;
-  at_end.reader.parse();
+  read_text(in, file);
 }
 
 }  // namespace kiva

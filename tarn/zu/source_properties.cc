@@ -1,19 +1,52 @@
 #include "tarn/zu/source_properties.h"
 
+#include <algorithm>
+#include <cctype>
 #include <fstream>
 
 #include "tarn/model/module.h"
+#include "tarn/zu/statement.h"
 
 namespace kiva {
 
+namespace {
+
+bool in_word(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+
+}  // namespace
+
+size_t find_word(const std::string& line, const std::string& word, size_t from) {
+  const std::string code = line.substr(0, line.find(";;"));
+  for (size_t at = code.find(word, from); at != std::string::npos; at = code.find(word, at + 1)) {
+    const size_t end = at + word.size();
+    if ((at == 0 || !in_word(code[at - 1])) && (end == code.size() || !in_word(code[end])))
+      return at;
+  }
+  return std::string::npos;
+}
+
+std::vector<std::string> source_lines(const Module& module) {
+  std::vector<std::string> lines;
+  const SourceSpan& head = module.getSpan();
+  if (!head.known()) return lines;
+  const Statement* body = module.getStatement();
+  const int body_end = body == nullptr ? 0 : body->getSpan().last_line;
+  std::ifstream in(*head.file);
+  std::string line;
+  for (int number = 1; std::getline(in, line); ++number) {
+    if (number >= head.first_line) lines.push_back(line);
+    if (number >= std::max(head.first_line, body_end) && find_word(line, "end") != line.npos) break;
+  }
+  return lines;
+}
+
 std::vector<SourceProperty> source_properties(const Module& module) {
   std::vector<SourceProperty> found;
-  const SourceSpan& span = module.getSpan();
-  if (!span.known()) return found;
-  std::ifstream in(*span.file);
-  std::string line;
-  for (int number = 1; number <= span.last_line && std::getline(in, line); ++number) {
-    if (number < span.first_line) continue;
+  int number = module.getSpan().first_line - 1;
+  for (const std::string& line : source_lines(module)) {
+    ++number;
     const size_t comment = line.find(";;");
     if (comment == std::string::npos) continue;
     const size_t at = line.find_first_not_of(" \t", comment + 2);
@@ -24,7 +57,7 @@ std::vector<SourceProperty> source_properties(const Module& module) {
     SourceProperty& property = found.emplace_back();
     property.word = line.substr(at + 1, end - at - 1);
     property.text = line.substr(text, line.find_last_not_of(" \t\r") + 1 - text);
-    property.where = {*span.file, number, static_cast<int>(text) + 1, number,
+    property.where = {*module.getSpan().file, number, static_cast<int>(text) + 1, number,
                       static_cast<int>(line.size())};
   }
   return found;

@@ -33,6 +33,9 @@ const std::vector<WarningRow>& warning_table() {
       {"dead-code", "statements behind one that never ends"},
       {"overruled", "an emission or equation that a later one of the same instant overrules"},
       {"constant-condition", "a present whose condition is the same in every instant"},
+      {"never-reached", "a statement, state or transition that no run reaches (`--prove`)"},
+      {"constant-signal", "an output or local that is the same in all runs (`--prove`)"},
+      {"dead-end", "a run behind which no output changes any more, whatever comes (`--prove`)"},
       {"unused-module", "a module that the last module of its file does not reach"},
   };
   return table;

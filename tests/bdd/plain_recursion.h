@@ -32,8 +32,10 @@ class PlainRecursion {
   }
   bdd not_(const bdd& x) { return m.Bdd_not(x); }
   bdd xor_(const bdd& x, const bdd& y) {
-    const bdd only_x = and_(x, not_(y));
-    return or_(only_x, and_(not_(x), y));
+    if (m.Bdd_is_tautology(x)) return m.Bdd_is_one_tautologic(x) ? not_(y) : y;
+    if (m.Bdd_is_tautology(y)) return m.Bdd_is_one_tautologic(y) ? not_(x) : x;
+    if (x.node() == y.node()) return x == y ? m.Bdd_zero() : m.Bdd_one();
+    return split(x, y, &PlainRecursion::xor_);
   }
   bdd ite(const bdd& f, const bdd& g, const bdd& h) {
     const bdd positive = and_(f, g);

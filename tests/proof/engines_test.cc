@@ -6,9 +6,11 @@
 #include <map>
 #include <queue>
 #include <random>
+#include <set>
 
 #include "proof/campaign/campaign.h"
 #include "proof/campaign/random_runs.h"
+#include "proof/correspondence.h"
 #include "proof/prover.h"
 #include "proof/question.h"
 #include "proof/reduction.h"
@@ -102,6 +104,74 @@ size_t walked(Simulation& simulation, const Expression& e, const Expression* ass
   return 0;
 }
 
+/// All states and steps of a module, by the simulator.
+struct Explored {
+  struct State {
+    SimulationState state;
+    size_t before;                                                   ///< instants to it
+    std::vector<std::pair<std::vector<SignalState>, size_t>> steps;  ///< outputs, and where to
+  };
+  std::vector<State> states;  ///< the start first, once more where it is reached again
+  size_t registers = 0;       ///< their states
+  std::set<std::pair<size_t, bool>> shown;  ///< by row of outputs: present, not present
+
+  explicit Explored(Simulation& simulation) {
+    const std::vector<RegisterRails> rails = register_rails(simulation.module());
+    std::map<std::vector<int>, size_t> known;
+    const auto held = [&](const SimulationState& state) {
+      std::vector<int> held;
+      for (const RegisterRails& reg : rails)
+        for (long index : {reg.actual.status_index, reg.actual.value_index})
+          held.push_back(state.context[static_cast<size_t>(index)]);
+      return held;
+    };
+    simulation.load();
+    states.push_back({simulation.state(), 0, {}});
+    std::set<std::vector<int>> distinct{held(simulation.state())};
+    const size_t rows = simulation.input_rows().size();
+    for (size_t at = 0; at < states.size(); ++at)
+      for (unsigned inputs = 0; inputs < 1U << rows; ++inputs) {
+        simulation.restore(states[at].state);
+        for (size_t row = 0; row < rows; ++row)
+          simulation.choose_input(row,
+                                  (inputs >> row & 1) != 0 ? SignalState::one : SignalState::zero);
+        simulation.step(nullptr);
+        const SimulationState& now = simulation.state();
+        const auto [to, fresh] = known.emplace(held(now), states.size());
+        if (fresh) states.push_back({now, states[at].before + 1, {}});
+        distinct.insert(to->first);
+        states[at].steps.emplace_back(now.shown_outputs, to->second);
+        for (size_t row = 0; row < now.shown_outputs.size(); ++row) {
+          const SignalState state = now.shown_outputs[row];
+          if (state == SignalState::one) shown.emplace(row, true);
+          if (state == SignalState::zero || state == SignalState::bottom) shown.emplace(row, false);
+        }
+      }
+    registers = distinct.size();
+  }
+
+  /// Instants to the nearest state from which on all outputs stay as they are; -1 for none.
+  long dead() const {
+    long nearest = -1;
+    for (size_t from = 0; from < states.size(); ++from) {
+      std::set<std::vector<SignalState>> outputs;
+      std::set<size_t> met{from};
+      std::vector<size_t> open{from};
+      while (!open.empty()) {
+        const size_t at = open.back();
+        open.pop_back();
+        for (const auto& [seen, to] : states[at].steps) {
+          outputs.insert(seen);
+          if (met.insert(to).second) open.push_back(to);
+        }
+      }
+      const long before = static_cast<long>(states[from].before);
+      if (outputs.size() == 1 && (nearest < 0 || before < nearest)) nearest = before;
+    }
+    return nearest;
+  }
+};
+
 /// An engine alone until it answers or has no more to do.
 Answer alone(Engine& engine, double seconds = 60) {
   return engine.work(Stop::after(seconds));
@@ -131,14 +201,17 @@ class Engines : public testing::Test {
   /// Each engine alone, on the machine and what is left of it; gives how often induction answered.
   static int judge_each(const Machine& machine, const Reduction& reduction, size_t first) {
     int inductions = 0;
-    for (const Machine* m : {&machine, &reduction.machine()}) {
+    Correspondence correspondence(machine);
+    EXPECT_TRUE(correspondence.find(Stop::after(60)));
+    const Machine merged = correspondence.merged();
+    for (const Machine* m : {&machine, &reduction.machine(), &merged}) {
       std::vector<std::unique_ptr<Engine>> engines;
       for (auto make : {frames_search, state_walk}) engines.push_back(make(*m));
       if (first != 0) engines.push_back(bounded_search(*m));
       for (const auto& engine : engines) {
         Answer answer = alone(*engine);
         judge(*m, answer, first);
-        if (m != &machine) judge(machine, reduction.lifted(answer), first);
+        if (m == &reduction.machine()) judge(machine, reduction.lifted(answer), first);
       }
       // These two may never end.
       for (auto make : {random_search, induction}) {
@@ -186,6 +259,36 @@ TEST_F(Engines, AnswerWhatAWalkByTheSimulatorAnswers) {
   EXPECT_GT(failed, 20);
   EXPECT_GT(late, 0);
   EXPECT_GT(inductions, 5);
+}
+
+TEST_F(Engines, SurveysTellWhatAWalkTells) {
+  std::mt19937 random(static_cast<unsigned>(setting("KIVA_SEED", 29)));
+  int never = 0, dead = 0;
+  size_t most = 0;
+  for (int round = 0; round < 150; ++round) {
+    const auto module = simulation(random_module(random, false, true));
+    CampaignMachine question(*module, false);
+    question.cover_signals({}, false);
+    question.build();
+    const Survey found = survey(question.survey(), {});
+    const Explored all(*module);
+    EXPECT_TRUE(found.all_states);
+    EXPECT_EQ(found.states, std::to_string(all.registers));
+    size_t goal = 2 * module->input_rows().size();  // they are always reached
+    for (size_t row = 0; row < module->output_names().size(); ++row)
+      for (bool present : {true, false}) {
+        const bool reached = all.shown.contains({row, present});
+        EXPECT_EQ(found.goals[goal++] == Survey::Goal::reached, reached) << row << present;
+        never += reached ? 0 : 1;
+      }
+    EXPECT_EQ(found.dead ? static_cast<long>(found.dead->size()) : -1, all.dead());
+    dead += found.dead && !found.dead->empty() ? 1 : 0;
+    most = std::max(most, all.registers);
+    if (HasFailure()) break;
+  }
+  EXPECT_GT(never, 20);
+  EXPECT_GT(dead, 5);
+  EXPECT_GT(most, 8u);
 }
 
 /// What runs of the campaign's source show when the simulator makes them one by one.

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the command blocks of the pages and compares what they print with what the pages show.
+"""Runs the command blocks of the pages, those of the examples too, and compares what they print with what the pages show.
 
 usage: docs_blocks.py SOURCE BIN WORK [PAGE...]
 
@@ -18,7 +18,8 @@ import sys
 from pathlib import Path
 
 source, programs, work = (Path(a).resolve() for a in sys.argv[1:4])
-pages = [Path(p) for p in sys.argv[4:]] or [source / "README.md", *sorted((source / "docs").glob("*.md"))]
+pages = [Path(p).resolve() for p in sys.argv[4:]] or [
+    source / "README.md", *sorted((source / "docs").glob("*.md")), *sorted((source / "examples").glob("*/README.md"))]
 NEEDS_A_SCREEN = {"gtkwave", "kiva"}
 
 
@@ -70,7 +71,7 @@ def left_out(command):
 
 
 def run_page(page):
-    folder = work / page.stem
+    folder = work / "-".join(page.relative_to(source).with_suffix("").parts)
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
     (folder / "examples").symlink_to(source / "examples")
@@ -90,7 +91,7 @@ def run_page(page):
             ran += 1
             if not matches(output, done.stdout):
                 faults += 1
-                print(f"{page.name}:{number}: {command}\nprints\n{done.stdout}in place of\n" + "\n".join(output))
+                print(f"{page.relative_to(source)}:{number}: {command}\nprints\n{done.stdout}in place of\n" + "\n".join(output))
     return faults, ran
 
 

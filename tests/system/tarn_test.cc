@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "tests/support/temp_dir.h"
@@ -246,6 +247,13 @@ TEST(Tarn, WarningsAreNamed) {
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.err, HasSubstr(":1:18: error: "));
   EXPECT_FALSE(std::filesystem::exists(dir.file("m.zuc")));
+  EXPECT_EQ(run_program("tarn", into + "--sarif /nowhere/x " + source).status, 1);
+  ASSERT_EQ(run_program("tarn", into + "--sarif " + dir.file("s") + " " + source).err, told);
+  const auto log = nlohmann::json::parse(read_text(dir.file("s")))["runs"][0];
+  const auto& result = log["results"].at(0);
+  EXPECT_EQ(result["ruleId"], "never-read");
+  EXPECT_EQ(result["locations"][0]["physicalLocation"]["region"].dump(),
+            R"({"startColumn":18,"startLine":1})");
   // A fault of compiling stands among the warnings of reading.
   const std::string mixed = dir.write(
       "mixed.zu", "module a: Input: i; Output: o;\npresent o emit o\nend\nmodule b: Input: j; end");
@@ -353,4 +361,22 @@ TEST_F(TarnOnSeveralFiles, SharesADataPartThatStandsInEach) {
 }
 
 }  // namespace
+TEST(Tarn, LaysSourceTextOut) {
+  const TempDir dir;
+  const std::string wild = dir.write("a b.zu", "module m:Output:o;emit o end");
+  const std::string both =
+      "'" + wild + "' " + dir.write("tidy.zu", "module m:\nOutput: o;\nemit o\nend\n");
+  ProgramRun run = run_program("tarn", "--fmt --check " + both);
+  EXPECT_EQ(std::to_string(run.status) + run.out, "1" + wild + "\n");
+  run = run_program("tarn", "--fmt " + both);
+  EXPECT_EQ(std::to_string(run.status) + run.out, "0" + wild + "\n");
+  EXPECT_EQ(run_program("tarn", "--fmt --check " + both).status, 0);
+  const std::string torn = dir.write("torn.zu", "a\n  {");
+  run = run_program("tarn", "--fmt " + torn + " " + dir.file("none.zu"));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, torn + ":2:3: error: this bracket is not closed\n" + dir.file("none.zu") +
+                         ": error: cannot be opened\n");
+  EXPECT_EQ(run_program("tarn", "--fmt x.zuc").status, 2);
+}
+
 }  // namespace kiva::test

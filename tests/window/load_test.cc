@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStatusBar>
 #include <QTableWidget>
 #include <QTest>
 #include <filesystem>
@@ -233,6 +234,47 @@ TEST_F(Load, TheTextOfAZuFileIsShownAndNothingElse) {
   next_file = "";
   QTest::mouseClick(window->file_panel->pushButton_2, Qt::LeftButton);
   EXPECT_EQ(debugger()->plainTextEdit->toPlainText(), "module M:\n  emit O\n");
+}
+
+TEST_F(Load, OfSourceTextGoesOnWithWhatIsSaved) {
+  const auto text = [](const std::string& inputs, const std::string& body) {
+    return "module m:\nInput: " + inputs + ";\nOutput: o;\n" + body + "\nend\n";
+  };
+  const auto file =
+      QString::fromStdString(write("m.zu", text("x, a", "loop { wait a >> emit o }")));
+  open_empty();
+  ASSERT_TRUE(window->open_file(file));
+  EXPECT_EQ(window->file_panel->lineEdit_4->text(), file);
+  click_row(1);
+  pick(debugger()->one);
+  for (int instant = 0; instant < 3; ++instant) press_go();
+  window->time()->back();
+  EXPECT_EQ(shown_word(outputs(), 0), "one");
+
+  const auto bar = [this] {
+    const auto* shown = window->findChild<QStatusBar*>();
+    return shown == nullptr || !shown->isVisible() ? QString() : shown->currentMessage();
+  };
+  write("m.zu", text("x, a", "loop { wait b >> emit o }"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return bar().contains("m.zu:4:13: error: \"b\""); }, 20000));
+  EXPECT_EQ(window->running()->state().instant, 2) << "the older one runs";
+
+  write("m.zu", text("a", "loop { wait 2 a >> emit o }"));
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return inputs()->rowCount() == 1 && !window->time()->busy(); }, 20000));
+  EXPECT_EQ(window->running()->state().instant, 2);
+  EXPECT_EQ(bar(), "");
+  EXPECT_EQ(shown_word(outputs(), 0), "bottom");
+  EXPECT_EQ(shown_word(inputs(), 0), "one");
+  press_go();
+  EXPECT_EQ(shown_word(outputs(), 0), "one");
+
+  window->time()->set_saved(true);
+  ASSERT_TRUE(window->open_file(QString::fromStdString(example("toggle"))));
+  EXPECT_FALSE(window->open_file(QString::fromStdString(write("bad.zu", "module"))));
+  EXPECT_NE(messages.join("").indexOf("bad.zu:1:7: error: "), -1)
+      << messages.join("").toStdString();
+  EXPECT_EQ(window->pautom->getName(), "toggle");
 }
 
 }  // namespace kiva::test

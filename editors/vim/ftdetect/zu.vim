@@ -1,1 +1,1 @@
-autocmd BufRead,BufNewFile *.zu setfiletype zu
+autocmd BufRead,BufNewFile *.zu set filetype=zu
