@@ -206,7 +206,8 @@ class NotesForTexts {
 /// Writes what is asked for of one module.
 bool Translation::write(Module* module) {
   const bool zuc = options_.zuc || !options_.writes_other_text();
-  const NotesForTexts notes(source_notes(module, file_, options_));
+  const bool texts = !options_.targets.empty() || options_.bench != nullptr;
+  const NotesForTexts notes(texts ? source_notes(module, file_, options_) : SourceNotes());
   if (zuc && !write_compiled(module)) return false;
   if (options_.kiva) {
     if (!print([&] { module->save_kiva_code(); })) return false;

@@ -19,7 +19,7 @@ Words::Words(const std::string& text, const std::string& name_signs) {
       i = end;
       continue;
     }
-    if (text.compare(i, 2, "--") == 0) {
+    if (c == '%' || text.compare(i, 2, "--") == 0) {
       i = std::min(text.find('\n', i), text.size());
       continue;
     }

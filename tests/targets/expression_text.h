@@ -7,8 +7,9 @@
 
 namespace kiva::test {
 
-/// The words of a text: names, numbers, and signs of one or two characters. Comments from "--" to
-/// the end of a line are left out. `name_signs` belong to names beside letters, digits and "_".
+/// The words of a text: names, numbers, and signs of one or two characters. Comments from "--" or
+/// "%" to the end of a line are left out. `name_signs` belong to names beside letters, digits and
+/// "_".
 class Words {
  public:
   explicit Words(const std::string& text, const std::string& name_signs = "");

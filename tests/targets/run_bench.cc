@@ -382,9 +382,12 @@ TEST(C, AModuleThatWasSavedHasTheInterfaceItHad) {
     run_tool(std::string(KIVA_PROGRAMS "/tarn -q --c -d '") + read.path().string() + "' " + name +
                  ".zuc",
              direct.path());
-    const std::string file = std::string(name) + ".h";
-    EXPECT_EQ(read_text(direct.file(file)), read_text(read.file(file)));
-    EXPECT_NE(read_text(direct.file(file)), "");
+    const auto signals = [&](const TempDir& dir) {
+      const std::string text = read_text(dir.file(std::string(name) + ".h"));
+      const size_t start = text.find("#ifndef");
+      return text.substr(start, text.find("_out;") - start);
+    };
+    EXPECT_EQ(signals(direct), signals(read));
   }
 }
 
