@@ -70,13 +70,11 @@ TEST(Layout, RandomProgramsMeanTheSame) {
   }
 }
 
-TEST(Layout, ExamplesStayAsTheyAre) {
+TEST(Layout, OfExamplesChangesNothingTheSecondTime) {
   for (const auto& entry : std::filesystem::recursive_directory_iterator(KIVA_SOURCE "/examples")) {
     if (entry.path().extension() != ".zu") continue;
     std::ifstream in(entry.path());
-    const std::string text = read_all(in);
-    expect_laid_out(text);
-    EXPECT_EQ(lay_out(text).text, text) << entry.path();
+    expect_laid_out(read_all(in));
   }
 }
 
