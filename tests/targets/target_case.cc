@@ -86,7 +86,7 @@ void TargetCase::read_trace(const std::string& file) {
     const auto& outputs = trace["outputs"];
     while (std::getline(stimuli, line) && line.starts_with('#')) {
     }
-    bench_stimuli_ += line + " ->";
+    bench_stimuli_ += line.substr(0, line.find("->")) + " ->";
     // Tests on data, which targets without data are given.
     for (const char* name : {"cold", "hot"})
       if (trace["locals"].contains(name))
