@@ -61,8 +61,11 @@ void put_module(const TargetJob& job) {
   for (const StraightLine& line : script.lines()) {
     text.put_note(out, "        # ", line.index);
     const std::string start = "        " + script.left(line) + " = ";
-    const bool is_long = broken(start + line.right).find('\n') != std::string::npos;
-    out << broken(start + (is_long ? "(" + line.right + ")" : line.right) + '\n');
+    const std::string whole = start + line.right + '\n';
+    if (broken(whole) == whole)
+      out << whole;
+    else
+      out << start << "(\n" << broken("            " + line.right + ")\n");
   }
   for (const StateRail& rail : text.state())
     if (text.is_output(rail.index))
