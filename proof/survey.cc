@@ -82,8 +82,7 @@ class Surveyor {
       if (const auto at = by_node.find(node_of(reduction_.roots()[first + k])); at != by_node.end())
         counted.push_back(at->second);
     std::ranges::sort(counted);
-    const auto twins = std::ranges::unique(counted);
-    counted.erase(twins.begin(), twins.end());
+    counted.erase(std::unique(counted.begin(), counted.end()), counted.end());
     result_.states = count_states(layers_.system(), layers_.reached(), counted).decimal();
     result_.all_states = layers_.complete();
   }
