@@ -43,7 +43,7 @@ namespace {
 
 // The protocol's numbers.
 constexpr int module_symbol = 2, variable_symbol = 13, event_symbol = 24, member_symbol = 22,
-              method_symbol = 6, constant_symbol = 14, type_symbol = 5;
+              method_symbol = 6, constant_symbol = 14;
 
 json symbol_json(const Document& document, const Occurrence& occurrence, int kind,
                  const std::string& detail) {
