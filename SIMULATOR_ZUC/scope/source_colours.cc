@@ -42,6 +42,8 @@ class SourceColours : public KSyntaxHighlighting::SyntaxHighlighter {
       own.setForeground(look.faint);
     else if (format.textStyle() == KSyntaxHighlighting::Theme::DataType)
       own.setForeground(look.one);
+    else if (format.textStyle() == KSyntaxHighlighting::Theme::Operator)
+      own.setForeground(look.text);
     else
       return SyntaxHighlighter::applyFormat(offset, length, format);
     setFormat(offset, length, own);
