@@ -10,38 +10,16 @@
 
 #include "base/process_end.h"
 #include "bdd/descent.h"
+#include "bdd/operand_pair.h"
 
 namespace kiva {
 
 namespace {
 
-struct operand_pair {
-  bdd_edge f, g;
-
-  // Of an operation that is odd in both.
-  operand_pair regular() const { return {f.regular(), g.regular()}; }
-  bool complemented() const { return f.complemented() != g.complemented(); }
-};
-
 /// Operands' codes in an order that does not tell which was first.
 std::uint64_t symmetric_key(operand_pair t) {
   const std::uint64_t a = t.f.code(), b = t.g.code();
   return a < b ? a << 32 | b : b << 32 | a;
-}
-
-/// At the upper of the two top variables.
-void split_pair(const bdd_internals& diagram, operand_pair t, operand_pair& then_task,
-                operand_pair& else_task) {
-  const int i = diagram.index(t.f), j = diagram.index(t.g);
-  then_task = else_task = t;
-  if (i <= j) {
-    then_task.f = diagram.then_of(t.f);
-    else_task.f = diagram.else_of(t.f);
-  }
-  if (j <= i) {
-    then_task.g = diagram.then_of(t.g);
-    else_task.g = diagram.else_of(t.g);
-  }
 }
 
 /// Reports an or or and that came out above both operands; cannot happen on correct diagrams.
@@ -89,7 +67,7 @@ class disjunction {
 
   std::uint64_t key(task t) const { return symmetric_key(t); }
   void split(task t, task& then_task, task& else_task) const {
-    split_pair(d_, t, then_task, else_task);
+    split_pair(d_, t, d_.index(t.f), d_.index(t.g), then_task, else_task);
   }
 
   bdd_edge join(task t, bdd_edge then_result, bdd_edge else_result) const {
@@ -132,7 +110,7 @@ class difference {
 
   std::uint64_t key(task t) const { return symmetric_key(t); }
   void split(task t, task& then_task, task& else_task) const {
-    split_pair(d_, t, then_task, else_task);
+    split_pair(d_, t, d_.index(t.f), d_.index(t.g), then_task, else_task);
   }
   bdd_edge join(task t, bdd_edge then_result, bdd_edge else_result) const {
     return d_.make(d_.var_id(d_.index(t.f) <= d_.index(t.g) ? t.f : t.g), then_result, else_result);

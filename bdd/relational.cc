@@ -7,29 +7,17 @@
 #include <vector>
 
 #include "bdd/descent.h"
+#include "bdd/operand_pair.h"
 
 namespace kiva {
 
 namespace {
 
-struct operand_pair {
-  bdd_edge f, g;
-};
-
-/// Both operands' cofactors by the higher top variable.
+/// Both operands' cofactors; either may be a constant.
 void split_pair(const bdd_internals& d, operand_pair t, operand_pair& then_task,
                 operand_pair& else_task) {
-  const int i = d.is_constant(t.f) ? INT_MAX : d.index(t.f);
-  const int j = d.is_constant(t.g) ? INT_MAX : d.index(t.g);
-  then_task = else_task = t;
-  if (i <= j) {
-    then_task.f = d.then_of(t.f);
-    else_task.f = d.else_of(t.f);
-  }
-  if (j <= i) {
-    then_task.g = d.then_of(t.g);
-    else_task.g = d.else_of(t.g);
-  }
+  const auto place = [&](bdd_edge e) { return d.is_constant(e) ? INT_MAX : d.index(e); };
+  split_pair(d, t, place(t.f), place(t.g), then_task, else_task);
 }
 
 /// f within g.
