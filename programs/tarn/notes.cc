@@ -4,12 +4,11 @@
 #include "programs/tarn/notes.h"
 
 #include <filesystem>
-#include <fstream>
-#include <map>
 #include <nlohmann/json.hpp>
 
 #include "programs/command_pages.h"
 #include "programs/tarn/map_of.h"
+#include "tarn/zu/source_lines.h"
 #include "tarn/zu/source_map.h"
 
 namespace kiva::tarn_program {
@@ -70,12 +69,12 @@ class NotesOfMap {
   std::string place(const json& span) {
     const std::string file = span[0];
     const int line = span[1], column = span[2], last_line = span[3], last_column = span[4];
-    const std::vector<std::string>& lines = lines_of(file);
+    const std::vector<std::string>& lines = lines_.of(file);
     std::string text = std::filesystem::path(file).filename().string() + ':' + std::to_string(line);
     if (line < 1 || static_cast<size_t>(line) > lines.size()) return plain(text);
     std::string words = lines[static_cast<size_t>(line) - 1];
     if (line == last_line) words.resize(std::min<size_t>(words.size(), last_column));
-    words.resize(std::min(words.size(), words.find(";;")));
+    words = without_comment(words);
     words.erase(0, std::min<size_t>(words.size(), column - 1));
     words.resize(words.find_last_not_of(" \t\r") + 1);
     if (words.size() > most_words) words = words.substr(0, most_words - 3) + "...";
@@ -91,17 +90,9 @@ class NotesOfMap {
     return text;
   }
 
-  const std::vector<std::string>& lines_of(const std::string& file) {
-    const auto [at, first] = lines_.try_emplace(file);
-    std::ifstream in;
-    if (first) in.open(file);
-    for (std::string line; first && std::getline(in, line);) at->second.push_back(line);
-    return at->second;
-  }
-
   SourceNotes& notes_;
   std::string prefix_;
-  std::map<std::string, std::vector<std::string>> lines_;
+  SourceLines lines_;
 };
 
 }  // namespace

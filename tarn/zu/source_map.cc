@@ -12,6 +12,7 @@
 #include <map>
 
 #include "tarn/model/module.h"
+#include "tarn/zu/source_lines.h"
 #include "tarn/zu/statements/automaton.h"
 #include "tarn/zu/statements/run.h"
 
@@ -24,7 +25,7 @@ class SourceTexts {
  public:
   std::string at(const SourceSpan& span) {
     if (!span.known()) return "";
-    std::vector<std::string>& lines = lines_of(*span.file);
+    const std::vector<std::string>& lines = lines_.of(*span.file);
     std::string text;
     for (int number = span.first_line; number <= span.last_line; ++number) {
       if (number < 1 || static_cast<size_t>(number) > lines.size()) return "";
@@ -32,22 +33,14 @@ class SourceTexts {
       if (number == span.last_line) line.resize(std::min<size_t>(line.size(), span.last_column));
       if (number == span.first_line)
         line.erase(0, std::min<size_t>(line.size(), static_cast<size_t>(span.first_column) - 1));
-      line.resize(std::min(line.size(), line.find(";;")));
-      std::istringstream words(line);
+      std::istringstream words(without_comment(line));
       for (std::string word; words >> word;) text += (text.empty() ? "" : " ") + word;
     }
     return text;
   }
 
  private:
-  std::vector<std::string>& lines_of(const std::string& file) {
-    const auto [at, first] = lines_.try_emplace(file);
-    std::ifstream in;
-    if (first) in.open(file);
-    for (std::string line; first && std::getline(in, line);) at->second.push_back(line);
-    return at->second;
-  }
-  std::map<std::string, std::vector<std::string>> lines_;
+  SourceLines lines_;
 };
 
 std::string trimmed(const std::string& text) {

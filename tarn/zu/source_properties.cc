@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "tarn/model/module.h"
+#include "tarn/zu/source_lines.h"
 #include "tarn/zu/statement.h"
 
 namespace kiva {
@@ -18,7 +19,7 @@ bool in_word(char c) {
 }  // namespace
 
 size_t find_word(const std::string& line, const std::string& word, size_t from) {
-  const std::string code = line.substr(0, line.find(";;"));
+  const std::string code = without_comment(line);
   for (size_t at = code.find(word, from); at != std::string::npos; at = code.find(word, at + 1)) {
     const size_t end = at + word.size();
     if ((at == 0 || !in_word(code[at - 1])) && (end == code.size() || !in_word(code[end])))
