@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QProxyStyle>
 #include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
@@ -19,6 +18,7 @@
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/fenetrepricipale.h"
 #include "SIMULATOR_ZUC/ressource.h"
+#include "SIMULATOR_ZUC/scaled_style.h"
 #include "SIMULATOR_ZUC/scope/scope_window.h"
 #include "SIMULATOR_ZUC/window_look.h"
 #include "base/number_text.h"
@@ -30,26 +30,6 @@ namespace {
 
 constexpr size_t kLongestHost = 80;
 constexpr long kLastPort = 65535;
-
-/// What the style sheet has no sizes of follows the scale, too.
-class ScaledStyle : public QProxyStyle {
- public:
-  using QProxyStyle::QProxyStyle;
-
-  int pixelMetric(PixelMetric metric, const QStyleOption* option,
-                  const QWidget* widget) const override {
-    const int told = QProxyStyle::pixelMetric(metric, option, widget);
-    switch (metric) {
-      case PM_ScrollBarExtent:
-      case PM_ScrollBarSliderMin:
-      case PM_SliderLength:
-      case PM_TreeViewIndentation:
-        return WindowLook::current().px(told);
-      default:
-        return told;
-    }
-  }
-};
 
 void choose_style(std::ostream& errors) {
   if (QStyle* style = QStyleFactory::create("plastique")) {
@@ -148,6 +128,16 @@ void show_beside(FenPrincipale& window) {
   window.scope()->setGeometry(place);
 }
 
+/// No window becomes larger than the screen that it opens on.
+void follow_screen() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  const auto follow = [screen] {
+    WindowLook::current().set_room(screen->availableGeometry().size());
+  };
+  follow();
+  QObject::connect(screen, &QScreen::availableGeometryChanged, &WindowLook::current(), follow);
+}
+
 /// The user's language, where the window has it; with the toolkit's own texts, where those are
 /// there.
 void speak(QTranslator& window, QTranslator& toolkit) {
@@ -178,6 +168,7 @@ int run_window(int argc, char** argv, std::ostream& errors) {
   speak(window_texts, toolkit_texts);
   show_library_messages();
   const StartArguments arguments = read_start_arguments(argc, argv, errors);
+  follow_screen();
   // Without a server, values are missing and not empty.
   const ServerSteps no_server(nullptr);
   const std::unique_ptr<FenPrincipale> window =

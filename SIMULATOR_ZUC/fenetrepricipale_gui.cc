@@ -202,15 +202,23 @@ void FenPrincipale::show_panels_menu() {
 }
 
 void FenPrincipale::fit_tool_buttons() {
-  for (QToolButton* button : {go, set, reset, config, help, scope_button}) button->adjustSize();
+  for (QToolButton* button : {go, set, reset, config, help, scope_button}) {
+    button->adjustSize();
+    button->move(std::min(button->x(), width() - button->width()), button->y());
+  }
 }
 
 // Left alone, the layout takes from the Load dock what all rows together lack, and cuts its second
 // line off. The Debugger dock can spare it.
 void FenPrincipale::share_height() {
   const WindowLook& look = WindowLook::current();
-  resizeDocks({dock0, dock1, dock5}, {look.px(120), look.px(310), look.px(180)}, Qt::Vertical);
-  if (dock0->isVisible()) resizeDocks({dock5}, {look.px(153)}, Qt::Vertical);
+  // What a small screen lacks the Debugger gives first, then the lists.
+  const int lack = look.px(680) - height();
+  const int below = std::max(look.px(105), look.px(153) - lack);
+  const int lists = std::max(look.px(105), look.px(310) - (lack - (look.px(153) - below)));
+  resizeDocks({dock0, dock1, dock5}, {look.px(120), lists, lack > 0 ? below : look.px(180)},
+              Qt::Vertical);
+  if (lack <= 0 && dock0->isVisible()) resizeDocks({dock5}, {below}, Qt::Vertical);
 }
 
 bool FenPrincipale::event(QEvent* event) {

@@ -76,7 +76,8 @@ void FenPrincipale::dress() {
     button->move(look.px(place.x()), look.px(place.y()));
     button->setIconSize(scaled(told_icon));
   }
-  setFixedSize(scaled(told_size));
+  // On a smaller screen no part lies beyond its edges: the panels have scroll bars.
+  setFixedSize(scaled(told_size).boundedTo(look.room().expandedTo(told_size)));
   fit_docks();
   QFont font = QApplication::font();
   font.setPixelSize(look.px(text_height));

@@ -83,6 +83,10 @@ QColor WindowLook::state_colour(SignalState state) const {
                : QColor::fromRgb(look_of(state).background);
 }
 
+void WindowLook::set_room(const QSize& room) {
+  if (std::exchange(room_, room) != room) Q_EMIT changed();
+}
+
 void WindowLook::step(int steps) {
   const auto at = std::ranges::lower_bound(scales, scale_ - 0.01);
   const auto number = std::clamp<long>(at - scales.begin() + steps, 0, scales.size() - 1);

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QObject>
+#include <QSize>
 #include <QString>
 
 #include "engine/signal_state.h"
@@ -28,6 +29,10 @@ class WindowLook : public QObject {
   /// Behind a row in that state.
   QColor state_colour(SignalState state) const;
 
+  /// What the screen leaves to a window.
+  QSize room() const { return room_; }
+  void set_room(const QSize& room);
+
   void larger() { step(1); }
   void smaller() { step(-1); }
   void set_scale(double scale);
@@ -43,6 +48,7 @@ class WindowLook : public QObject {
   void keep();
 
   double scale_ = 1;
+  QSize room_{1 << 14, 1 << 14};
   bool dark_ = false, safe_ = false;
 };
 

@@ -64,8 +64,8 @@ void LitSource::read_instance(const nlohmann::json& of, const MapRows& rows) {
 /// Before the parts are: an automaton is the first of its module.
 void LitSource::read_states(const nlohmann::json& of, Circuits& into) {
   for (const nlohmann::json& state : of.value("states", nlohmann::json::array()))
-    into.states.push_back(
-        {map_place(state.at("span")), state.at("code"), state.at("final"), into.parts.size()});
+    into.states.push_back({map_place(state.at("span")), state.at("name"), state.at("code"),
+                           state.at("final"), into.parts.size()});
 }
 
 std::string LitSource::stale(size_t instance) const {
@@ -208,6 +208,39 @@ std::vector<SourcePlace> LitSource::places_of(size_t instance, size_t local) con
   for (const Condition& condition : circuits_[instance].conditions)
     if (condition.value == local) places.push_back(condition.place);
   return places;
+}
+
+std::optional<SourcePlace> LitSource::going_on(size_t instance, size_t local) const {
+  for (const Part& part : circuits_[instance].parts)
+    if (part.leaf && std::ranges::find(part.active, local) != part.active.end()) return part.place;
+  return {};
+}
+
+std::optional<std::vector<std::string>> LitSource::states_with(
+    size_t instance, const std::vector<CodeBit>& bits) const {
+  const Circuits& circuits = circuits_[instance];
+  for (size_t number = 0; number < circuits.parts.size(); ++number) {
+    const std::vector<size_t>& code = circuits.parts[number].active;
+    const auto is_state = [&](const State& state) { return state.automaton == number; };
+    if (std::ranges::none_of(circuits.states, is_state)) continue;
+    unsigned known = 0, value = 0;
+    const bool all = std::ranges::all_of(bits, [&](const CodeBit& bit) {
+      const auto at = std::ranges::find(code, bit.first);
+      if (at == code.end()) return false;
+      known |= 1U << (at - code.begin());
+      value |= unsigned{bit.second} << (at - code.begin());
+      return true;
+    });
+    if (!all) continue;
+    std::vector<std::string> names;
+    for (const State& state : circuits.states)
+      if (is_state(state) && (state.code & known) == value &&
+          std::ranges::find(names, state.name) == names.end())
+        names.push_back(state.name);
+    if (value == 0) names.emplace_back();  // the code of an automaton that does not run
+    return names;
+  }
+  return {};
 }
 
 }  // namespace kiva

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -70,6 +71,14 @@ class LitSource {
   std::vector<Looked> looked_at(size_t instance, const SimulationState& state) const;
   /// Where the statements stand whose circuits have that local, given by its row.
   std::vector<SourcePlace> places_of(size_t instance, size_t local) const;
+  /// The statement that goes on while that local, given by its row, is One.
+  std::optional<SourcePlace> going_on(size_t instance, size_t local) const;
+  /// A local that is a bit of a state's code, and whether it is One.
+  using CodeBit = std::pair<size_t, bool>;
+  /// The states of an automaton that fit these bits of its code, an empty name for none of them;
+  /// nothing where no automaton has them all.
+  std::optional<std::vector<std::string>> states_with(size_t instance,
+                                                      const std::vector<CodeBit>& bits) const;
 
  private:
   /// Rows of locals; MapRows::none where the module has not the signal.
@@ -86,6 +95,7 @@ class LitSource {
   };
   struct State {
     SourcePlace place;
+    std::string name;
     unsigned code;
     bool final_state;
     size_t automaton;  ///< its part

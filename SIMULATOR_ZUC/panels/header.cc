@@ -26,10 +26,13 @@ void Header::paintEvent(QPaintEvent*) {
   fill.setColorAt(0, QColor(15, 15, 15));
   fill.setColorAt(1, QColor(111, 113, 111));
   painter.fillRect(0, 0, width(), look.px(200), fill);
+  const QPixmap logo(":/img/Logo.png");
+  // On a screen too small for the scale the last button stands there.
+  if (look.px(500 + logo.width() + 90) > width()) return;
   painter.translate(look.px(500), look.px(10));
   painter.scale(look.scale(), look.scale());
   painter.setRenderHint(QPainter::SmoothPixmapTransform, look.scale() != 1);
-  painter.drawPixmap(0, 0, QPixmap(":/img/Logo.png"));
+  painter.drawPixmap(0, 0, logo);
 }
 
 }  // namespace kiva

@@ -80,9 +80,9 @@ ScopeWindow::ScopeWindow(TimeControl* time, const QString& file)
       file_(file),
       waves_(new WaveView(time)),
       inputs_(new InputsPane(time)),
-      why_(new WhyPane(time)),
       line_(new TimeLine(time)),
       source_(new SourcePane(time, file)),
+      why_(new WhyPane(time, source_)),
       diagram_(new DiagramPane(time, file)) {
   const QString module = QString::fromStdString(time->recording().simulation().module()->getName());
   setWindowTitle(tr("%1 - scope").arg(module));
@@ -191,7 +191,7 @@ QWidget* ScopeWindow::make_bar() {
   auto* bar = new QWidget;
   auto* layout = new QHBoxLayout(bar);
   layout->setContentsMargins(0, 0, 0, 0);
-  name_ = new QLabel;
+  name_ = new ModuleLabel;
   name_->setAccessibleName(tr("Module"));
   layout->addWidget(name_);
   layout->addStretch(1);
@@ -321,9 +321,7 @@ void ScopeWindow::dress() {
                QString::number(ScopeLook::px(13))));
   const QString module =
       QString::fromStdString(time_->recording().simulation().module()->getName());
-  name_->setText(QString("<b>%1</b> <span style='color:%2'>%3</span>")
-                     .arg(module.toHtmlEscaped(), look.faint.name(),
-                          QFileInfo(file_).fileName().toHtmlEscaped()));
+  name_->set_names(module, QFileInfo(file_).fileName());
   waves_->look_changed();
   inputs_->look_changed();
   why_->ask_again();

@@ -5,6 +5,7 @@
 
 #include "SIMULATOR_ZUC/scope/diagram_pane.h"
 #include "SIMULATOR_ZUC/scope/inputs_pane.h"
+#include "SIMULATOR_ZUC/scope/module_label.h"
 #include "SIMULATOR_ZUC/scope/source_pane.h"
 #include "SIMULATOR_ZUC/scope/time_line.h"
 #include "SIMULATOR_ZUC/scope/wave_view.h"
@@ -110,15 +111,16 @@ class ScopeWindow : public QMainWindow {
   QString file_;
   double scale_ = 1;  ///< of the size that the window has
   Asked asked_ = Asked::nothing;
-  QLabel *name_ = nullptr, *status_ = nullptr, *told_ = nullptr;
+  ModuleLabel* name_ = nullptr;
+  QLabel *status_ = nullptr, *told_ = nullptr;
   QLineEdit* prompt_ = nullptr;
   QComboBox* branch_ = nullptr;
   QToolButton* run_button_ = nullptr;
   WaveView* waves_;
   InputsPane* inputs_;
-  WhyPane* why_;
   TimeLine* line_;
   SourcePane* source_;
+  WhyPane* why_;
   DiagramPane* diagram_;
 };
 

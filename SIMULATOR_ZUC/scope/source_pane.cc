@@ -103,14 +103,49 @@ std::vector<int> SourcePane::lines_of(size_t instance, SignalPlace signal) const
   return text->lines_of(QString::fromStdString(name));
 }
 
+/// A register shows as the local that it is.
+SignalPlace SourcePane::as_local(SignalPlace signal) const {
+  if (signal.list != SignalPlace::register_) return signal;
+  const std::vector<std::string>& locals = names_.names(SignalPlace::local);
+  const auto at = std::ranges::find(locals, names_.name(signal));
+  if (at == locals.end()) return signal;
+  return {SignalPlace::local, static_cast<size_t>(at - locals.begin())};
+}
+
+QString SourcePane::going_on(SignalPlace reg) const {
+  const SignalPlace local = as_local(reg);
+  if (local.list != SignalPlace::local) return "";
+  for (size_t instance = 0; instance < texts_.size(); ++instance) {
+    const std::optional<SourcePlace> place = source_->going_on(instance, local.row);
+    if (!place || !source_->stale(instance).empty()) continue;
+    const QString words = texts_[instance]->text_of(*place);
+    const QString module = tabs_->tabText(static_cast<int>(instance));
+    return instance == 0 ? tr("\"%1\" (line %2)").arg(words).arg(place->first_line)
+                         : tr("\"%1\" (%2, line %3)").arg(words, module).arg(place->first_line);
+  }
+  return "";
+}
+
+QString SourcePane::states_with(const std::vector<CodeBit>& bits) const {
+  std::vector<LitSource::CodeBit> rows;
+  for (const auto& [reg, one] : bits) {
+    const SignalPlace local = as_local(reg);
+    if (local.list != SignalPlace::local) return "";
+    rows.emplace_back(local.row, one);
+  }
+  for (size_t instance = 0; instance < texts_.size(); ++instance)
+    if (const auto names = source_->states_with(instance, rows)) {
+      QStringList words;
+      for (const std::string& name : *names)
+        words += name.empty() ? tr("none") : QString::fromStdString(name);
+      return words.join(tr(" or "));
+    }
+  return "";
+}
+
 void SourcePane::show_signal(SignalPlace signal) {
   if (!has_source()) return;
-  // A register shows as the local that it is.
-  if (signal.list == SignalPlace::register_) {
-    const std::vector<std::string>& locals = names_.names(SignalPlace::local);
-    const auto at = std::ranges::find(locals, names_.name(signal));
-    if (at != locals.end()) signal = {SignalPlace::local, static_cast<size_t>(at - locals.begin())};
-  }
+  signal = as_local(signal);
   size_t first = texts_.size();
   for (size_t instance = texts_.size(); instance-- > 0;)
     if (!lines_of(instance, signal).empty()) first = instance;

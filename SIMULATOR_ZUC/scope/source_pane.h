@@ -29,6 +29,13 @@ class SourcePane : public QWidget {
   void show_signal(SignalPlace signal);
   /// The signals that the line of the shown tab names.
   std::vector<SignalPlace> signals_of_line(int line) const;
+  /// The statement that goes on while this register is One, "sustain o" (line 7); empty for none.
+  QString going_on(SignalPlace reg) const;
+  /// A register and whether it is One.
+  using CodeBit = std::pair<SignalPlace, bool>;
+  /// The states of an automaton that fit these registers, "WASH or SPIN"; empty where no automaton
+  /// has them all.
+  QString states_with(const std::vector<CodeBit>& bits) const;
   void refresh();
   void look_changed();
 
@@ -39,6 +46,7 @@ class SourcePane : public QWidget {
  private:
   void load(const QString& module_file);
   void add_instance(size_t instance);
+  SignalPlace as_local(SignalPlace signal) const;
   std::vector<int> lines_of(size_t instance, SignalPlace signal) const;
   void tell_line(int line);
   size_t shown() const { return static_cast<size_t>(tabs_->currentIndex()); }

@@ -251,6 +251,10 @@ std::vector<int> SourceText::lines_of(const QString& name) const {
   return lines;
 }
 
+QString SourceText::text_of(const SourcePlace& place) const {
+  return cursor_at(place).selectedText().simplified();
+}
+
 QString SourceText::words_at(int line, int column) const {
   QStringList words;
   for (const auto& [place, value] : looked_)

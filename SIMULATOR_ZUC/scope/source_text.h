@@ -33,6 +33,8 @@ class SourceText : public QPlainTextEdit {
   QString signs_of_line(int line) const;
   /// What is lit at that place of the text, in words; empty for nothing.
   QString words_at(int line, int column) const;
+  /// The words that stand there, in one line.
+  QString text_of(const SourcePlace& place) const;
   void look_changed();
 
   /// The signs, in the order of the legend, and their words.

@@ -68,9 +68,10 @@ class Sentences : public QStyledItemDelegate {
 
 }  // namespace
 
-WhyPane::WhyPane(TimeControl* time, QWidget* parent)
+WhyPane::WhyPane(TimeControl* time, const SourcePane* source, QWidget* parent)
     : QTreeWidget(parent),
       time_(time),
+      source_(source),
       reasons_(time->recording().simulation()),
       names_(time->recording().simulation()),
       trial_(time->recording().simulation().module()) {
@@ -138,19 +139,7 @@ void WhyPane::fill(QTreeWidgetItem* parent, SignalPlace signal, long instant) {
   const Choices choices = recording.choices_at({branch, instant});
   const SimulationState after = recording.state_at({branch, instant});
   const std::vector<Cause> causes = reasons_.causes(signal, {before, choices, after});
-  for (const Cause& cause : causes) {
-    const QString name = QString::fromStdString(cause.name);
-    auto* item = new QTreeWidgetItem(parent);
-    item->setText(0, tr("%1 is %2 at %3").arg(name, label_of(cause.state)).arg(instant));
-    if (cause.kind == Cause::wire)
-      item->setText(0, cause.state == SignalState::one
-                           ? tr("%1 is raised at %2").arg(name).arg(instant)
-                           : tr("%1 is not raised at %2").arg(name).arg(instant));
-    if (cause.kind != Cause::register_) continue;
-    const std::vector<std::string>& registers = names_.names(SignalPlace::register_);
-    const auto row = std::ranges::find(registers, cause.name) - registers.begin();
-    add_since(item, {SignalPlace::register_, static_cast<size_t>(row)}, instant);
-  }
+  for (const Cause& cause : add_states(parent, causes, instant)) add_cause(parent, cause, instant);
   if (causes.empty()) new QTreeWidgetItem(parent, {tr("It is always so.")});
   if (parent != invisibleRootItem()) return;
   offer_changes(signal, instant, causes);
@@ -169,11 +158,79 @@ void WhyPane::fill(QTreeWidgetItem* parent, SignalPlace signal, long instant) {
   rest->setFirstColumnSpanned(true);
 }
 
-/// A register stood so when the instant began: since the instant in which it was moved there.
-void WhyPane::add_since(QTreeWidgetItem* item, SignalPlace reg, long instant) {
+SignalPlace WhyPane::register_of(const Cause& cause) const {
+  const std::vector<std::string>& registers = names_.names(SignalPlace::register_);
+  const auto row = std::ranges::find(registers, cause.name) - registers.begin();
+  return {SignalPlace::register_, static_cast<size_t>(row)};
+}
+
+/// A register tells what it says of the source, and in its tip its name.
+QTreeWidgetItem* WhyPane::add_cause(QTreeWidgetItem* parent, const Cause& cause, long instant) {
+  const QString name = QString::fromStdString(cause.name);
+  const bool one = cause.state == SignalState::one;
+  auto* item = new QTreeWidgetItem(parent);
+  item->setText(0, tr("%1 is %2 at %3").arg(name, label_of(cause.state)).arg(instant));
+  if (cause.kind == Cause::wire)
+    item->setText(0, one ? tr("%1 is raised at %2").arg(name).arg(instant)
+                         : tr("%1 is not raised at %2").arg(name).arg(instant));
+  if (cause.kind != Cause::register_) return item;
+  const SignalPlace reg = register_of(cause);
+  const QString statement = source_->going_on(reg);
+  if (!statement.isEmpty() && (one || cause.state == SignalState::zero)) {
+    item->setToolTip(0, item->text(0));
+    item->setText(0, one ? tr("%1 goes on at %2").arg(statement).arg(instant)
+                         : tr("%1 does not go on at %2").arg(statement).arg(instant));
+  }
+  add_since(item, since(reg, instant));
+  if (item->data(0, instant_role).isValid()) {
+    item->setData(0, register_role, static_cast<int>(reg.row));
+    item->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
+  }
+  return item;
+}
+
+/// The registers that are bits of one automaton's code as one sentence, with themselves below it;
+/// gives the causes that are not.
+std::vector<Cause> WhyPane::add_states(QTreeWidgetItem* parent, const std::vector<Cause>& causes,
+                                       long instant) {
+  std::vector<Cause> others;
+  std::vector<std::pair<std::vector<SourcePane::CodeBit>, std::vector<Cause>>> codes;
+  for (const Cause& cause : causes) {
+    const bool one = cause.state == SignalState::one;
+    const SourcePane::CodeBit bit{register_of(cause), one};
+    if (cause.kind != Cause::register_ || (!one && cause.state != SignalState::zero) ||
+        source_->states_with({bit}).isEmpty()) {
+      others.push_back(cause);
+      continue;
+    }
+    const auto fits = std::ranges::find_if(codes, [&](const auto& code) {
+      std::vector<SourcePane::CodeBit> with = code.first;
+      with.push_back(bit);
+      return !source_->states_with(with).isEmpty();
+    });
+    auto& [bits, members] = fits == codes.end() ? codes.emplace_back() : *fits;
+    bits.push_back(bit);
+    members.push_back(cause);
+  }
+  for (const auto& [bits, members] : codes) {
+    auto* item = new QTreeWidgetItem(parent);
+    item->setText(0, tr("the state is %1 at %2").arg(source_->states_with(bits)).arg(instant));
+    long last = -1;
+    for (const auto& [reg, one] : bits) last = std::max(last, since(reg, instant));
+    add_since(item, last);
+    for (const Cause& member : members) add_cause(item, member, instant);
+  }
+  return others;
+}
+
+/// The instant in which a register was moved to where it stood when that instant began; 0 for the
+/// start, -1 for too long ago.
+long WhyPane::since(SignalPlace reg, long instant) {
   Recording& recording = time_->recording();
-  const long since =
-      recording.since(reg, {recording.position().branch, instant - 1}, most_instants_back);
+  return recording.since(reg, {recording.position().branch, instant - 1}, most_instants_back);
+}
+
+void WhyPane::add_since(QTreeWidgetItem* item, long since) {
   if (since <= 0) {
     item->setText(
         0, item->text(0) + (since == 0 ? tr(", since the start") : tr(", for a very long time")));
@@ -183,8 +240,6 @@ void WhyPane::add_since(QTreeWidgetItem* item, SignalPlace reg, long instant) {
   item->setText(1, tr("go to %1").arg(since));
   item->setForeground(1, ScopeLook::current().one);
   item->setData(0, instant_role, QVariant::fromValue<qlonglong>(since));
-  item->setData(0, register_role, static_cast<int>(reg.row));
-  item->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
 }
 
 /// Inputs among the causes of which one alone, had it been otherwise, changes the signal.
@@ -266,7 +321,9 @@ bool WhyPane::viewportEvent(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QTreeWidget::viewportEvent(event);
   const auto* help = static_cast<QHelpEvent*>(event);
   const QTreeWidgetItem* item = itemAt(help->pos());
-  if (item != nullptr) QToolTip::showText(help->globalPos(), item->text(0), viewport());
+  if (item == nullptr) return true;
+  const QString signal = item->toolTip(0).isEmpty() ? "" : "\n" + item->toolTip(0);
+  QToolTip::showText(help->globalPos(), item->text(0) + signal, viewport());
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QTreeWidget>
 
+#include "SIMULATOR_ZUC/scope/source_pane.h"
 #include "SIMULATOR_ZUC/time_control.h"
 #include "engine/why.h"
 
@@ -13,7 +14,8 @@ class WhyPane : public QTreeWidget {
   Q_OBJECT
 
  public:
-  explicit WhyPane(TimeControl* time, QWidget* parent = nullptr);
+  /// `source` tells what registers are, where the module has one.
+  WhyPane(TimeControl* time, const SourcePane* source, QWidget* parent = nullptr);
   void ask(SignalPlace signal);
   void ask_again();
   /// The sentences as text, a line each, indented by depth; for tests.
@@ -27,12 +29,18 @@ class WhyPane : public QTreeWidget {
 
  private:
   void fill(QTreeWidgetItem* parent, SignalPlace signal, long instant);
-  void add_since(QTreeWidgetItem* item, SignalPlace reg, long instant);
+  QTreeWidgetItem* add_cause(QTreeWidgetItem* parent, const Cause& cause, long instant);
+  std::vector<Cause> add_states(QTreeWidgetItem* parent, const std::vector<Cause>& causes,
+                                long instant);
+  void add_since(QTreeWidgetItem* item, long since);
+  long since(SignalPlace reg, long instant);
+  SignalPlace register_of(const Cause& cause) const;
   void offer_changes(SignalPlace signal, long instant, const std::vector<Cause>& causes);
   void unfold(QTreeWidgetItem* item);
   void follow_link(QTreeWidgetItem* item);
 
   TimeControl* time_;
+  const SourcePane* source_;
   Reasons reasons_;
   SignalNames names_;
   Simulation trial_;  ///< runs what might have been

@@ -384,10 +384,6 @@
         <source>Debugger Panel</source>
         <translation>Panneau du débogueur</translation>
     </message>
-    <message>
-        <source>Modules (*.zu *.zuc)</source>
-        <translation>Modules (*.zu *.zuc)</translation>
-    </message>
 </context>
 <context>
     <name>kiva::FilePanel</name>
@@ -917,6 +913,22 @@ tarn --map FICHIER.zu, et son texte apparaît ici, éclairé par ce qu’il fait
         <source>a condition that holds</source>
         <translation>une condition vraie</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; (line %2)</source>
+        <translation>« %1 » (ligne %2)</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; (%2, line %3)</source>
+        <translation>« %1 » (%2, ligne %3)</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>aucun</translation>
+    </message>
+    <message>
+        <source> or </source>
+        <translation> ou </translation>
+    </message>
 </context>
 <context>
     <name>kiva::SourceText</name>
@@ -947,13 +959,6 @@ tarn --map FICHIER.zu, et son texte apparaît ici, éclairé par ce qu’il fait
     <message>
         <source>this condition does not hold</source>
         <translation>cette condition est fausse</translation>
-    </message>
-</context>
-<context>
-    <name>kiva::SourceWatch</name>
-    <message>
-        <source>%1: %2</source>
-        <translation>%1 : %2</translation>
     </message>
 </context>
 <context>
@@ -1138,6 +1143,18 @@ tarn --map FICHIER.zu, et son texte apparaît ici, éclairé par ce qu’il fait
     <message>
         <source>branch</source>
         <translation>branche</translation>
+    </message>
+    <message>
+        <source>%1 goes on at %2</source>
+        <translation>%1 se poursuit à %2</translation>
+    </message>
+    <message>
+        <source>%1 does not go on at %2</source>
+        <translation>%1 ne se poursuit pas à %2</translation>
+    </message>
+    <message>
+        <source>the state is %1 at %2</source>
+        <translation>l'état est %1 à %2</translation>
     </message>
 </context>
 </TS>

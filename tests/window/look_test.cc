@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
+#include <QToolButton>
 #include <cmath>
 #include <set>
 
@@ -71,6 +72,22 @@ TEST_F(Look, NoScaleCutsAWord) {
           widget->grab().save(QString("%1/look-%2-%3.png").arg(KIVA_PICTURES, picture).arg(scale)));
   }
   EXPECT_EQ(inputs()->pos(), inputs_at.topLeft()) << "scale 1 is as told";
+  // On a small screen the windows stay within it, and nothing but the lists becomes smaller.
+  const QSize room(1920, 1080);
+  WindowLook::current().set_room(room);
+  WindowLook::current().set_scale(2);
+  scope->resize(room);
+  settle();
+  EXPECT_EQ(window->size(), QSize(2 * told.width(), room.height()));
+  EXPECT_EQ(cut_texts(*window), "");
+  WindowLook::current().set_scale(3);
+  settle();
+  EXPECT_EQ(window->size(), room);
+  EXPECT_LE(scope->minimumSizeHint().width(), room.width());
+  EXPECT_LE(window->scope_button->geometry().right(), room.width());
+  WindowLook::current().set_room(QSize(1 << 14, 1 << 14));
+  WindowLook::current().set_scale(1);
+  settle();
   EXPECT_NEAR(inputs()->width(), inputs_at.width(), 6) << "docks share what larger bars needed";
 }
 

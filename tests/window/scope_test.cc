@@ -22,11 +22,12 @@
 namespace kiva::test {
 namespace {
 
-/// Input a; N0 is a, N1 is not a.
+/// Input a; o is R0, N0 is a, N1 is not a.
 const char* const keeper_of_waits =
     "module: w 0 1\ninput: a ;\noutput: o ;\nlocal: R0 N0 R1 N1 ;\nregister: N0 R0 0; N1 R1 0;\n"
-    "connexion: S R T;\nequation_def: 2\n0: -1:-3:-3,1\n1: 0:0:0,-1\nexpressions:\n"
-    "1 0 2:1,1,(0 )\n1 0 3:1,-1,(0 )\n1 0 6:1,1,(0 )\n1 0 7:1,-1,(0 )\n1 0 10:1,-1,(0 )\n"
+    "connexion: S R T;\nequation_def: 3\n0: -1:-3:-3,1\n1: 0:0:0,-1\n2: 4:0:0,-1\n"
+    "expressions:\n1 0 2:2,1,(4 )\n1 0 3:2,-1,(4 )\n1 0 6:1,1,(0 )\n1 0 7:1,-1,(0 )\n1 0 "
+    "10:1,-1,(0 )\n"
     "1 0 11:1,1,(0 )\nend:\n";
 
 class Scope : public WindowTest {
@@ -188,9 +189,9 @@ TEST_F(Scope, LightsTheSource) {
            std::to_string(column + 5) + R"(],"leaf":true,"set":"S)" + n +
            R"(","reset":"none","end":"none","active":["R)" + n + R"("],"next":["N)" + n + "\"]}";
   };
-  const std::string map = R"({"module":"w","sources":{")" + source + "\":\"" + file_hash(source) +
-                          R"("},"locals":[],"instances":[{"module":"w","path":"w","statements":[)" +
-                          wait(1, "0") + "," + wait(11, "1") + "]}]}";
+  std::string map = R"({"module":"w","sources":{")" + source + "\":\"" + file_hash(source) +
+                    R"("},"locals":[],"instances":[{"module":"w","path":"w","statements":[)" +
+                    wait(1, "0") + "," + wait(11, "1") + "]}]}";
   write("w.zuc.map", map);
   open_scope(module);
   const auto lit = [&] {
@@ -215,9 +216,25 @@ TEST_F(Scope, LightsTheSource) {
   ASSERT_EQ(scope->source()->signals_of_line(1).size(), 1U) << "b is no signal of the module";
   press("Left");
   EXPECT_EQ(lit(), "wait a;");
+  press("Right");
+  scope->waves()->choose_place({SignalPlace::output, 0});
+  const QString goes_on = "\"wait a\" (line 1) goes on at 2, since 1 [go to 1]\n";
+  EXPECT_TRUE(scope->why()->sentences().contains("\n" + goes_on)) << "a register is a statement";
   write("w.zu", "another text\n");
+  press("Left");
   press("Right");
   EXPECT_EQ(lit(), "") << "a text that has changed is not lit";
+  EXPECT_TRUE(scope->why()->sentences().contains("\nR0 is One at 2")) << "nor cited";
+  write("w.zu", "wait a >> wait b\n");
+  map.replace(
+      map.find("\"statements\""), 0,
+      R"("states":[{"name":"A","span":[")" + source + R"(",1,1,1,6],"code":1,"final":false}],)");
+  write("w.zuc.map", map);
+  open_scope(module);
+  for (const char* key : {"1", "Return", "Return"}) press(key);
+  scope->waves()->choose_place({SignalPlace::output, 0});
+  EXPECT_TRUE(
+      scope->why()->sentences().contains("\nthe state is A at 2, since 1 [go to 1]\n  " + goes_on));
   write("w.zuc.map", "{}");
   open_scope(module);
   EXPECT_FALSE(scope->source()->has_source());
