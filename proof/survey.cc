@@ -87,11 +87,8 @@ class Surveyor {
     result_.all_states = layers_.complete();
   }
 
-  /// The states from which an allowed instant leads into the set.
+  /// Of the known states those from which an allowed instant leads into the set.
   bdd before(const bdd& states) {
-    if (next_.empty())
-      for (const TransitionSystem::Register& reg : layers_.system().registers)
-        next_.emplace_back(reg.now, reg.f);
     return some_inputs(layers_.manager().Bdd_vector_compose(states, next_));
   }
   bdd some_inputs(const bdd& f) {
@@ -107,9 +104,12 @@ class Surveyor {
     inputs_ = product(manager, indices);
     const bdd zero = manager.Bdd_zero();
     const bdd care = layers_.complete() ? layers_.reached() : manager.Bdd_one();
+    // What is agreed on the known states is often small where the whole function is not.
+    for (const TransitionSystem::Register& reg : layers_.system().registers)
+      next_.emplace_back(reg.now, manager.Bdd_constrain(reg.f, care));
     bdd alive = zero;
     for (size_t k = 0; k < question_.shown.size(); ++k) {
-      const bdd& shown = layers_.root(question_.goals.size() + k);
+      const bdd shown = manager.Bdd_constrain(layers_.root(question_.goals.size() + k), care);
       const bdd can_be = some_inputs(shown), can_miss = some_inputs(manager.Bdd_not(shown));
       alive = manager.Bdd_or(alive, manager.Bdd_and(can_be, can_miss));
       alive = manager.Bdd_or(alive, manager.Bdd_and(can_be, before(can_miss)));

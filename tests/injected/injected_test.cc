@@ -123,6 +123,9 @@ class Command {
   }
 
   const Ended& whole() const { return whole_; }
+  /// Whether a fault has been told with the file that the command was about.
+  bool named_its_file() const { return named_its_file_; }
+  bool asks() const { return words_[1] == "--eval" || words_[1] == "--equiv"; }
 
  private:
   /// In a process of its own, that a program which breaks ends alone.
@@ -177,6 +180,7 @@ class Command {
     } else {
       EXPECT_TRUE(ended.status == 1 || ended.status == 2) << ended.status;
       EXPECT_TRUE(std::regex_match(ended.err, one_error)) << ended.err;
+      named_its_file_ = named_its_file_ || ended.err.starts_with(words_.back() + ": error: out of");
     }
   }
 
@@ -185,6 +189,7 @@ class Command {
   std::vector<std::string> words_;
   Files older_;
   Ended whole_;
+  bool named_its_file_ = false;
   long* calls_ = static_cast<long*>(
       mmap(nullptr, sizeof(long), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
 };
@@ -197,6 +202,7 @@ TEST_P(Faults, EndClearly) {
   command.try_faults(Faulty::memory, false);
   command.try_faults(Faulty::memory, true);
   command.try_faults(Faulty::write, false);
+  EXPECT_TRUE(command.named_its_file() || !command.asks());
 }
 
 #define EXAMPLE(name) KIVA_SOURCE "/examples/" name "/" name
