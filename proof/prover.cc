@@ -18,23 +18,23 @@ class Turns {
  public:
   Turns(const Machine& machine, const ProverOptions& options, Stop::Clock::time_point end)
       : options_(options), end_(end) {
-    engines_.push_back(random_search(machine));
-    engines_.push_back(bounded_search(machine));
-    bounded_ = engines_.back().get();
-    engines_.push_back(frames_search(machine));
-    if (!options.invariant) engines_.push_back(induction(machine));
-    engines_.push_back(state_walk(machine));
+    // Most failing runs are found by the bounded search.
+    engines_.push_back({random_search(machine), 0.5});
+    engines_.push_back({bounded_search(machine), 6});
+    bounded_ = engines_.back().engine.get();
+    engines_.push_back({frames_search(machine), 1});
+    if (!options.invariant) engines_.push_back({induction(machine), 0.5});
+    engines_.push_back({state_walk(machine), 0.5});
   }
 
-  static constexpr double first_slice = 0.03, growth = 1.6;
+  static constexpr double first_slice = 0.004, growth = 1.6;
   bool over() const { return Stop(end_, options_.asked)(); }
   /// Until an answer, or slices have grown to more than so many seconds.
   Answer run(double longest) {
     for (; !over() && slice_ <= longest; slice_ *= growth) {
-      for (const std::unique_ptr<Engine>& engine : engines_) {
+      for (const auto& [engine, share] : engines_) {
         if (engine->exhausted() || over()) continue;
-        Answer answer =
-            engine->work(slice_of(engine.get() == bounded_ ? slice_ * bounded_share : slice_));
+        Answer answer = engine->work(slice_of(slice_ * share));
         if (answer.verdict == Verdict::fails) return shortest(std::move(answer));
         if (answer.verdict == Verdict::holds && (answer.invariant || !options_.invariant))
           return answer;
@@ -47,8 +47,10 @@ class Turns {
   }
 
  private:
-  /// Of turns of the bounded search, which most failing runs are found by.
-  static constexpr double bounded_share = 3;
+  struct Turn {
+    std::unique_ptr<Engine> engine;
+    double share;  ///< of a slice
+  };
   Stop slice_of(double seconds) const {
     return {std::min(end_, Stop::Clock::now() + std::chrono::duration_cast<Stop::Clock::duration>(
                                                     std::chrono::duration<double>(seconds))),
@@ -57,7 +59,7 @@ class Turns {
 
   std::string so_far() const {
     std::string text = bounded_->so_far();
-    for (const std::unique_ptr<Engine>& engine : engines_)
+    for (const auto& [engine, share] : engines_)
       if (engine.get() != bounded_ && !engine->so_far().empty())
         text += "; " + engine->name() + ": " + engine->so_far();
     return text;
@@ -81,7 +83,7 @@ class Turns {
 
   const ProverOptions& options_;
   Stop::Clock::time_point end_;
-  std::vector<std::unique_ptr<Engine>> engines_;
+  std::vector<Turn> engines_;
   Engine* bounded_ = nullptr;
   double slice_ = first_slice;
 };
