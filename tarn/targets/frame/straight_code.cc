@@ -19,10 +19,10 @@ namespace kiva {
 
 namespace {
 
-constexpr int longest = 8;          ///< operands of a line
-constexpr long most_products = 12;  ///< of a sum that is factored
-constexpr int most_factored = 16;   ///< operands of it
-constexpr int most_inline = 4;      ///< operands of an equation that stands where it is read
+constexpr int longest = 8;           ///< operands of a line
+constexpr long most_products = 100;  ///< of a sum that is factored
+constexpr int most_factored = 160;   ///< operands of it
+constexpr int most_inline = 4;       ///< operands of an equation that stands where it is read
 
 /// What is above all else in an expression.
 enum class Kind { atom, not_atom, conjunction, disjunction, comparison };
