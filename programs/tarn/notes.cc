@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "programs/command_pages.h"
+#include "programs/tarn/circuit.h"
 #include "programs/tarn/document.h"
 #include "programs/tarn/map_of.h"
 #include "tarn/zu/source_lines.h"
@@ -108,6 +109,11 @@ SourceNotes source_notes(Module* module, const std::string& file, const Options&
     } catch (const json::exception&) {  // whoever wants the map will say that it is none
       notes.of.clear();
     }
+  const bool fits_bench = options.bench == nullptr || !options.bench->with_properties;
+  if (fits_bench && module->getFinalised() != 0)
+    notes.with_properties = [module, &options](aig::Circuit& circuit) {
+      add_properties(circuit, module, options);
+    };
   notes.document = [module, file](const SourceNotes::Names& names) {
     return document_notes(module, file, names);
   };

@@ -324,6 +324,49 @@ TEST(BenchTools, TheDocumentationsExampleRunsAsItSays) {
       "4 instants agree\n");
 }
 
+/// Others come to the verdicts that proofs here come to, and the outputs are those without.
+TEST(AigerTools, PropertiesAreProvedByOthers) {
+  const TempDir dir;
+  const std::string tarn = "'" KIVA_PROGRAMS "/tarn' -q --aiger ",
+                    source = KIVA_SOURCE "/examples/";
+  const auto abc = [&](const std::string& commands) {
+    return run_tool("berkeley-abc -q '" + commands + "'", dir.path());
+  };
+  const std::string coffee =
+      " --module coffee_machine '" + source + "coffee_machine/coffee_machine.zu'";
+  run_tool(tarn + "-o with" + coffee, dir.path());
+  run_tool("'" KIVA_PROGRAMS "/tarn' -q -o bare" + coffee + " && " + tarn + "-o without bare.zuc",
+           dir.path());
+  EXPECT_NE(
+      abc("read_aiger with.aig; cone -s -O 5 -R 5; pdr -a").find("Proved = 5. Disproved = 0."),
+      std::string::npos);
+  EXPECT_NE(
+      abc("read_aiger with.aig; cone -s -O 0 -R 5; write_aiger -s w.aig; dsec w.aig without.aig")
+          .find("Networks are equivalent"),
+      std::string::npos);
+  // The ASCII form is read here.
+  run_tool("'" KIVA_PROGRAMS "/tarn' -q with.aag -o back", dir.path());
+  const std::string proof =
+      run_tool("'" KIVA_PROGRAMS
+               "/tarn' --never never_pay4_and_not_has4 --never fall_through back.zuc; test $? = 1",
+               dir.path());
+  EXPECT_NE(proof.find("never_pay4_and_not_has4: holds"), std::string::npos) << proof;
+  EXPECT_NE(proof.find("fall_through: fails"), std::string::npos) << proof;
+
+  const std::string lift = " '" + source + "lift/lift.zu'";
+  run_tool(tarn + "--never gong --always \"not gong'\"" + lift, dir.path());
+  EXPECT_NE(abc("read_aiger lift.aig; cone -s -O 5; bmc3").find("asserted in frame 2"),
+            std::string::npos);
+  EXPECT_NE(abc("read_aiger lift.aig; cone -s -O 6; bmc3").find("asserted in frame 3"),
+            std::string::npos);
+  run_tool(tarn + "--never gong --assume \"not call1\"" + lift, dir.path());
+  EXPECT_NE(abc("read_aiger lift.aig; cone -s -O 5; bmc3").find("asserted in frame 3"),
+            std::string::npos);
+  EXPECT_NE(run_tool("! " + tarn + "--never gang" + lift + " 2>&1", dir.path())
+                .find("\"gang\" is no signal of the module"),
+            std::string::npos);
+}
+
 TEST(BenchTools, ValuesOfBuiltInTypes) {
   const std::vector<std::pair<std::string, std::string>> kinds = {
       {"int", "-5"},   {"byte", "200"},   {"float", "1.5"}, {"long", "5000000000"},

@@ -5,6 +5,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/aiger_text.h"
+
 namespace kiva {
 
 /// What is known of a signal of a module from its source.
@@ -35,6 +37,9 @@ struct SourceNotes {
   std::string made;                                ///< by what, and with which options
   std::string from;                                ///< what was read, and its hash
   std::unordered_map<std::string, SourceNote> of;  ///< by `key` of a local's name
+  /// Makes of a module's circuit one of the same inputs and outputs that has the properties, too;
+  /// empty where none are asked for.
+  std::function<void(aig::Circuit& circuit)> with_properties = {};
   /// Called by documents alone, since pictures take time, with the names that registers have there,
   /// by `key`. Empty for nothing.
   using Names = std::unordered_map<std::string, std::string>;

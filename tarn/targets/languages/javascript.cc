@@ -101,6 +101,7 @@ extern const Target javascript_target{
     .file = {.extension = ".mjs"},
     .put = put_module,
     .beside = ".d.ts",
+    .beside_again = ".d.mts",  // where a compiler looks for the types of a .mjs
     .comment = "// ",
     .use = "An object, then step() for each instant. An object holds all that the module keeps.",
     .bench = &bench};

@@ -200,7 +200,8 @@ class LustreText {
     put_list(names);
   }
 
-  void put_variables() {
+  /// All that is computed but the outputs.
+  std::vector<std::string> inner_variables() const {
     std::vector<std::string> variables;
     if (!own_.expressions)
       for (long index : text_.locals()) variables.push_back(text_.name(index));
@@ -209,6 +210,11 @@ class LustreText {
         variables.push_back(left_of(line, words_));
     for (const StateRail& rail : text_.state())
       if (!text_.is_output(rail.index)) variables.push_back(text_.name(rail.index));
+    return variables;
+  }
+
+  void put_variables() {
+    const std::vector<std::string> variables = inner_variables();
     const long nodes =
         own_.expressions ? 0 : text_.count_nodes([&](std::ostream& out) { put_equations(out); });
     if (variables.empty() && nodes == 0 && text_.valued_locals().empty() && rules_.proper_lists)
