@@ -26,12 +26,23 @@ std::string agreement(const TargetCase& test) {
   return std::to_string(test.instants().size()) + " instants agree\n";
 }
 
+/// What a user of scripts writes for the values of the thermostat.
+const std::vector<std::pair<std::string, std::string>> scripts = {
+    {"thermostat_data.py",
+     "ceiling = 25\nbroken = float('nan')\ndef lower_of(a, b): return a if a < b else b\n"
+     "def factory_setting(): return 19\ndef to_fahrenheit(value): return value * 9 / 5 + 32\n"},
+    {"thermostat_data.mjs",
+     "export const ceiling = 25, broken = NaN;\nexport const lower_of = (a, b) => a < b ? a : b;\n"
+     "export const factory_setting = () => 19;\n"
+     "export const to_fahrenheit = (value) => value * 9 / 5 + 32;\n"}};
+
 std::function<void(const Cases&)> by_its_command(const std::string& target,
                                                  const std::string& option = "") {
   return [=](const Cases& cases) {
     for (const TargetCase* test : cases) {
       SCOPED_TRACE(test->name() + ", --bench " + target);
       const std::string command = write_bench(*test, target, option);
+      for (const auto& [file, text] : scripts) test->add_file(file, text);
       EXPECT_TRUE(run_tool(command, test->folder()).ends_with(agreement(*test)));
     }
   };
@@ -406,7 +417,7 @@ TEST(BenchTools, ValuesOfBuiltInTypes) {
                             "method:\nconstant:\nend:\n",
                         given + "->" + awaited);
   ASSERT_NE(test.module(), nullptr);
-  by_its_command("csharp")({&test});
+  for (const char* target : {"csharp", "python", "javascript"}) by_its_command(target)({&test});
 }
 
 TEST(VhdlTools, AModuleWithoutOutputsIsAnalysed) {
