@@ -335,6 +335,31 @@ TEST(BenchTools, TheDocumentationsExampleRunsAsItSays) {
       "4 instants agree\n");
 }
 
+/// The compiler finds the types, takes what they allow, and refuses the rest.
+TEST(TypescriptTools, TakesTheTypes) {
+  const std::string tsc = "tsc --strict --noEmit --target es2020 --module node16 ";
+  for (const char* name : {"names.zuc", "thermostat.zuc"}) {
+    const TargetCase test = named_case(name);
+    SCOPED_TRACE(name);
+    test.write("--javascript");
+    test.add_file("thermostat_data.d.mts",
+                  "export type celsius = number;\nexport type fahrenheit = number;\n");
+    const std::string m = test.module()->getName();
+    test.add_file("use.mts", "import * as text from \"./" + m + ".mjs\";\nconst m: text." + m +
+                                 " = new text." + m +
+                                 "();\nconst out: text.Outputs = m.copy().step();\nm.reset();\n");
+    EXPECT_EQ(run_tool(tsc + "use.mts", test.folder()), "");
+    EXPECT_EQ(
+        run_tool("tsc --strict --noEmit --target es2020 --moduleResolution node " + m + ".d.ts",
+                 test.folder()),
+        "");
+    test.add_file("wrong.mts", "import * as text from \"./" + m + ".mjs\";\nnew text." + m +
+                                   "().step({no_such_input: true});\n");
+    EXPECT_NE(run_tool("! " + tsc + "wrong.mts", test.folder()).find("no_such_input"),
+              std::string::npos);
+  }
+}
+
 /// Others come to the verdicts that proofs here come to, and the outputs are those without.
 TEST(AigerTools, PropertiesAreProvedByOthers) {
   const TempDir dir;
