@@ -272,10 +272,15 @@ DiagramLayout layout_of(const Diagram& diagram) {
 }
 
 DiagramLayout layout_for_page(const Diagram& diagram, double width, double height) {
+  // Where ranks go to the right, labels of loops lie one over the other.
+  const bool loops = std::ranges::any_of(diagram.arcs, [](const Diagram::Arc& arc) {
+    return arc.from == arc.to && !arc.label.empty();
+  });
   DiagramLayout right = Placed(diagram, false).layout();
-  if (right.scale_for(width, height) == 1) return right;
+  if (right.scale_for(width, height) == 1 && !loops) return right;
   DiagramLayout down = Placed(diagram, true).layout();
-  return down.scale_for(width, height) > right.scale_for(width, height) ? down : right;
+  const double much = loops ? 0.4 : 1;
+  return down.scale_for(width, height) > much * right.scale_for(width, height) ? down : right;
 }
 
 std::string dot_text(const Diagram& diagram) {
