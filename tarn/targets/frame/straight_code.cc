@@ -271,6 +271,19 @@ std::string left_of(const StraightLine& line, const ExpressionTexts& texts) {
   return line.index < 0 ? texts.part(line.number) : texts.read(line.index);
 }
 
+std::vector<const DataBinding*> early_values(const TargetText& text,
+                                             const std::vector<StraightLine>& lines) {
+  std::vector<const DataBinding*> early;
+  if (text.module()->getDataTable() == nullptr) return early;
+  std::unordered_set<long> computed;
+  for (const StraightLine& line : lines) computed.insert(line.index);
+  for (const auto& [bound, binding] : *text.module()->getDataTable())
+    if (binding->getClock() != nullptr && !binding->getClock()->isOutput() &&
+        !computed.contains(text.status(binding->getSignal())))
+      early.push_back(binding);
+  return early;
+}
+
 std::string broken(const std::string& line) {
   constexpr size_t width = 100;
   const std::string margin = "\n" + std::string(line.find_first_not_of(' ') + 4, ' ');

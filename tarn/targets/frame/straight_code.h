@@ -34,6 +34,11 @@ std::vector<StraightLine> straight_code(const TargetText& text, const Expression
 /// What a line assigns, as the texts name it.
 std::string left_of(const StraightLine& line, const ExpressionTexts& texts);
 
+/// The bindings that give a local its value where a signal is present that no line computes: known
+/// from the start.
+std::vector<const DataBinding*> early_values(const TargetText& text,
+                                             const std::vector<StraightLine>& lines);
+
 /// A line that is longer than a hundred columns as several: broken at blanks, what follows four
 /// deeper than its start.
 std::string broken(const std::string& line);

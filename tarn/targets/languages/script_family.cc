@@ -110,14 +110,7 @@ void ScriptText::put_none(std::ostream& out, const Signal* signal,
 
 void ScriptText::put_local_values(std::ostream& out, const std::string& margin) const {
   for (const Signal* signal : text_.valued_locals()) put_none(out, signal, margin);
-  // A trigger that no line computes is known from the start.
-  if (text_.module()->getDataTable() == nullptr) return;
-  std::unordered_set<long> computed;
-  for (const StraightLine& line : lines_) computed.insert(line.index);
-  for (const auto& [bound, binding] : *text_.module()->getDataTable())
-    if (binding->getClock() != nullptr && !binding->getClock()->isOutput() &&
-        !computed.contains(text_.status(binding->getSignal())))
-      put_value(out, *binding, margin);
+  for (const DataBinding* binding : early_values(text_, lines_)) put_value(out, *binding, margin);
 }
 
 void ScriptText::put_lines(std::ostream& out, const std::string& margin, const std::string& start,
