@@ -121,11 +121,11 @@ constexpr size_t many_arcs = 150;
 
 class Placed {
  public:
-  explicit Placed(const Diagram& diagram)
+  Placed(const Diagram& diagram, bool down)
       : diagram_(diagram),
         fixed_(places_are_told(diagram)),
         graph_(agopen(name("diagram"), Agdirected, nullptr), &agclose) {
-    set(graph_.get(), "rankdir", diagram.nodes.size() > 8 ? "TB" : "LR");
+    set(graph_.get(), "rankdir", down ? "TB" : "LR");
     set(graph_.get(), "nodesep", "0.35");
     set(graph_.get(), "ranksep", "0.5");
     set(graph_.get(), "splines", "true");
@@ -263,8 +263,24 @@ class Placed {
 
 }  // namespace
 
+double DiagramLayout::scale_for(double most_width, double most_height) const {
+  return std::min({1.0, most_width / std::max(width, 1.0), most_height / std::max(height, 1.0)});
+}
+
 DiagramLayout layout_of(const Diagram& diagram) {
-  return Placed(diagram).layout();
+  return Placed(diagram, diagram.nodes.size() > 8).layout();
+}
+
+DiagramLayout layout_for_page(const Diagram& diagram, double width, double height) {
+  // Where ranks go to the right, labels of loops lie one over the other.
+  const bool loops = std::ranges::any_of(diagram.arcs, [](const Diagram::Arc& arc) {
+    return arc.from == arc.to && !arc.label.empty();
+  });
+  DiagramLayout right = Placed(diagram, false).layout();
+  if (right.scale_for(width, height) == 1 && !loops) return right;
+  DiagramLayout down = Placed(diagram, true).layout();
+  const double much = loops ? 0.4 : 1;
+  return down.scale_for(width, height) > much * right.scale_for(width, height) ? down : right;
 }
 
 std::string dot_text(const Diagram& diagram) {

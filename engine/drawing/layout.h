@@ -28,10 +28,14 @@ struct DiagramLayout {
   std::vector<Node> nodes;
   std::vector<Arc> arcs;  ///< one without curve is not drawn
   static constexpr double text_size = 11;
+  /// By which it is made smaller to fit so many points, at most 1.
+  double scale_for(double most_width, double most_height) const;
 };
 
 /// Where the source tells the place of every state these places are kept, else they are sought.
 DiagramLayout layout_of(const Diagram& diagram);
+/// For a page of so many points: to the right or down, whichever fits it better.
+DiagramLayout layout_for_page(const Diagram& diagram, double width, double height);
 
 /// The diagram in Graphviz's own language.
 std::string dot_text(const Diagram& diagram);

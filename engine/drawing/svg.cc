@@ -3,26 +3,11 @@
 #include <cmath>
 #include <sstream>
 
+#include "base/markup.h"
+
 namespace kiva {
 
 namespace {
-
-std::string escaped(const std::string& text) {
-  std::string all;
-  for (char c : text) {
-    if (c == '&')
-      all += "&amp;";
-    else if (c == '<')
-      all += "&lt;";
-    else if (c == '>')
-      all += "&gt;";
-    else if (c == '"')
-      all += "&quot;";
-    else
-      all += c;
-  }
-  return all;
-}
 
 class Picture {
  public:
@@ -34,7 +19,7 @@ class Picture {
     out_ << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << layout_.width << "\" height=\""
          << layout_.height << "\" viewBox=\"0 0 " << layout_.width << ' ' << layout_.height
          << "\" font-family=\"DejaVu Sans, sans-serif\" font-size=\"" << DiagramLayout::text_size
-         << "\">\n<title>" << escaped(diagram_.title) << "</title>\n<rect width=\"100%\" "
+         << "\">\n<title>" << xml_text(diagram_.title) << "</title>\n<rect width=\"100%\" "
          << "height=\"100%\" fill=\"" << colours_.paper << "\"/>\n";
     for (size_t n = 0; n < layout_.arcs.size(); ++n) put_arc(n);
     for (size_t n = 0; n < layout_.nodes.size(); ++n) put_node(n);
@@ -78,7 +63,7 @@ class Picture {
     for (const std::string& line : lines) {
       out_ << "<text x=\"" << centre.x << "\" y=\"" << y << "\" text-anchor=\"middle\" "
            << "paint-order=\"stroke\" stroke-width=\"3\" stroke=\"" << behind << "\" fill=\""
-           << colour << '"' << style << '>' << escaped(line) << "</text>\n";
+           << colour << '"' << style << '>' << xml_text(line) << "</text>\n";
       y += step;
     }
   }

@@ -31,7 +31,8 @@ std::optional<int> answer(Options& options, Messages& messages) {
   if (options.check_targets) return check_targets(options, messages);
   if (options.equiv) return compare_modules(options, messages);
   if (options.cover) return cover_module(options, messages);
-  if (options.wants_proofs()) return prove_properties(options, messages);
+  if (options.wants_proofs() && !options.writes_properties())
+    return prove_properties(options, messages);
   if (!options.eval.empty()) return evaluate_expression(options, messages) ? 0 : unusable;
   return {};
 }

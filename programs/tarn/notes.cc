@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 
 #include "programs/command_pages.h"
+#include "programs/tarn/circuit.h"
+#include "programs/tarn/document.h"
 #include "programs/tarn/map_of.h"
 #include "tarn/zu/source_lines.h"
 #include "tarn/zu/source_map.h"
@@ -63,7 +65,7 @@ class NotesOfMap {
   }
   void add(const json& at, const std::string& signal, const std::string& name) {
     if (signal.empty() || at.at("span").is_null()) return;
-    notes_.of.try_emplace(signal, SourceNote{place(at.at("span")), name});
+    notes_.of.try_emplace(SourceNotes::key(signal), SourceNote{place(at.at("span")), name});
   }
 
   std::string place(const json& span) {
@@ -101,13 +103,20 @@ SourceNotes source_notes(Module* module, const std::string& file, const Options&
   SourceNotes notes;
   notes.made = "tarn " + programs::version() + options.words;
   notes.from = std::filesystem::path(file).filename().string() + ", FNV-1a " + file_hash(file);
-  if (options.classic) return notes;
-  try {
-    if (const std::string map = map_of(module, file); !map.empty())
-      NotesOfMap(notes).read(json::parse(map));
-  } catch (const json::exception&) {  // whoever wants the map will say that it is none
-    notes.of.clear();
-  }
+  if (!options.classic) try {
+      if (const std::string map = map_of(module, file); !map.empty())
+        NotesOfMap(notes).read(json::parse(map));
+    } catch (const json::exception&) {  // whoever wants the map will say that it is none
+      notes.of.clear();
+    }
+  const bool fits_bench = options.bench == nullptr || !options.bench->with_properties;
+  if (fits_bench && module->getFinalised() != 0)
+    notes.with_properties = [module, &options](aig::Circuit& circuit) {
+      add_properties(circuit, module, options);
+    };
+  notes.document = [module, file](const SourceNotes::Names& names) {
+    return document_notes(module, file, names);
+  };
   return notes;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <list>
 #include <memory>
 #include <string>
@@ -66,6 +67,11 @@ struct Options {
   bool verbose = false;               ///< show what the library tells its own callers
   std::vector<std::string> warnings;  ///< "no-NAME" or "error"
 
+  /// Properties go into a text, for others to prove.
+  bool writes_properties() const {
+    return !prove && std::ranges::any_of(
+                         targets, [](const Target* target) { return target->with_properties; });
+  }
   bool wants_proofs() const { return prove || !properties.empty(); }
   /// Something else than the compiled module is wanted.
   bool writes_other_text() const {

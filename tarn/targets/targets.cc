@@ -24,6 +24,7 @@
   row(wren) \
   row(doc) \
   row(latex) \
+  row(html) \
   row(debug)
 // clang-format on
 

@@ -27,7 +27,7 @@ Words::Words(const std::string& text, const std::string& name_signs) {
       const bool number = std::isdigit(static_cast<unsigned char>(c));
       while (end < text.size() && (in_name(text[end]) || (number && text[end] == '.'))) ++end;
     } else {
-      for (const char* sign : {"->", ":=", "||", "<>", "<=", ">=", ".."})
+      for (const char* sign : {"->", ":=", "||", "<>", "!=", "<=", ">=", ".."})
         if (text.compare(i, 2, sign) == 0) end = i + 2;
     }
     words_.push_back(text.substr(i, end - i));
@@ -83,6 +83,7 @@ const std::vector<std::map<std::string, Operation>> levels = {
      {"&", [](double a, double b) -> double { return a != 0 && b != 0; }}},
     {{"=", [](double a, double b) -> double { return a == b; }},
      {"<>", [](double a, double b) -> double { return a != b; }},
+     {"!=", [](double a, double b) -> double { return a != b; }},
      {"<", [](double a, double b) -> double { return a < b; }},
      {"<=", [](double a, double b) -> double { return a <= b; }},
      {">", [](double a, double b) -> double { return a > b; }},

@@ -26,12 +26,23 @@ std::string agreement(const TargetCase& test) {
   return std::to_string(test.instants().size()) + " instants agree\n";
 }
 
+/// What a user of scripts writes for the values of the thermostat.
+const std::vector<std::pair<std::string, std::string>> scripts = {
+    {"thermostat_data.py",
+     "ceiling = 25\nbroken = float('nan')\ndef lower_of(a, b): return a if a < b else b\n"
+     "def factory_setting(): return 19\ndef to_fahrenheit(value): return value * 9 / 5 + 32\n"},
+    {"thermostat_data.mjs",
+     "export const ceiling = 25, broken = NaN;\nexport const lower_of = (a, b) => a < b ? a : b;\n"
+     "export const factory_setting = () => 19;\n"
+     "export const to_fahrenheit = (value) => value * 9 / 5 + 32;\n"}};
+
 std::function<void(const Cases&)> by_its_command(const std::string& target,
                                                  const std::string& option = "") {
   return [=](const Cases& cases) {
     for (const TargetCase* test : cases) {
       SCOPED_TRACE(test->name() + ", --bench " + target);
       const std::string command = write_bench(*test, target, option);
+      for (const auto& [file, text] : scripts) test->add_file(file, text);
       EXPECT_TRUE(run_tool(command, test->folder()).ends_with(agreement(*test)));
     }
   };
@@ -324,6 +335,74 @@ TEST(BenchTools, TheDocumentationsExampleRunsAsItSays) {
       "4 instants agree\n");
 }
 
+/// The compiler finds the types, takes what they allow, and refuses the rest.
+TEST(TypescriptTools, TakesTheTypes) {
+  const std::string tsc = "tsc --strict --noEmit --target es2020 --module node16 ";
+  for (const char* name : {"names.zuc", "thermostat.zuc"}) {
+    const TargetCase test = named_case(name);
+    SCOPED_TRACE(name);
+    test.write("--javascript");
+    test.add_file("thermostat_data.d.mts",
+                  "export type celsius = number;\nexport type fahrenheit = number;\n");
+    const std::string m = test.module()->getName();
+    test.add_file("use.mts", "import * as text from \"./" + m + ".mjs\";\nconst m: text." + m +
+                                 " = new text." + m +
+                                 "();\nconst out: text.Outputs = m.copy().step();\nm.reset();\n");
+    EXPECT_EQ(run_tool(tsc + "use.mts", test.folder()), "");
+    EXPECT_EQ(
+        run_tool("tsc --strict --noEmit --target es2020 --moduleResolution node " + m + ".d.ts",
+                 test.folder()),
+        "");
+    test.add_file("wrong.mts", "import * as text from \"./" + m + ".mjs\";\nnew text." + m +
+                                   "().step({no_such_input: true});\n");
+    EXPECT_NE(run_tool("! " + tsc + "wrong.mts", test.folder()).find("no_such_input"),
+              std::string::npos);
+  }
+}
+
+/// Others come to the verdicts that proofs here come to, and the outputs are those without.
+TEST(AigerTools, PropertiesAreProvedByOthers) {
+  const TempDir dir;
+  const std::string tarn = "'" KIVA_PROGRAMS "/tarn' -q --aiger ",
+                    source = KIVA_SOURCE "/examples/";
+  const auto abc = [&](const std::string& commands) {
+    return run_tool("berkeley-abc -q '" + commands + "'", dir.path());
+  };
+  const std::string coffee =
+      " --module coffee_machine '" + source + "coffee_machine/coffee_machine.zu'";
+  run_tool(tarn + "-o with" + coffee, dir.path());
+  run_tool("'" KIVA_PROGRAMS "/tarn' -q -o bare" + coffee + " && " + tarn + "-o without bare.zuc",
+           dir.path());
+  EXPECT_NE(
+      abc("read_aiger with.aig; cone -s -O 5 -R 5; pdr -a").find("Proved = 5. Disproved = 0."),
+      std::string::npos);
+  EXPECT_NE(
+      abc("read_aiger with.aig; cone -s -O 0 -R 5; write_aiger -s w.aig; dsec w.aig without.aig")
+          .find("Networks are equivalent"),
+      std::string::npos);
+  // The ASCII form is read here.
+  run_tool("'" KIVA_PROGRAMS "/tarn' -q with.aag -o back", dir.path());
+  const std::string proof =
+      run_tool("'" KIVA_PROGRAMS
+               "/tarn' --never never_pay4_and_not_has4 --never fall_through back.zuc; test $? = 1",
+               dir.path());
+  EXPECT_NE(proof.find("never_pay4_and_not_has4: holds"), std::string::npos) << proof;
+  EXPECT_NE(proof.find("fall_through: fails"), std::string::npos) << proof;
+
+  const std::string lift = " '" + source + "lift/lift.zu'";
+  run_tool(tarn + "--never gong --always \"not gong'\"" + lift, dir.path());
+  EXPECT_NE(abc("read_aiger lift.aig; cone -s -O 5; bmc3").find("asserted in frame 2"),
+            std::string::npos);
+  EXPECT_NE(abc("read_aiger lift.aig; cone -s -O 6; bmc3").find("asserted in frame 3"),
+            std::string::npos);
+  run_tool(tarn + "--never gong --assume \"not call1\"" + lift, dir.path());
+  EXPECT_NE(abc("read_aiger lift.aig; cone -s -O 5; bmc3").find("asserted in frame 3"),
+            std::string::npos);
+  EXPECT_NE(run_tool("! " + tarn + "--never gang" + lift + " 2>&1", dir.path())
+                .find("\"gang\" is no signal of the module"),
+            std::string::npos);
+}
+
 TEST(BenchTools, ValuesOfBuiltInTypes) {
   const std::vector<std::pair<std::string, std::string>> kinds = {
       {"int", "-5"},   {"byte", "200"},   {"float", "1.5"}, {"long", "5000000000"},
@@ -363,7 +442,7 @@ TEST(BenchTools, ValuesOfBuiltInTypes) {
                             "method:\nconstant:\nend:\n",
                         given + "->" + awaited);
   ASSERT_NE(test.module(), nullptr);
-  by_its_command("csharp")({&test});
+  for (const char* target : {"csharp", "python", "javascript"}) by_its_command(target)({&test});
 }
 
 TEST(VhdlTools, AModuleWithoutOutputsIsAnalysed) {

@@ -28,8 +28,6 @@ struct Runner {
   std::function<void(const Cases&)> prove = {};
   /// Writes the texts of the cases and runs them.
   std::function<std::vector<Seen>(const Cases&)> run = {};
-  /// Whether the target may refuse the module; null for never.
-  std::function<bool(const TargetCase&)> refuses = {};
 };
 
 inline std::ostream& operator<<(std::ostream& out, const Runner& runner) {

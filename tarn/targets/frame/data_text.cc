@@ -42,7 +42,7 @@ void put_node(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
   } else if (e.isDataConstant()) {
     const ConstantDecl* constant = constant_of(e);
     if (constant == nullptr) throw IllegalOperationException(texts.operation, "unknown constant");
-    out << constant->getName();
+    out << (constant->getValue() == nullptr ? texts.users : "") << constant->getName();
   } else if (e.isDataSignalValue()) {
     out << texts.value(static_cast<const DataSignalValue&>(e).getSignal());
   } else if (e.isDataMethod()) {
@@ -52,7 +52,7 @@ void put_node(std::ostream& out, const DataTexts& texts, const DataExpr& e) {
             ? nullptr
             : Compilation::GDataMethodTable()->getMethodById(call.getMethodIndex());
     if (method == nullptr) throw IllegalOperationException(texts.operation, "unknown method");
-    out << method->getName() << '(';
+    out << texts.users << method->getName() << '(';
     const char* separator = "";
     for (const DataExpr* argument : call.getArguments()) {
       out << separator;

@@ -18,6 +18,8 @@ struct DataTexts {
   std::function<std::string(const Signal*)> value;
   /// Operands that are operations stand in brackets.
   bool brackets = false;
+  /// What stands in front of the names that the user defines: functions, constants without value.
+  std::string users = {};
 };
 
 /// Writes the expression; refuses one that is deeper than `DataExpr::deepest`, has more than a

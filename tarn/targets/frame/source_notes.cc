@@ -1,5 +1,7 @@
 #include "tarn/targets/frame/source_notes.h"
 
+#include <algorithm>
+
 namespace kiva {
 
 std::string without_rail(const std::string& variable) {
@@ -8,8 +10,14 @@ std::string without_rail(const std::string& variable) {
   return variable;
 }
 
+std::string SourceNotes::key(const std::string& name) {
+  std::string key = without_rail(name);
+  std::ranges::replace(key, '@', '_');
+  return key;
+}
+
 const SourceNote* SourceNotes::at(const std::string& variable) const {
-  const auto found = of.find(without_rail(variable));
+  const auto found = of.find(key(variable));
   return found == of.end() ? nullptr : &found->second;
 }
 

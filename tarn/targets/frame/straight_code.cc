@@ -19,10 +19,10 @@ namespace kiva {
 
 namespace {
 
-constexpr int longest = 8;          ///< operands of a line
-constexpr long most_products = 12;  ///< of a sum that is factored
-constexpr int most_factored = 16;   ///< operands of it
-constexpr int most_inline = 4;      ///< operands of an equation that stands where it is read
+constexpr int longest = 8;           ///< operands of a line
+constexpr long most_products = 100;  ///< of a sum that is factored
+constexpr int most_factored = 160;   ///< operands of it
+constexpr int most_inline = 4;       ///< operands of an equation that stands where it is read
 
 /// What is above all else in an expression.
 enum class Kind { atom, not_atom, conjunction, disjunction, comparison };
@@ -126,14 +126,21 @@ class StraightCode {
     return {Kind::comparison, operand(a) + word + operand(b), a.size + b.size};
   }
 
+  /// That both are the same, and that they differ.
+  Both comparison(const Both& a, const Both& b) const {
+    if (!texts_.same_text.empty())
+      return {compared(texts_.same_text, a.plain, b.plain),
+              compared(texts_.differ_text, a.plain, b.plain)};
+    return {either(both(a.plain, b.plain), both(a.complement, b.complement)),
+            either(both(a.plain, b.complement), both(a.complement, b.plain))};
+  }
+
   /// The expression of a node from those of its parts.
   Both expression(Node n) const {
     const Both x = variable(n->var_index());
     if (is_literal(n)) return x;
     const Both t = n->then_node() == one_ ? constant() : known_.at(n->then_node());
-    if (is_comparison(n))
-      return {compared(texts_.same_text, x.plain, t.plain),
-              compared(texts_.differ_text, x.plain, t.plain)};
+    if (is_comparison(n)) return comparison(x, t);
     const bool negated = n->else_link_type() == -1;
     if (n->else_node() == one_)
       return negated ? Both{both(x.plain, t.plain), either(x.complement, t.complement)}
@@ -190,6 +197,7 @@ class StraightCode {
 
   /// Nodes say that two things are the same or differ in fewer words.
   bool compares(const bdd& f) const {
+    if (texts_.same_text.empty()) return false;
     bool found = false;
     std::unordered_set<Node> met{one_};
     walk_from(
@@ -258,6 +266,23 @@ class StraightCode {
 };
 
 }  // namespace
+
+std::string left_of(const StraightLine& line, const ExpressionTexts& texts) {
+  return line.index < 0 ? texts.part(line.number) : texts.read(line.index);
+}
+
+std::vector<const DataBinding*> early_values(const TargetText& text,
+                                             const std::vector<StraightLine>& lines) {
+  std::vector<const DataBinding*> early;
+  if (text.module()->getDataTable() == nullptr) return early;
+  std::unordered_set<long> computed;
+  for (const StraightLine& line : lines) computed.insert(line.index);
+  for (const auto& [bound, binding] : *text.module()->getDataTable())
+    if (binding->getClock() != nullptr && !binding->getClock()->isOutput() &&
+        !computed.contains(text.status(binding->getSignal())))
+      early.push_back(binding);
+  return early;
+}
 
 std::string broken(const std::string& line) {
   constexpr size_t width = 100;

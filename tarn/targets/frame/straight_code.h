@@ -10,7 +10,8 @@ namespace kiva {
 
 /// How a language writes boolean expressions.
 struct ExpressionTexts {
-  std::string and_text, or_text, not_text, differ_text, same_text;
+  std::string and_text, or_text, not_text;
+  std::string differ_text, same_text;  ///< empty where there is no such operator
   std::string zero, one;
   std::function<std::string(long index)> read = {};   ///< the variable at an index
   std::function<std::string(long number)> part = {};  ///< a part that several lines share
@@ -29,6 +30,14 @@ struct StraightLine {
 /// share has a line of its own. What nothing of the interface or the state reads by name may have
 /// no line.
 std::vector<StraightLine> straight_code(const TargetText& text, const ExpressionTexts& texts);
+
+/// What a line assigns, as the texts name it.
+std::string left_of(const StraightLine& line, const ExpressionTexts& texts);
+
+/// The bindings that give a local its value where a signal is present that no line computes: known
+/// from the start.
+std::vector<const DataBinding*> early_values(const TargetText& text,
+                                             const std::vector<StraightLine>& lines);
 
 /// A line that is longer than a hundred columns as several: broken at blanks, what follows four
 /// deeper than its start.

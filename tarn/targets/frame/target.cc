@@ -2,6 +2,7 @@
 
 #include "tarn/targets/frame/target.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <ostream>
@@ -17,8 +18,9 @@ namespace kiva {
 
 std::vector<std::string> Target::paths(const Module& module, const TargetRules& rules) const {
   std::vector<std::string> files{print_path(module, file, rules)};
-  if (!beside.empty())
-    files.push_back(files[0].substr(0, files[0].size() - file.extension.size()) + beside);
+  const std::string stem = files[0].substr(0, files[0].size() - file.extension.size());
+  for (const std::string& extension : {beside, beside_again})
+    if (!extension.empty()) files.push_back(stem + extension);
   return files;
 }
 
@@ -84,7 +86,7 @@ void print_target(const Target& target, Module* module) {
     for (TextStream& text : texts) put_head(text, target, *module, rules);
   target.put({target, module, rules, texts[0], texts[1], beside_name});
   for (size_t i = 0; i < paths.size(); ++i)
-    write_print_file(paths[i], texts[i].str(), target.file, rules);
+    write_print_file(paths[i], texts[std::min<size_t>(i, 1)].str(), target.file, rules);
   if (target.shown_as != nullptr) show(paths[0], target.shown_as);
 }
 

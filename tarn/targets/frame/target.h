@@ -32,10 +32,14 @@ struct Target {
   void (*put)(const TargetJob& job);
   /// Extension of a second file beside the first; empty for none.
   std::string beside = {};
+  /// Extension under which the second file is written once more, for tools that look for it there.
+  std::string beside_again = {};
   /// Only a finalised module can be written.
   bool finalised_only = false;
   /// Printing finalises a module that is not.
   bool finalises = false;
+  /// The text has the properties of the module, too.
+  bool with_properties = false;
   /// Title of the message window that shows the file once it is written; null for none.
   const char* shown_as = nullptr;
   /// What a line of comment begins with; null for a text without a head.

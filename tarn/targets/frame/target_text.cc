@@ -406,11 +406,16 @@ const SourceNote* TargetText::note_of(long index) const {
   return rules_.notes == nullptr ? nullptr : rules_.notes->at(manager()->Name_var_by_index(index));
 }
 
-void TargetText::put_note(std::ostream& out, const std::string& start, long index) const {
+std::string TargetText::place(long index) const {
   const SourceNote* note = rules_.comments && index >= 0 ? note_of(index) : nullptr;
-  if (note == nullptr || note->place == last_note_) return;
-  last_note_ = note->place;
-  out << start << note->place << '\n';
+  return note == nullptr ? "" : note->place;
+}
+
+void TargetText::put_note(std::ostream& out, const std::string& start, long index) const {
+  const std::string at = place(index);
+  if (at.empty() || at == last_note_) return;
+  last_note_ = at;
+  out << start << at << '\n';
 }
 
 std::string TargetText::name(long index) const {

@@ -106,6 +106,8 @@ class TargetText {
   // Names.
   std::string name(long index) const;
   std::string name(const Signal* signal) const { return name(status(signal)); }
+  /// Where the variable stands in the source, if that is known and may be told; else "".
+  std::string place(long index) const;
   /// A line behind `start` that tells where the variable stands in the source, if that is known and
   /// was not told last.
   void put_note(std::ostream& out, const std::string& start, long index) const;

@@ -1,12 +1,18 @@
-// BLIF: a module as a netlist, a latch for each bit of state, a table for each node.
+// BLIF: a module as a netlist, a latch for each bit of state, a table for each function of few
+// products. The told form has one for each node.
 
 #include <iostream>
+#include <map>
+#include <unordered_map>
 
+#include "base/graph_walk.h"
+#include "bdd/literal_list.h"
 #include "pert_exp/equation_code.h"
 #include "tarn/b_automaton/b_automaton.h"
 #include "tarn/b_automaton/writing.h"
 #include "tarn/model/equationtable.h"
 #include "tarn/targets/benches/benches.h"
+#include "tarn/targets/frame/sum_text.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_text.h"
 
@@ -59,6 +65,145 @@ void put_equation(std::ostream& out, const equation_code_texts& texts, long inde
       << texts.left(index) << (f.link_type() == -1 ? "\n0 1\n" : "\n1 1\n");
 }
 
+/// Names behind what a line of so many characters begins with, on as many lines as they fill.
+std::string name_list(size_t column, const std::vector<std::string>& names) {
+  constexpr size_t width = 98;
+  std::string text;
+  for (const std::string& name : names) {
+    column += name.size() + 1;
+    if (column > width) {
+      text += " \\\n ";
+      column = name.size() + 2;
+    }
+    text += ' ' + name;
+  }
+  return text;
+}
+
+/// Equations as tables of products: of a function of few its cover, of another a choice between two
+/// functions that have tables of their own, which others share.
+class Tables {
+ public:
+  Tables(const TargetText& text, std::ostream& out)
+      : text_(text), manager_(*text.manager()), one_(manager_.Bdd_node_one()), out_(out) {}
+
+  void put() {
+    for (const TargetEquation& equation : text_.equations()) {
+      text_.put_note(out_, "# ", equation.index);
+      put_below(equation.f.node());
+      if (known_.contains(equation.f.node()))
+        put_copy(equation);
+      else
+        put_table(equation.f, text_.name(equation.index));
+    }
+  }
+
+ private:
+  using Node = const bdd_node*;
+  static constexpr long most_products = 8;
+  static constexpr size_t most_columns = 10;  ///< some readers take no more than twelve
+
+  bool is_small(Node node) const {
+    const bdd f = positive(node);
+    const auto few = [](const bdd& g) {
+      return count_products(g, most_products + 1) <= most_products;
+    };
+    return (few(f) || few(manager_.Bdd_not(f))) &&
+           manager_.set_of_index_depend_on(f).size() <= most_columns;
+  }
+  bdd positive(Node node) const { return {&manager_, 1, const_cast<bdd_node*>(node)}; }
+
+  /// The tables that the one of `root` reads.
+  void put_below(Node root) {
+    const auto is_done = [&](Node node) { return node == one_ || known_.contains(node); };
+    walk_from_below(
+        root, is_done,
+        [&](Node node, auto ask) {
+          if (is_small(node)) return;
+          ask(node->then_node());
+          ask(node->else_node());
+        },
+        [&](Node node) {
+          if (node == root) return;
+          const std::string name =
+              text_.module_name() + "_node_" + std::to_string(text_.node_number(node));
+          put_table(positive(node), name);
+          known_.emplace(node, name);
+        });
+  }
+
+  void put_copy(const TargetEquation& equation) {
+    out_ << ".names " << known_.at(equation.f.node()) << ' ' << text_.name(equation.index)
+         << (equation.f.link_type() == -1 ? "\n0 1\n" : "\n1 1\n");
+  }
+
+  void put_table(const bdd& f, const std::string& name) {
+    if (manager_.Bdd_is_tautology(f))
+      out_ << ".names " << name << (manager_.Bdd_is_one_tautologic(f) ? "\n1\n" : "\n");
+    else if (is_small(f.node()))
+      put_cover(f, name);
+    else
+      put_choice(f, name);
+  }
+
+  /// The products of the function, or those of its complement where they are fewer.
+  void put_cover(const bdd& f, const std::string& name) {
+    const bdd complement = manager_.Bdd_not(f);
+    const bool turned =
+        count_products(complement, most_products + 1) < count_products(f, most_products + 1);
+    std::map<long, size_t> column;
+    std::vector<std::string> names;
+    for (long index : manager_.set_of_index_depend_on(f)) column.emplace(index, 0);
+    for (auto& [index, at] : column) {
+      at = names.size();
+      names.push_back(text_.name(index));
+    }
+    names.push_back(name);
+    out_ << ".names" << name_list(6, names) << '\n';
+    for (const bdd& product : manager_.Bdd_sop(turned ? complement : f, 1)) {
+      std::string row(column.size(), '-');
+      for (int code : literals_of(manager_, product))
+        row[column.at(code / 2)] = code % 2 == 0 ? '0' : '1';
+      out_ << row << (turned ? " 0\n" : " 1\n");
+    }
+  }
+
+  /// The variable on top decides between the two sides.
+  void put_choice(const bdd& f, const std::string& name) {
+    const Node node = f.node();
+    const bool negated = f.link_type() == -1;
+    out_ << ".names " << text_.name(node->var_index()) << entry(node->then_node())
+         << entry(node->else_node()) << ' ' << name << '\n';
+    const char yes = negated ? '0' : '1', no = negated ? '1' : '0';
+    put_side('1', node->then_node(), yes, 0, node);
+    put_side('0', node->else_node(), node->else_link_type() == -1 ? no : yes, 1, node);
+  }
+  std::string entry(Node node) const { return node == one_ ? "" : " " + known_.at(node); }
+  /// A row in which the side has the bit; a constant side has no column.
+  void put_side(char test, Node side, char bit, int place, Node of) {
+    if (side == one_ && bit == '0') return;
+    std::string row(1, test);
+    if (of->then_node() != one_) row += place == 0 ? bit : '-';
+    if (of->else_node() != one_) row += place == 1 ? bit : '-';
+    out_ << row << " 1\n";
+  }
+
+  const TargetText& text_;
+  bddpp_manager& manager_;
+  Node one_;
+  std::ostream& out_;
+  std::unordered_map<Node, std::string> known_;  ///< nodes that have tables
+};
+
+void put_told_equations(const TargetText& text, std::ostream& out) {
+  equation_code_texts texts;
+  texts.nodes.table = text.module_name() + "_node";
+  texts = text.numbered(texts);
+  text.manager()->Bdd_global_clear_marks();
+  for (const TargetEquation& equation : text.equations())
+    put_equation(out, texts, equation.index, equation.f);
+}
+
 void put_module(const TargetJob& job) {
   Module* module = job.module;
   const char* missing =
@@ -74,23 +219,28 @@ void put_module(const TargetJob& job) {
   std::ostream& out = job.out;
   const TargetText text(module, language, job.rules);
   const auto put_names = [&](const std::vector<long>& rails) {
-    for (long index : rails) out << ' ' << text.name(index);
+    std::vector<std::string> names;
+    for (long index : rails) names.push_back(text.name(index));
+    if (job.rules.own)
+      out << name_list(8, names);
+    else
+      for (const std::string& name : names) out << ' ' << name;
     out << '\n';
   };
   out << ".model " << text.module_name() << "\n.inputs";
   put_names(text.input_rails());
   out << ".outputs";
   put_names(text.output_rails());
-  for (const StateRail& rail : text.state())
+  for (const StateRail& rail : text.state()) {
+    text.put_note(out, "# ", rail.index);
     out << ".latch " << text.name(rail.next) << ' ' << text.name(rail.index) << ' '
         << (rail.initial ? 1 : 0) << '\n';
+  }
   out << '\n';
-  equation_code_texts texts;
-  texts.nodes.table = text.module_name() + "_node";
-  texts = text.numbered(texts);
-  text.manager()->Bdd_global_clear_marks();
-  for (const TargetEquation& equation : text.equations())
-    put_equation(out, texts, equation.index, equation.f);
+  if (job.rules.own)
+    Tables(text, out).put();
+  else
+    put_told_equations(text, out);
   out << ".end\n\n";
 }
 

@@ -5,6 +5,7 @@
 
 #include "tarn/b_automaton/b_automaton.h"
 #include "tarn/b_automaton/writing.h"
+#include "tarn/targets/frame/straight_code.h"
 #include "tarn/targets/frame/sum_text.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_text.h"
@@ -30,16 +31,32 @@ const TargetText::Language language{
                            // The user's module for registers.
                            "my_pre"},
               .may_begin_with_underscore = false},
-    .told_wires = true};
+    .told_wires = true,
+    .node_prefix = [](const std::string&) { return std::string("part_"); }};
 
 void put_emission(std::ostream& out, const std::string& signal, const std::string& condition) {
   out << "  present [" << condition << "] then\n    emit " << signal << "\n  end present\n";
 }
 
+/// Pure signals are compared by no operator.
+ExpressionTexts expression_texts(const TargetText& text) {
+  return {.and_text = " and ",
+          .or_text = " or ",
+          .not_text = "not ",
+          .differ_text = {},
+          .same_text = {},
+          .zero = "not tick",
+          .one = "tick",
+          .read = [&text](long index) { return text.name(index); },
+          .part = [](long number) { return "part_" + std::to_string(number); }};
+}
+
 class EsterelText {
  public:
   EsterelText(const TargetText& text, std::ostream& out)
-      : text_(text), out_(out), proper_(text.rules().proper_lists) {}
+      : text_(text), texts_(expression_texts(text)), out_(out), proper_(text.rules().proper_lists) {
+    if (text.rules().own) lines_ = straight_code(text, texts_);
+  }
 
   void put_interface() {
     const std::string m = text_.module_name();
@@ -51,15 +68,13 @@ class EsterelText {
   }
 
   void put_body() {
-    std::vector<long> signals = text_.locals();
-    for (const StateRail& rail : text_.state())
-      if (!text_.is_output(rail.index)) signals.push_back(rail.index);
+    const std::vector<std::string> signals = inner_signals();
     const bool heads = !signals.empty() || !proper_;
     if (heads) {
       out_ << "signal ";
       const char* separator = "";
-      for (long index : signals) {
-        out_ << separator << text_.name(index);
+      for (const std::string& signal : signals) {
+        out_ << separator << signal;
         separator = ",\n       ";
       }
       out_ << " in\n\n";
@@ -69,13 +84,24 @@ class EsterelText {
       out_ << "  ||\n";
     }
     out_ << "  loop\n  [\n";
-    put_equations();
+    text_.rules().own ? put_lines() : put_equations();
     out_ << "  ]\n  each tick\n";
     if (heads) out_ << "end signal \n";
     out_ << "end module\n";
   }
 
  private:
+  std::vector<std::string> inner_signals() const {
+    std::vector<std::string> signals;
+    if (!text_.rules().own)
+      for (long index : text_.locals()) signals.push_back(text_.name(index));
+    for (const StraightLine& line : lines_)
+      if (line.index < 0 || !text_.is_output(line.index)) signals.push_back(left_of(line, texts_));
+    for (const StateRail& rail : text_.state())
+      if (!text_.is_output(rail.index)) signals.push_back(text_.name(rail.index));
+    return signals;
+  }
+
   /// The told text gives the wires, which are the first `wires` of the rails, as two names each.
   void put_names(const char* heading, const std::vector<long>& rails, size_t wires,
                  const std::string& told_wires) {
@@ -105,10 +131,23 @@ class EsterelText {
       }
     for (const StateRail& rail : text_.state()) {
       put_parallel();
+      text_.put_note(out_, "    % ", rail.index);
       out_ << "    run my_pre [signal " << text_.name(rail.next) << " / S, "
            << text_.name(rail.index) << " / preS]\n";
     }
     out_ << "  ]\n";
+  }
+
+  void put_lines() {
+    const char* separator = "";
+    for (const StraightLine& line : lines_) {
+      out_ << separator;
+      separator = "  ||\n";
+      text_.put_note(out_, "  % ", line.index);
+      out_ << broken("  present [" + line.right + "] then\n") << "    emit "
+           << left_of(line, texts_) << "\n  end present\n";
+    }
+    if (lines_.empty()) out_ << "  nothing\n";
   }
 
   void put_equations() {
@@ -118,16 +157,13 @@ class EsterelText {
                         .zero = "not tick",
                         .one = "tick",
                         .level = 0};
-    bool first = true;
-    for (const TargetEquation& equation : text_.equations()) {
-      if (proper_ && !first) out_ << "  ||\n";
-      first = false;
+    for (const TargetEquation& equation : text_.equations())
       put_emission(out_, text_.name(equation.index), sum_text(text_, sums, equation));
-    }
-    if (proper_ && first) out_ << "  nothing\n";
   }
 
   const TargetText& text_;
+  ExpressionTexts texts_;
+  std::vector<StraightLine> lines_;  ///< of the working form
   std::ostream& out_;
   bool proper_;
 };
@@ -145,7 +181,8 @@ extern const Target esterel_target{.option = "esterel",
                                    .help = "Esterel module, .strl",
                                    .file = {.extension = ".strl"},
                                    .put = put_module,
-                                   .comment = "% "};
+                                   .comment = "% ",
+                                   .use = "my_pre, which delays a signal by an instant, is yours."};
 
 // A boolean automaton.
 

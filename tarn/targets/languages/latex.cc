@@ -1,12 +1,14 @@
 // A module for people, as a document of LaTeX.
 
+#include <algorithm>
+#include <cctype>
 #include <ostream>
+#include <string_view>
 
+#include "base/markup.h"
 #include "tarn/b_automaton/b_automaton.h"
 #include "tarn/b_automaton/writing.h"
-#include "tarn/targets/frame/sum_text.h"
-#include "tarn/targets/frame/target.h"
-#include "tarn/targets/frame/target_text.h"
+#include "tarn/targets/frame/document.h"
 
 namespace kiva {
 
@@ -14,94 +16,154 @@ namespace {
 
 const TargetText::Language language{
     .shape = {.target = "LaTeX", .more_characters = ".@", .may_begin_with_digit = true},
+    .has_data = true,
     .names_module = false};
 
-/// A name as one symbol of a formula.
-std::string symbol(const std::string& name) {
-  std::string text = "\\mathit{";
-  for (char c : name) text += c == '_' ? std::string("\\_") : std::string(1, c);
-  return text + "}";
+/// Text whose long words may be broken.
+std::string words(const std::string& plain) {
+  std::string all;
+  for (const std::string& piece : breakable_pieces(plain))
+    all += (all.empty() ? "" : "\\allowbreak{}") + latex_text(piece);
+  return all;
 }
 
-/// Sums with more products are shown by their nodes.
-constexpr long most_products = 200;
+const DocumentForm form{
+    .expressions = {.and_text = " \\AND{} ",
+                    .or_text = " \\OR{} ",
+                    .not_text = "\\NOT{}",
+                    .differ_text = " \\XOR{} ",
+                    .same_text = " \\SAME{} ",
+                    .zero = "0",
+                    .one = "1"},
+    .text = words,
+    .name = [](const std::string& plain) { return "\\name{" + words(plain) + "}"; }};
+
+/// About how many characters a cell shows.
+size_t shown_length(const std::string& markup) {
+  size_t length = 0;
+  for (size_t at = 0; at < markup.size(); ++at)
+    if (markup[at] != '\\')
+      length += std::string_view("{}$").find(markup[at]) == std::string::npos ? 1 : 0;
+    else if (at = std::min(at + 1, markup.size() - 1); std::isalpha(markup[at]) == 0)
+      ++length;
+    else
+      while (at + 1 < markup.size() && std::isalpha(markup[at + 1]) != 0) ++at;
+  return length;
+}
+
+/// Parts of the text's width, of all columns together at most one.
+std::vector<double> widths(const Document::Table& table) {
+  constexpr double character = 0.0135;
+  constexpr size_t longest = 50;
+  std::vector<double> all;
+  double sum = 0;
+  for (size_t column = 0; column < table.headings.size(); ++column) {
+    size_t most = shown_length(table.headings[column]) + 1;
+    for (const auto& row : table.rows) most = std::max(most, shown_length(row[column]));
+    all.push_back(static_cast<double>(std::min(most, longest) + 3) * character);
+    sum += all.back();
+  }
+  while (sum > 0.995) {
+    double& widest = *std::ranges::max_element(all);
+    sum -= widest * 0.05;
+    widest *= 0.95;
+  }
+  return all;
+}
 
 class LatexText {
  public:
-  LatexText(Module* module, const TargetRules& rules) : text_(module, language, rules) {}
+  explicit LatexText(const TargetJob& job)
+      : document_(document_of(job, language, form)), out_(job.out) {}
 
-  void put(std::ostream& out) const {
-    out << "\\documentclass[11pt,a4paper]{article}\n\\setlength{\\parindent}{0pt}\n"
-           "\\setlength{\\parskip}{4pt}\n\\sloppy\n"
-           "\\renewcommand{\\labelitemi}{$\\bullet$}\n\\begin{document}\n"
-           "\\begin{center}\n{\\huge module: $"
-        << symbol(text_.module()->getName()) << "$}\n\\end{center}\n";
-    put_items(out, "Inputs", text_.input_rails(), [&](long index) { return name(index); });
-    put_items(out, "Outputs", text_.output_rails(), [&](long index) { return name(index); });
-    put_items(out, "Registers", text_.state(), [&](const StateRail& rail) {
-      return name(rail.index) + " = \\mathrm{" + (rail.initial ? "true" : "false") + "}$, then $" +
-             name(rail.next);
-    });
-    if (!text_.equations().empty()) out << "\\section*{Equations}\n";
-    text_.manager()->Bdd_global_clear_marks();
-    for (const TargetEquation& equation : text_.equations()) put_equation(out, equation);
-    out << "\\end{document}\n";
+  void put() const {
+    put_preamble();
+    out_ << "\\begin{document}\\raggedright\n{\\Large\\bfseries Module " << document_.title
+         << "}\\par\n";
+    for (const std::string& paragraph : document_.summary)
+      out_ << "\\medskip " << broken(paragraph) << "\\par\n";
+    for (const Document::Table& table : document_.tables) {
+      put_table(table);
+      if (&table == &document_.tables.front())  // behind the interface
+        for (const DocumentNotes::Picture& picture : document_.pictures) put_picture(picture);
+    }
+    put_equations("Equations", document_.equations,
+                  "\\NOT{}: not, \\AND{}: and, \\OR{}: or, \\XOR{}: one of them, \\SAME{}: both or "
+                  "none.");
+    put_equations("Values", document_.values, "");
+    if (!document_.made.empty())
+      out_ << "\\bigskip{\\footnotesize " << document_.made << "\\par}\n";
+    out_ << "\\end{document}\n";
   }
 
  private:
-  std::string name(long index) const { return symbol(text_.name(index)); }
-
-  /// A list, which LaTeX wants to have items.
-  template <class List, class Item>
-  static void put_items(std::ostream& out, const char* title, const List& list, Item item) {
-    if (list.empty()) return;
-    out << "\\section*{" << title << "}\n\\begin{itemize}\n";
-    for (const auto& element : list) out << "\\item $" << item(element) << "$\n";
-    out << "\\end{itemize}\n";
+  void put_preamble() const {
+    out_ << "\\documentclass[11pt,a4paper]{article}\n\\usepackage[utf8]{inputenc}\n"
+            "\\usepackage[margin=25mm]{geometry}\n\\usepackage{array,longtable}\n"
+         << (document_.pictures.empty() ? "" : "\\usepackage{tikz}\n")
+         << "\\setlength{\\parindent}{0pt}\n\\setlength{\\LTleft}{0pt}\n"
+            "\\renewcommand{\\textfraction}{0.05}\n\\renewcommand{\\topfraction}{0.95}\n"
+            "\\renewcommand{\\floatpagefraction}{0.7}\n"
+            "\\hyphenpenalty=10000\n\\exhyphenpenalty=10000\n"
+            "\\newcommand{\\name}[1]{\\textsf{#1}}\n"
+            "\\newcommand{\\AND}{$\\land$}\n\\newcommand{\\OR}{$\\lor$}\n"
+            "\\newcommand{\\NOT}{$\\lnot$}\n\\newcommand{\\XOR}{$\\oplus$}\n"
+            "\\newcommand{\\SAME}{$\\leftrightarrow$}\n"
+            "\\newcommand{\\head}[1]{\\par\\vskip0pt plus7\\baselineskip\\penalty-250\\vskip0pt "
+            "plus-7\\baselineskip"
+            "\\bigskip{\\large\\bfseries #1}\\nopagebreak\\par"
+            "\\nopagebreak\\smallskip}\n"
+            "\\newcommand{\\place}[1]{\\par\\smallskip{\\footnotesize\\ttfamily "
+            "#1\\par}\\nopagebreak}\n"
+            "\\newcommand{\\is}[2]{\\par{\\small\\hangindent=2em\\hangafter=1 #1 = #2\\par}}\n";
   }
 
-  void put_equation(std::ostream& out, const TargetEquation& equation) const {
-    if (count_products(equation.f, most_products + 1) > most_products) {
-      put_equation_code(out, node_texts(), equation.index, equation.f);
-      return;
+  void put_picture(const DocumentNotes::Picture& picture) const {
+    out_ << "\\begin{figure}[htbp]\\head{" << picture.title << "}\n"
+         << picture.tikz << "\\end{figure}\n";
+  }
+
+  void put_row(const std::vector<std::string>& cells) const {
+    std::string line;
+    const char* separator = "";
+    for (const std::string& cell : cells) {
+      line += separator + cell;
+      separator = " & ";
     }
-    const SumTexts texts{.or_text = " + ",
-                         .and_text = ".\\allowbreak ",
-                         .not_text = "\\overline{",
-                         .not_end = "}",
-                         .name = [this](long index) { return name(index); }};
-    out << '$' << name(equation.index) << " = " << sum_text(text_, texts, equation) << "$\\par\n";
+    out_ << broken(line + " \\\\\n");
   }
 
-  equation_code_texts node_texts() const {
-    equation_code_texts texts;
-    texts.nodes.line_start = texts.nodes.constant_start = "$";
-    texts.nodes.table = "\\mathit{node}";
-    texts.nodes.entry_open = "_{";
-    texts.nodes.entry_close = "}";
-    texts.nodes.assign = texts.assign = " = ";
-    texts.nodes.or_text = " + ";
-    texts.nodes.and_text = ".";
-    texts.nodes.not_open = "\\overline{";
-    texts.nodes.not_close = "}";
-    texts.nodes.constant = "1";
-    texts.nodes.line_end = texts.end = "$\\par";
-    texts.nodes.name = texts.read = [this](long index) { return name(index); };
-    texts.left = [this](long index) { return "$" + name(index); };
-    texts.not_text = "\\neg ";
-    texts = text_.numbered(texts);
-    texts.nodes.first_open = texts.nodes.first_close = "";  // "." binds closer than "+"
-    texts.nodes.second_open = texts.nodes.second_close = "";
-    return texts;
+  void put_table(const Document::Table& table) const {
+    out_ << "\\head{" << table.title << "}\n{\\small\\begin{longtable}{";
+    for (double width : widths(table))
+      out_ << "\n  >{\\raggedright\\arraybackslash}p{\\dimexpr " << width
+           << "\\textwidth-2\\tabcolsep}";
+    out_ << "}\n";
+    put_row(table.headings);
+    out_ << "\\hline\\noalign{\\smallskip}\\endhead\n";
+    for (const auto& row : table.rows) put_row(row);
+    out_ << "\\end{longtable}}\n";
   }
 
-  TargetText text_;
+  void put_equations(const char* title, const std::vector<Document::Equation>& equations,
+                     const char* signs) const {
+    if (equations.empty()) return;
+    out_ << "\\head{" << title << "}\n";
+    if (*signs != 0) out_ << "{\\footnotesize " << signs << "\\par}\n";
+    for (const Document::Equation& equation : equations) {
+      if (!equation.place.empty()) out_ << "\\place{" << equation.place << "}\n";
+      out_ << broken("\\is{" + equation.left + "}{" + equation.right + "}\n");
+    }
+  }
+
+  Document document_;
+  std::ostream& out_;
 };
 
 void put_module(const TargetJob& job) {
   // Told: lines for a document, which "_" stops.
   if (job.rules.own)
-    LatexText(job.module, job.rules).put(job.out);
+    LatexText(job).put();
   else
     job.module->getBddWood()->Put_latex(job.out);
 }

@@ -10,6 +10,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/targets/frame/data_text.h"
+#include "tarn/targets/frame/straight_code.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_text.h"
 
@@ -31,13 +32,13 @@ const TargetText::Language language{
                            "xor"}},
     .has_data = true,
     .told_wires = true,
-    .node_prefix = [](const std::string& module) { return module + "_"; },
+    .node_prefix = [](const std::string&) { return std::string("part_"); },
     .own_names = [](const std::string&) { return std::vector<std::string>{"useless"}; }};
 
 struct OwnRules {
-  /// The node of a diagram is a variable, as it is declared; else an element of an array that
+  /// Equations are expressions; else the nodes of their diagrams are elements of an array that
   /// nothing declares.
-  bool node_variables;
+  bool expressions;
   /// A signal's further bindings are tested as the first is; else their values stand without test.
   bool tested_bindings;
   /// A constant without value has its type.
@@ -84,11 +85,12 @@ class LustreText {
  public:
   LustreText(const TargetText& text, const std::string& array, std::ostream& out)
       : text_(text), rules_(text.rules()), own_(own_rules(rules_.own)), out_(out) {
-    texts_ = own_.node_variables ? arrayless_texts(text.manager(), array)
-                                 : equation_texts(text.manager(), array);
+    texts_ = equation_texts(text.manager(), array);
     texts_.read = [this](long index) { return text_.name(index); };
     texts_.left = [this](long index) { return "  " + text_.name(index); };
     texts_ = text.numbered(texts_);
+    words_.read = texts_.read;
+    if (own_.expressions) lines_ = straight_code(text, words_);
     data_ = data_texts(rules_, [this](const Signal* s) { return text_.value_name(s); });
     for (const Signal* output : text.outputs())
       if (text.is_valued(output)) valued_.push_back(output);
@@ -104,17 +106,22 @@ class LustreText {
     out_ << ");\n";
     put_variables();
     out_ << "let\n";
-    for (const StateRail& rail : text_.state())
+    for (const StateRail& rail : text_.state()) {
+      text_.put_note(out_, "  -- ", rail.index);
       out_ << "  " << text_.name(rail.index) << "= " << (rail.initial ? "true" : "false")
            << "->pre(" << text_.name(rail.next) << ");\n";
-    out_ << "  -- outputs computing\n";
-    put_equations(out_);
+    }
+    if (own_.expressions) {
+      put_lines();
+    } else {
+      out_ << "  -- outputs computing\n";
+      put_equations(out_);
+    }
     out_ << "tel\n";
   }
 
   void put_equations(std::ostream& out) const {
     text_.manager()->Bdd_global_clear_marks();
-    std::unordered_set<const Signal*> given;
     for (const TargetEquation& equation : text_.equations()) {
       if (equation.kind != TargetEquation::function) {
         put_test(out, equation);
@@ -122,15 +129,29 @@ class LustreText {
       }
       put_equation_code(out, texts_, equation.index, equation.f);
       for (const Signal* signal : valued_)
-        if (text_.status(signal) == equation.index && given.insert(signal).second)
-          put_value(out, *signal);
+        if (text_.status(signal) == equation.index) put_value(out, *signal);
     }
-    if (!rules_.complete) return;
-    for (const Signal* signal : valued_)
-      if (!given.contains(signal)) put_value(out, *signal);
   }
 
  private:
+  /// Values behind what tells them, the others at the end.
+  void put_lines() {
+    std::unordered_set<const Signal*> given;
+    for (const StraightLine& line : lines_) {
+      text_.put_note(out_, "  -- ", line.index);
+      if (line.equation != nullptr) {
+        put_test(out_, *line.equation);
+        continue;
+      }
+      out_ << broken("  " + left_of(line, words_) + " = " + line.right + ";\n");
+      for (const Signal* signal : valued_)
+        if (text_.status(signal) == line.index && given.insert(signal).second)
+          put_value(out_, *signal);
+    }
+    for (const Signal* signal : valued_)
+      if (!given.contains(signal)) put_value(out_, *signal);
+  }
+
   void put_constant(const ConstantDecl& constant) {
     if (constant.getValue() == nullptr && own_.typed_constants) {
       out_ << "const " << constant.getName() << ": " << constant.getType() << ";\n";
@@ -179,17 +200,29 @@ class LustreText {
     put_list(names);
   }
 
-  void put_variables() {
-    std::vector<long> variables = text_.locals();
+  /// All that is computed but the outputs.
+  std::vector<std::string> inner_variables() const {
+    std::vector<std::string> variables;
+    if (!own_.expressions)
+      for (long index : text_.locals()) variables.push_back(text_.name(index));
+    for (const StraightLine& line : lines_)
+      if (line.index < 0 || !text_.is_output(line.index))
+        variables.push_back(left_of(line, words_));
     for (const StateRail& rail : text_.state())
-      if (!text_.is_output(rail.index)) variables.push_back(rail.index);
-    const long nodes = text_.count_nodes([&](std::ostream& out) { put_equations(out); });
+      if (!text_.is_output(rail.index)) variables.push_back(text_.name(rail.index));
+    return variables;
+  }
+
+  void put_variables() {
+    const std::vector<std::string> variables = inner_variables();
+    const long nodes =
+        own_.expressions ? 0 : text_.count_nodes([&](std::ostream& out) { put_equations(out); });
     if (variables.empty() && nodes == 0 && text_.valued_locals().empty() && rules_.proper_lists)
       return;
     out_ << "var\n";
     const char* separator = "  ";
-    for (long index : variables) {
-      out_ << separator << text_.name(index);
+    for (const std::string& variable : variables) {
+      out_ << separator << variable;
       separator = ",\n  ";
     }
     if (!variables.empty() || !rules_.proper_lists) out_ << ": bool;\n";
@@ -238,14 +271,22 @@ class LustreText {
   OwnRules own_;
   std::ostream& out_;
   equation_code_texts texts_;
+  ExpressionTexts words_{.and_text = " and ",
+                         .or_text = " or ",
+                         .not_text = "not ",
+                         .differ_text = " <> ",
+                         .same_text = " = ",
+                         .zero = "false",
+                         .one = "true",
+                         .part = [](long number) { return "part_" + std::to_string(number); }};
+  std::vector<StraightLine> lines_;  ///< of the working form
   DataTexts data_;
   std::vector<const Signal*> valued_;  ///< outputs and locals
 };
 
 void put_module(const TargetJob& job) {
   const TargetText text(job.module, language, job.rules);
-  const std::string m = text.module_name();
-  LustreText(text, own_rules(job.rules.own).node_variables ? m : m + "_node", job.out).put_node();
+  LustreText(text, text.module_name() + "_node", job.out).put_node();
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <ostream>
 
+#include "base/text_stream.h"
 #include "tarn/targets/benches/benches.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/languages/script_family.h"
@@ -9,6 +10,9 @@
 namespace kiva {
 
 namespace {
+
+const char* const operators[] = {" + ",  " - ",  " * ",  " / ", "-",    " and ", " or ",
+                                 "not ", " == ", " != ", " < ", " <= ", " > ",   " >= "};
 
 const TargetText::Language language{
     .shape = {.target = "Python",
@@ -19,30 +23,29 @@ const TargetText::Language language{
                            "pass",   "raise",  "return",  "try",      "while",    "with",   "yield",
                            "match",  "case",   "type",    "print"},
               .may_begin_with_underscore = false},
+    .has_data = true,
     .node_prefix = [](const std::string&) { return "part_"; },
     .own_names =
-        [](const std::string&) {
-          return std::vector<std::string>{"self",  "bool",   "isinstance", "NamedTuple", "Outputs",
-                                          "other", "object", "all",        "getattr"};
+        [](const std::string& module) {
+          return std::vector<std::string>{ScriptText::users(module),
+                                          "self",
+                                          "bool",
+                                          "isinstance",
+                                          "NamedTuple",
+                                          "Outputs",
+                                          "other",
+                                          "object",
+                                          "all",
+                                          "getattr"};
         }};
 
-void put_module(const TargetJob& job) {
-  std::ostream& out = job.out;
-  const TargetText text(job.module, language, job.rules.without_told());
-  const ScriptText script(text,
-                          {.and_text = " and ",
-                           .or_text = " or ",
-                           .not_text = "not ",
-                           .differ_text = " is not ",
-                           .same_text = " is ",
-                           .zero = "False",
-                           .one = "True"},
-                          "self.");
+void put_class(const TargetText& text, const ScriptText& script, std::ostream& out) {
   const std::string& m = text.module_name();
-  out << "\"\"\"" << job.module->getName() << ": m = " << m
-      << "(), then m.step(...) for each instant.\"\"\"\n\nfrom typing import NamedTuple\n\n\n"
-      << "class Outputs(NamedTuple):\n    \"\"\"What is present in an instant.\"\"\"\n\n";
+  script.put_constants(out, "", "\n\n");
+  out << "class Outputs(NamedTuple):\n    \"\"\"What is present in an instant.\"\"\"\n\n";
   for (long index : text.output_rails()) out << "    " << text.name(index) << ": bool\n";
+  for (const Signal* output : text.outputs())
+    if (text.is_valued(output)) out << "    " << text.value_name(output) << ": object = None\n";
   out << "\n\nclass " << m << ":\n    \"\"\"All that the module keeps from one instant to the next."
       << "\"\"\"\n\n"
       << broken("    INPUTS = [" + script.inputs("\"@\"") + "]\n")
@@ -53,25 +56,39 @@ void put_module(const TargetJob& job) {
       << "        \"\"\"Back to the first state.\"\"\"\n"
       << script.first_values("        ", "", "# ") << '\n'
       << broken("    def step(self" + std::string(text.input_rails().empty() ? "" : ", *, ") +
-                script.inputs("@=False") + "):\n")
+                script.inputs("@=False", "@=None") + "):\n")
       << "        \"\"\"Runs one instant, in which these inputs are present.\"\"\"\n";
   for (long index : text.input_rails())
     if (text.is_read(index))
       out << "        " << text.name(index) << " = bool(" << text.name(index) << ")\n";
-  for (const StraightLine& line : script.lines()) {
-    text.put_note(out, "        # ", line.index);
-    const std::string start = "        " + script.left(line) + " = ";
-    const std::string whole = start + line.right + '\n';
-    if (broken(whole) == whole)
-      out << whole;
-    else
-      out << start << "(\n" << broken("            " + line.right + ")\n");
-  }
+  script.put_lines(out, "        ", "", "# ");
   for (const StateRail& rail : text.state())
     if (text.is_output(rail.index))
       out << "        " << text.name(rail.index) << " = " << script.read(rail.index) << '\n';
+  script.put_values(out, "        ");
   out << script.moves("        ", "")
-      << broken("        return Outputs(" + script.outputs("@") + ")\n");
+      << broken("        return Outputs(" + script.outputs("@", "@") + ")\n");
+}
+
+void put_module(const TargetJob& job) {
+  const TargetText text(job.module, language, job.rules.without_told());
+  const ScriptText script(text,
+                          {.and_text = " and ",
+                           .or_text = " or ",
+                           .not_text = "not ",
+                           .differ_text = " is not ",
+                           .same_text = " is ",
+                           .zero = "False",
+                           .one = "True"},
+                          {operators, "bool(", ")", "if ", ":", "", " = None", ""}, "self.");
+  const std::string users = ScriptText::users(text.module_name());
+  TextStream classes;
+  put_class(text, script, classes);
+  job.out << "\"\"\"" << job.module->getName() << ": m = " << text.module_name()
+          << "(), then m.step(...) for each instant.\"\"\"\n\nfrom typing import NamedTuple\n";
+  if (classes.str().find(users + '.') != std::string::npos)
+    job.out << "\nimport " << users << "  # is yours\n";
+  job.out << "\n\n" << classes.str();
 }
 
 const Bench bench{.language = &language,

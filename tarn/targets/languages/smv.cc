@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "pert_exp/equation_code.h"
+#include "tarn/targets/frame/straight_code.h"
 #include "tarn/targets/frame/target.h"
 #include "tarn/targets/frame/target_text.h"
 
@@ -31,7 +32,7 @@ const TargetText::Language language{
                            "main", "od"},
               .more_characters = "$#"},
     .told_wires = true,
-    .node_prefix = [](const std::string&) { return std::string("node_"); },
+    .node_prefix = [](const std::string&) { return std::string("part_"); },
     .own_names = [](const std::string& module) { return std::vector<std::string>{"m" + module}; }};
 
 /// A module's parameters are its inputs, and its outputs definitions that are read from outside;
@@ -84,13 +85,16 @@ class SmvText {
     out_ << ")\n";
     const bool state = !text_.state().empty();
     put_heading("VAR", state);
-    for (const StateRail& rail : text_.state()) out_ << text_.name(rail.index) << ": boolean;\n";
+    for (const StateRail& rail : text_.state()) {
+      text_.put_note(out_, "-- ", rail.index);
+      out_ << text_.name(rail.index) << ": boolean;\n";
+    }
     put_heading("ASSIGN", state);
     for (const StateRail& rail : text_.state())
       out_ << "init(" << text_.name(rail.index) << ") := " << (rail.initial ? " TRUE;" : "FALSE;")
            << '\n';
     put_heading("DEFINE", !text_.equations().empty());
-    put_definitions();
+    text_.rules().own ? put_definitions() : put_told_definitions();
     put_heading("ASSIGN", state);
     for (const StateRail& rail : text_.state())
       out_ << "next(" << text_.name(rail.index) << ") := " << text_.name(rail.next) << ";\n";
@@ -122,9 +126,23 @@ class SmvText {
   }
 
   void put_definitions() {
-    equation_code_texts texts = equation_texts(text_.manager());
+    ExpressionTexts texts{.and_text = " & ",
+                          .or_text = " | ",
+                          .not_text = "!",
+                          .differ_text = " != ",
+                          .same_text = " = ",
+                          .zero = "FALSE",
+                          .one = "TRUE"};
     texts.read = [this](long index) { return text_.name(index); };
-    texts.left = [this](long index) { return "   " + text_.name(index); };
+    texts.part = [](long number) { return "part_" + std::to_string(number); };
+    for (const StraightLine& line : straight_code(text_, texts)) {
+      text_.put_note(out_, "   -- ", line.index);
+      out_ << broken("   " + left_of(line, texts) + " := " + line.right + ";\n");
+    }
+  }
+
+  void put_told_definitions() {
+    equation_code_texts texts = equation_texts(text_.manager());
     texts = text_.numbered(texts);
     text_.manager()->Bdd_global_clear_marks();
     for (const TargetEquation& equation : text_.equations())
@@ -151,7 +169,8 @@ extern const Target smv_target{
     .file = {.extension = ".smv", .in_folder = true, .tells_existing = true, .tells_failure = true},
     .put = put_module,
     .finalises = true,
-    .comment = "-- "};
+    .comment = "-- ",
+    .use = "Each step is an instant; outputs are read from outside as mMODULE.OUTPUT."};
 
 // The told operations of other classes.
 

@@ -297,14 +297,7 @@ void StepText::put_value_locals(std::ostream& out, const std::string& margin) co
     if (!text_.is_value_read(signal))
       out << margin << "(void)" << text_.value_name(signal) << ";\n";
   }
-  // A trigger that no line computes is known from the start.
-  if (text_.module()->getDataTable() == nullptr) return;
-  std::unordered_set<long> computed;
-  for (const StraightLine& line : lines_) computed.insert(line.index);
-  for (const auto& [bound, binding] : *text_.module()->getDataTable())
-    if (binding->getClock() != nullptr && !binding->getClock()->isOutput() &&
-        !computed.contains(text_.status(binding->getSignal())))
-      put_value(out, *binding, margin);
+  for (const DataBinding* binding : early_values(text_, lines_)) put_value(out, *binding, margin);
 }
 
 void StepText::put_lines(std::ostream& out, size_t part, const std::string& margin) const {
