@@ -1,6 +1,7 @@
 #include "language/checks.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 
 #include "base/process_end.h"
@@ -42,6 +43,23 @@ class Remarks : public DiagnosticSink {
   bool wrong = false;
 };
 
+/// A cycle of which nobody knows yet whether it settles.
+struct OpenCycle {
+  using Clock = std::chrono::steady_clock;
+
+  void begin(Diagnostic met) {
+    warning = std::move(met);
+    running = true;
+    since = Clock::now();
+  }
+  bool is_due() const { return running && Clock::now() - since > patience; }
+
+  static constexpr std::chrono::milliseconds patience{300};
+  Diagnostic warning;
+  Clock::time_point since;
+  bool running = false, told = false;
+};
+
 /// A session for one text, with its ends of the process thrown.
 class Check {
  public:
@@ -77,12 +95,29 @@ class Check {
   bool read() {
     return tolerate(nullptr, [this] { Compilation::zu_parse(path_.c_str()); });
   }
-  void compile(const std::function<void()>& guard) {
-    const WorkGuard guarded(guard);
-    statement_begun() = guard;
-    stage_begun() = [&guard](const std::string&) { guard(); };
-    for (Module* module : Compilation::ModTable()->in_order())
+  /// Tells of a cycle before it is judged, where that takes long; and in the end, where there is
+  /// anything new.
+  void compile(const std::function<void()>& guard, const Tell& tell) {
+    const size_t before = remarks_.all.size();
+    OpenCycle open;
+    const auto look = [&] {
+      guard();
+      if (!open.is_due()) return;
+      std::vector<Diagnostic> all = remarks_.all;
+      all.push_back(open.warning);
+      open.running = false;
+      open.told = true;
+      tell(all);
+    };
+    const WorkGuard guarded(look);
+    statement_begun() = look;
+    stage_begun() = [&look](const std::string&) { look(); };
+    cycle_met() = [&open](Diagnostic warning) { open.begin(std::move(warning)); };
+    for (Module* module : Compilation::ModTable()->in_order()) {
       if (module->getSet() == nullptr) tolerate(module, [module] { module->compile(); });
+      open.running = false;
+    }
+    if (open.told || remarks_.all.size() != before) tell(remarks_.all);
   }
   const std::vector<Diagnostic>& found() const { return remarks_.all; }
 
@@ -105,15 +140,11 @@ class Check {
 }  // namespace
 
 void check_text(const std::string& path, const std::map<std::string, std::string>& texts,
-                const std::function<void()>& guard,
-                const std::function<void(const std::vector<Diagnostic>&)>& tell) {
+                const std::function<void()>& guard, const Tell& tell) {
   Check check(path, texts);
   const bool good = check.read();
   tell(check.found());
-  if (!good) return;
-  const size_t before = check.found().size();
-  check.compile(guard);
-  if (check.found().size() != before) tell(check.found());
+  if (good) check.compile(guard, tell);
 }
 
 }  // namespace kiva::language

@@ -384,10 +384,13 @@ class Layout {
     static const Words between{"and", "&", "or", "|", "xor", "nor", "nand", "+", "*"};
     size_t place = 0, column = line.indent;
     for (size_t i = line.first; i + 1 < line.last; ++i) {
-      column += tokens_[i].text.size() + 1;
-      const size_t here = tokens_[i].is(",") ? i + 1 : among(between, tokens_[i]) ? i : 0;
+      const bool blank = i > line.first && blank_between(tokens_[i - 1], tokens_[i], i);
+      const size_t before = column;
+      column += (blank ? 1 : 0) + tokens_[i].text.size();
+      const bool comma = tokens_[i].is(",");
+      const size_t here = comma ? i + 1 : among(between, tokens_[i]) ? i : 0;
       if (here <= line.first) continue;
-      if (column > most_columns && place != 0) break;
+      if ((comma ? column : before) > most_columns && place != 0) break;
       if (tokens_[here].kind != TokenKind::comment) place = here;
     }
     return place != 0 && break_before(place);

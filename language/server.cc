@@ -15,7 +15,7 @@ constexpr int parse_error = -32700, invalid_request = -32600, unknown_method = -
               invalid_params = -32602, internal_error = -32603, not_initialized = -32002,
               request_failed = -32803;
 
-/// A message has come while a text was being compiled.
+/// What is being compiled has changed, or the end has come.
 struct Superseded {};
 
 json capabilities() {
@@ -41,14 +41,28 @@ int Server::run() {
       check_next();
       continue;
     }
-    const std::optional<json> message = channel_.read();
-    if (!message) break;
-    if (message->is_discarded())
-      fail(nullptr, parse_error, "this is no JSON");
-    else
-      take(*message);
+    if (!receive()) break;
   }
   return shut_down_ ? 0 : 1;
+}
+
+/// Takes the next message; false at the end.
+bool Server::receive() {
+  const std::optional<json> message = channel_.read();
+  if (!message) return false;
+  if (message->is_discarded())
+    fail(nullptr, parse_error, "this is no JSON");
+  else
+    take(*message);
+  return true;
+}
+
+/// What has come while a text is being compiled.
+void Server::receive_between() {
+  while (channel_.pending()) {
+    const size_t before = edits_;
+    if (!receive() || edits_ != before || shut_down_ || ended_) throw Superseded();
+  }
 }
 
 void Server::fail(const json& id, int code, const std::string& reason) const {
@@ -179,6 +193,7 @@ DocumentPtr Server::document_of(const json& params) const {
 void Server::note(const std::string& method, const json& params) {
   if (method == "exit") ended_ = true;
   if (!initialized_ || shut_down_) return;
+  if (method.starts_with("textDocument/did")) ++edits_;
   if (method == "textDocument/didOpen") {
     const json& document = params.at("textDocument");
     const std::string uri = document.at("uri");
@@ -227,10 +242,7 @@ void Server::check_next() {
   if (document == nullptr) return unchecked_.erase(uri), void();
   try {
     check_text(
-        document->path, workspace_.texts(),
-        [this] {
-          if (channel_.pending()) throw Superseded();
-        },
+        document->path, workspace_.texts(), [this] { receive_between(); },
         [&](const std::vector<Diagnostic>& found) { publish(uri, diagnostics(*document, found)); });
     unchecked_.erase(uri);
   } catch (const Superseded&) {

@@ -11,8 +11,9 @@
 namespace kiva::language {
 
 /// A server of the Language Server Protocol for source texts, in one thread: while messages wait it
-/// answers them, then it looks at the texts that have changed. A long compilation is given up when
-/// a message comes, and begun anew behind it.
+/// answers them, then it looks at the texts that have changed. What is asked while a text is
+/// compiled is answered in between; an edit gives the compilation up, and it is begun anew. (An
+/// editor asks whenever diagnostics come: if that gave them up as well, none would come to an end.)
 class Server {
  public:
   Server(int in, int out) : channel_(in, out) {}
@@ -22,6 +23,8 @@ class Server {
  private:
   using json = nlohmann::json;
 
+  bool receive();
+  void receive_between();
   void take(const json& message);
   void answer(const json& id, const std::string& method, const json& params);
   json result_of(const std::string& method, const json& params);
@@ -36,6 +39,7 @@ class Server {
   Channel channel_;
   Workspace workspace_;
   std::set<std::string> unchecked_;  ///< by uri
+  size_t edits_ = 0;                 ///< notes that may change what a compilation finds
   bool initialized_ = false, shut_down_ = false, ended_ = false;
 };
 

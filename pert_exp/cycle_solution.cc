@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "base/strong_parts.h"
+#include "bdd/work_guard.h"
 #include "pert_exp/undated.h"
 #include "pert_exp/wood.h"
 
@@ -54,6 +55,7 @@ class CycleSolution::Evaluation {
                                      [&](const bdd_node* node) { of_[node] = of_node(node); });
     return taken(f.node(), f.link_type());
   }
+  size_t visits() const { return of_.size(); }
 
  private:
   Known taken(const bdd_node* node, int link) const {
@@ -86,17 +88,21 @@ class CycleSolution::Evaluation {
   std::unordered_map<const bdd_node*, Known> of_;
 };
 
-CycleSolution::CycleSolution(Bddexpressionwood& wood, Hints hints, long most_nodes)
-    : wood_(wood),
-      manager_(*wood.my_bdd_manager()),
-      hints_(std::move(hints)),
-      last_node_(wood.my_bdd_manager()->Bdd_total_size() + most_nodes) {
+CycleSolution::CycleSolution(Bddexpressionwood& wood, Hints hints)
+    : wood_(wood), manager_(*wood.my_bdd_manager()), hints_(std::move(hints)) {
   const Reads reads{wood};
   StrongParts parts(reads, wood.Nb_bdd_vars());
   for (long index : wood.Set_of_exp())
     parts.from(index, [&](std::span<const long> part, bool cycle) {
       if (cycle) parts_.emplace_back(part.begin(), part.end());
     });
+}
+
+std::list<long> CycleSolution::members() const {
+  std::list<long> all;
+  for (const std::vector<long>& part : parts_) all.insert(all.end(), part.begin(), part.end());
+  all.sort();
+  return all;
 }
 
 bool CycleSolution::solve() {
@@ -120,12 +126,14 @@ bool CycleSolution::solve_part(const std::vector<long>& part) {
   std::deque<long> open(part.begin(), part.end());
   std::unordered_set<long> waits(part.begin(), part.end());
   while (!open.empty()) {
-    if (manager_.Bdd_total_size() > last_node_) return false;
+    WorkGuard::call();
+    if (visits_ > most_visits) throw BoundPassed{};
     const long index = open.front();
     open.pop_front();
     waits.erase(index);
-    const Known now =
-        Evaluation(manager_, known, hints_.ones)(wood_.exp_by_index(index)->my_bdd_exp());
+    Evaluation evaluation(manager_, known, hints_.ones);
+    const Known now = evaluation(wood_.exp_by_index(index)->my_bdd_exp());
+    visits_ += evaluation.visits();
     Known& before = known.at(index);
     if (now.one == before.one && now.zero == before.zero) continue;
     before = now;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <list>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -27,14 +28,15 @@ class CycleSolution {
         preferred;  ///< whose equations are rather replaced than those of others
   };
 
-  /// Of the wood as it stands, which nothing here changes before `put`. More than `most_nodes` new
-  /// nodes are not made.
-  CycleSolution(Bddexpressionwood& wood, Hints hints, long most_nodes);
+  /// Of the wood as it stands, which nothing here changes before `put`.
+  CycleSolution(Bddexpressionwood& wood, Hints hints);
 
   /// The number of cycles.
   size_t cycles() const { return parts_.size(); }
-  /// False where there is no solution to put: an abstract equation stands in a cycle, or the bound
-  /// is passed.
+  /// The variables on cycles.
+  std::list<long> members() const;
+  /// False where there is no solution to put: an abstract equation stands in a cycle. Asks the
+  /// WorkGuard; BoundPassed where more nodes have been visited than `most_visits`.
   [[nodiscard]] bool solve();
   /// Of each cycle, where some member is not settled, over the variables outside that cycle.
   const std::vector<bdd>& unsettled() const { return unsettled_; }
@@ -50,6 +52,7 @@ class CycleSolution {
     bdd one, zero;
   };
   class Evaluation;
+  static constexpr size_t most_visits = 20'000'000;
 
   bool solve_part(const std::vector<long>& part);
   bdd solution_of(long index);
@@ -58,11 +61,11 @@ class CycleSolution {
   Bddexpressionwood& wood_;
   bddpp_manager& manager_;
   Hints hints_;
-  long last_node_;
   std::vector<std::vector<long>> parts_;
   std::unordered_map<long, Known> known_;  ///< by variable index, of members
   std::unordered_map<long, bdd> before_;
   std::vector<bdd> unsettled_;
+  size_t visits_ = 0;
 };
 
 }  // namespace kiva

@@ -110,6 +110,9 @@ class EquationTable {
   long callPert(const std::list<long>& indices);
   /// How an instant is reached in which a cycle does not settle, for its report.
   void note_unsettled(const std::string& way) { unsettled_ = way; }
+  /// A warning of a cycle through some of these variables, for as long as nobody knows whether it
+  /// settles.
+  Diagnostic open_cycle(const std::list<long>& members) const;
   /// The text of the cycle that begins at the first index, and of what else is in the list; takes
   /// what the cycle met out of the list.
   std::string computeDependence(std::list<long>& indices);

@@ -121,6 +121,14 @@ std::string EquationTable::source_lines(const std::list<long>& cycle) const {
   return text;
 }
 
+Diagnostic EquationTable::open_cycle(const std::list<long>& members) const {
+  Diagnostic warning;
+  warning.severity = Severity::warning;
+  CycleStory(*this, members).tell(warning);
+  warning.notes.push_back({warning.where, "whether it settles is still being found out"});
+  return warning;
+}
+
 Diagnostic EquationTable::cycle_fault(const std::list<long>& cycle, Manner manner) {
   Diagnostic fault = Diagnostic::of_told(cycle_report(cycle), manner);
   CycleStory(*this, cycle).tell(fault);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "bdd/work_guard.h"
 #include "pert_exp/cycle_solution.h"
 #include "tarn/model/compilation.h"
 #include "tarn/model/module.h"
@@ -20,7 +21,7 @@ namespace kiva {
 
 namespace {
 
-constexpr long most_nodes = 2'000'000;  ///< made for one module
+constexpr long most_nodes = 2'000'000;  ///< made by each of the two steps for one module
 
 std::string told(const std::vector<std::vector<std::string>>& run) {
   std::string text =
@@ -90,18 +91,24 @@ class Judgement {
       : module_(module),
         runs_(wires_of_runs(module)),
         hints_(hints_of(module)),
-        solution_(*module->getBddWood(), hints_, most_nodes) {}
+        solution_(*module->getBddWood(), hints_) {}
+
+  /// To whoever does not want to wait.
+  void announce() const {
+    if (solution_.cycles() == 0 || !cycle_met()) return;
+    cycle_met()(module_->getCompilation()->open_cycle(solution_.members()));
+  }
 
   /// "" if all is well, else how the instant is reached, as far as that is known.
   std::string way() {
     constexpr const char* too_large = "whether it settles is too much to find out";
     try {
-      if (!solution_.solve()) return too_large;
+      bddpp_manager& manager = *module_->getBddWood()->my_bdd_manager();
+      if (const NodeLimit limit(manager, most_nodes); !solution_.solve()) return too_large;
       solution_.put();
-      Unfolded unfolded(module_, hints_.ones, most_nodes);
-      bddpp_manager& manager = unfolded.manager();
+      const NodeLimit limit(manager, most_nodes);
+      Unfolded unfolded(module_, hints_.ones);
       const bdd open = open_states(unfolded);
-      if (unfolded.bound_passed()) return too_large;
       if (manager.Bdd_is_tautology(open, 0)) return "";
       ReachedStates walk(unfolded, open);
       if (!walk.stays_good(true) && !walk.stays_good(false)) return told(walk.run());
@@ -165,6 +172,7 @@ void settle_cycles(Module* module) {
   for (const signal_list* list : {&module->getOutputSignalList(), &module->getLocalSignalList()})
     for (const Signal* signal : *list) join_values(signal, module, module->getBddWood());
   Judgement judgement(module);
+  judgement.announce();
   const std::string way = judgement.way();
   stage("compile ");
   if (!way.empty()) judgement.end_with(way);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "tarn/session/diagnostic.h"
 #include "tarn/session/session.h"
 
 namespace kiva {
@@ -21,6 +22,15 @@ inline std::function<void()>& statement_begun() {
 inline std::function<void(const std::string&)>& stage_begun() {
   struct Listener {
     std::function<void(const std::string&)> call;
+  };
+  return Session::current().part<Listener>().call;
+}
+
+/// What the session calls with a warning of a module's cycle before the long work of finding out
+/// whether it settles; empty calls nobody.
+inline std::function<void(Diagnostic)>& cycle_met() {
+  struct Listener {
+    std::function<void(Diagnostic)> call;
   };
   return Session::current().part<Listener>().call;
 }

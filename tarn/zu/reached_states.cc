@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "base/graph_walk.h"
+#include "bdd/work_guard.h"
 #include "tarn/model/module.h"
 
 namespace kiva {
@@ -19,10 +20,8 @@ constexpr size_t most_registers = 500;  ///< on which the bad states may hang
 
 }  // namespace
 
-Unfolded::Unfolded(Module* module, const std::unordered_set<long>& ones, long most_nodes)
-    : wood_(*module->getBddWood()),
-      manager_(*wood_.my_bdd_manager()),
-      last_node_(manager_.Bdd_total_size() + most_nodes) {
+Unfolded::Unfolded(Module* module, const std::unordered_set<long>& ones)
+    : wood_(*module->getBddWood()), manager_(*wood_.my_bdd_manager()) {
   Bddexpressionwood* wood = &wood_;
   for (long index : ones) of_[index] = manager_.Bdd_one();
   const auto take_pair = [&](const Signal* signal) {
@@ -57,7 +56,7 @@ bdd Unfolded::of(long index) {
       for (long read : equation->set_of_var_dependances()) ask(read);
   };
   walk_from_below<long>(index, done, reads, [&](long v) {
-    if (manager_.Bdd_total_size() > last_node_) throw BoundPassed{};
+    WorkGuard::call();
     const Bddexpression* equation = computed(v);
     if (equation == nullptr) {
       of_[v] = manager_.Bdd_var_by_index(v);
@@ -165,7 +164,8 @@ bdd ReachedStates::image(const bdd& from) {
 /// The values that the functions from `at` on take together.
 bdd ReachedStates::range(std::vector<bdd> next, size_t at) {
   if (at == states_.size()) return manager_.Bdd_one();
-  if (--ranges_ == 0 || unfolded_.bound_passed()) throw BoundPassed{};
+  WorkGuard::call();
+  if (--ranges_ == 0) throw BoundPassed{};
   std::vector<std::pair<const bdd_node*, int>> key;
   for (size_t i = at; i < next.size(); ++i) key.emplace_back(next[i].node(), next[i].link_type());
   if (const auto done = of_.find(key); done != of_.end()) return done->second;

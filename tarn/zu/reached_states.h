@@ -13,9 +13,6 @@ namespace kiva {
 
 class Module;
 
-/// More nodes or steps than were allowed.
-struct BoundPassed {};
-
 /// The rail of a register, in this instant and in the next: variable indices.
 struct StateRail {
   long now;
@@ -27,8 +24,8 @@ struct StateRail {
 /// when all that they read is put in. Inputs, set and reset are One or Zero, by their status.
 class Unfolded {
  public:
-  /// The variables of `ones` count as One. Beyond `most_nodes` new nodes BoundPassed is thrown.
-  Unfolded(Module* module, const std::unordered_set<long>& ones, long most_nodes);
+  /// The variables of `ones` count as One.
+  Unfolded(Module* module, const std::unordered_set<long>& ones);
 
   /// f with all that it reads put in.
   bdd operator()(const bdd& f);
@@ -39,7 +36,6 @@ class Unfolded {
   std::string input_name(long index) const;
   const std::map<long, StateRail>& rails() const { return rails_; }
   bddpp_manager& manager() const { return manager_; }
-  bool bound_passed() const { return manager_.Bdd_total_size() > last_node_; }
   long set() const { return set_; }
   long reset() const { return reset_; }
 
@@ -49,7 +45,6 @@ class Unfolded {
 
   Bddexpressionwood& wood_;
   bddpp_manager& manager_;
-  long last_node_;
   long set_, reset_;
   std::unordered_map<long, bdd> of_;
   std::map<long, std::string> inputs_;

@@ -218,8 +218,22 @@ def torn(server):
             server.ask("textDocument/" + method, {"textDocument": {"uri": uri}, "position": place, "range": {"start": place, "end": place}})
 
 
+def long_cycles(server):
+    """Pieces that may all run in one instant: whether that settles would take diagrams without end."""
+    n = 100
+    pieces = [f"present i{k} {{ pause }} else {{ present x {{ emit o{k} }} else {{ emit y }} }} >> present o{(k - 1) % n} {{ emit x }}" for k in range(n)]
+    text = "module m:\nInput: {};\nOutput: x, y, {};\nloop {{\n{} >>\npause\n}} || loop {{ present y {{ emit x }} >> pause }}\nend\n".format(
+        *(", ".join(f"{letter}{k}" for k in range(n)) for letter in "io"), " >>\n".join(pieces))
+    uri = server.open("long.zu", text)
+    place = at(uri, text, "lo^op")
+    expect("answer between", "loop" in server.ask("textDocument/hover", place)["contents"]["value"], True)
+    wrong = [d for d in server.diagnostics(uri, lambda found: any(d["severity"] == 1 for d in found)) if d["severity"] == 1]
+    expect("long cycle", [(len(d["relatedInformation"]), d["relatedInformation"][-1]["message"]) for d in wrong],
+           [(4, "whether it settles is too much to find out")])
+
+
 server = Server()
-for part in (names, places, torn):
+for part in (names, places, torn, long_cycles):
     part(server)
 expect("shutdown", server.ask("shutdown", None), None)
 server.tell("exit", None)

@@ -80,6 +80,8 @@ TEST(Layout, OfExamplesChangesNothingTheSecondTime) {
 
 TEST(Layout, SetsWhatIsOpenOffAndBreaksLongLines) {
   const std::string long_one(95, 'x');
+  std::string list = "Input: abcd";  // of a hundred columns with its last comma
+  while (list.size() < 99) list += ", xy";
   struct {
     std::string source, laid_out;
   } const rows[] = {
@@ -93,6 +95,7 @@ TEST(Layout, SetsWhatIsOpenOffAndBreaksLongLines) {
        "{\n  emit " + long_one + "\n  || loop { a >> b }\n}\n"},
       {"Input: a, " + long_one + ";Run: \"a\":b;\"c/d\":e:f;halt",
        "Input: a,\n  " + long_one + ";\nRun: \"a\" : b;\n  \"c/d\" : e : f;\nhalt\n"},
+      {list + ", z;nothing", list + ",\n  z;\nnothing\n"},
       {"automaton state:s geometry:<1.0,-2.>3. /a;transition:initial->s;s 1[a|\nb]->s;;k\n;\nend",
        "automaton\nstate: s geometry: <1.0,-2.> 3. / a;\ntransition:\ninitial-> s;\n"
        "s 1 [a |\n  b] -> s  ;;k\n  ;\nend\n"},
