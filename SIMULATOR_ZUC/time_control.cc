@@ -91,7 +91,7 @@ bool TimeControl::type(size_t row, const std::string& text) {
   return true;
 }
 
-bool TimeControl::run(long instants, std::shared_ptr<Condition> until) {
+bool TimeControl::run(long instants, const std::shared_ptr<Condition>& until) {
   if (busy_) return false;
   start([this, instants, until](Ended& end) { work(instants, until.get(), end); });
   return true;

@@ -53,7 +53,7 @@ class TimeControl : public QObject {
   bool first();
   bool last();
   /// Runs so many instants in the worker, or until the condition holds (may be null).
-  bool run(long instants, std::shared_ptr<Condition> until);
+  bool run(long instants, const std::shared_ptr<Condition>& until);
   void stop() { stop_ = true; }
 
   /// Instants that a person has named, each of the branch in which it was run.

@@ -253,7 +253,7 @@ std::string example_lines(const CommandNotes& notes) {
 
 std::string man_page(const CLI::App& app, const CommandNotes& notes) {
   TextStream out;
-  const std::string name = app.get_name();
+  const std::string& name = app.get_name();
   std::string title = name;
   std::transform(title.begin(), title.end(), title.begin(),
                  [](unsigned char c) { return std::toupper(c); });

@@ -16,7 +16,8 @@ class Signal;
 class Expression {
  public:
   Expression() = default;
-  explicit Expression(bool wire) : wire_(wire) {}
+  /// Of a wire or not, which makes no difference to it.
+  explicit Expression(bool) {}
   virtual ~Expression() = default;
 
   // The two rails over the current occurrences of the signals, and over occurrence 0 of each. The
@@ -43,9 +44,6 @@ class Expression {
   /// The rails over the current occurrences, as sums of products in the operators of print().
   virtual void printBddStatus(std::ostream& out, Module* module, Bddexpressionwood* wood);
   virtual void printBddValue(std::ostream& out, Module* module, Bddexpressionwood* wood);
-
- private:
-  bool wire_ = false;
 };
 
 class TrueExpression : public Expression {

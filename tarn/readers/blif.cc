@@ -66,7 +66,8 @@ class BlifReader {
 
   void take_row(const std::vector<std::string>& words) {
     if (target_ < 0) fail("\"" + words[0] + "\" stands in no table");
-    const std::string row = words.size() == 1 ? "" : words[0], value = words.back();
+    const std::string row = words.size() == 1 ? "" : words[0];
+    const std::string& value = words.back();
     if (words.size() > 2 || row.size() != table_.reads.size() ||
         row.find_first_not_of("01-") != std::string::npos)
       fail("a row of this table has " + std::to_string(table_.reads.size()) +

@@ -132,7 +132,8 @@ void class_zu_parser::close_open(int token) {
   Recovery& r = recovery_;
   const std::string where =
       token == END_OF_INPUT ? "the end of the text" : quoted(token == END ? "end" : "module");
-  const auto missing = [&](const std::string& what, std::vector<Diagnostic::Note> notes = {}) {
+  const auto missing = [&](const std::string& what,
+                           const std::vector<Diagnostic::Note>& notes = {}) {
     if (!r.under_way) fault("expected " + quoted(what) + " before " + where, r.last.span, notes);
   };
   if (r.in_data) {

@@ -7,6 +7,7 @@ namespace kiva::test {
 std::unique_ptr<b_automaton> make_automaton(const AutomatonText& text) {
   b_autom_dec declaration(text.state, text.next_state, text.inputs, text.outputs, text.locals);
   bddpp_manager* manager = declaration.manager_associe();
+  if (!text.state.empty()) declaration.add_ident(text.state.front());  // is known
   for (const auto& [name, expression] : text.equations) declaration.add_ident(name);
   for (const auto& [name, expression] : text.equations) {
     int error = 0;

@@ -28,6 +28,7 @@ TEST(Automaton, NumbersItsVariablesByKind) {
   EXPECT_EQ(toggle->ident_associe("u"), 3);
   EXPECT_EQ(toggle->ident_associe("q"), 4);
   EXPECT_EQ(toggle->num_local("x"), 0) << "an identifier that was added";
+  EXPECT_EQ(toggle->num_local("s"), -1) << "one that was there";
   EXPECT_EQ(toggle->num_output("x"), -1);
   EXPECT_EQ(toggle->nb_equ_def(), 3);
   EXPECT_THAT(toggle->identify_undef_variables(), ElementsAre("s", "t", "u"));

@@ -44,7 +44,7 @@ constexpr ValuedOutputTexts output_texts{.open_if = "    if (",
 void put_module(const TargetJob& job) {
   std::ostream &body = job.out, &header = job.beside;
   const TargetText text(job.module, language, job.rules);
-  const std::string m = text.module_name();
+  const std::string& m = text.module_name();
   const CFamilyText c(text, m + "_node");
 
   header << "#ifndef " << m << "_H\n#define " << m << "_H\n#include \"C_data_user_"

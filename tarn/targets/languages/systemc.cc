@@ -47,7 +47,7 @@ void put_header_start(std::ostream& header, const std::string& m, const std::str
 void put_told(const TargetJob& job) {
   std::ostream &body = job.out, &header = job.beside;
   const TargetText text(job.module, language, job.rules);
-  const std::string m = text.module_name();
+  const std::string& m = text.module_name();
   const CFamilyText c(text, m + "_node");
 
   put_header_start(header, m, job.module->getName());
