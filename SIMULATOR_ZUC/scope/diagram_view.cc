@@ -138,6 +138,12 @@ void DiagramView::draw_node(QPainter& painter, size_t n) const {
   if (shape == Diagram::Shape::final_state) painter.drawEllipse(room.adjusted(4, 4, -4, -4));
   QFont text = font();
   text.setBold(here);
+  // The room is that of the plain letters.
+  double widest = 1;
+  for (const std::string& line : node.lines)
+    widest = std::max(widest, QFontMetricsF(text).horizontalAdvance(QString::fromStdString(line)));
+  const double fits = (node.width - 4) / widest;
+  if (fits < 1) text.setPixelSize(std::max(1, static_cast<int>(text.pixelSize() * fits)));
   painter.setPen(look.text);
   draw_lines(painter, room.center(), node.lines, text);
 }
