@@ -46,7 +46,7 @@ TEST_F(Dates, ChainBehindAnInput) {
   variables(3);
   equation(2, {1});
   equation(1, {0});
-  EXPECT_EQ(wood.compute_dates({2}), 3) << "none has a date yet: all get one";
+  EXPECT_EQ(wood.compute_dates(std::list<long>{}), 3) << "none has a date yet: all get one";
   EXPECT_THAT(early_dates(), ElementsAre(-99, 1, 2));
   EXPECT_THAT(late_dates(), ElementsAre(2, 1, 0));
   EXPECT_THAT(wood.earliest_sort(), ElementsAre(1, 2));

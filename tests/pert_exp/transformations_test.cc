@@ -216,6 +216,8 @@ TEST_F(Transformations, EquationsThatReadThemselves) {
   run_captured([&] {
     equation(a, n(a));
     equation(b, both(a, x));
+    equation(c, a);
+    equation(d, both(c, x));
   });
   for (const bool suppress : {true, false}) {
     const Outcome outcome = run_captured([&] {
@@ -235,6 +237,7 @@ TEST_F(Transformations, EquationsThatReadThemselves) {
   EXPECT_FALSE(whole.ended);
   EXPECT_EQ(function(a), n(a));
   EXPECT_EQ(function(b), both(a, x));
+  EXPECT_EQ(function(d), both(a, x)) << "c was a wire";
 }
 
 TEST_F(Transformations, CleanDropsIsolatedEquations) {
@@ -385,10 +388,7 @@ TEST(RandomTransformations, WiresKeepAllValuesAndAreDated) {
     check_values(
         world,
         [&] {
-          if (world.keep.empty())
-            wood.suppress_wires();
-          else
-            wood.suppress_wires(world.keep);
+          wood.suppress_wires(world.keep);
           for (long index : wood.Set_of_exp()) {
             ASSERT_EQ(wood.exp_by_index(index)->getEarlyDate(), wood.up_critical_path(index, 1, 1));
             ASSERT_EQ(wood.getLateDate(index), wood.down_critical_path(index, 1, 0));
