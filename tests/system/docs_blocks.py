@@ -61,6 +61,8 @@ def steps(block):
 
 
 def matches(shown, printed):
+    # Which of the prover's engines is first depends on the machine's load.
+    shown = [re.sub(r"(: holds: ).*", r"\1...", line) for line in shown]
     parts = [re.escape(line).replace(r"\.\.\.", ".*") + "\n" if line != "..." else "(?:.*\n)*" for line in shown]
     return re.fullmatch("".join(parts), printed) is not None
 
