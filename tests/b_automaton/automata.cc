@@ -15,8 +15,12 @@ std::unique_ptr<b_automaton> make_automaton(const AutomatonText& text) {
     EXPECT_EQ(error, 0) << expression;
     new Bddexpression(declaration.wood_associee(), manager->Bdd_var_by_name(name), f, 0, 0);
   }
-  auto automaton = std::make_unique<b_automaton>(&declaration, text.init.data(), manager->Bdd_one(),
-                                                 manager->Bdd_one());
+  int error = 0;
+  const bdd invariant = text.invariant.empty() ? manager->Bdd_one()
+                                               : manager->Parse_expression(text.invariant, &error);
+  EXPECT_EQ(error, 0) << text.invariant;
+  auto automaton =
+      std::make_unique<b_automaton>(&declaration, text.init.data(), manager->Bdd_one(), invariant);
   automaton->sort();
   return automaton;
 }

@@ -14,6 +14,7 @@ struct AutomatonText {
   std::list<std::string> state = {}, next_state = {}, inputs = {}, outputs = {}, locals = {};
   std::vector<std::pair<std::string, std::string>> equations = {};
   std::vector<int> init = {};
+  std::string invariant = {};  ///< none is true
 };
 std::unique_ptr<b_automaton> make_automaton(const AutomatonText& text);
 

@@ -105,6 +105,24 @@ TEST(Composition, StepsAsItsPartsDo) {
   }
 }
 
+TEST(Composition, HoldsTheInvariantsOfAllItsParts) {
+  const auto part = [](const std::string& s, const std::string& n, const std::string& o) {
+    return make_automaton({.state = {s},
+                           .next_state = {n},
+                           .inputs = {"t"},
+                           .outputs = {o},
+                           .locals = {},
+                           .equations = {{n, "t"}, {o, s}},
+                           .init = {1},
+                           .invariant = s});
+  };
+  const auto a = part("s", "n", "o"), b = part("r", "m", "p");
+  b_automaton* const parts[] = {a.get(), b.get()};
+  const std::string instances[] = {"A", "B"};
+  const b_automaton both(2, parts, instances, 0, nullptr);
+  EXPECT_EQ(both.bddtoString(both.invariant(), 1), "A_s.B_r");
+}
+
 TEST(Composition, MergesByNameAndRefusesWhatMeets) {
   const auto source =
       make_automaton({.inputs = {"i"}, .outputs = {"x"}, .equations = {{"x", "not i"}}});
