@@ -310,6 +310,10 @@ TEST(BenchTools, AllAreCheckedByOneCommand) {
       runners(), [](const Runner& runner) { return static_cast<bool>(runner.prove); });
   EXPECT_EQ(rows(run_tool(command, test.folder()), " 100  yes"), proved);
   EXPECT_EQ(rows(run_tool("PATH=/none " + command, test.folder()), " 0  not installed"), proved);
+  // A module may have the name that a bench gives to what it runs.
+  test.add_file("m.zu", "module m:\nInput: a;\nOutput: o;\nloop { wait a >> emit o }\nend\n");
+  EXPECT_EQ(rows(run_tool(KIVA_PROGRAMS "/tarn --check-targets m.zu", test.folder()), " 100  yes"),
+            proved);
   // A tool that says nothing of agreement has not agreed.
   test.add_file("python3", "#!/bin/sh\necho 1.0\n");
   EXPECT_NE(run_tool("! { chmod +x python3; PATH=$PWD:/bin " + command + "; }", test.folder())
