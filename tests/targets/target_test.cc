@@ -11,6 +11,7 @@
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/session/session.h"
+#include "tarn/targets/frame/data_text.h"
 #include "tarn/targets/frame/sum_text.h"
 #include "tarn/targets/frame/target_names.h"
 #include "tests/support/process_end.h"
@@ -113,6 +114,15 @@ TEST_F(Printing, NamesDoNotMeet) {
 
   TargetNames told(shape, false);
   EXPECT_EQ(told.give("end") + told.give("end"), "endend");
+
+  // So are a type, its first value, a method and a constant.
+  const TargetCase test = named_case("thermostat.zuc");
+  TargetNames beside_data(shape, true);
+  reserve_data_names(beside_data);
+  run_captured([&] {
+    for (const char* name : {"celsius", "zero_celsius", "lower_of", "margin"})
+      EXPECT_EQ(beside_data.give(name), std::string(name) + "_1");
+  });
 }
 
 TEST_F(Printing, SumsOfProductsHaveALimit) {
