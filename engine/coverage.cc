@@ -28,8 +28,7 @@ std::string letters(const std::vector<SignalState>& registers) {
 }  // namespace
 
 Coverage::Coverage(const Simulation& simulation) : simulation_(&simulation), names_(simulation) {
-  for (const auto& [list, title] : lists)
-    for (const std::string& name : names_.names(list)) seen_[std::string(title) + ' ' + name];
+  watch();
 }
 
 std::string Coverage::map(const std::string& map_text) {
@@ -37,7 +36,7 @@ std::string Coverage::map(const std::string& map_text) {
   if (!found.problem.empty()) return found.problem;
   goals_ = std::move(found.goals);
   has_map_ = true;
-  for (const CoverageGoal& goal : goals_) reached_[goal.kind][goal.name];
+  watch();
   for (const std::string& name : simulation_->register_names())
     compilers_.insert("register " + name);
   for (const std::string& name : simulation_->local_names()) compilers_.insert("local " + name);
@@ -62,17 +61,26 @@ void print_reached(std::ostream& out, const ReachedGoals& reached, bool has_map)
   }
 }
 
+/// Where each instant counts: what has a name is looked for once.
+void Coverage::watch() {
+  watched_.clear();
+  for (const auto& [list, title] : lists)
+    for (size_t row = 0; row < names_.names(list).size(); ++row)
+      watched_.push_back(
+          {{list, row}, &seen_[std::string(title) + ' ' + names_.name({list, row})]});
+  times_reached_.clear();
+  for (const CoverageGoal& goal : goals_) times_reached_.push_back(&reached_[goal.kind][goal.name]);
+}
+
 void Coverage::note(const SimulationState& before, const SimulationState& after) {
   ++instants_;
-  for (const auto& [list, title] : lists)
-    for (size_t row = 0; row < names_.names(list).size(); ++row) {
-      SeenSignal& seen = seen_[std::string(title) + ' ' + names_.name({list, row})];
-      const SignalState state = shown_state(after, {list, row});
-      seen.present += state == SignalState::one;
-      seen.not_present += state == SignalState::zero || state == SignalState::bottom;
-    }
-  for (const CoverageGoal& goal : goals_)
-    reached_[goal.kind][goal.name] += holds(goal.reached, after, &before);
+  for (const auto& [place, seen] : watched_) {
+    const SignalState state = shown_state(after, place);
+    seen->present += state == SignalState::one;
+    seen->not_present += state == SignalState::zero || state == SignalState::bottom;
+  }
+  for (size_t k = 0; k < goals_.size(); ++k)
+    *times_reached_[k] += holds(goals_[k].reached, after, &before);
   const std::string from = letters(before.shown_registers), to = letters(after.shown_registers);
   states_.insert({from, to});
   steps_.insert({from, to});
@@ -137,6 +145,7 @@ std::string Coverage::merge(const std::string& text) {
     instants_ += json.at("instants").get<long>();
     reached_ = std::move(reached);
     seen_ = std::move(seen);
+    watch();
     states_.merge(states);
     steps_.merge(steps);
     return "";

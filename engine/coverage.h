@@ -29,6 +29,8 @@ void print_reached(std::ostream& out, const ReachedGoals& reached, bool has_map)
 class Coverage {
  public:
   explicit Coverage(const Simulation& simulation);
+  Coverage(const Coverage&) = delete;
+  Coverage& operator=(const Coverage&) = delete;
   /// Counts statements, states and transitions, too, by the module's map; why it cannot, empty if
   /// it can. Before anything is noted or merged.
   std::string map(const std::string& map_text);
@@ -44,8 +46,16 @@ class Coverage {
   [[nodiscard]] std::string merge(const std::string& text);
 
  private:
+  void watch();
+
   const Simulation* simulation_;
   SignalNames names_;
+  struct Watched {
+    SignalPlace place;
+    SeenSignal* seen;
+  };
+  std::vector<Watched> watched_;
+  std::vector<long*> times_reached_;  ///< by goal
 
   std::vector<CoverageGoal> goals_;
   bool has_map_ = false;

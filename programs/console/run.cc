@@ -18,6 +18,7 @@
 #include "engine/random_choices.h"
 #include "engine/server_steps.h"
 #include "engine/trace.h"
+#include "programs/console/prompt_input.h"
 #include "programs/console/why_text.h"
 #include "programs/report.h"
 #include "programs/told_text.h"
@@ -87,8 +88,7 @@ class ConsoleRun {
  private:
   void write(const SimulationState& state) {
     trace_->write(out_, state);
-    // Whoever gives instants one by one sees each.
-    if (server_ || (!random_ && options_.stimuli == "-")) out_.flush();
+    if (server_) out_.flush();  // the next instant may fail
     if (!out_) throw Refused{options_.output, 0, "the trace cannot be written"};
   }
 
@@ -130,7 +130,7 @@ class ConsoleRun {
     if (options_.random > 0) return read_random();
     if (options_.stimuli != "-")
       stimuli_file_ = opened(options_.stimuli, "is a folder, not a file of stimuli");
-    stimuli_.emplace(options_.stimuli == "-" ? std::cin : stimuli_file_, simulation_);
+    stimuli_.emplace(options_.stimuli == "-" ? prompted_ : stimuli_file_, simulation_);
   }
 
   /// Statements are counted where the map of the source stands beside the module.
@@ -274,6 +274,8 @@ class ConsoleRun {
   std::optional<ServerSteps> steps_;
   std::unique_ptr<TraceWriter> trace_;
   std::ifstream stimuli_file_, expected_file_;
+  PromptInput prompt_{[this] { out_.flush(); }};
+  std::istream prompted_{&prompt_};
   std::optional<StimuliReader> stimuli_;
   std::optional<RandomChoices> random_;
   std::optional<Condition> until_;
