@@ -74,22 +74,27 @@ Bddexpressionwood::~Bddexpressionwood() {
 }
 
 void Bddexpressionwood::empty() {
-  for (long index : entries_in_use()) {
+  for (long index : entries_in_use_) {  // whatever their order, and again
     delete exp_table[index];
     exp_table[index] = nullptr;
     amont_dep_table[index].clear();
     latest_date_table[index] = 0;
   }
   entries_in_use_.clear();
+  sorted_entries_ = 0;
   ens_exp.clear();
   ens_exp_in_step = true;
   nb_level = 0;
 }
 
 const std::vector<long>& Bddexpressionwood::entries_in_use() const {
-  std::sort(entries_in_use_.begin(), entries_in_use_.end());
+  if (sorted_entries_ == entries_in_use_.size()) return entries_in_use_;
+  const auto added = entries_in_use_.begin() + static_cast<std::ptrdiff_t>(sorted_entries_);
+  std::sort(added, entries_in_use_.end());
+  std::inplace_merge(entries_in_use_.begin(), added, entries_in_use_.end());
   entries_in_use_.erase(std::unique(entries_in_use_.begin(), entries_in_use_.end()),
                         entries_in_use_.end());
+  sorted_entries_ = entries_in_use_.size();
   return entries_in_use_;
 }
 
