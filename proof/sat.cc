@@ -2,6 +2,8 @@
 
 #include <cadical.hpp>
 #include <cstdlib>
+#include <new>
+#include <tuple>
 
 #include "base/graph_walk.h"
 
@@ -27,7 +29,19 @@ Sat::Sat(const Aig& aig, bool plain) : aig_(aig), solver_(std::make_unique<CaDiC
   solver_->set("phase", 0);  // a run shall have no more inputs than it needs
 }
 
-Sat::~Sat() = default;
+Sat::~Sat() {
+  if (out_of_memory_) std::ignore = solver_.release();
+}
+
+template <class Work>
+auto Sat::guarded(const Work& work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    out_of_memory_ = true;
+    throw;
+  }
+}
 
 int Sat::literal(Literal a) {
   if (variable_of_.size() < aig_.size()) variable_of_.resize(aig_.size(), 0);
@@ -54,17 +68,21 @@ int Sat::literal(Literal a) {
 }
 
 void Sat::clause(const std::vector<int>& literals) {
-  for (int literal : literals) solver_->add(literal);
-  solver_->add(0);
+  guarded([&] {
+    for (int literal : literals) solver_->add(literal);
+    solver_->add(0);
+  });
 }
 
 std::optional<bool> Sat::solve(const std::vector<int>& assumptions, const Stop& stop,
                                int conflicts) {
-  for (int literal : assumptions) solver_->assume(literal);
-  if (conflicts >= 0) solver_->limit("conflicts", conflicts);
   SolverPause pause(stop);
-  solver_->connect_terminator(&pause);
-  const int status = solver_->solve();
+  const int status = guarded([&] {
+    for (int literal : assumptions) solver_->assume(literal);
+    if (conflicts >= 0) solver_->limit("conflicts", conflicts);
+    solver_->connect_terminator(&pause);
+    return solver_->solve();
+  });
   solver_->disconnect_terminator();
   if (status == 0) return std::nullopt;
   return status == 10;

@@ -38,10 +38,16 @@ class Sat {
   [[nodiscard]] bool failed(int literal) const;
 
  private:
+  /// What `work` gives. The solver's own tables do not stand a failed allocation: one that
+  /// met it cannot be destroyed any more, so its memory is let go.
+  template <class Work>
+  auto guarded(const Work& work);
+
   const Aig& aig_;
   std::unique_ptr<CaDiCaL::Solver> solver_;
   std::vector<int> variable_of_;  ///< by node; 0 for one that has not come in
   int variables_ = 0;
+  bool out_of_memory_ = false;
 };
 
 }  // namespace kiva::proof
