@@ -14,25 +14,25 @@ g_longlong bdd_node::signature() const {
   const auto variable =
       static_cast<std::int32_t>(static_cast<std::uint32_t>(internal_var_id) << 20);
   g_longlong key(static_cast<long>(variable));
-  key = key | static_cast<unsigned long>(internal_then->internal_global_id);
+  key = key | static_cast<unsigned long>(then_node()->global_id());
   key.lshift(20);
-  key = key | static_cast<unsigned long>(internal_else->internal_global_id);
+  key = key | static_cast<unsigned long>(else_node()->global_id());
   key.lshift(1);
-  return key | (internal_else_link_type == 1 ? 1ul : 0ul);
+  return key | (else_link_type() == 1 ? 1ul : 0ul);
 }
 
 index_set bdd_node::var_id_dep() const {
-  if (internal_manager_ref == nullptr) return {};
-  return internal_manager_ref->set_of_id_depend_on(
-      bdd(internal_manager_ref, 1, const_cast<bdd_node*>(this)));
+  bddpp_manager* manager = my_manager();
+  if (manager == nullptr) return {};
+  return manager->set_of_id_depend_on(bdd(manager, 1, const_cast<bdd_node*>(this)));
 }
 
 bool bdd_node::var_id_dep(long id) const {
-  if (internal_manager_ref == nullptr || id < 0 || id >= internal_manager_ref->Nb_bdd_vars())
-    return false;
-  const long wanted = internal_manager_ref->idtoindex(id);
+  bddpp_manager* manager = my_manager();
+  if (manager == nullptr || id < 0 || id >= manager->Nb_bdd_vars()) return false;
+  const long wanted = manager->idtoindex(id);
   bool found = false;
-  node_walk(internal_manager_ref).from(const_cast<bdd_node*>(this), [&](const bdd_node* node) {
+  node_walk(manager).from(const_cast<bdd_node*>(this), [&](const bdd_node* node) {
     found = found || node->internal_var_id == id;
     return !found && node->var_index() >= 0 && node->var_index() < wanted;
   });
@@ -40,18 +40,17 @@ bool bdd_node::var_id_dep(long id) const {
 }
 
 bool bdd_node::is_correct() const {
-  if (internal_manager_ref == nullptr) return false;
+  bddpp_manager* manager = my_manager();
+  if (manager == nullptr) return false;
   bool correct = true;
-  node_walk(internal_manager_ref).from(const_cast<bdd_node*>(this), [&](const bdd_node* node) {
+  node_walk(manager).from(const_cast<bdd_node*>(this), [&](const bdd_node* node) {
     if (!correct || node->internal_var_id == -1) return false;
     const auto fits = [&](const bdd_node* child) {
-      return child != nullptr && child != node &&
-             child->internal_manager_ref == internal_manager_ref &&
+      return child != nullptr && child != node && child->my_manager() == manager &&
              (child->internal_var_id == -1 || child->var_index() > node->var_index());
     };
-    correct = node->internal_var_id >= 0 &&
-              node->internal_var_id < internal_manager_ref->Nb_bdd_vars() &&
-              fits(node->internal_then) && fits(node->internal_else);
+    correct = node->internal_var_id >= 0 && node->internal_var_id < manager->Nb_bdd_vars() &&
+              fits(node->then_node()) && fits(node->else_node());
     return correct;
   });
   return correct;
@@ -66,8 +65,8 @@ void bdd_node::Lustre_writing_node_used(int* used, bdd_node* one) {
   walk_from(std::vector<bdd_node*>{this}, enters, [&](bdd_node* node, auto more) {
     used[node->global_id()] = 1;
     if (node == one) return;
-    more(node->internal_else);
-    more(node->internal_then);
+    more(node->else_node());
+    more(node->then_node());
   });
 }
 

@@ -121,6 +121,13 @@ class bddpp_manager {
   int Bdd_is_correct(const bdd& f);
   /// Destroys the nodes that are no variable and have no reference left.
   void Bdd_gc();  // classic
+  /// Destroys the nodes that no handle has and that stand below none with a handle, and gives the
+  /// memory behind the last node that is left back to the system. Variables, what is associated
+  /// with them and nodes that were taken out of the table stay. A pointer to a node holds nothing:
+  /// to be called between phases, where all that goes on has handles. Gives how many have gone.
+  long collect_unheld();
+  /// Bytes that stand ready for nodes and for finding them.
+  std::size_t table_bytes() const { return internal_unique_table.bytes(); }
 
   // Kept as part of the interface; each writes one line and does nothing else.
   void Bdd_free(const bdd& f);                                  // classic
@@ -412,9 +419,8 @@ class bddpp_manager {
 };
 
 inline long bdd_node::var_index() const {
-  if (internal_manager_ref == nullptr) return -3;
   return internal_var_id < 0 ? internal_var_id
-                             : internal_manager_ref->internal_idtoindex_table[internal_var_id];
+                             : page().manager->internal_idtoindex_table[internal_var_id];
 }
 
 /// Manager, link and node with its key, for error reports.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -9,14 +11,14 @@ namespace kiva {
 /// What one operator's call has already computed: 64-bit keys to 32-bit values. The memory outlives
 /// the call, the contents never do: each call has a stamp, and an entry of another stamp is empty.
 ///
-/// A call starts with a table that fits the nearest cache and lets it grow, whatever size an
-/// earlier call has left behind.
+/// A call starts with a table for as many results as the last one had, within what fits the nearer
+/// caches, and lets it grow.
 class call_table {
  public:
   /// Forgets everything.
   void begin() {
     next_stamp();
-    set_size(first_bits);
+    set_size(std::clamp(static_cast<int>(std::bit_width(used_)) + 1, least_bits, most_first_bits));
     used_ = 0;
   }
 
@@ -38,7 +40,7 @@ class call_table {
   }
 
  private:
-  static constexpr int first_bits = 10;
+  static constexpr int least_bits = 10, most_first_bits = 15;
   struct entry {
     std::uint64_t key;
     std::uint32_t value;

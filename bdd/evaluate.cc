@@ -57,7 +57,7 @@ class ternary_evaluation {
       }
       if (top.state == step::in_else && value != top.then_value) value = unknown;
       node->visit_stamp = stamp_;
-      node->visit_value = static_cast<std::int8_t>(value);
+      node->visit_value = static_cast<std::uint16_t>(value);
       value = complement_if(top.edge.complemented(), value);
       open_.pop_back();
       if (open_.empty()) return value;

@@ -32,8 +32,8 @@ class bdd_internals {
   bddpp_manager* manager() const { return manager_; }
   call_memory& memory() const { return *manager_->internal_call_memory; }
 
-  static constexpr bdd_edge one() { return bdd_edge(0, false); }
-  static bool is_constant(bdd_edge f) { return f.slot() == 0; }
+  static constexpr bdd_edge one() { return bdd_edge(unique_table::constant_slot, false); }
+  static bool is_constant(bdd_edge f) { return f.slot() == unique_table::constant_slot; }
   bdd_node* node(bdd_edge f) const { return nodes_->node(f); }
 
   // Of a node that is not the constant.
@@ -47,7 +47,7 @@ class bdd_internals {
   }
 
   bdd_edge variable(int var_id) const {
-    return bdd_edge(manager_->internal_variables_table[var_id]->internal_slot, false);
+    return bdd_edge(manager_->internal_variables_table[var_id]->slot(), false);
   }
   /// If the variable then `then_edge` else `else_edge`; both test later variables only.
   bdd_edge make(int var_id, bdd_edge then_edge, bdd_edge else_edge) const {
@@ -66,7 +66,7 @@ class bdd_internals {
   }
 
   static bdd_edge edge_of(int link, const bdd_node* node) {
-    return bdd_edge(node->internal_slot, link != 1);
+    return bdd_edge(node->slot(), link != 1);
   }
   static bdd_edge edge_of(const bdd& f) { return edge_of(f.link_type(), f.node()); }
   bdd handle(bdd_edge f) const { return bdd(manager_, f.link(), node(f)); }

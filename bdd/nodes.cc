@@ -39,7 +39,7 @@ bdd_node* bddpp_manager::Find_or_create_bdd_node(long index, int then_link, int 
   link *= then_link;
   if (index == -1) return internal_bdd_node_one;
   if (index < 0 || index >= internal_bdd_vars || then_node == nullptr || else_node == nullptr ||
-      then_node->internal_manager_ref != this || else_node->internal_manager_ref != this)
+      then_node->my_manager() != this || else_node->my_manager() != this)
     return nullptr;
   const long id = internal_indextoid_table[index];
   const int stored_link = then_link * else_link;
@@ -60,12 +60,12 @@ bdd_node* bddpp_manager::Find_or_create_bdd_node(long index, int then_link, int 
 }
 
 void bddpp_manager::Map_integrate(bdd_node* node) {
-  if (node->internal_manager_ref == this && node->internal_var_id >= 0)
+  if (node->my_manager() == this && node->internal_var_id >= 0)
     internal_unique_table.integrate(node);
 }
 
 void bddpp_manager::Map_suppress(bdd_node* node) {
-  if (node->internal_manager_ref == this && node->internal_var_id >= 0)
+  if (node->my_manager() == this && node->internal_var_id >= 0)
     internal_unique_table.suppress(node);
 }
 
@@ -75,7 +75,7 @@ std::vector<bdd_node*> bddpp_manager::internal_bdd_node_map() const {
 
 void bddpp_manager::Bdd_clear_marks(bdd_node* node) {
   if (node == nullptr) return;
-  node_walk(node->internal_manager_ref).from(node, [](bdd_node* seen) {
+  node_walk(node->my_manager()).from(node, [](bdd_node* seen) {
     seen->clear_mark();
     return true;
   });
@@ -97,8 +97,8 @@ long bddpp_manager::Bdd_incremental_id(bdd_node* node, long start) {
       node->mark();
       node->local_id(start++);
       if (node != internal_bdd_node_one) {
-        open.push_back(node->internal_else);
-        node = node->internal_then;
+        open.push_back(node->else_node());
+        node = node->then_node();
         continue;
       }
     }
@@ -130,6 +130,19 @@ void bddpp_manager::Bdd_gc() {
       dead.push_back(node);
   });
   for (bdd_node* node : dead) internal_unique_table.destroy(node);
+}
+
+long bddpp_manager::collect_unheld() {
+  node_walk held(this);
+  const auto hold = [&](bdd_node* node) { held.from(node, [](const bdd_node*) { return true; }); };
+  hold(internal_bdd_node_one);
+  for (bdd_node* node : internal_variables_table) hold(node);
+  for (bdd_node* node : internal_assoc_var_table) hold(node);
+  internal_unique_table.for_each_made([&](bdd_node* node) {
+    const bool taken_out = node->internal_in_table == 0 && node->internal_var_id >= 0;
+    if (node->held_by_handle() || taken_out) hold(node);
+  });
+  return internal_unique_table.sweep(held.stamp());
 }
 
 void bddpp_manager::Bdd_free(const bdd&) {

@@ -14,8 +14,12 @@ namespace kiva {
 /// The nodes of one manager: their memory, and the hash over (variable id, then, else, polarity)
 /// that keeps them unique.
 ///
-/// A node stands in a slot, numbered from 0 in the order of creation, and never moves; the slot of
-/// a destroyed node is used again. The constant has slot 0.
+/// A node stands in a slot, numbered in the order of creation, and never moves; the slot of a
+/// destroyed node is used again. A slot is a page and a place in it, of which the first has no
+/// node.
+///
+/// Nodes are destroyed where a caller of the classic interface asks for it (`destroy`), and by
+/// `sweep`, which gives the memory behind the last node that is left back to the system.
 ///
 /// The hash consists of lines of eight entries, one cache line each. A node's first line is that of
 /// its younger child: what a recursion makes one after the other comes to lie together. A node that
@@ -28,8 +32,12 @@ namespace kiva {
 ///   2. Its children stand in slots that were taken before it was made.
 ///   3. No two nodes of the table have one key: a search for a node's key ends at that node.
 ///   4. A quarter of the entries at least is empty, so that every search ends.
+///   5. After a sweep the children of each node of the table are nodes still.
 class unique_table {
  public:
+  /// The slot of the constant.
+  static constexpr std::uint32_t constant_slot = 1;
+
   explicit unique_table(bddpp_manager* manager);
   ~unique_table();
   unique_table(const unique_table&) = delete;
@@ -49,34 +57,43 @@ class unique_table {
   void suppress(const bdd_node* node);
   /// The node leaves the table and its slot is free.
   void destroy(bdd_node* node);
+  /// Destroys the nodes of the table whose stamp is another one; their children lose the reference
+  /// that they had from them. What a node that stays has below it must stay, too. Gives how many
+  /// have gone.
+  long sweep(std::uint32_t stamp);
+  /// Bytes that stand ready for nodes and for the hash.
+  std::size_t bytes() const {
+    return pages_.size() * node_page::bytes + (line_mask_ + 1) * line_size * sizeof *lines_;
+  }
 
   long next_global_id() const { return next_global_id_; }
   bdd_node* at(std::uint32_t slot) const {
-    return chunks_[slot >> chunk_bits] + (slot & (chunk_size - 1));
+    return page_list_[slot >> node_page::bits]->at(slot & (node_page::places - 1));
   }
   bdd_node* node(bdd_edge f) const { return at(f.slot()); }
 
   /// Calls visit(node) for each node that a table has or had, in the order of slots.
   template <class Visit>
   void for_each_made(Visit visit) const {
-    for (std::uint32_t slot = 0; slot < slots_used_; ++slot) visit(at(slot));
+    for (std::uint32_t slot = constant_slot; slot < slots_used_; ++slot) {
+      if ((slot & (node_page::places - 1)) != 0) visit(at(slot));
+    }
   }
   /// Calls visit(node) for each node of the table, in the order of slots.
   template <class Visit>
   void for_each(Visit visit) const {
     for_each_made([&](bdd_node* node) {
-      if (node->internal_in_table) visit(node);
+      if (node->internal_in_table != 0) visit(node);
     });
   }
   /// All nodes of the table in key order.
   std::vector<bdd_node*> listing() const;
 
  private:
-  static constexpr int chunk_bits = 15;
-  static constexpr std::uint32_t chunk_size = 1u << chunk_bits;
   static constexpr std::uint32_t no_slot = ~0u;
-  /// What an edge can name.
+  /// What an edge can name, and what a node keeps of its number of creation.
   static constexpr std::uint32_t max_slots = 1u << 31;
+  static constexpr int global_id_bits = 44;
   static constexpr int line_size = 8;
   static constexpr int first_line_bits = 6;
   /// Slots whose upper nodes share a first line.
@@ -156,16 +173,21 @@ class unique_table {
     KIVA_CHECK(4, entries_used_ <= most_entries_);
   }
 
-  bdd_node* make(const key& k);
-  bdd_node* take_slot();
-  void add_chunk();
+  std::uint32_t make(const key& k);
+  std::uint32_t take_slot();
+  /// How many nodes there are, the constant included.
+  std::size_t nodes() const { return slots_used_ - pages_.size() - free_.size(); }
+  void add_page();
+  [[noreturn]] static void too_many_nodes();
   void set_line_bits(int bits);
+  void rebuild(int bits);
   void grow();
 
   bddpp_manager* manager_;
-  std::vector<bdd_node*> chunks_;
-  std::vector<bdd_node*> free_;
-  std::uint32_t slots_used_ = 0;
+  std::vector<node_page*> pages_;
+  node_page** page_list_ = nullptr;  ///< where `pages_` has them; all pages know this member
+  std::vector<std::uint32_t> free_;
+  std::uint32_t slots_used_ = 0;  ///< the first that has never had a node
   std::uint64_t* lines_;
   std::size_t line_mask_;
   std::size_t entries_used_ = 0;  ///< those left by suppressed nodes included
@@ -176,34 +198,34 @@ class unique_table {
   std::uint32_t last_made_ = no_slot;
 };
 
-inline bdd_node* unique_table::take_slot() {
+inline std::uint32_t unique_table::take_slot() {
   if (!free_.empty()) {
-    bdd_node* node = free_.back();
+    const std::uint32_t slot = free_.back();
     free_.pop_back();
-    return node;
+    return slot;
   }
-  if ((slots_used_ & (chunk_size - 1)) == 0) add_chunk();
-  bdd_node* node = at(slots_used_);
-  node->internal_slot = slots_used_++;
-  return node;
+  if ((slots_used_ & (node_page::places - 1)) == 0) add_page();
+  return slots_used_++;
 }
 
-inline bdd_node* unique_table::make(const key& k) {
-  bdd_node* node = take_slot();
-  node->internal_manager_ref = manager_;
-  node->internal_then = this->node(k.then_edge);
-  node->internal_else = this->node(k.else_edge);
+inline std::uint32_t unique_table::make(const key& k) {
+  if (next_global_id_ >> global_id_bits != 0) too_many_nodes();
+  const std::uint32_t slot = take_slot();
+  bdd_node* node = at(slot);
   node->internal_then_code = k.then_edge.code();
   node->internal_else_code = k.else_edge.code();
-  node->internal_global_id = next_global_id_++;
-  node->internal_local_id = 0;
   node->internal_var_id = k.var_id;
+  node->internal_local_id = 0;
   node->internal_nb_refs = 1;
-  node->internal_else_link_type = static_cast<std::int8_t>(k.else_edge.link());
-  node->internal_mark = 0;
   node->visit_stamp = 0;
-  node->internal_in_table = true;
-  return node;
+  node->internal_global_low = static_cast<std::uint32_t>(next_global_id_);
+  node->internal_handles = 0;
+  node->internal_global_high = static_cast<std::uint16_t>(next_global_id_ >> 32 & 0xFFF);
+  node->internal_mark = 0;
+  node->internal_in_table = 1;
+  node->visit_value = 0;
+  ++next_global_id_;
+  return slot;
 }
 
 inline bdd_edge unique_table::find_or_make(int var_id, bdd_edge then_edge, bdd_edge else_edge) {
@@ -218,10 +240,9 @@ inline bdd_edge unique_table::find_or_make(int var_id, bdd_edge then_edge, bdd_e
   KIVA_CHECK(1, !then_edge.complemented() && then_edge.code() != else_edge.code());
   KIVA_CHECK(2, then_edge.slot() < slots_used_ && else_edge.slot() < slots_used_);
   KIVA_CHECK(3, find(k) == nullptr);
-  bdd_node* node = make(k);
-  last_made_ = node->internal_slot;
-  node->internal_then->inc_nbrefs();
-  node->internal_else->inc_nbrefs();
+  last_made_ = make(k);
+  node(then_edge)->inc_nbrefs();
+  node(else_edge)->inc_nbrefs();
   enter(k, last_made_);
   return bdd_edge(last_made_, false);
 }

@@ -21,9 +21,9 @@ class node_walk {
       if (node != nullptr && node->visit_stamp != stamp_) {
         node->visit_stamp = stamp_;
         if (visit(node)) {
-          bdd_node* other = node->internal_else;
+          bdd_node* other = node->else_node();
           if (other != nullptr && other->visit_stamp != stamp_) open.push_back(other);
-          node = node->internal_then;
+          node = node->then_node();
           continue;
         }
       }

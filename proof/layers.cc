@@ -12,6 +12,7 @@ namespace kiva::proof {
 
 namespace {
 constexpr long most_nodes = 100'000'000;
+constexpr long least_given_back = 500'000;
 struct Paused {};
 }  // namespace
 
@@ -23,7 +24,7 @@ Layers::Layers(const Machine& machine, std::vector<Literal> roots, Literal allow
 bool Layers::until(const Stop& stop, const std::function<void()>& work) {
   try {
     const WorkGuard guard([&] {
-      if (system_.manager.Bdd_total_size() > most_nodes) throw std::bad_alloc();
+      if (nodes() > most_nodes) throw std::bad_alloc();
       if (stop()) throw Paused();
     });
     work();
@@ -116,6 +117,14 @@ void Layers::go_on() {
   layers_.push_back(layer_);
   reached_ = reached;
   layer_ = next;
+  give_back();
+}
+
+/// What images were made of is needed no more. Looking for it costs as much as there are nodes.
+void Layers::give_back() {
+  if (nodes() < std::max(least_given_back, 2 * kept_)) return;
+  given_back_ += manager().collect_unheld();
+  kept_ = nodes();
 }
 
 Run Layers::run_to(bdd found, size_t number) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <climits>
+#include <functional>
 #include <set>
 #include <sstream>
 
@@ -292,6 +293,51 @@ TEST_F(Manager, CollectingOftenNeedsNoMoreMemory) {
   }
   EXPECT_LT(places.size(), 1000u);
   EXPECT_GT(m.Bdd_total_size(), 10'000);
+}
+
+// What handles have stays, by place and meaning; the rest goes, and what is made again is
+// canonical.
+TEST_F(Manager, GivesBackWhatNoHandleHas) {
+  constexpr int variables = 10, kept_at_once = 8;
+  for (int i = 0; i < variables; ++i) m.New_var_last(name_of(i));
+  m.Bdd_assoc_bdd_to_var(m.Bdd_xor(m.Bdd_var_by_id(1), m.Bdd_var_by_id(2)), m.Bdd_var_by_id(0));
+  std::mt19937 random(5);
+  std::vector<bdd> kept(kept_at_once, m.Bdd_one());
+  std::vector<std::vector<std::vector<int>>> sums(kept_at_once);
+  const auto sum_of = [&](const std::vector<std::vector<int>>& products) {
+    bdd f = m.Bdd_zero();
+    for (const auto& literals : products) f = m.Bdd_or(f, m.Literals_to_bdd(literals.data()));
+    return f;
+  };
+  std::size_t most_bytes = 0;
+  for (int round = 0; round < 300; ++round) {
+    const std::size_t at = random() % kept_at_once;
+    sums[at].assign(1 + random() % 12, std::vector<int>(variables));
+    for (auto& literals : sums[at]) {
+      for (int& literal : literals) literal = static_cast<int>(random() % 3);
+    }
+    kept[at] = sum_of(sums[at]);
+    const std::size_t before = m.internal_bdd_node_map().size();
+    const long gone = m.collect_unheld();
+    ASSERT_EQ(m.internal_bdd_node_map().size(), before - static_cast<std::size_t>(gone));
+    std::set<const bdd_node*> held;
+    const std::function<void(const bdd_node*)> hold = [&](const bdd_node* node) {
+      if (node->var_id() < 0 || !held.insert(node).second) return;
+      hold(node->then_node());
+      hold(node->else_node());
+    };
+    for (const bdd& f : kept) hold(f.node());
+    for (int i = 0; i < variables; ++i) hold(m.Bdd_var_by_id(i).node());
+    int loop;
+    hold(m.Bdd_follow_assoc(m.Bdd_var_by_id(0), &loop).node());
+    const auto left = m.internal_bdd_node_map();
+    ASSERT_EQ(std::set<const bdd_node*>(left.begin(), left.end()), held);
+    const std::size_t other = random() % kept_at_once;
+    ASSERT_EQ(sums[other].empty() ? m.Bdd_one() : sum_of(sums[other]), kept[other]);
+    ASSERT_EQ(m.Bdd_is_correct(kept[other]), 1);
+    if (round == 50) most_bytes = m.table_bytes();
+  }
+  EXPECT_LE(m.table_bytes(), most_bytes);
 }
 
 TEST_F(Manager, TakesNodesOutAndIn) {
