@@ -80,6 +80,22 @@ std::string mix(std::mt19937& random, int statements) {
   }
 }
 
+/// As many states as there are statements, each looking at a few of 16 inputs.
+std::string automaton(std::mt19937& random, int states) {
+  const auto below = [&random](int n) {
+    return std::to_string(random() % static_cast<unsigned>(n));
+  };
+  std::string names = "automaton\n", arcs = "transition: initial-> S0;\n";
+  for (int s = 0; s < states; ++s) {
+    const std::string state = "S" + std::to_string(s);
+    names += "state: " + state + (s % 2 != 0 ? " / o;\n" : " / p;\n");
+    for (int rank = 1; rank <= 3; ++rank)
+      arcs += state + " " + std::to_string(rank) + " [i" + below(16) + " and not i" + below(16) +
+              "] / o -> S" + below(states) + ";\n";
+  }
+  return names + arcs;
+}
+
 double now() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
@@ -88,11 +104,15 @@ struct Stages {
   double read, compile, finalize, write;
 };
 
+constexpr const char* more_inputs =
+    ", i0, i1, i2, i3, i4, i5, i6, i7, i8, i9, i10, i11, i12, i13, i14, i15";
+
 Stages measure(const std::string& name, const std::string& body) {
   using namespace kiva;
   const auto file = std::filesystem::temp_directory_path() /
                     ("kiva_compile_bench_" + std::to_string(getpid()) + ".zu");
-  std::ofstream(file) << "module " << name << ": Input: a, b, c; Output: o, p;\n"
+  std::ofstream(file) << "module " << name << ": Input: a, b, c"
+                      << (body.starts_with("automaton") ? more_inputs : "") << "; Output: o, p;\n"
                       << body << "\nend\n";
   Stages stages{};
   double start = now();
@@ -124,17 +144,19 @@ int main(int argc, char** argv) {
   std::printf("%-9s %10s %9s %9s %9s %9s %9s %7s\n", "program", "statements", "read s", "compile s",
               "finalise", "write s", "all s", "growth");
   std::vector<std::string> kinds(argv + std::min(argc, 2), argv + argc);
-  if (kinds.empty()) kinds = {"sequence", "parallel", "aborts", "pauses", "branches", "mix"};
+  if (kinds.empty())
+    kinds = {"sequence", "parallel", "aborts", "pauses", "branches", "mix", "automaton"};
   for (const std::string& shape : kinds) {
     double before = 0;
     for (int statements = 100; statements <= largest; statements *= 10) {
       std::mt19937 random(7);
-      const std::string body = shape == "sequence"   ? sequence(statements)
-                               : shape == "parallel" ? parallel(statements)
-                               : shape == "aborts"   ? nested_aborts(statements)
-                               : shape == "pauses"   ? branches(statements, true)
-                               : shape == "branches" ? branches(statements, false)
-                                                     : mix(random, statements);
+      const std::string body = shape == "sequence"    ? sequence(statements)
+                               : shape == "parallel"  ? parallel(statements)
+                               : shape == "aborts"    ? nested_aborts(statements)
+                               : shape == "pauses"    ? branches(statements, true)
+                               : shape == "branches"  ? branches(statements, false)
+                               : shape == "automaton" ? automaton(random, statements / 5)
+                                                      : mix(random, statements);
       const Stages s = measure(shape + std::to_string(statements), body);
       const double all = s.read + s.compile + s.finalize + s.write;
       std::printf("%-9s %10d %9.4f %9.4f %9.4f %9.4f %9.4f", shape.c_str(), statements, s.read,

@@ -344,7 +344,7 @@ class Bddexpressionwood {
   bool notes_entries_ = false;
   mutable std::vector<long> entries_in_use_;
   mutable std::size_t sorted_entries_ = 0;  ///< so many of them, from the first
-  Dating_scratch dating_scratch_;  // where entries are noted: as it was before each dating
+  Dating_scratch dating_scratch_;           // where entries are noted: as it was before each dating
   // Scratch of heaviest_chain, kept from call to call so that a short walk costs no clearing.
   std::vector<std::uint64_t> walk_mark;
   std::vector<long> walk_value;

@@ -53,10 +53,13 @@ struct Rules {
   /// Equations that depend on each other in one instant are solved, and refused only where that
   /// leaves a signal open in a state that can be reached; else they are refused.
   bool causality = false;
+  /// Functions over the states of an automaton that grow large go by way of wires, or-ed piece by
+  /// piece; else each is one diagram, whatever its size.
+  bool automaton_wires = false;
 
   static constexpr Rules classic() { return {}; }
   static constexpr Rules sound() {
-    return {true, true, true, true, true, true, true, true, true,
+    return {true, true, true, true, true, true, true, true, true, true,
             true, true, true, true, true, true, true, true, true};
   }
 };

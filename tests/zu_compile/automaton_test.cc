@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <random>
+
 #include "tarn/model/compilation.h"
 #include "tarn/model/sexception.h"
 #include "tarn/zu/statements/automaton.h"
@@ -150,6 +153,52 @@ TEST(MealyMachines, GiveAValuedOutputItsValue) {
   Instants instants(c);
   instants.step({{"v"}, true, false});
   EXPECT_EQ(instants.state(bound->front()->getInternalName()), '1');
+}
+
+/// Against a walk over the table of transitions: functions too large for one diagram go by wires.
+TEST(Automata, LargeOnesRunAsTheirTables) {
+  constexpr size_t states = 60, inputs = 14;
+  const std::vector<std::string> outputs{"o", "p", "q"};
+  std::mt19937 random(5);
+  struct Arc {
+    size_t yes, no, to, out;
+  };
+  const auto input = [](size_t k) { return "i" + std::to_string(k); };
+  std::vector<std::array<Arc, 3>> table(states);
+  std::string text = "module main: Input: " + input(0), arcs = "transition: initial-> S0;\n";
+  for (size_t k = 1; k < inputs; ++k) text += ", " + input(k);
+  text += "; Output: o, p, q; automaton\n";
+  for (size_t s = 0; s < states; ++s) {
+    text += "state: S" + std::to_string(s) + " / " + outputs[s % 3] + ";\n";
+    for (size_t rank = 0; rank < 3; ++rank) {
+      const Arc& arc =
+          table[s][rank] = {random() % inputs, random() % inputs, random() % states, random() % 3};
+      arcs += "S" + std::to_string(s) + " " + std::to_string(rank + 1) + " [" + input(arc.yes) +
+              " and not " + input(arc.no) + "] / " + outputs[arc.out] + " -> S" +
+              std::to_string(arc.to) + ";\n";
+    }
+  }
+  const Compiled c(text + arcs + "end\n");
+  ASSERT_EQ(c.report(), "");
+  EXPECT_NE(c.module()->getSignalManager()->getSignalRefByName("mainjoins0"), nullptr);
+  Instants instants(c);
+  instants.step({.present = {}, .set = true});
+  size_t at = 0;
+  for (int instant = 0; instant < 3000; ++instant) {
+    Stimulus stimulus;
+    for (size_t k = 0; k < inputs; ++k)
+      if (random() % 2 != 0) stimulus.present.insert(input(k));
+    instants.step(stimulus);
+    std::set<std::string> awaited{outputs[at % 3]};
+    for (const Arc& arc : table[at])
+      if (stimulus.present.contains(input(arc.yes)) && !stimulus.present.contains(input(arc.no))) {
+        awaited.insert(outputs[arc.out]);
+        at = arc.to;
+        break;
+      }
+    for (const std::string& output : outputs)
+      ASSERT_EQ(instants.state(output) == '1', awaited.contains(output)) << output << instant;
+  }
 }
 
 }  // namespace

@@ -14,7 +14,8 @@
 // Where none does the code falls back to 0.
 //
 // The variables of the code come behind those of the signals, so functions over many states are
-// large. They are put together last, two by two.
+// large: exponential in the inputs, where each state looks at others. They are put together last,
+// two by two, and what would become too large by way of wires.
 
 #include <iostream>
 
@@ -87,6 +88,9 @@ class AutomatonCircuit {
   void raise(const std::vector<Signal*>& actions, const bdd& f);
   /// The or of all; takes them away.
   bdd any(std::vector<bdd>& functions);
+  bdd either(const bdd& f, const bdd& g);
+  /// The variable of a wire for a function that is no small one.
+  bdd by_wire(const bdd& f);
   /// Codes that can come.
   bdd reachable();
 
@@ -103,6 +107,7 @@ class AutomatonCircuit {
   std::vector<std::pair<Signal*, std::vector<bdd>>> raised_;  ///< in the order of first mention
   std::map<Signal*, size_t> place_in_raised_;
   bdd set_, not_set_, reset_;
+  int wires_ = 0;
 };
 
 void AutomatonCircuit::add_place(State* state) {
@@ -251,11 +256,32 @@ void AutomatonCircuit::raise(const std::vector<Signal*>& actions, const bdd& f) 
   }
 }
 
+bdd AutomatonCircuit::by_wire(const bdd& f) {
+  constexpr long tiny = 50;
+  if (wood_->my_bdd_manager()->Bdd_size(f) < tiny) return f;
+  Signal* wire = make_kept<Signal>(
+      signal_name(module_->getName() + "joins" + std::to_string(wires_++), module_), module_,
+      wood_);
+  wire->setWire();
+  module_->addLocalSignal(wire);
+  table_->note_source(wire, automaton_.getSpan());
+  table_->createRails(wire, f, Not(f), Compilation::SWIRE, module_);
+  return wire->getBddStatus(module_, wood_);
+}
+
+bdd AutomatonCircuit::either(const bdd& f, const bdd& g) {
+  constexpr long large = 1000;
+  const bdd both = Or(f, g);
+  if (!Compilation::rules().automaton_wires || wood_->my_bdd_manager()->Bdd_size(both) <= large)
+    return both;
+  return Or(by_wire(f), by_wire(g));
+}
+
 bdd AutomatonCircuit::any(std::vector<bdd>& functions) {
   if (functions.empty()) return wood_->Bdd_zero();
   while (functions.size() > 1) {
     for (size_t i = 0; i + 1 < functions.size(); i += 2)
-      functions[i / 2] = Or(functions[i], functions[i + 1]);
+      functions[i / 2] = either(functions[i], functions[i + 1]);
     if (functions.size() % 2 != 0) functions[functions.size() / 2] = functions.back();
     functions.resize((functions.size() + 1) / 2);
   }
@@ -343,11 +369,12 @@ void AutomatonCircuit::write_actions() {
 }
 
 void AutomatonCircuit::write_end(Signal* rtl) {
-  bdd ends = wood_->Bdd_zero();
+  std::vector<bdd> ending;
   for (const Arc& arc : arcs_)
     if (arc.to->state->final_state)
-      ends =
-          Or(ends, Compilation::rules().final_state ? arc.fires : And(arc.from->here, arc.trigger));
+      ending.push_back(Compilation::rules().final_state ? arc.fires
+                                                        : And(arc.from->here, arc.trigger));
+  const bdd ends = any(ending);
   table_->createRails(rtl, ends, Not(ends), Compilation::STAT, module_);
 }
 
