@@ -15,7 +15,7 @@
 //
 // The variables of the code come behind those of the signals, so functions over many states are
 // large: exponential in the inputs, where each state looks at others. They are put together last,
-// two by two, and what would become too large by way of wires.
+// two by two; where one would become too large, in small pieces by way of wires.
 
 #include <iostream>
 
@@ -88,7 +88,10 @@ class AutomatonCircuit {
   void raise(const std::vector<Signal*>& actions, const bdd& f);
   /// The or of all; takes them away.
   bdd any(std::vector<bdd>& functions);
-  bdd either(const bdd& f, const bdd& g);
+  /// Ors two by two until one is left. Where two have more than `most` nodes together, if that is
+  /// not 0, `too_large` may give another diagram for them, or false: then all is given up.
+  template <class Either>
+  bool join(std::vector<bdd>& functions, long most, const Either& too_large);
   /// The variable of a wire for a function that is no small one.
   bdd by_wire(const bdd& f);
   /// Codes that can come.
@@ -257,7 +260,7 @@ void AutomatonCircuit::raise(const std::vector<Signal*>& actions, const bdd& f) 
 }
 
 bdd AutomatonCircuit::by_wire(const bdd& f) {
-  constexpr long tiny = 50;
+  constexpr long tiny = 20;
   if (wood_->my_bdd_manager()->Bdd_size(f) < tiny) return f;
   Signal* wire = make_kept<Signal>(
       signal_name(module_->getName() + "joins" + std::to_string(wires_++), module_), module_,
@@ -269,25 +272,37 @@ bdd AutomatonCircuit::by_wire(const bdd& f) {
   return wire->getBddStatus(module_, wood_);
 }
 
-bdd AutomatonCircuit::either(const bdd& f, const bdd& g) {
-  constexpr long large = 1000;
-  const bdd both = Or(f, g);
-  if (!Compilation::rules().automaton_wires || wood_->my_bdd_manager()->Bdd_size(both) <= large)
-    return both;
-  return Or(by_wire(f), by_wire(g));
-}
-
-bdd AutomatonCircuit::any(std::vector<bdd>& functions) {
-  if (functions.empty()) return wood_->Bdd_zero();
+template <class Either>
+bool AutomatonCircuit::join(std::vector<bdd>& functions, long most, const Either& too_large) {
   while (functions.size() > 1) {
-    for (size_t i = 0; i + 1 < functions.size(); i += 2)
-      functions[i / 2] = either(functions[i], functions[i + 1]);
+    for (size_t i = 0; i + 1 < functions.size(); i += 2) {
+      const bdd &f = functions[i], &g = functions[i + 1];
+      bdd either = Or(f, g);
+      if (most > 0 && wood_->my_bdd_manager()->Bdd_size(either) > most && !too_large(f, g, either))
+        return false;
+      functions[i / 2] = either;
+    }
     if (functions.size() % 2 != 0) functions[functions.size() / 2] = functions.back();
     functions.resize((functions.size() + 1) / 2);
   }
-  bdd all = functions.front();
+  return true;
+}
+
+bdd AutomatonCircuit::any(std::vector<bdd>& functions) {
+  constexpr long large = 1000, piece = 100;
+  if (functions.empty()) return wood_->Bdd_zero();
+  std::vector<bdd> all = functions;
+  const bool wires = Compilation::rules().automaton_wires;
+  const auto give_up = [](const bdd&, const bdd&, const bdd&) { return false; };
+  if (!join(all, wires ? large : 0, give_up)) {
+    all = functions;
+    join(all, piece, [&](const bdd& f, const bdd& g, bdd& either) {
+      either = Or(by_wire(f), by_wire(g));
+      return true;
+    });
+  }
   functions.clear();
-  return all;
+  return all.front();
 }
 
 void AutomatonCircuit::fire_transitions() {
