@@ -77,6 +77,7 @@ class AutomatonCircuit {
 
   void add_place(State* state);
   Signal* make_bit(const std::string& name);
+  Signal* make_wire(const std::string& name);
   void compile_run(Place& place);
   /// Adds a trigger to those of one type out of a state that runs a module.
   void add_behaviour(bdd& behaviours, const Arc& arc);
@@ -143,6 +144,13 @@ Signal* AutomatonCircuit::make_bit(const std::string& name) {
   return bit;
 }
 
+Signal* AutomatonCircuit::make_wire(const std::string& name) {
+  auto* wire = make_kept<Signal>(signal_name(name, module_), module_, wood_);
+  wire->setWire();
+  module_->addLocalSignal(wire);
+  return wire;
+}
+
 void AutomatonCircuit::make_registers() {
   for (int i = 0; i < nbits_; ++i) {
     Signal* bit = make_bit(module_->getName() + "reg" + std::to_string(i));
@@ -193,9 +201,7 @@ void AutomatonCircuit::compile_run(Place& place) {
   table_->unify(backup.get(), module_);
   reset_run(place);
   if (!Compilation::MapFlag()) return;
-  Signal* stop = make_kept<Signal>(signal_name("STOP" + run->getName(), module_), module_, wood_);
-  stop->setWire();
-  module_->addLocalSignal(stop);
+  Signal* stop = make_wire("STOP" + run->getName());
   const bdd stops = And(strong, place.here);
   table_->createRails(stop, stops, Not(stops), Compilation::SWIRE, module_);
   run->note_stop(stop);
@@ -262,11 +268,7 @@ void AutomatonCircuit::raise(const std::vector<Signal*>& actions, const bdd& f) 
 bdd AutomatonCircuit::by_wire(const bdd& f) {
   constexpr long tiny = 20;
   if (wood_->my_bdd_manager()->Bdd_size(f) < tiny) return f;
-  Signal* wire = make_kept<Signal>(
-      signal_name(module_->getName() + "joins" + std::to_string(wires_++), module_), module_,
-      wood_);
-  wire->setWire();
-  module_->addLocalSignal(wire);
+  Signal* wire = make_wire(module_->getName() + "joins" + std::to_string(wires_++));
   table_->note_source(wire, automaton_.getSpan());
   table_->createRails(wire, f, Not(f), Compilation::SWIRE, module_);
   return wire->getBddStatus(module_, wood_);
