@@ -193,14 +193,22 @@ void run_table_loop(const Equation* at, const Equation* end, const std::uint8_t*
 
 }  // namespace
 
+std::unique_ptr<code::CompiledPass> FlatEquations::compiled() const {
+  return code::CompiledPass::make(*this, static_cast<size_t>(manager_->Nb_bdd_vars()));
+}
+
 void FlatEquations::run(size_t segment, int* context) const {
-  if (segments() == 1 && code_.run(*this, static_cast<size_t>(manager_->Nb_bdd_vars()), context))
-    return;
+  if (segments() == 1) {
+    if (code::CompiledPass* pass = code_.ready(); pass == nullptr)
+      code_.count(equations_, [this] { return compiled(); });
+    else if (pass->run(context))
+      return;
+  }
   run_tables(segment, context);
 }
 
 bool FlatEquations::compile() const {
-  return code_.make(*this, static_cast<size_t>(manager_->Nb_bdd_vars()));
+  return code_.make_now([this] { return compiled(); });
 }
 
 void FlatEquations::run_tables(size_t segment, int* context) const {

@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "base/aig.h"
-#include "engine/code/later_pass.h"
+#include "engine/code/compiled_pass.h"
+#include "engine/code/later.h"
 #include "pert_exp/Bddexpression.h"
 
 namespace kiva {
@@ -77,6 +79,7 @@ class FlatEquations {
   };
 
   class Tracing;
+  std::unique_ptr<code::CompiledPass> compiled() const;
   void run_tables(size_t segment, int* context) const;
   void close_window();
   void emit(const std::vector<Pending>& window);
@@ -105,7 +108,7 @@ class FlatEquations {
   mutable std::vector<std::uint32_t> stamp_;
   mutable std::vector<std::uint8_t> result_;
   mutable std::uint32_t current_stamp_ = 0;
-  mutable code::LaterPass code_;  ///< reads all of the above
+  mutable code::Later<code::CompiledPass> code_;  ///< reads all of the above
 };
 
 }  // namespace kiva

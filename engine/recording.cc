@@ -180,7 +180,7 @@ Recording::Recording(Simulation* simulation)
     : simulation_(simulation),
       replay_(simulation->module()),
       keeps_results_(simulation->asks_for_data()),
-      position_{0, simulation->state().instant},
+      position_{0, simulation->instant()},
       cursor_(std::make_unique<Cursor>()) {
   branches_.push_back({{no_parent, position_.instant, position_.instant, false}, {}});
   branches_[0].blocks.push_back({whole_state(simulation->state()), ""});

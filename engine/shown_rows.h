@@ -10,11 +10,14 @@ namespace kiva {
 /// What the rows of a list show of a context.
 class ShownRows {
  public:
-  /// Of the next row.
-  void add(SignalRails rails);
+  /// By row.
+  explicit ShownRows(const std::vector<SignalRails>& rows) {
+    for (const SignalRails& rails : rows) add(rails);
+  }
   void show(const std::vector<int>& context, std::vector<SignalState>& shown) const;
 
  private:
+  void add(SignalRails rails);
   /// Rows whose rails stand behind each other: status, value, status, value.
   struct Stretch {
     std::uint32_t row, count;

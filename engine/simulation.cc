@@ -6,6 +6,12 @@
 // The pass is made of segments of boolean equations; between two segments stands an action that
 // asks for data: an abstract equation, or a binding whose clock takes a value as its equation
 // fires. A module without data is one segment and asks nobody anything.
+//
+// Of such a module instants may run in machine code that keeps registers and outputs alone
+// (engine/code/resident_run.h). Who then asks for the state has the last of them run again, whole.
+//
+// Invariants:
+//  1. Registers that the machine code keeps are those of the context once the instant is run again.
 
 #include "engine/simulation.h"
 
@@ -13,8 +19,11 @@
 #include <iostream>
 #include <map>
 
+#include "base/check.h"
 #include "base/connection.h"
 #include "base/printable_text.h"
+#include "engine/code/later.h"
+#include "engine/code/resident_run.h"
 #include "engine/context.h"
 #include "engine/flat_equations.h"
 #include "engine/shown_rows.h"
@@ -60,24 +69,23 @@ Simulation::Simulation(Module* module)
     local_names_.push_back(own_name(signal));
   for (const regclass* reg : module->getRegisterList())
     register_names_.push_back(own_name(reg->actual_var()));
-  shown_outputs_ = rows_of(output_names_);
-  shown_locals_ = rows_of(local_names_);
-  shown_registers_ = rows_of(register_names_);
+  output_rails_ = rails_named(output_names_);
+  shown_outputs_ = std::make_unique<ShownRows>(output_rails_);
+  shown_locals_ = std::make_unique<ShownRows>(rails_named(local_names_));
+  shown_registers_ = std::make_unique<ShownRows>(rails_named(register_names_));
   plan();
   plan_output_bindings();
+  if (!asks_for_data()) resident_ = std::make_unique<code::Later<code::ResidentRun>>();
   load();
 }
 
 Simulation::~Simulation() = default;
 
-std::unique_ptr<ShownRows> Simulation::rows_of(const std::vector<std::string>& names) const {
-  auto rows = std::make_unique<ShownRows>();
-  for (const std::string& name : names) {
-    SignalRails rails{};
-    get_id_signals(module_, name, rails.status_index, rails.value_index);
-    rows->add(rails);
-  }
-  return rows;
+std::vector<SignalRails> Simulation::rails_named(const std::vector<std::string>& names) const {
+  std::vector<SignalRails> rails(names.size());
+  for (size_t row = 0; row < names.size(); ++row)
+    get_id_signals(module_, names[row], rails[row].status_index, rails[row].value_index);
+  return rails;
 }
 
 long Simulation::equation_number() const {
@@ -118,6 +126,7 @@ void Simulation::reset_choices() {
 }
 
 void Simulation::load() {
+  stand_in_context();
   state_ = SimulationState();
   state_.context.assign(static_cast<size_t>(module_->getBddWood()->my_bdd_manager()->Nb_bdd_vars()),
                         2);
@@ -131,6 +140,7 @@ void Simulation::load() {
 }
 
 void Simulation::initialise() {
+  stand_in_context();
   reset_choices();
   state_.context.assign(state_.context.size(), 2);
   run_equations(state_.context.data());
@@ -160,25 +170,80 @@ void Simulation::plan_output_bindings() {
 }
 
 void Simulation::step(Sock socket) {
-  if (!asks_for_data()) {
-    write_choices(choice_rails_, state_.set, state_.reset, state_.inputs, state_.context.data());
-    equations_->run(0, state_.context.data());
-    show_outputs();
-    show_locals();
-    move_registers(registers_, state_.context.data());
-    show_registers();
-  } else {
-    const SimulationState before = state_;
-    try {
-      step_with_data(socket);
-    } catch (...) {
-      state_ = before;
-      throw;
+  if (!step_resident()) {
+    if (behind_) catch_up();
+    resident_at_ = nullptr;
+    if (!asks_for_data()) {
+      write_choices(choice_rails_, state_.set, state_.reset, state_.inputs, state_.context.data());
+      run_instant();
+    } else {
+      const SimulationState before = state_;
+      try {
+        step_with_data(socket);
+      } catch (...) {
+        state_ = before;
+        throw;
+      }
     }
   }
+  looked_at_ = false;
   state_.set = false;
   state_.reset = false;
   ++state_.instant;
+}
+
+/// False where nothing has been done: somebody looks at each instant, or it is not for machine
+/// code.
+bool Simulation::step_resident() {
+  if (looked_at_ || resident_ == nullptr) return false;
+  code::ResidentRun* run = resident_->ready();
+  if (run == nullptr) {
+    resident_->count(equations_->equations(), resident_maker());
+    return false;
+  }
+  if (resident_at_ == nullptr && !run->enter(state_.context.data())) return false;
+  if (!run->step(state_.set, state_.reset, state_.inputs)) return false;
+  resident_at_ = run;
+  behind_ = true;
+  return true;
+}
+
+std::function<std::unique_ptr<code::ResidentRun>()> Simulation::resident_maker() const {
+  return [this, variables = state_.context.size()] {
+    return code::ResidentRun::make(*equations_, variables,
+                                   {choice_rails_, registers_, output_rails_});
+  };
+}
+
+/// Behind the choices.
+void Simulation::run_instant() const {
+  equations_->run(0, state_.context.data());
+  show_outputs();
+  show_locals();
+  move_registers(registers_, state_.context.data());
+  show_registers();
+}
+
+void Simulation::catch_up() const {
+  resident_at_->leave(state_.context.data());
+  run_instant();
+  KIVA_CHECK(1, resident_at_->agrees(state_.context.data()));
+  behind_ = false;
+}
+
+SignalState Simulation::shown_output(size_t row) const {
+  return behind_ ? resident_at_->output(row) : state_.shown_outputs[row];
+}
+
+void Simulation::restore(const SimulationState& state) {
+  state_ = state;
+  stand_in_context();
+}
+
+/// The state has been put there by other means than an instant.
+void Simulation::stand_in_context() {
+  resident_at_ = nullptr;
+  behind_ = false;
 }
 
 void Simulation::step_with_data(Sock socket) {
@@ -203,6 +268,10 @@ void Simulation::run_equations(int* context) const {
 
 bool Simulation::compile() const {
   return equations_->compile();
+}
+
+bool Simulation::compile_instants() const {
+  return resident_ != nullptr && resident_->make_now(resident_maker());
 }
 
 ValueTexts Simulation::build_values() const {
@@ -255,13 +324,13 @@ void Simulation::run_action(const Action& action, ValueTexts* values, ConstantTe
   context[action.status_index + 1] = text == "false" ? 1 : 0;
 }
 
-void Simulation::show_outputs() {
+void Simulation::show_outputs() const {
   shown_outputs_->show(state_.context, state_.shown_outputs);
 }
-void Simulation::show_locals() {
+void Simulation::show_locals() const {
   shown_locals_->show(state_.context, state_.shown_locals);
 }
-void Simulation::show_registers() {
+void Simulation::show_registers() const {
   shown_registers_->show(state_.context, state_.shown_registers);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +14,11 @@ namespace kiva {
 
 class FlatEquations;
 class ShownRows;
+namespace code {
+class ResidentRun;
+template <class Made>
+class Later;
+}  // namespace code
 
 /// All that an instant leaves behind, and all that the next one starts from. A copy of it, put back
 /// with `Simulation::restore`, continues as if nothing had happened since.
@@ -61,9 +67,18 @@ class Simulation {
   /// Whether an instant may ask a server: the module has bindings or abstract equations.
   bool asks_for_data() const { return !actions_.empty() || module_->getDataTable() != nullptr; }
 
-  const SimulationState& state() const { return state_; }
+  /// The reference holds until the next call that moves the simulation. What the last instant shows
+  /// is found when it is asked for, so that a run that nobody looks at is faster by far.
+  const SimulationState& state() const {
+    looked_at_ = true;
+    if (behind_) catch_up();
+    return state_;
+  }
+  long instant() const { return state_.instant; }
+  /// As `state` tells it, without the cost of all else.
+  SignalState shown_output(size_t row) const;
   /// The state must come from a simulation of the same module.
-  void restore(const SimulationState& state) { state_ = state; }
+  void restore(const SimulationState& state);
 
   // The choices, for all instants from now on.
   void choose_input(size_t row, SignalState state) { state_.inputs[row] = state; }
@@ -81,9 +96,10 @@ class Simulation {
   /// that an exception of the library ends has not taken place: the state is the one before.
   void step(Sock socket);
 
-  /// Makes machine code of the equations now, which a long run makes by itself; false where there
-  /// is none.
+  /// Make machine code now, which a long run makes by itself: of the equations, and of instants
+  /// that nobody looks at. False where there is none.
   bool compile() const;
+  bool compile_instants() const;
   /// The pass over all boolean equations, once and without data: abstract equations leave their
   /// entries alone.
   void run_equations(int* context) const;
@@ -94,20 +110,25 @@ class Simulation {
 
   void plan();
   void plan_output_bindings();
+  bool step_resident();
+  std::function<std::unique_ptr<code::ResidentRun>()> resident_maker() const;
+  void run_instant() const;
+  void catch_up() const;
+  void stand_in_context();
   void reset_choices();
   void step_with_data(Sock socket);
   void run_pass(ValueTexts* values, ConstantTexts* constants, Sock socket);
   void run_action(const Action& action, ValueTexts* values, ConstantTexts* constants, Sock socket);
   ValueTexts build_values() const;
-  void show_outputs();
-  void show_locals();
-  void show_registers();
+  void show_outputs() const;
+  void show_locals() const;
+  void show_registers() const;
   void serve_output_bindings(ValueTexts* values, ConstantTexts* constants, Sock socket);
   bool is_present(long status_index, long value_index) const {
     return state_.context[status_index] == 1 && state_.context[value_index] == 0;
   }
 
-  std::unique_ptr<ShownRows> rows_of(const std::vector<std::string>& names) const;
+  std::vector<SignalRails> rails_named(const std::vector<std::string>& names) const;
 
   Module* module_;
   std::vector<Signal*> input_rows_;
@@ -119,10 +140,19 @@ class Simulation {
   std::unique_ptr<ShownRows> shown_outputs_, shown_locals_, shown_registers_;
   ChoiceRails choice_rails_;
   std::vector<RegisterRails> registers_;
+  std::vector<SignalRails> output_rails_;
   std::vector<Action> actions_;
   std::vector<ValuedOutput> valued_outputs_;
   std::unique_ptr<FlatEquations> equations_;
-  SimulationState state_;
+
+  // Instants that nobody looks at run in machine code alone. Then what is told of the last one
+  // stands there, and `state_` behind it, but for the choices and the number.
+  std::unique_ptr<code::Later<code::ResidentRun>> resident_;
+  code::ResidentRun* resident_at_ =
+      nullptr;  ///< the run that has the registers; null where the context has them
+  mutable SimulationState state_;
+  mutable bool behind_ = false;
+  mutable bool looked_at_ = true;  ///< since the last instant
 };
 
 }  // namespace kiva

@@ -176,6 +176,7 @@ namespace {
 class NoTrace : public TraceWriter {
  public:
   void write(std::ostream&, const SimulationState&) override {}
+  bool looks() const override { return false; }
 };
 
 }  // namespace

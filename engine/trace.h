@@ -18,6 +18,8 @@ class TraceWriter {
   /// What stands above the first instant.
   virtual void begin(std::ostream&) {}
   virtual void write(std::ostream& out, const SimulationState& state) = 0;
+  /// Whether `write` does anything: a run whose instants nobody looks at is faster.
+  virtual bool looks() const { return true; }
   /// What stands behind the last one.
   virtual void end(std::ostream&) {}
 };

@@ -15,7 +15,7 @@ namespace kiva {
 namespace {
 
 /// The n-th code of printable characters, shortest first.
-std::string code(size_t n) {
+std::string identifier_code(size_t n) {
   constexpr size_t first = 33, count = 94;
   std::string text;
   for (;; n = n / count - 1) {
@@ -64,10 +64,10 @@ void VcdTrace::declare(std::ostream& out, const char* scope, SignalPlace::List l
   const std::vector<std::string>& names = names_.names(list);
   out << "$scope module " << scope << " $end\n";
   for (size_t row = 0; row < names.size(); ++row) {
-    Wire wire{{list, row}, code(codes_++), "", 0, ""};
+    Wire wire{{list, row}, identifier_code(codes_++), "", 0, ""};
     out << "$var wire 1 " << wire.id << ' ' << escaped(names[row]) << " $end\n";
     if (row < valued.size() && valued[row]->isValued(simulation_.module())) {
-      wire.value_id = code(codes_++);
+      wire.value_id = identifier_code(codes_++);
       out << "$var string 1 " << wire.value_id << ' ' << escaped(names[row]) << ".value $end\n";
     }
     wires_.push_back(std::move(wire));

@@ -224,11 +224,13 @@ void Run::step() {
 State Run::state(const std::string& signal) const {
   SignalPlace place;
   if (!held_->names.find(signal, place)) throw std::runtime_error("no signal \"" + signal + "\"");
-  return static_cast<State>(shown_state(held_->simulation.state(), place));
+  return static_cast<State>(place.list == SignalPlace::output
+                                ? held_->simulation.shown_output(place.row)
+                                : shown_state(held_->simulation.state(), place));
 }
 
 long Run::instant() const {
-  return held_->simulation.state().instant;
+  return held_->simulation.instant();
 }
 
 void Run::restart() {

@@ -204,10 +204,11 @@ class Adapter {
 
   void stopped(const char* reason) {
     then_.emplace_back(
-        "stopped", json{{"reason", reason},
-                        {"description", "instant " + std::to_string(debuggee_->state().instant)},
-                        {"threadId", 1},
-                        {"allThreadsStopped", true}});
+        "stopped",
+        json{{"reason", reason},
+             {"description", "instant " + std::to_string(debuggee_->simulation().instant())},
+             {"threadId", 1},
+             {"allThreadsStopped", true}});
   }
 
   // Places to stop.

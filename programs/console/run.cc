@@ -66,12 +66,14 @@ class ConsoleRun {
     if (!why_) trace_->begin(out_);
     const bool saves = !options_.save_stimuli.empty() || why_;
     const bool covers = options_.coverage || !options_.coverage_file.empty() || why_;
+    const bool looks = covers || saves || until_ || trace_->looks();
     SimulationState before;
     Choices choices;
     while (!ended_ && next_choices()) {
       if (covers) before = simulation_.state();
       if (saves) choices = choices_of(simulation_.state());
       steps_->step(simulation_);
+      if (!looks && !awaits()) continue;
       const SimulationState& state = simulation_.state();
       if (!options_.save_stimuli.empty()) save(choices);
       if (covers) coverage_.note(before, state);
@@ -173,7 +175,7 @@ class ConsoleRun {
 
   bool next_choices() {
     if (random_) {
-      if (simulation_.state().instant == options_.random) return false;
+      if (simulation_.instant() == options_.random) return false;
       random_->choose(simulation_);
       return true;
     }
@@ -191,13 +193,14 @@ class ConsoleRun {
   void save(const Choices& choices) {
     Choices saved = choices;
     // The load raises it in any case.
-    if (simulation_.state().instant == 1) saved.set = false;
+    if (simulation_.instant() == 1) saved.set = false;
     saved_ += stimulus_line(saved, simulation_) + '\n';
   }
 
+  bool awaits() const { return options_.update || !expectations_.empty() || expected_; }
   /// Holds the instant against what is awaited of it.
   void check(const SimulationState& state) {
-    if (!options_.update && expectations_.empty() && !expected_) return;
+    if (!awaits()) return;
     const std::string instant = "instant " + std::to_string(state.instant) + ": ";
     if (options_.update) {
       seen_.push_back(seen(expectations_, state, simulation_));
@@ -234,7 +237,7 @@ class ConsoleRun {
     if (!options_.coverage_file.empty()) write_file(options_.coverage_file, coverage_.text());
     if (until_ && !ended_)
       return refuse("", 0,
-                    "--until: in none of " + std::to_string(simulation_.state().instant) +
+                    "--until: in none of " + std::to_string(simulation_.instant()) +
                         " instants holds " + options_.until);
     return differences_ > 0 ? unusable : 0;
   }

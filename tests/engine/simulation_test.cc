@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 #include <random>
 
 #include "engine/code/compiled_pass.h"
@@ -121,6 +122,18 @@ void plain_pass(Module* m, std::vector<int>& context) {
   }
 }
 
+/// Names and files; the large ones where they stand beside the tree.
+std::map<std::string, std::string> circuits() {
+  std::map<std::string, std::string> files;
+  for (const char* name :
+       {"tests/system/circuits/s27", "tests/system/circuits/planet", "tests/system/circuits/s1423",
+        "../shared/circuits/b04_opt", "../shared/circuits/s5378", "../shared/circuits/s38417"}) {
+    const std::string file = std::string(KIVA_SOURCE "/") + name + ".zuc";
+    if (std::filesystem::exists(file)) files[name] = file;
+  }
+  return files;
+}
+
 /// Tables, machine code and diagrams leave the same entries; gives whether there is code.
 bool same_passes(Module* m, std::mt19937& random) {
   const Simulation simulation(m), code(m);
@@ -153,14 +166,56 @@ TEST_F(Engine, FlatPassesGiveWhatTheDiagramsGive) {
     ASSERT_FALSE(HasFailure()) << read_text(dir.file("m.zuc"));
   }
   EXPECT_TRUE(compiled > 50 || !code::CompiledPass::possible());
-  // Circuits; the large ones where they stand beside the tree.
-  for (const char* name :
-       {"tests/system/circuits/s27", "tests/system/circuits/planet", "tests/system/circuits/s1423",
-        "../shared/circuits/b04_opt", "../shared/circuits/s5378", "../shared/circuits/s38417"}) {
+  for (const auto& [name, file] : circuits()) {
     SCOPED_TRACE(name);
-    const std::string file = std::string(KIVA_SOURCE "/") + name + ".zuc";
-    if (!std::filesystem::exists(file)) continue;
     EXPECT_EQ(same_passes(module(read_text(file)), random), code::CompiledPass::possible());
+  }
+}
+
+/// A run that is looked at now and then shows what one shows that is looked at always; gives
+/// whether machine code ran it meanwhile.
+bool same_runs(Module* m, std::mt19937& random) {
+  Simulation always(m), rarely(m);
+  const bool compiled = rarely.compile_instants();
+  SimulationState kept = always.state();
+  for (int instant = 0; instant < 40; ++instant) {
+    for (size_t row = 0; row < always.input_rows().size(); ++row) {
+      const auto state = static_cast<SignalState>(instant % 13 == 7 ? random() % 4 : random() % 2);
+      for (Simulation* run : {&always, &rarely}) run->choose_input(row, state);
+    }
+    for (Simulation* run : {&always, &rarely}) {
+      run->raise_reset(instant % 11 == 10);
+      run->step(nullptr);
+    }
+    const SimulationState& state = always.state();
+    for (size_t row = 0; row < state.shown_outputs.size(); ++row)
+      EXPECT_EQ(rarely.shown_output(row), state.shown_outputs[row]) << instant;
+    if (random() % 4 == 0) {
+      EXPECT_TRUE(rarely.state() == state) << instant;
+    }
+    if (random() % 8 == 0) kept = state;
+    if (random() % 16 == 0)
+      for (Simulation* run : {&always, &rarely}) run->restore(kept);
+    if (random() % 32 == 0)
+      for (Simulation* run : {&always, &rarely}) run->initialise();
+    if (testing::Test::HasFailure()) break;
+  }
+  return compiled;
+}
+
+TEST_F(Engine, InstantsThatNobodyLooksAtAreThoseThatOneSees) {
+  const auto seed = static_cast<unsigned>(setting("KIVA_SEED", std::random_device{}()));
+  SCOPED_TRACE("KIVA_SEED=" + std::to_string(seed));
+  std::mt19937 random(seed);
+  int compiled = 0;
+  for (int round = 0; round < 200; ++round) {
+    compiled += same_runs(module(random_module(random, false, round % 2 == 0)), random);
+    ASSERT_FALSE(HasFailure()) << read_text(dir.file("m.zuc"));
+  }
+  EXPECT_TRUE(compiled > 20 || !code::CompiledPass::possible());
+  for (const auto& [name, file] : circuits()) {
+    SCOPED_TRACE(name);
+    EXPECT_EQ(same_runs(module(read_text(file)), random), code::CompiledPass::possible());
   }
 }
 
