@@ -24,6 +24,8 @@ struct Hole {
   bool translated;
 };
 
+using Fillings = std::vector<std::string_view>;  ///< of holes, by their place
+
 /// Text around holes: one piece more than holes.
 struct Pattern {
   std::vector<std::string> pieces{""};
@@ -48,9 +50,9 @@ struct Pattern {
     return length;
   }
 
-  /// What fills the holes, by their place.
-  std::optional<std::vector<std::string_view>> fit(std::string_view text) const {
-    std::vector<std::string_view> fillings;
+  /// Nothing where the text does not fit.
+  std::optional<Fillings> fit(std::string_view text) const {
+    Fillings fillings;
     if (!text.starts_with(pieces.front())) return {};
     text.remove_prefix(pieces.front().size());
     if (holes.empty()) return text.empty() ? std::optional(fillings) : std::nullopt;
@@ -97,7 +99,7 @@ std::optional<std::string_view> element(std::string_view& xml, const std::string
   return text;
 }
 
-class Texts : public Translation {
+class Texts : public PhraseBook {
  public:
   explicit Texts(std::string_view xml) {
     while (std::optional<std::string_view> context = element(xml, "context")) {
@@ -117,34 +119,44 @@ class Texts : public Translation {
   }
 
   std::string sentence(const std::string& english) const override {
-    return translation(english, false, 0).value_or(english);
+    return in_language(english, false, 0);
   }
-  bool knows(const std::string& english) const override {
-    return translation(english, false, 0).has_value();
-  }
+  bool knows(const std::string& english) const override { return known(english, 0); }
 
  private:
-  std::optional<std::string> translation(std::string_view english, bool part, int depth) const {
-    if (depth > most_parts) return {};
+  /// The entry that the text fits, and what fills its holes; null for none.
+  std::pair<const Entry*, Fillings> found(std::string_view english, bool part) const {
     for (const Entry& entry : entries_) {
       if (entry.context == parts && !part) continue;
-      if (const auto fillings = entry.english.fit(english)) return filled(entry, *fillings, depth);
+      if (auto fillings = entry.english.fit(english)) return {&entry, *fillings};
     }
     return {};
   }
 
-  std::string filled(const Entry& entry, const std::vector<std::string_view>& fillings,
-                     int depth) const {
+  std::string in_language(std::string_view english, bool part, int depth) const {
+    const auto [entry, fillings] = found(english, part);
+    if (entry == nullptr || depth > most_parts) return std::string(english);
     std::array<std::string, 9> by_number;
     for (size_t at = 0; at < fillings.size(); ++at) {
-      const Hole& hole = entry.english.holes[at];
-      std::string& filling = by_number[hole.number] = fillings[at];
-      if (hole.translated) filling = translation(fillings[at], true, depth + 1).value_or(filling);
+      const Hole& hole = entry->english.holes[at];
+      by_number[hole.number] =
+          hole.translated ? in_language(fillings[at], true, depth + 1) : std::string(fillings[at]);
     }
-    std::string text = entry.other.pieces.front();
-    for (size_t at = 0; at < entry.other.holes.size(); ++at)
-      text += by_number[entry.other.holes[at].number] + entry.other.pieces[at + 1];
+    std::string text = entry->other.pieces.front();
+    for (size_t at = 0; at < entry->other.holes.size(); ++at)
+      text += by_number[entry->other.holes[at].number] + entry->other.pieces[at + 1];
     return text;
+  }
+
+  /// What a frame holds must be known, too; a part of a sentence may be a name.
+  bool known(std::string_view english, int depth) const {
+    const auto [entry, fillings] = found(english, depth > 0);
+    if (entry == nullptr || depth > most_parts) return false;
+    for (size_t at = 0; at < fillings.size(); ++at)
+      if (entry->context == frames && entry->english.holes[at].translated &&
+          !known(fillings[at], depth + 1))
+        return false;
+    return true;
   }
 
   static constexpr int most_parts = 8;
@@ -167,7 +179,7 @@ bool is_utf8(const std::string& locale) {
 
 }  // namespace
 
-std::unique_ptr<Translation> Translation::of(const std::string& language) {
+std::unique_ptr<PhraseBook> PhraseBook::of(const std::string& language) {
   for (const TranslationText& file : translation_texts())
     if (file.language == language) return std::make_unique<Texts>(file.text);
   return nullptr;
@@ -197,7 +209,7 @@ std::string language_of(const char* (*variable)(const char* name)) {
 }
 
 std::string translated(const std::string& english) {
-  static const std::unique_ptr<Translation> translation = Translation::of(
+  static const std::unique_ptr<PhraseBook> translation = PhraseBook::of(
       language_of([](const char* name) -> const char* { return std::getenv(name); }));
   return translation == nullptr ? english : translation->sentence(english);
 }

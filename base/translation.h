@@ -11,9 +11,9 @@ namespace kiva {
 ///
 /// Sentences are made, compared and kept in English; where one is printed, it is recognised by the
 /// pattern that it fits, and the pattern's translation gets its names and numbers.
-class Translation {
+class PhraseBook {
  public:
-  virtual ~Translation() = default;
+  virtual ~PhraseBook() = default;
 
   /// The sentence in that language; as it is, where no pattern fits.
   virtual std::string sentence(const std::string& english) const = 0;
@@ -21,7 +21,7 @@ class Translation {
   virtual bool knows(const std::string& english) const = 0;
 
   /// Null for English and for what has no texts. `language` is "fr", say.
-  static std::unique_ptr<Translation> of(const std::string& language);
+  static std::unique_ptr<PhraseBook> of(const std::string& language);
 };
 
 /// "fr" for LANG=fr_FR.UTF-8; "" for English, for what is no UTF-8, and where nothing is set.

@@ -211,152 +211,8 @@
         <translation>aucun écran ne peut être ouvert</translation>
     </message>
     <message>
-        <source>No such file or directory</source>
-        <translation>aucun fichier ou dossier de ce nom</translation>
-    </message>
-    <message>
-        <source>Permission denied</source>
-        <translation>accès refusé</translation>
-    </message>
-    <message>
-        <source>Is a directory</source>
-        <translation>est un dossier</translation>
-    </message>
-    <message>
-        <source>Not a directory</source>
-        <translation>n’est pas un dossier</translation>
-    </message>
-    <message>
-        <source>Connection refused</source>
-        <translation>connexion refusée</translation>
-    </message>
-    <message>
-        <source>Connection timed out</source>
-        <translation>délai de connexion dépassé</translation>
-    </message>
-    <message>
-        <source>No space left on device</source>
-        <translation>plus de place sur le disque</translation>
-    </message>
-    <message>
-        <source>%1 is required</source>
-        <translation>%1 est obligatoire</translation>
-    </message>
-    <message>
         <source>MODULE: is required</source>
         <translation>MODULE : est obligatoire</translation>
-    </message>
-    <message>
-        <source>The following argument was not expected: %1</source>
-        <translation>Cet argument n’était pas attendu : %1</translation>
-    </message>
-    <message>
-        <source>The following arguments were not expected: %1</source>
-        <translation>Ces arguments n’étaient pas attendus : %1</translation>
-    </message>
-    <message>
-        <source>Run with %1 for more information.</source>
-        <translation>Pour en savoir plus : %1.</translation>
-    </message>
-    <message>
-        <source>%1 requires %2</source>
-        <translation>%1 demande %2</translation>
-    </message>
-    <message>
-        <source>%1 excludes %2</source>
-        <translation>%1 exclut %2</translation>
-    </message>
-    <message>
-        <source>Could not convert: %1 = %2</source>
-        <translation>Valeur impossible à convertir : %1 = %2</translation>
-    </message>
-    <message>
-        <source>The value %1 is not an allowed value for %2</source>
-        <translation>La valeur %1 n’est pas admise pour %2</translation>
-    </message>
-    <message>
-        <source>%1: too many inputs for a flag</source>
-        <translation>%1 : trop de valeurs pour un drapeau</translation>
-    </message>
-    <message>
-        <source>%1: Should be true/false or a number</source>
-        <translation>%1 : vrai, faux ou un nombre est attendu</translation>
-    </message>
-    <message>
-        <source>Should be true/false or a number</source>
-        <translation>vrai, faux ou un nombre est attendu</translation>
-    </message>
-    <message>
-        <source>%1: %2 required %3 missing</source>
-        <translation>%1 : il manque %2 %3</translation>
-    </message>
-    <message>
-        <source>%2 required %3 missing</source>
-        <translation>il manque %2 %3</translation>
-    </message>
-    <message>
-        <source>%1 required %2 missing</source>
-        <translation>il manque %1 %2</translation>
-    </message>
-    <message>
-        <source>At least %1 required but received %2</source>
-        <translation>il en faut au moins %1, et il y en a %2</translation>
-    </message>
-    <message>
-        <source>At Most %1 required but received %2</source>
-        <translation>il en faut au plus %1, et il y en a %2</translation>
-    </message>
-    <message>
-        <source>Expected exactly %1 arguments to %2, got %3</source>
-        <translation>%2 prend exactement %1 arguments, non %3</translation>
-    </message>
-    <message>
-        <source>Expected at least %1 arguments to %2, got %3</source>
-        <translation>%2 prend au moins %1 arguments, non %3</translation>
-    </message>
-    <message>
-        <source>%1 was given a disallowed flag override</source>
-        <translation>%1 ne prend pas de valeur</translation>
-    </message>
-    <message>
-        <source>%1 not found</source>
-        <translation>%1 n’a pas été trouvé</translation>
-    </message>
-    <message>
-        <source>Value %1 not in range %2 to %3</source>
-        <translation>la valeur %1 n’est pas entre %2 et %3</translation>
-    </message>
-    <message>
-        <source>%1 not in {%2}</source>
-        <translation>%1 n’est pas l’un de {%2}</translation>
-    </message>
-    <message>
-        <source>Failed parsing %1 as a %2</source>
-        <translation>%1 ne peut pas être lu comme %2</translation>
-    </message>
-    <message>
-        <source>Failed parsing number (%1)</source>
-        <translation>%1 n’est pas un nombre</translation>
-    </message>
-    <message>
-        <source>Number less or equal to 0: %1</source>
-        <translation>le nombre doit être plus grand que 0 : %1</translation>
-    </message>
-    <message>
-        <source>File does not exist: %1</source>
-        <translation>le fichier n’existe pas : %1</translation>
-    </message>
-    <message>
-        <source>File is actually a directory: %1</source>
-        <translation>le fichier est en fait un dossier : %1</translation>
-    </message>
-    <message>
-        <source>Directory does not exist: %1</source>
-        <translation>le dossier n’existe pas : %1</translation>
-    </message>
-    <message>
-        <source>Directory is actually a file: %1</source>
-        <translation>le dossier est en fait un fichier : %1</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is none of: %2</source>
@@ -763,6 +619,10 @@
         <translation>la sortie « %1 » est présente sans valeur</translation>
     </message>
     <message>
+        <source>server %1: &quot;%2&quot; came, while true or false was awaited</source>
+        <translation>serveur %1 : « %2 » est venu, alors que true ou false était attendu</translation>
+    </message>
+    <message>
         <source>&quot;%1&quot; is read and has no value</source>
         <translation>« %1 » est lu et n’a pas de valeur</translation>
     </message>
@@ -780,7 +640,7 @@
     </message>
     <message>
         <source>server %1: %L2, while %L3 was awaited</source>
-        <translation>serveur %1 : %2, alors que %3 était attendue</translation>
+        <translation>serveur %1 : %2 ; attendu : %3</translation>
     </message>
     <message>
         <source>is of another module, %1</source>
@@ -2306,6 +2166,34 @@
         <translation>nulle part</translation>
     </message>
     <message>
+        <source>for a person</source>
+        <translation>pour une personne</translation>
+    </message>
+    <message>
+        <source>text without registers and locals</source>
+        <translation>text sans registres ni locaux</translation>
+    </message>
+    <message>
+        <source>an object a line</source>
+        <translation>un objet par ligne</translation>
+    </message>
+    <message>
+        <source>nothing, for checks alone</source>
+        <translation>rien, pour les seules vérifications</translation>
+    </message>
+    <message>
+        <source>a line by which runs are compared</source>
+        <translation>une ligne par laquelle comparer des exécutions</translation>
+    </message>
+    <message>
+        <source>a value change dump, for wave viewers</source>
+        <translation>value change dump, pour les afficheurs d’ondes</translation>
+    </message>
+    <message>
+        <source>the same, compressed by vcd2fst</source>
+        <translation>le même, compressé par vcd2fst</translation>
+    </message>
+    <message>
         <source>constant</source>
         <translation>constante</translation>
     </message>
@@ -2333,40 +2221,12 @@
 <context>
     <name>help</name>
     <message>
-        <source>Usage</source>
-        <translation>Emploi</translation>
-    </message>
-    <message>
-        <source>OPTIONS</source>
-        <translation>OPTIONS</translation>
-    </message>
-    <message>
-        <source>Positionals</source>
-        <translation>Arguments</translation>
-    </message>
-    <message>
-        <source>Options</source>
-        <translation>Options</translation>
-    </message>
-    <message>
-        <source>Needs</source>
-        <translation>Avec</translation>
-    </message>
-    <message>
-        <source>Excludes</source>
-        <translation>Sans</translation>
-    </message>
-    <message>
-        <source>REQUIRED</source>
-        <translation>OBLIGATOIRE</translation>
-    </message>
-    <message>
         <source>Runs</source>
-        <translation>Exécutions</translation>
+        <translation>Exécutions </translation>
     </message>
     <message>
         <source>What is looked at</source>
-        <translation>Ce qui est observé</translation>
+        <translation>Ce qui est observé </translation>
     </message>
     <message>
         <source>print the version</source>
@@ -2562,7 +2422,7 @@
     </message>
     <message>
         <source>-Wno-NAME leaves warnings of that name out, -Werror makes errors of them</source>
-        <translation>-Wno-NOM omet les avertissements de ce nom, -Werror en fait des erreurs</translation>
+        <translation>-Wno-NAME omet les avertissements de ce nom, -Werror en fait des erreurs</translation>
     </message>
     <message>
         <source>serve an editor over standard input and output (Language Server Protocol)</source>
@@ -2617,8 +2477,8 @@
         <translation>une ligne par instant ; l’entrée standard en l’absence ou avec « - »</translation>
     </message>
     <message>
-        <source>text (for a person), outputs (text without registers and locals), json (an object a line), none (nothing, for checks alone), digest (a line by which runs are compared), vcd (a value change dump, for wave viewers), fst (the same, compressed by vcd2fst)</source>
-        <translation>text (pour une personne), outputs (text sans registres ni locaux), json (un objet par ligne), none (rien, pour les seules vérifications), digest (une ligne par laquelle comparer des exécutions), vcd (value change dump, pour les afficheurs d’ondes), fst (le même, compressé par vcd2fst)</translation>
+        <source>text (%L1), outputs (%L2), json (%L3), none (%L4), digest (%L5), vcd (%L6), fst (%L7)</source>
+        <translation>text (%1), outputs (%2), json (%3), none (%4), digest (%5), vcd (%6), fst (%7)</translation>
     </message>
     <message>
         <source>file for the trace instead of the standard output</source>
@@ -2630,7 +2490,7 @@
     </message>
     <message>
         <source>HOST PORT of the evaluation server</source>
-        <translation>HÔTE PORT du serveur d’évaluation</translation>
+        <translation>HOST PORT du serveur d’évaluation</translation>
     </message>
     <message>
         <source>seconds to wait for the server and each reply (5)</source>
@@ -2650,11 +2510,11 @@
     </message>
     <message>
         <source>NAME=P: the input is One with probability P</source>
-        <translation>NOM=P : l’entrée est à Un avec la probabilité P</translation>
+        <translation>NAME=P : l’entrée est à Un avec la probabilité P</translation>
     </message>
     <message>
         <source>NAME=A,B,...: the texts that a valued input carries</source>
-        <translation>NOM=A,B,... : les textes que porte une entrée à valeur</translation>
+        <translation>NAME=A,B,... : les textes que porte une entrée à valeur</translation>
     </message>
     <message>
         <source>file for the inputs of the run</source>
@@ -2682,7 +2542,7 @@
     </message>
     <message>
         <source>NAME@INSTANT: in place of the trace, the inputs and registers that make the signal what it is there</source>
-        <translation>NOM@INSTANT : au lieu de la trace, les entrées et registres qui font du signal ce qu’il est à cet instant</translation>
+        <translation>NAME@INSTANT : au lieu de la trace, les entrées et registres qui font du signal ce qu’il est à cet instant</translation>
     </message>
     <message>
         <source>shows what the library has to tell, and with --why the way down</source>
@@ -3083,6 +2943,181 @@
     <message>
         <source>A module: its interface, one statement, end.</source>
         <translation>Un module : son interface, une instruction, end.</translation>
+    </message>
+</context>
+<context>
+    <name>libraries</name>
+    <message>
+        <source>%1 is required</source>
+        <translation>%1 est obligatoire</translation>
+    </message>
+    <message>
+        <source>The following argument was not expected: %1</source>
+        <translation>Cet argument n’était pas attendu : %1</translation>
+    </message>
+    <message>
+        <source>The following arguments were not expected: %1</source>
+        <translation>Ces arguments n’étaient pas attendus : %1</translation>
+    </message>
+    <message>
+        <source>Run with %1 for more information.</source>
+        <translation>Pour en savoir plus : %1.</translation>
+    </message>
+    <message>
+        <source>%1 requires %2</source>
+        <translation>%1 demande %2</translation>
+    </message>
+    <message>
+        <source>%1 excludes %2</source>
+        <translation>%1 exclut %2</translation>
+    </message>
+    <message>
+        <source>Could not convert: %1 = %2</source>
+        <translation>Valeur impossible à convertir : %1 = %2</translation>
+    </message>
+    <message>
+        <source>The value %1 is not an allowed value for %2</source>
+        <translation>La valeur %1 n’est pas admise pour %2</translation>
+    </message>
+    <message>
+        <source>%1: too many inputs for a flag</source>
+        <translation>%1 : trop de valeurs pour un drapeau</translation>
+    </message>
+    <message>
+        <source>%1: Should be true/false or a number</source>
+        <translation>%1 : vrai, faux ou un nombre est attendu</translation>
+    </message>
+    <message>
+        <source>Should be true/false or a number</source>
+        <translation>vrai, faux ou un nombre est attendu</translation>
+    </message>
+    <message>
+        <source>%1: %2 required %3 missing</source>
+        <translation>%1 : il manque %2 %3</translation>
+    </message>
+    <message>
+        <source>%2 required %3 missing</source>
+        <translation>il manque %2 %3</translation>
+    </message>
+    <message>
+        <source>%1 required %2 missing</source>
+        <translation>il manque %1 %2</translation>
+    </message>
+    <message>
+        <source>At least %1 required but received %2</source>
+        <translation>il en faut au moins %1, et il y en a %2</translation>
+    </message>
+    <message>
+        <source>At Most %1 required but received %2</source>
+        <translation>il en faut au plus %1, et il y en a %2</translation>
+    </message>
+    <message>
+        <source>Expected exactly %1 arguments to %2, got %3</source>
+        <translation>%2 prend exactement %1 arguments, non %3</translation>
+    </message>
+    <message>
+        <source>Expected at least %1 arguments to %2, got %3</source>
+        <translation>%2 prend au moins %1 arguments, non %3</translation>
+    </message>
+    <message>
+        <source>%1 was given a disallowed flag override</source>
+        <translation>%1 ne prend pas de valeur</translation>
+    </message>
+    <message>
+        <source>%1 not found</source>
+        <translation>%1 n’a pas été trouvé</translation>
+    </message>
+    <message>
+        <source>Value %1 not in range %2 to %3</source>
+        <translation>la valeur %1 n’est pas entre %2 et %3</translation>
+    </message>
+    <message>
+        <source>%1 not in {%2}</source>
+        <translation>%1 n’est pas l’un de {%2}</translation>
+    </message>
+    <message>
+        <source>Failed parsing %1 as a %2</source>
+        <translation>%1 ne peut pas être lu comme %2</translation>
+    </message>
+    <message>
+        <source>Failed parsing number (%1)</source>
+        <translation>%1 n’est pas un nombre</translation>
+    </message>
+    <message>
+        <source>Number less or equal to 0: %1</source>
+        <translation>le nombre doit être plus grand que 0 : %1</translation>
+    </message>
+    <message>
+        <source>File does not exist: %1</source>
+        <translation>le fichier n’existe pas : %1</translation>
+    </message>
+    <message>
+        <source>File is actually a directory: %1</source>
+        <translation>le fichier est en fait un dossier : %1</translation>
+    </message>
+    <message>
+        <source>Directory does not exist: %1</source>
+        <translation>le dossier n’existe pas : %1</translation>
+    </message>
+    <message>
+        <source>Directory is actually a file: %1</source>
+        <translation>le dossier est en fait un fichier : %1</translation>
+    </message>
+    <message>
+        <source>No such file or directory</source>
+        <translation>aucun fichier ou dossier de ce nom</translation>
+    </message>
+    <message>
+        <source>Permission denied</source>
+        <translation>accès refusé</translation>
+    </message>
+    <message>
+        <source>Is a directory</source>
+        <translation>est un dossier</translation>
+    </message>
+    <message>
+        <source>Not a directory</source>
+        <translation>n’est pas un dossier</translation>
+    </message>
+    <message>
+        <source>Connection refused</source>
+        <translation>connexion refusée</translation>
+    </message>
+    <message>
+        <source>Connection timed out</source>
+        <translation>délai de connexion dépassé</translation>
+    </message>
+    <message>
+        <source>No space left on device</source>
+        <translation>plus de place sur le disque</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>Emploi </translation>
+    </message>
+    <message>
+        <source>Positionals</source>
+        <translation>Arguments </translation>
+    </message>
+    <message>
+        <source>Needs</source>
+        <translation>Avec </translation>
+    </message>
+    <message>
+        <source>Excludes</source>
+        <translation>Sans </translation>
+    </message>
+    <message>
+        <source>REQUIRED</source>
+        <translation>OBLIGATOIRE</translation>
+    </message>
+    <message>
+        <source>OPTIONS</source>
+        <translation>OPTIONS</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Options</translation>
     </message>
 </context>
 </TS>
