@@ -667,11 +667,11 @@
         <translation>signaux vus présents et absents : %1 sur %2</translation>
     </message>
     <message>
-        <source>never present: %1</source>
+        <source>never present: %L1</source>
         <translation>jamais présent : %1</translation>
     </message>
     <message>
-        <source>always present: %1</source>
+        <source>always present: %L1</source>
         <translation>toujours présent : %1</translation>
     </message>
     <message>
@@ -1191,8 +1191,16 @@
         <translation>erreur de syntaxe à « %1 » : %2</translation>
     </message>
     <message>
+        <source>syntax error at &quot;&quot;: %L1</source>
+        <translation>erreur de syntaxe : %1</translation>
+    </message>
+    <message>
         <source>not expected here</source>
         <translation>inattendu ici</translation>
+    </message>
+    <message>
+        <source>%1:PARSING ERROR: %L2 signal &quot;%3&quot; is unknown in main module!</source>
+        <translation>%1 : « %3 » (%2) est inconnu dans le module principal</translation>
     </message>
     <message>
         <source>the text ends here</source>
@@ -2166,6 +2174,22 @@
         <translation>nulle part</translation>
     </message>
     <message>
+        <source>input %1</source>
+        <translation>entrée %1</translation>
+    </message>
+    <message>
+        <source>output %1</source>
+        <translation>sortie %1</translation>
+    </message>
+    <message>
+        <source>local %1</source>
+        <translation>local %1</translation>
+    </message>
+    <message>
+        <source>register %1</source>
+        <translation>registre %1</translation>
+    </message>
+    <message>
         <source>for a person</source>
         <translation>pour une personne</translation>
     </message>
@@ -3066,6 +3090,18 @@
     <message>
         <source>No such file or directory</source>
         <translation>aucun fichier ou dossier de ce nom</translation>
+    </message>
+    <message>
+        <source>syntax error, unexpected %1, expecting %L2</source>
+        <translation>erreur de syntaxe : %1 est inattendu, %2 est attendu</translation>
+    </message>
+    <message>
+        <source>syntax error, unexpected %1</source>
+        <translation>erreur de syntaxe : %1 est inattendu</translation>
+    </message>
+    <message>
+        <source>syntax error</source>
+        <translation>erreur de syntaxe</translation>
     </message>
     <message>
         <source>Permission denied</source>

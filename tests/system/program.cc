@@ -39,7 +39,9 @@ ProgramRun run_program(const std::string& program, const std::string& arguments,
   run.status = WIFEXITED(result) ? WEXITSTATUS(result) : -1;
   run.out = read_text(dir.file("out"));
   run.err = read_text(dir.file("err"));
-  expect_translatable(run.err);
+  const char* locale = std::getenv("LC_ALL");
+  const bool english = locale == nullptr || !std::string(locale).starts_with("fr");
+  if (english && program.find('/') == std::string::npos) expect_translatable(run.err);
   return run;
 }
 
