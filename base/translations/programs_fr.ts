@@ -3153,7 +3153,7 @@
     </message>
     <message>
         <source>Options</source>
-        <translation>Options</translation>
+        <translation>Options </translation>
     </message>
 </context>
 </TS>
