@@ -13,6 +13,7 @@
 #include <QToolButton>
 #include <thread>
 
+#include "base/translation.h"
 #include "tarn/model/evaluation_service.h"
 #include "tarn/session/session.h"
 
@@ -53,7 +54,7 @@ ServerLine::ServerLine(QWidget* parent, const std::string& host, unsigned short 
     try {
       return connection_.ask(request);
     } catch (const ConnectionFault& fault) {
-      const QString reason = QString::fromUtf8(fault.what());
+      const QString reason = QString::fromStdString(translated(fault.what()));
       QMetaObject::invokeMethod(
           this, [this, reason] { fault_ = reason; }, Qt::QueuedConnection);
       throw;
@@ -126,7 +127,7 @@ void ServerLine::look() {
       connection_.check_there();
     } catch (const ConnectionFault& fault) {
       lock.unlock();
-      fault_ = QString::fromUtf8(fault.what());
+      fault_ = QString::fromStdString(translated(fault.what()));
       Q_EMIT changed();
       Q_EMIT lost(fault_, unasked);
     }

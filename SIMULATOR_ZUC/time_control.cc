@@ -6,6 +6,7 @@
 #include <optional>
 #include <sstream>
 
+#include "base/translation.h"
 #include "base/whole_file.h"
 #include "engine/expectations.h"
 #include "proof/question.h"
@@ -206,7 +207,10 @@ QString TimeControl::open_stimuli(const QString& name) {
   try {
     lines = read_stimuli(in);
   } catch (const StimuliError& error) {
-    return QString("%1:%2: %3").arg(name).arg(error.line).arg(QString::fromStdString(error.reason));
+    return QString("%1:%2: %3")
+        .arg(name)
+        .arg(error.line)
+        .arg(QString::fromStdString(translated(error.reason)));
   }
   start([this, name, lines](Ended& end) { run_stimuli(name, lines, end); });
   return {};
@@ -227,7 +231,9 @@ void TimeControl::run_stimuli(const QString& name, const std::vector<Line>& line
         end.told = QString("%1:%2: %3")
                        .arg(name)
                        .arg(line.number)
-                       .arg(tr("instant %1: %2").arg(instant).arg(QString::fromStdString(reason)));
+                       .arg(tr("instant %1: %2")
+                                .arg(instant)
+                                .arg(QString::fromStdString(translated(reason))));
       if (end.marks.empty() || end.marks.back().first != instant)
         end.marks.emplace_back(instant, reason.substr(0, reason.find(',')));
     }
@@ -279,13 +285,15 @@ void TimeControl::prove_in_worker(const std::vector<proof::Property>& properties
           (answer.verdict == proof::Verdict::unknown ? tr("not known: ")
            : reach                                   ? tr("never reached: ")
                                                      : tr("holds: ")) +
-          QString::fromStdString(answer.how));
+          QString::fromStdString(translated(answer.how)));
       if (stop_) return;
     }
   } catch (const ConditionError& error) {
-    add(tr("character %1: %2").arg(error.character).arg(QString::fromStdString(error.reason)));
+    add(tr("character %1: %2")
+            .arg(error.character)
+            .arg(QString::fromStdString(translated(error.reason))));
   } catch (const proof::MachineError& error) {
-    add(QString::fromStdString(error.reason));
+    add(QString::fromStdString(translated(error.reason)));
     recording_.to(here);
   }
 }

@@ -71,7 +71,7 @@ install(FILES ${packaging}/icons/kiva-source.svg ${packaging}/icons/kiva-module.
 # The library. ------------------------------------------------------------------------------------
 foreach(floor base bdd pert_exp forms tarn engine proof)
   install(DIRECTORY ${floor} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kiva COMPONENT dev
-          FILES_MATCHING PATTERN "*.h" PATTERN fltk EXCLUDE)
+          FILES_MATCHING PATTERN "*.h" PATTERN fltk EXCLUDE PATTERN translations EXCLUDE)
 endforeach()
 install(FILES kiva/kiva.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kiva COMPONENT dev)
 install(EXPORT kivaTargets NAMESPACE kiva:: DESTINATION ${kiva_package_dir} COMPONENT dev)

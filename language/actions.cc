@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/translation.h"
 #include "language/answers.h"
 #include "language/branches.h"
 
@@ -40,7 +41,7 @@ class Actions {
   void add(const std::string& title, bool fixes, size_t begin, size_t end,
            const std::string& text) {
     const json edit{{"range", range_of(*document_, begin, end)}, {"newText", text}};
-    all_.push_back({{"title", title},
+    all_.push_back({{"title", translated(title)},
                     {"kind", fixes ? "quickfix" : "refactor"},
                     {"edit", {{"changes", {{document_->uri, {edit}}}}}}});
   }

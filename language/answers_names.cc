@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "base/translation.h"
 #include "language/answers.h"
 #include "language/words.h"
 
@@ -104,7 +105,7 @@ std::string text_of(Workspace& workspace, const Symbol& symbol) {
 
 json hover(Workspace& workspace, const DocumentPtr& document, size_t offset) {
   const auto answer = [&](const std::string& text, const SourceToken& token) {
-    return json{{"contents", {{"kind", "markdown"}, {"value", text}}},
+    return json{{"contents", {{"kind", "markdown"}, {"value", translated_lines(text)}}},
                 {"range", range_of(*document, token)}};
   };
   if (const Occurrence* occurrence = document->names.at(offset)) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "base/translation.h"
 #include "language/answers.h"
 #include "language/folder.h"
 #include "language/layout.h"
@@ -283,20 +284,20 @@ json diagnostics(const Document& document, const std::vector<Diagnostic>& found)
     const bool here = diagnostic.where.file == document.path;
     const bool error = diagnostic.severity == Severity::error;
     if (!here && !error) continue;  // others' doubts are shown with them
-    std::string message = diagnostic.sentence;
+    std::string message = translated(diagnostic.sentence);
     if (!here) message = diagnostic.where.text() + ": " + message;
     json related = json::array();
     for (const Diagnostic::Note& note : diagnostic.notes) {
       const bool in_it = note.where.file == document.path;
       if (!note.where.known()) {
-        message += "\n" + note.sentence;
+        message += "\n" + translated(note.sentence);
         continue;
       }
       related.push_back(
           {{"location",
             {{"uri", in_it ? document.uri : uri_of(note.where.file)},
              {"range", in_it ? range_at(document, note.where) : bare_range(note.where)}}},
-           {"message", note.sentence}});
+           {"message", translated(note.sentence)}});
     }
     all.push_back(
         {{"range", here ? range_at(document, diagnostic.where) : range_of(document, 0, 0)},

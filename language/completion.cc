@@ -1,5 +1,6 @@
 #include <set>
 
+#include "base/translation.h"
 #include "language/answers.h"
 #include "language/words.h"
 
@@ -59,7 +60,7 @@ class Completion {
 
   void add(const std::string& label, int kind, const std::string& detail,
            const std::string& snippet = "") {
-    items_.push_back({{"label", label}, {"kind", kind}, {"detail", detail}});
+    items_.push_back({{"label", label}, {"kind", kind}, {"detail", translated(detail)}});
     if (snippet.empty()) return;
     items_.back()["insertText"] = snippet;
     items_.back()["insertTextFormat"] = 2;

@@ -1,5 +1,6 @@
 #include "language/server.h"
 
+#include "base/translation.h"
 #include "language/answers.h"
 #include "language/checks.h"
 #include "language/folder.h"
@@ -66,8 +67,9 @@ void Server::receive_between() {
 }
 
 void Server::fail(const json& id, int code, const std::string& reason) const {
-  channel_.write(
-      {{"jsonrpc", "2.0"}, {"id", id}, {"error", {{"code", code}, {"message", reason}}}});
+  channel_.write({{"jsonrpc", "2.0"},
+                  {"id", id},
+                  {"error", {{"code", code}, {"message", translated(reason)}}}});
 }
 
 void Server::take(const json& message) {

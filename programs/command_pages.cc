@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text_stream.h"
+#include "base/translation.h"
 
 namespace kiva::programs {
 
@@ -247,7 +248,8 @@ std::string example_lines(const CommandNotes& notes) {
   for (const auto& [line, text] : notes.examples) width = std::max(width, line.size() + 2);
   std::string lines;
   for (const auto& [line, text] : notes.examples)
-    lines += (lines.empty() ? "" : "\n") + line + std::string(width - line.size(), ' ') + text;
+    lines += (lines.empty() ? "" : "\n") + line + std::string(width - line.size(), ' ') +
+             translated(text);
   return lines;
 }
 
@@ -290,7 +292,34 @@ std::string completion(const CLI::App& app, const std::string& shell) {
   return fish_completion(app.get_name(), rows);
 }
 
+namespace {
+
+/// Help in the language of whoever asks for it. Pages are files, and stay English.
+class HelpInLanguage : public CLI::Formatter {
+ public:
+  HelpInLanguage() {
+    for (const char* word : {"Usage", "OPTIONS", "Positionals", "Needs", "Excludes", "REQUIRED"})
+      label(word, translated(word));
+  }
+  std::string make_option_desc(const CLI::Option* option) const override {
+    return translated(CLI::Formatter::make_option_desc(option));
+  }
+  std::string make_description(const CLI::App* app) const override {
+    return translated_lines(CLI::Formatter::make_description(app));
+  }
+  std::string make_group(std::string group, bool is_positional,
+                         std::vector<const CLI::Option*> options) const override {
+    return CLI::Formatter::make_group(translated(group), is_positional, std::move(options));
+  }
+};
+
+}  // namespace
+
 void add_pages(CLI::App& app, const CommandNotes& notes) {
+  app.formatter(std::make_shared<HelpInLanguage>());
+  app.failure_message([](const CLI::App* of, const CLI::Error& error) {
+    return translated_lines(CLI::FailureMessage::simple(of, error));
+  });
   app.set_version_flag("--version", app.get_name() + " " KIVA_VERSION, "print the version");
   app.set_help_flag("-h,--help", "print this text");
   // What an app prints and ends with 0 goes the way of its version.

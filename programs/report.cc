@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/process_end.h"
+#include "base/translation.h"
 #include "programs/sarif.h"
 #include "programs/told_text.h"
 #include "tarn/session/session.h"
@@ -59,12 +60,23 @@ std::string excerpt(const Place& where) {
 
 namespace {
 
+/// In the language of whoever runs the program. Where no person looks on, the head of the lines
+/// stays as tools know it.
 void print(const std::string& program, const Diagnostic& diagnostic) {
   Sarif::keep(diagnostic);
+  const bool terminal = isatty(STDERR_FILENO) != 0;
+  const auto in_language = [&](auto said) {
+    said.sentence = translated(said.sentence);
+    return said;
+  };
+  const auto shown = [&](const std::string& line) {
+    return terminal ? translated_lines(line) : line;
+  };
   // On a terminal a line of progress may stand there.
-  std::string text = isatty(STDERR_FILENO) == 0 ? "" : "\r\033[K";
-  text += diagnostic.line(program) + excerpt(diagnostic.where);
-  for (const Diagnostic::Note& note : diagnostic.notes) text += Diagnostic::line(note, program);
+  std::string text = terminal ? "\r\033[K" : "";
+  text += shown(in_language(diagnostic).line(program)) + excerpt(diagnostic.where);
+  for (const Diagnostic::Note& note : diagnostic.notes)
+    text += shown(Diagnostic::line(in_language(note), program));
   errors() << text << std::flush;
 }
 

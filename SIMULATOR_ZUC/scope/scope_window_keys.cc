@@ -6,6 +6,7 @@
 #include "SIMULATOR_ZUC/dialogs.h"
 #include "SIMULATOR_ZUC/scope/scope_window.h"
 #include "SIMULATOR_ZUC/window_look.h"
+#include "base/translation.h"
 #include "base/whole_file.h"
 #include "engine/vcd_trace.h"
 #include "tarn/model/sexception.h"
@@ -185,7 +186,9 @@ void ScopeWindow::run_until(const QString& text) {
         std::make_shared<Condition>(text.toStdString(), time_->recording().simulation());
     time_->run(most_instants, condition);
   } catch (const ConditionError& error) {
-    tell(tr("character %1: %2").arg(error.character).arg(QString::fromStdString(error.reason)));
+    tell(tr("character %1: %2")
+             .arg(error.character)
+             .arg(QString::fromStdString(translated(error.reason))));
   }
 }
 

@@ -12,6 +12,8 @@
 #include <memory>
 #include <optional>
 
+#include "base/text_stream.h"
+#include "base/translation.h"
 #include "base/whole_file.h"
 #include "programs/campaign/result.h"
 #include "programs/campaign/stimuli_folder.h"
@@ -260,7 +262,9 @@ int finish(const Options& options, const Result& result) {
     std::cout << result.text() << std::flush;
   else
     write_file(options.output, result.text());
-  result.print(programs::errors(), options.coverage);
+  TextStream told;
+  result.print(told, options.coverage);
+  programs::errors() << translated_lines(told.str()) << std::flush;
   return result.failed() ? unusable : 0;
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "base/read_all.h"
+#include "base/translation.h"
 #include "engine/condition.h"
 #include "engine/lit_source.h"
 #include "engine/recording.h"
@@ -82,7 +83,7 @@ constexpr const char* list_names[]{"Inputs", "Outputs", "Locals", "Registers"};
 std::string word_of(const Light& light) {
   std::string text;
   const auto add = [&](bool is, const char* word) {
-    if (is) text += (text.empty() ? "" : ", ") + std::string(word);
+    if (is) text += (text.empty() ? "" : ", ") + translated(word);
   };
   add(light.started, "started");
   add(light.waits, "waits");
@@ -120,7 +121,7 @@ class Adapter {
         throw Refused{"no module has been launched"};
       answer["body"] = (this->*row->second.answer)(arguments);
     } catch (const Refused& refused) {
-      fail(answer, refused.reason);
+      fail(answer, translated(refused.reason));
     } catch (const std::exception& error) {
       fail(answer, error.what());
     }
@@ -313,8 +314,9 @@ class Adapter {
   json scopes(const json&) {
     json scopes = json::array();
     for (size_t list = 0; list < std::size(lists); ++list)
-      scopes.push_back(
-          {{"name", list_names[list]}, {"variablesReference", list + 1}, {"expensive", false}});
+      scopes.push_back({{"name", translated(list_names[list])},
+                        {"variablesReference", list + 1},
+                        {"expensive", false}});
     return {{"scopes", scopes}};
   }
 

@@ -10,6 +10,8 @@
 
 #include "base/connection.h"
 #include "base/lines.h"
+#include "base/text_stream.h"
+#include "base/translation.h"
 #include "base/whole_file.h"
 #include "engine/condition.h"
 #include "engine/coverage.h"
@@ -103,7 +105,7 @@ class ConsoleRun {
         server_->open();
       } catch (const ConnectionFault& fault) {
         if (simulation_.asks_for_data()) throw;
-        programs::errors() << program << ": warning: " << fault.what() << '\n';
+        programs::errors() << program << ": warning: " << translated(fault.what()) << '\n';
       }
     }
     steps_.emplace(server_ ? &*server_ : nullptr);
@@ -216,7 +218,7 @@ class ConsoleRun {
   void differ(const std::string& file, long line, const std::string& difference) {
     if (++differences_ > most_differences) return;
     out_.flush();  // behind what led there
-    programs::errors() << file << ':' << line << ": " << difference << '\n';
+    programs::errors() << file << ':' << line << ": " << translated(difference) << '\n';
   }
 
   int end() {
@@ -229,11 +231,17 @@ class ConsoleRun {
       if (!difference.empty()) differ(options_.expect, expected_->line(), difference);
     }
     if (differences_ > most_differences)
-      programs::errors() << program << ": " << differences_ - most_differences
-                         << " more differences\n";
+      programs::errors() << program << ": "
+                         << translated(std::to_string(differences_ - most_differences) +
+                                       " more differences")
+                         << '\n';
     if (options_.update) update();
     if (!options_.save_stimuli.empty()) write_file(options_.save_stimuli, saved_);
-    if (options_.coverage) coverage_.print(programs::errors());
+    if (options_.coverage) {
+      TextStream told;
+      coverage_.print(told);
+      programs::errors() << translated_lines(told.str()) << std::flush;
+    }
     if (!options_.coverage_file.empty()) write_file(options_.coverage_file, coverage_.text());
     if (until_ && !ended_)
       return refuse("", 0,

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "base/translation.h"
 #include "engine/bench_stimuli.h"
 #include "programs/tarn/messages.h"
 #include "programs/told_text.h"
@@ -23,12 +24,13 @@ bool write_bench(Module* module, const Options& options) {
   }
   if (stimuli.instants().empty()) return fail({file, 0, 0, 0, 0}, "holds no instant");
   for (const std::string& name : stimuli.unseen())
-    programs::errors() << file << ": note: \"" << name
-                       << "\" is no output; the bench does not look at it\n";
+    programs::errors() << file << ": note: "
+                       << translated('"' + name + "\" is no output; the bench does not look at it")
+                       << '\n';
   const BenchFile bench = print_bench(*options.bench, module, stimuli.instants());
   if (!options.quiet) std::cout << bench.path << std::endl;  // before what is said of it
   const std::string folder = options.folder == "." ? "" : "cd '" + options.folder + "' && ";
-  programs::errors() << "run it: " << folder << bench.run << '\n';
+  programs::errors() << translated("run it: " + folder + bench.run) << '\n';
   return true;
 }
 

@@ -10,6 +10,7 @@
 #include <iostream>
 
 #include "base/read_all.h"
+#include "base/translation.h"
 #include "engine/bench_stimuli.h"
 #include "engine/random_choices.h"
 #include "programs/tarn/translate.h"
@@ -80,9 +81,8 @@ class TargetsCheck {
 
   /// Prints the rows; whether all that ran agree.
   bool run_all() {
-    std::cout << std::left << std::setw(width) << "target" << std::setw(tool_width)
-              << "tool and version"
-              << "instants  agreed\n";
+    std::cout << std::left << std::setw(width) << translated("target") << std::setw(tool_width)
+              << translated("tool and version") << translated("instants  agreed") << '\n';
     bool good = true;
     for (const Target& target : targets()) {
       if (target.bench == nullptr) continue;
@@ -90,7 +90,8 @@ class TargetsCheck {
       good = good && row.good;
       std::cout << std::left << std::setw(width) << target.option << std::setw(tool_width)
                 << row.tool.substr(0, tool_width - 2) << std::right << std::setw(8)
-                << (row.agreed == "yes" ? instants : 0) << "  " << row.agreed << std::endl;
+                << (row.agreed == "yes" ? instants : 0) << "  " << translated(row.agreed)
+                << std::endl;
     }
     return good;
   }

@@ -6,6 +6,7 @@
 #include <cctype>
 #include <set>
 
+#include "base/translation.h"
 #include "programs/told_text.h"
 #include "proof/property.h"
 #include "proof/reduction.h"
@@ -116,7 +117,7 @@ void add_properties(aig::Circuit& circuit, Module* module, const Options& option
   const std::string told = "its properties cannot be written: " + reason;
   if (!options.properties.empty())
     throw explained(IllegalOperationException("properties", reason), told);
-  programs::errors() << module->getName() << ": note: " << told << '\n';
+  programs::errors() << module->getName() << ": note: " << translated(told) << '\n';
 }
 
 }  // namespace kiva::tarn_program

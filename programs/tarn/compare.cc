@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/translation.h"
 #include "programs/tarn/proof_watch.h"
 #include "programs/tarn/statement_difference.h"
 #include "programs/tarn/translate.h"
@@ -44,15 +45,16 @@ class Comparison {
     switch (answer.verdict) {
       case Verdict::holds:
         if (!certify(options_.certificate, both.machine, answer)) return incomparable;
-        std::cout << names_[0] << " and " << names_[1]
-                  << " give the same outputs in every reachable instant\n";
+        std::cout << translated(names_[0] + " and " + names_[1] +
+                                " give the same outputs in every reachable instant")
+                  << '\n';
         return 0;
       case Verdict::fails:
         print_stimuli(both, answer);
         if (of_side_[0].map)
-          std::cout << first_difference(*files_[0], of_side_,
-                                        {options_.rules.first, options_.rules.second}, messages_,
-                                        answer.run);
+          std::cout << translated_lines(
+              first_difference(*files_[0], of_side_, {options_.rules.first, options_.rules.second},
+                               messages_, answer.run));
         return different;
       case Verdict::unknown:
         break;
@@ -106,11 +108,12 @@ class Comparison {
     for (const proof::Product::Output& output : both.outputs) {
       const auto present = [&](int side) { return (stepper.word(output.present[side]) & 1) != 0; };
       if (present(0) == present(1)) continue;
-      apart +=
-          (apart.empty() ? "" : ", ") + output.name + " in " + names_[present(0) ? 0 : 1] + " only";
+      apart += (apart.empty() ? "" : ", ") +
+               translated(output.name + " in " + names_[present(0) ? 0 : 1] + " only");
     }
     std::cout << "# instant " << answer.run.size() << ": " << apart << '\n';
-    if (!answer.shortest) std::cout << "# whether they differ earlier, too, is not known\n";
+    if (!answer.shortest)
+      std::cout << "# " << translated("whether they differ earlier, too, is not known") << '\n';
     for (const std::vector<bool>& inputs : answer.run) {
       const char* separator = "";
       for (size_t k = 0; k < inputs.size(); ++k) {

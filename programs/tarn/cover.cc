@@ -3,6 +3,8 @@
 #include <iostream>
 #include <optional>
 
+#include "base/text_stream.h"
+#include "base/translation.h"
 #include "engine/expectations.h"
 #include "programs/tarn/compare.h"
 #include "programs/tarn/map_of.h"
@@ -66,11 +68,12 @@ class Cover {
   /// How much the runs reach, as a comment.
   void told(const char* what) const {
     if (options_.quiet) return;
-    std::cout << "# " << what << ' ' << suite_->reached().size() << " of "
-              << question_.goals().size()
-              << " statements, states and transitions: " << suite_->runs().size()
-              << (suite_->runs().size() == 1 ? " run, " : " runs, ") << suite_->instants()
-              << (suite_->instants() == 1 ? " instant\n" : " instants\n");
+    TextStream text;
+    text << what << ' ' << suite_->reached().size() << " of " << question_.goals().size()
+         << " statements, states and transitions: " << suite_->runs().size()
+         << (suite_->runs().size() == 1 ? " run, " : " runs, ") << suite_->instants()
+         << (suite_->instants() == 1 ? " instant" : " instants");
+    std::cout << "# " << translated(text.str()) << '\n';
   }
 
   /// False when it was interrupted.
@@ -131,8 +134,10 @@ class Cover {
 
   void tell(const char* what, const std::vector<size_t>& goals) const {
     for (size_t goal : goals)
-      std::cout << "# " << what << ": " << question_.goals()[goal].kind << ": "
-                << question_.goals()[goal].name << '\n';
+      std::cout << "# "
+                << translated(std::string(what) + ": " + question_.goals()[goal].kind + ": " +
+                              question_.goals()[goal].name)
+                << '\n';
   }
 
   Module* module_;

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "base/translation.h"
 #include "base/whole_file.h"
 #include "engine/drawing/svg.h"
 #include "programs/tarn/map_of.h"
@@ -26,10 +27,12 @@ std::vector<Diagram> diagrams_of(Module* module, const std::string& file, bool& 
     return {};
   }
   if (!all.empty()) return all;
-  programs::errors() << file << ": note: module \"" << module->getName()
-                     << (map.empty() ? "\" has no map of its source (tarn --map)"
-                                     : "\" holds no automaton")
-                     << "; its registers are drawn\n";
+  programs::errors() << file << ": note: "
+                     << translated("module \"" + module->getName() +
+                                   (map.empty() ? "\" has no map of its source (tarn --map)"
+                                                : "\" holds no automaton") +
+                                   "; its registers are drawn")
+                     << '\n';
   return {registers_diagram(module)};
 }
 

@@ -1,5 +1,7 @@
 #include "programs/tarn/messages.h"
 
+#include "base/translation.h"
+
 namespace kiva::tarn_program {
 
 bool fail(const std::string& what) {
@@ -42,7 +44,7 @@ void Messages::take(const Diagnostic& diagnostic) {
   Reporter::take(diagnostic);
   if (windows_ != nullptr && diagnostic.severity == Severity::error &&
       diagnostic.manner == Manner::untold)
-    windows_->alert(diagnostic.text("tarn"));
+    windows_->alert(translated_lines(diagnostic.text("tarn")));
 }
 
 }  // namespace kiva::tarn_program

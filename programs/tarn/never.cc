@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "base/translation.h"
 #include "programs/tarn/map_of.h"
 #include "proof/campaign/campaign_machine.h"
 #include "tarn/zu/source_properties.h"
@@ -41,12 +42,15 @@ class NeverHappens {
     if (found.dead) tell_dead(*found.dead);
     const std::string& name = module_->getName();
     if (unknown > 0)
-      std::cout << "# " << name << ": of " << unknown << " of " << found.goals.size()
-                << " pieces it is not known whether they are reached\n";
+      std::cout << "# " << name << ": "
+                << translated("of " + std::to_string(unknown) + " of " +
+                              std::to_string(found.goals.size()) +
+                              " pieces it is not known whether they are reached")
+                << '\n';
     std::cout << "# " << name << ": "
-              << (found.states.empty()
-                      ? "states not counted"
-                      : (found.all_states ? "" : "more than ") + found.states + " reachable states")
+              << translated(found.states.empty() ? "states not counted"
+                                                 : (found.all_states ? "" : "more than ") +
+                                                       found.states + " reachable states")
               << std::endl;
   }
 
@@ -109,7 +113,8 @@ class NeverHappens {
     warn("dead-end", place_of(module_->getSpan()),
          "no output changes from instant " + std::to_string(run.size() + 1) +
              " on, whatever comes, after the run that the standard output tells");
-    std::cout << "# " << module_->getName() << ": no output changes after\n";
+    std::cout << "# " << module_->getName() << ": " << translated("no output changes after")
+              << '\n';
     simulation_.load();
     for (const std::vector<bool>& inputs : run)
       std::cout << proof::run_instant(simulation_, inputs) << '\n';

@@ -6,6 +6,7 @@
 #include <iomanip>
 
 #include "base/text_stream.h"
+#include "base/translation.h"
 #include "programs/command_pages.h"
 #include "programs/report.h"
 #include "programs/run_options.h"
@@ -35,11 +36,14 @@ std::string wrong_word(const std::string& word) {
 /// The options of the target languages, two a line.
 std::string target_list() {
   TextStream list;
-  list << "Target texts of MODULE, beside each other as wanted:\n" << std::left;
+  list << translated("Target texts of MODULE, beside each other as wanted:") << '\n' << std::left;
   bool second = false;
   for (const Target& target : targets()) {
-    list << "  --" << std::setw(14) << target.option << std::setw(second ? 0 : 27) << target.help
-         << (second ? "\n" : "");
+    const std::string help = translated(target.help);
+    // A character beyond ASCII has bytes that take no place.
+    const auto more = std::ranges::count_if(help, [](char c) { return (c & 0xC0) == 0x80; });
+    list << "  --" << std::setw(14) << target.option
+         << std::setw(second ? 0 : 27 + static_cast<int>(more)) << help << (second ? "\n" : "");
     second = !second;
   }
   return list.str() + (second ? "\n" : "");

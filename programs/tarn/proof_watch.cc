@@ -5,6 +5,7 @@
 #include <csignal>
 #include <iostream>
 
+#include "base/translation.h"
 #include "programs/tarn/messages.h"
 #include "programs/told_text.h"
 #include "proof/certificate.h"
@@ -36,7 +37,7 @@ proof::ProverOptions ProofWatch::options(const Options& asked_for) const {
   options.asked = &asked;
   if (terminal_)
     options.progress = [](const std::string& so_far) {
-      programs::errors() << '\r' << so_far.substr(0, 110) << "\033[K" << std::flush;
+      programs::errors() << '\r' << translated(so_far).substr(0, 110) << "\033[K" << std::flush;
     };
   return options;
 }
@@ -54,7 +55,7 @@ void ProofWatch::clear() const {
 }
 
 int ProofWatch::stopped(const std::string& so_far) {
-  programs::errors() << "\ntarn: stopped: " << so_far << '\n';
+  programs::errors() << "\ntarn: " << translated("stopped: " + so_far) << '\n';
   return 128 + SIGINT;
 }
 

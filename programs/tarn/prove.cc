@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/translation.h"
 #include "programs/tarn/never.h"
 #include "programs/tarn/proof_watch.h"
 #include "programs/tarn/translate.h"
@@ -140,16 +141,19 @@ class Proofs {
         proof::word(property.kind) + ' ' + property.text;
     if (answer.verdict == Verdict::unknown) {
       raise(undecided);
-      std::cout << "# " << what << ": not known: " << answer.how << std::endl;
+      std::cout << "# " << translated(what + ": not known: " + answer.how) << std::endl;
     } else if (answer.verdict == Verdict::holds) {
       if (reach) raise(different);
-      std::cout << "# " << what << (reach ? ": never reached: " : ": holds: ") << answer.how
+      std::cout << "# "
+                << translated(what + (reach ? ": never reached: " : ": holds: ") + answer.how)
                 << std::endl;
     } else {
       if (!reach) raise(different);
-      std::cout << "# " << what << (reach ? ": reached" : ": fails") << " in instant "
-                << answer.run.size()
-                << (answer.shortest ? "" : "; whether earlier, too, is not known") << '\n'
+      const std::string instant = std::to_string(answer.run.size());
+      std::cout << "# "
+                << translated(what + (reach ? ": reached" : ": fails") + " in instant " + instant +
+                              (answer.shortest ? "" : "; whether earlier, too, is not known"))
+                << '\n'
                 << question.shown(property, answer.run) << std::flush;
     }
   }

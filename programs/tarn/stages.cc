@@ -4,6 +4,7 @@
 
 #include <iostream>
 
+#include "base/translation.h"
 #include "programs/told_text.h"
 #include "tarn/zu/progress.h"
 
@@ -26,8 +27,9 @@ Stages::~Stages() {
 
 void Stages::show() {
   shown_ = std::chrono::steady_clock::now();
-  programs::errors() << '\r' << name_;
-  if (statements_ > 0) programs::errors() << ": " << statements_ << " statements";
+  programs::errors() << '\r' << translated(name_);
+  if (statements_ > 0)
+    programs::errors() << ": " << translated(std::to_string(statements_) + " statements");
   programs::errors() << " ...\033[K" << std::flush;
 }
 
@@ -48,7 +50,8 @@ void Stages::end() {
 }
 
 void Stages::print(std::ostream& out) const {
-  for (const auto& [name, seconds] : times_) out << "  " << name << ": " << seconds << " s\n";
+  for (const auto& [name, seconds] : times_)
+    out << "  " << translated(name) << ": " << seconds << " s\n";
 }
 
 }  // namespace kiva::tarn_program

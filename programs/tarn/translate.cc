@@ -4,6 +4,8 @@
 #include <iostream>
 #include <optional>
 
+#include "base/text_stream.h"
+#include "base/translation.h"
 #include "base/whole_file.h"
 #include "programs/tarn/bench.h"
 #include "programs/tarn/draw.h"
@@ -61,12 +63,14 @@ class Translation {
 /// What a module holds.
 void print_size(Module* module) {
   Bddexpressionwood* wood = module->getBddWood();
-  std::cout << "module " << module->getName() << ": " << module->getInputSignalList().size()
-            << " inputs, " << module->getOutputSignalList().size() << " outputs, "
-            << module->getLocalSignalList().size() << " locals, "
-            << module->getRegisterList().size() << " registers, " << wood->exp_number()
-            << " equations, " << wood->my_bdd_manager()->Bdd_total_size() << " nodes made, "
-            << wood->Nb_level() << " levels\n";
+  TextStream text;
+  text << "module " << module->getName() << ": " << module->getInputSignalList().size()
+       << " inputs, " << module->getOutputSignalList().size() << " outputs, "
+       << module->getLocalSignalList().size() << " locals, " << module->getRegisterList().size()
+       << " registers, " << wood->exp_number() << " equations, "
+       << wood->my_bdd_manager()->Bdd_total_size() << " nodes made, " << wood->Nb_level()
+       << " levels";
+  std::cout << translated(text.str()) << '\n';
 }
 
 /// Reads a compiled module as it is.
