@@ -209,6 +209,10 @@ TEST(ZuFaults, OfDoubtfulPlaces) {
        "2:1: warning: the automaton has no initial-> transition and never begins\n"
        "2:11: warning: this is a state like others; the beginning is written initial->\n"
        "2:67: warning: state \"u\" is declared nowhere\n"},
+      {machines + "automaton state: t; transition: initial -> t; t [a] /o t; end",
+       "2:1: warning: the automaton has no initial-> transition and never begins\n"
+       "2:33: warning: state \"initial\" is declared nowhere; the beginning is written initial->, "
+       "without a blank\n"},
       {machines + "automaton state: s; state: t; transition: initial-> s; s [a] /o s; end",
        "2:21: warning: no transition leads to state \"t\" from the initial one\n"},
       {machines + "Mealy Machine Register: r: 0: n; o = a and r; o = a; end",
