@@ -5,6 +5,7 @@
 
 #include "engine/lit_source.h"
 #include "engine/simulation.h"
+#include "tarn/targets/frame/source_notes.h"
 
 namespace kiva {
 
@@ -44,12 +45,14 @@ struct Diagram {
 std::vector<Diagram> automata_of_map(const std::string& map_text);
 
 /// Each register with what it moves to, each output with what it is, and which registers they read.
-Diagram registers_diagram(Module* module);
+/// Registers are drawn under these names, or else their own.
+Diagram registers_diagram(Module* module, const SourceNotes::Names& names = {});
 
 /// The states that a module reaches whatever its inputs are, and the steps between them, with the
 /// inputs that lead from one to the next and the outputs present. `problem` says why there is none:
 /// more states or steps than `most`, or more than 64 registers.
-Diagram reachable_diagram(Module* module, size_t most, std::string& problem);
+Diagram reachable_diagram(Module* module, size_t most, std::string& problem,
+                          const SourceNotes::Names& names = {});
 
 /// How an instant looks in a diagram, by node and by arc.
 struct DiagramLight {

@@ -31,8 +31,11 @@ TargetRules untold() {
 
 class StateMachine {
  public:
-  explicit StateMachine(Module* module)
-      : module_(module), wood_(*module->getBddWood()), text_(module, plain, untold()) {
+  StateMachine(Module* module, const SourceNotes::Names& names)
+      : module_(module),
+        wood_(*module->getBddWood()),
+        text_(module, plain, untold()),
+        names_(names) {
     for (const StateRail& rail : text_.state()) registers_.insert(rail.index);
     for (const StateRail& rail : text_.state()) next_.push_back(function_of(rail.next));
     for (const Signal* output : text_.outputs()) {
@@ -51,7 +54,15 @@ class StateMachine {
   Bddexpressionwood& wood() const { return wood_; }
   bddpp_manager* manager() const { return wood_.my_bdd_manager(); }
 
+  /// As it is drawn.
   std::string name(long index) const {
+    const std::string own = own_name(index);
+    const bool negated = own.starts_with("not ");
+    const auto drawn = names_.find(SourceNotes::key(negated ? own.substr(4) : own));
+    if (drawn == names_.end()) return own;
+    return (negated ? "not " : "") + drawn->second;
+  }
+  std::string own_name(long index) const {
     const SignalRef* ref = module_->getSignalManager()->getSignalRefById(index, &wood_);
     if (ref == nullptr) return wood_.Name_var_by_index(index);
     const std::string name = ref->getOriginalName();
@@ -80,6 +91,7 @@ class StateMachine {
   Module* module_;
   Bddexpressionwood& wood_;
   TargetText text_;
+  const SourceNotes::Names& names_;
   index_set registers_;
   std::vector<bdd> next_, outputs_;
 };
@@ -88,7 +100,8 @@ using Registers = std::vector<bool>;
 
 class ReachableWalk {
  public:
-  ReachableWalk(Module* module, size_t most) : machine_(module), most_(most) {
+  ReachableWalk(Module* module, size_t most, const SourceNotes::Names& names)
+      : machine_(module, names), most_(most) {
     diagram_.title = module->getName();
   }
 
@@ -118,8 +131,9 @@ class ReachableWalk {
     Diagram::Node node;
     Diagram::Code code;
     for (size_t n = 0; n < state.size(); ++n) {
-      const std::string name = machine_.name(machine_.state()[n].index);
-      if (state[n]) node.name += (node.name.empty() ? "" : " ") + name;
+      const long index = machine_.state()[n].index;
+      const std::string name = machine_.own_name(index);
+      if (state[n]) node.name += (node.name.empty() ? "" : " ") + machine_.name(index);
       if (!name.starts_with("not ")) code.emplace_back(name, state[n]);
     }
     node.is = {code};
@@ -186,27 +200,29 @@ class ReachableWalk {
 
 }  // namespace
 
-Diagram reachable_diagram(Module* module, size_t most, std::string& problem) {
+Diagram reachable_diagram(Module* module, size_t most, std::string& problem,
+                          const SourceNotes::Names& names) {
   // Functions of more registers may be too large to be unfolded.
   constexpr size_t most_registers = 64;
   if (const size_t registers = module->getRegisterList().size(); registers > most_registers) {
     problem = "has " + std::to_string(registers) + " registers";
     return {};
   }
-  return ReachableWalk(module, most).run(problem);
+  return ReachableWalk(module, most, names).run(problem);
 }
 
-Diagram registers_diagram(Module* module) {
-  const StateMachine machine(module);
+Diagram registers_diagram(Module* module, const SourceNotes::Names& names) {
+  const StateMachine machine(module, names);
   Diagram diagram{module->getName(), {}, {}};
   std::map<long, size_t> node_of;
   const auto add = [&](const std::string& name, const bdd& f, Diagram::Shape shape) {
     diagram.nodes.push_back({name, machine.text(f), shape, {}, {}});
-    if (shape == Diagram::Shape::register_) diagram.nodes.back().is = {{{name, true}}};
   };
   for (size_t n = 0; n < machine.state().size(); ++n) {
     node_of.emplace(machine.state()[n].index, n);
-    add(machine.name(machine.state()[n].index), machine.next()[n], Diagram::Shape::register_);
+    const long index = machine.state()[n].index;
+    add(machine.name(index), machine.next()[n], Diagram::Shape::register_);
+    diagram.nodes.back().is = {{{machine.own_name(index), true}}};
   }
   for (size_t n = 0; n < machine.outputs().size(); ++n)
     add(machine.output_name(n), machine.outputs()[n], Diagram::Shape::function);

@@ -1,4 +1,5 @@
 #include "SIMULATOR_ZUC/scope/diagram_pane.h"
+#include "engine/map_notes.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -44,15 +45,17 @@ DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget*
 
 void DiagramPane::load(const QString& module_file) {
   QFile file(module_file + ".map");
+  std::string map;
   if (!module_file.isEmpty() && file.open(QIODevice::ReadOnly)) try {
-      diagrams_ = automata_of_map(file.readAll().toStdString());
+      map = file.readAll().toStdString();
+      diagrams_ = automata_of_map(map);
     } catch (const nlohmann::json::exception&) {
       // The source pane says that it is no map.
     }
   Module* module = time_->recording().simulation().module();
   const size_t registers = module->getRegisterList().size();
   if (diagrams_.empty() && registers > 0 && registers <= most_registers)
-    diagrams_.push_back(registers_diagram(module));
+    diagrams_.push_back(registers_diagram(module, register_names(module, map)));
 }
 
 void DiagramPane::choose(int number) {

@@ -117,10 +117,18 @@ void DiagramView::draw_arc(QPainter& painter, size_t n) const {
   painter.setPen(Qt::NoPen);
   painter.setBrush(colour);
   painter.drawPolygon(QPolygonF({tip, end + across, end - across}));
+}
+
+/// Once all arcs are drawn, so that none goes over a label.
+void DiagramView::draw_label(QPainter& painter, size_t n) const {
+  const DiagramLayout::Arc& arc = layout_.arcs[n];
+  if (arc.curve.empty()) return;
+  const ScopeLook& look = ScopeLook::current();
+  const bool fired = lit(light_.fired, n);
   QFont text = font();
   text.setBold(fired);
   text.setUnderline(lit(light_.triggered, n));
-  painter.setPen(colour);
+  painter.setPen(fired ? look.one : look.text);
   draw_lines(painter, point(arc.label), arc.lines, text, look.pane);
 }
 
@@ -156,6 +164,7 @@ void DiagramView::paintEvent(QPaintEvent*) {
   const double points = scale_ * ScopeLook::px(100) / 100;
   painter.scale(points, points);
   for (size_t n = 0; n < layout_.arcs.size(); ++n) draw_arc(painter, n);
+  for (size_t n = 0; n < layout_.arcs.size(); ++n) draw_label(painter, n);
   for (size_t n = 0; n < layout_.nodes.size(); ++n) draw_node(painter, n);
 }
 

@@ -31,6 +31,7 @@ class DiagramView : public QWidget {
  private:
   void draw_node(QPainter& painter, size_t n) const;
   void draw_arc(QPainter& painter, size_t n) const;
+  void draw_label(QPainter& painter, size_t n) const;
   void draw_lines(QPainter& painter, QPointF centre, const std::vector<std::string>& lines,
                   const QFont& font, const QColor& ground = {}) const;
   QFont font() const;

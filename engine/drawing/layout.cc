@@ -118,6 +118,8 @@ DiagramLayout::Arc told_arc(const DiagramLayout::Node& from, const DiagramLayout
 }
 
 constexpr size_t many_arcs = 150;
+/// More arcs are straight lines: ways for so many curves can take a minute to find.
+constexpr size_t most_curves = 300;
 
 class Placed {
  public:
@@ -128,7 +130,7 @@ class Placed {
     set(graph_.get(), "rankdir", down ? "TB" : "LR");
     set(graph_.get(), "nodesep", "0.35");
     set(graph_.get(), "ranksep", "0.5");
-    set(graph_.get(), "splines", "true");
+    set(graph_.get(), "splines", diagram.arcs.size() > most_curves ? "line" : "true");
     // The best places of many are not worth minutes.
     if (diagram.arcs.size() > many_arcs)
       for (const char* effort : {"nslimit", "nslimit1", "mclimit"})

@@ -22,6 +22,7 @@ class Picture {
          << "\">\n<title>" << xml_text(diagram_.title) << "</title>\n<rect width=\"100%\" "
          << "height=\"100%\" fill=\"" << colours_.paper << "\"/>\n";
     for (size_t n = 0; n < layout_.arcs.size(); ++n) put_arc(n);
+    for (size_t n = 0; n < layout_.arcs.size(); ++n) put_label(n);
     for (size_t n = 0; n < layout_.nodes.size(); ++n) put_node(n);
     out_ << "</svg>\n";
     return out_.str();
@@ -79,9 +80,15 @@ class Picture {
       out_ << (p == 0 ? "M" : p == 1 ? " C" : " ") << arc.curve[p].x << ',' << arc.curve[p].y;
     out_ << "\"/>\n";
     put_head(arc.curve.back(), arc.tip, colour);
+  }
+
+  /// Once all arcs are there, so that none goes over a label.
+  void put_label(size_t n) {
+    const DiagramLayout::Arc& arc = layout_.arcs[n];
+    if (arc.curve.empty()) return;
     put_lines(arc.lines, arc.label,
               lit(&DiagramLight::triggered, n) ? " text-decoration=\"underline\"" : "",
-              fired ? colours_.fired : colours_.ink, colours_.paper);
+              lit(&DiagramLight::fired, n) ? colours_.fired : colours_.ink, colours_.paper);
   }
 
   void put_head(DrawnPoint from, DrawnPoint tip, const char* colour) {

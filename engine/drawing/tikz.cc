@@ -24,6 +24,8 @@ class Picture {
          << std::setprecision(1) << "\\useasboundingbox (0,0) rectangle ";
     put({layout_.width, layout_.height}) << ";\n";
     for (size_t n = 0; n < layout_.arcs.size(); ++n) put_arc(n);
+    for (const DiagramLayout::Arc& arc : layout_.arcs)  // no arc goes over a label
+      if (!arc.curve.empty()) put_lines(arc.lines, arc.label, "[fill=white]");
     for (size_t n = 0; n < layout_.nodes.size(); ++n) put_node(n);
     out_ << "\\end{tikzpicture}\n";
     return out_.str();
@@ -71,7 +73,6 @@ class Picture {
     }
     put_control(" -- ", arc.tip);
     out_ << ";\n";
-    put_lines(arc.lines, arc.label, "[fill=white]");
   }
   void put_control(const char* word, DrawnPoint point) {
     out_ << word;

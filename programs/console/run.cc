@@ -118,7 +118,8 @@ class ConsoleRun {
       throw Refused{"", 0,
                     "--until: character " + std::to_string(error.character) + ": " + error.reason};
     }
-    if (!options_.why.empty()) why_.emplace(options_.why, options_.verbose, simulation_);
+    if (!options_.why.empty())
+      why_.emplace(options_.why, options_.verbose, simulation_, map_text());
     if (!options_.expect.empty()) {
       expected_file_ = opened(options_.expect, "is a folder, not a trace");
       expected_.emplace(expected_file_, simulation_);
@@ -137,11 +138,17 @@ class ConsoleRun {
     stimuli_.emplace(options_.stimuli == "-" ? prompted_ : stimuli_file_, simulation_);
   }
 
+  /// Empty where none stands beside the module.
+  std::string map_text() const {
+    std::ifstream in(options_.module + ".map");
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
   /// Statements are counted where the map of the source stands beside the module.
   void read_map() {
-    std::ifstream in(options_.module + ".map");
-    if (!in) return;
-    const std::string problem = coverage_.map(std::string(std::istreambuf_iterator<char>(in), {}));
+    const std::string map = map_text();
+    if (map.empty()) return;
+    const std::string problem = coverage_.map(map);
     if (!problem.empty()) throw Refused{options_.module + ".map", 0, problem};
   }
 

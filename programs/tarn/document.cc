@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
-#include <sstream>
 
 #include "engine/drawing/svg.h"
 #include "engine/drawing/tikz.h"
@@ -91,17 +90,6 @@ void read_meanings(Module& module, DocumentNotes& notes) {
   }
 }
 
-/// The words of the text, of which those that are registers have their names in the document.
-std::string named(const std::string& text, const SourceNotes::Names& names) {
-  std::istringstream words(text);
-  std::string all;
-  for (std::string word; words >> word;) {
-    const auto at = names.find(SourceNotes::key(word));
-    add_line(all, at == names.end() ? word : at->second);
-  }
-  return all;
-}
-
 std::vector<Diagram> diagrams_of(Module* module, const std::string& file,
                                  const SourceNotes::Names& names) {
   std::vector<Diagram> all;
@@ -112,10 +100,9 @@ std::vector<Diagram> diagrams_of(Module* module, const std::string& file,
   for (Diagram& automaton : all) automaton.title = "Automaton " + automaton.title;
   if (!all.empty() || module->getFinalised() == 0) return all;
   std::string problem;
-  Diagram states = reachable_diagram(module, most_states, problem);
+  Diagram states = reachable_diagram(module, most_states, problem, names);
   if (!problem.empty() || states.nodes.size() < 2) return all;
   states.title = "States";
-  for (Diagram::Node& state : states.nodes) state.name = named(state.name, names);
   return {std::move(states)};
 }
 

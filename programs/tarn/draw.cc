@@ -6,6 +6,7 @@
 #include "base/translation.h"
 #include "base/whole_file.h"
 #include "engine/drawing/svg.h"
+#include "engine/map_notes.h"
 #include "programs/tarn/map_of.h"
 #include "programs/tarn/messages.h"
 #include "programs/told_text.h"
@@ -33,7 +34,7 @@ std::vector<Diagram> diagrams_of(Module* module, const std::string& file, bool& 
                                                 : "\" holds no automaton") +
                                    "; its registers are drawn")
                      << '\n';
-  return {registers_diagram(module)};
+  return {registers_diagram(module, register_names(module, map))};
 }
 
 bool write(const std::string& path, const std::string& text, const Options& options) {
@@ -66,7 +67,8 @@ bool draw(Module* module, const std::string& file, const Options& options) {
     return good && write_all(diagrams, name, options);
   }
   std::string problem;
-  const Diagram diagram = reachable_diagram(module, most_states, problem);
+  const Diagram diagram =
+      reachable_diagram(module, most_states, problem, register_names(module, map_of(module, file)));
   if (!problem.empty())
     return fail({file, 0, 0, 0, 0},
                 "module \"" + module->getName() + "\" " + problem + ", too many to draw");

@@ -319,9 +319,12 @@ class class_zu_parser {
     bool in_module = false, in_data = false;
     bool begins = false;  ///< the next token is the first of a module's body
     bool braced = false;  ///< the module's body stands in braces
+    bool in_interface = false;
+    std::vector<std::string> skipped;  ///< names of the interface that stand behind a fault in it
   };
   struct EnoughFaults {};
   void follow(int token);
+  void follow_interface(int token);
   [[nodiscard]] bool close_before(int token);
   void close_open(int token);
   std::string syntax_sentence(const std::vector<std::string>& expected) const;

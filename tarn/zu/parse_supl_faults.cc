@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cctype>
 #include <tuple>
+#include <utility>
 
 #include "base/nearest_name.h"
 #include "parse_zu.hh"
@@ -112,6 +113,19 @@ void class_zu_parser::follow(int token) {
   }
   if (token == '}' && !r.braces.empty()) r.braces.pop_back();
   r.begins = false;
+  if (r.in_interface) follow_interface(token);
+}
+
+/// What a torn interface may have declared is not told to be undeclared.
+void class_zu_parser::follow_interface(int token) {
+  Recovery& r = recovery_;
+  static constexpr int of_interface[] = {INPUT, OUTPUT, LOCAL, RUN_DECL, ID, ',', ';', ':', '{'};
+  if (std::ranges::find(of_interface, token) != std::end(of_interface)) {
+    if (r.under_way && token == ID) r.skipped.emplace_back(plexer->token());
+    return;
+  }
+  r.in_interface = false;
+  for (const std::string& name : std::exchange(r.skipped, {})) stand_in(name);
 }
 
 /// True if tokens have been put before this one, which stands behind them.
@@ -155,6 +169,8 @@ void class_zu_parser::close_open(int token) {
 void class_zu_parser::syntax_error(const std::vector<std::string>& expected) {
   if (!gathers()) end_of_syntax(false);
   fault(syntax_sentence(expected), plexer->span());
+  if (recovery_.in_interface && recovery_.last.token == ID)
+    recovery_.skipped.emplace_back(plexer->token());
 }
 
 void class_zu_parser::misplaced(const std::string& list) {

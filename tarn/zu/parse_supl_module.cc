@@ -14,7 +14,7 @@ namespace kiva {
 void class_zu_parser::begin_module(const std::string& name) {
   TheModule() = make_kept<Module>(name);
   TheModule()->setSpan(span_);
-  recovery_.in_module = recovery_.begins = true;
+  recovery_.in_module = recovery_.begins = recovery_.in_interface = true;
   recovery_.braced = false;
   recovery_.braces.clear();
   signal_places_.clear();

@@ -93,7 +93,10 @@ void find_doubtful_states(const Statement& automaton, Found& found) {
   for (const auto& [name, state] : *automaton.getStateTable()) {
     if (!state->declared) {
       found.push_back(warning("undeclared-state", state->span,
-                              "state " + quoted(name) + " is declared nowhere"));
+                              "state " + quoted(name) + " is declared nowhere" +
+                                  (name == "initial" ? "; the beginning is written initial->, "
+                                                       "without a blank"
+                                                     : "")));
       continue;
     }
     if (name == "initial")

@@ -91,6 +91,12 @@ TEST(ZuFaults, OfSyntax) {
        "1:58: error: expected an expression after \"and\"\n1:64: error: \"zz\" is not declared\n"
        "1:70: error: the constants of an equation are 0 and 1, not 3\n"
        "1:73: error: \"a\" is an input and cannot be emitted\n"},
+      {"module m: Input: a b\nOutput: o; wait b and c >> emit o end",
+       "1:20: error: expected \",\" or \";\" after \"Input: a\"\n"
+       "2:23: error: \"c\" is not declared\n"},
+      {"module m: Inputs: a; Output: o; wait a >> emit o >> emit p end",
+       "1:11: error: expected a statement or \"end\" after \":\"; did you mean \"Input:\"?\n"
+       "1:53: error: \"p\" is not declared\n"},
       {"data: Type: int; Constant: int 1; real 2;\nmodule m: end",
        "1:35: error: type \"real\" is not declared\n"
        "2:1: error: expected \"end data\" before \"module\"\n"},
@@ -209,6 +215,10 @@ TEST(ZuFaults, OfDoubtfulPlaces) {
        "2:1: warning: the automaton has no initial-> transition and never begins\n"
        "2:11: warning: this is a state like others; the beginning is written initial->\n"
        "2:67: warning: state \"u\" is declared nowhere\n"},
+      {machines + "automaton state: t; transition: initial -> t; t [a] /o t; end",
+       "2:1: warning: the automaton has no initial-> transition and never begins\n"
+       "2:33: warning: state \"initial\" is declared nowhere; the beginning is written initial->, "
+       "without a blank\n"},
       {machines + "automaton state: s; state: t; transition: initial-> s; s [a] /o s; end",
        "2:21: warning: no transition leads to state \"t\" from the initial one\n"},
       {machines + "Mealy Machine Register: r: 0: n; o = a and r; o = a; end",
