@@ -86,6 +86,13 @@ TEST_F(Files, AFullStandardOutputIsAnError) {
           << command << output;
 }
 
+TEST_F(Files, AStandardInputThatCannotBeReadIsAnError) {
+  const std::string command = "'" KIVA_PROGRAMS "/kiva-console' " + module + " <" + folder +
+                              " >/dev/null 2>'" + dir.file("err") + "'";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  EXPECT_EQ(read_text(dir.file("err")), "standard input:1: error: cannot be read to its end\n");
+}
+
 TEST_F(Files, AnInterruptLeavesTheOlderFileAlone) {
   const std::string out = dir.write("out", "old");
   int pipe_ends[2];
