@@ -1,10 +1,13 @@
 // Servers that are late, leave, or say what nobody asked for: the instant has not taken place.
 
+#include <poll.h>
+
 #include <thread>
 
 #include "base/connection.h"
 #include "engine/recording.h"
 #include "engine/server_steps.h"
+#include "tarn/model/evaluation_service.h"
 #include "tests/server/valued_module.h"
 
 namespace kiva::test {
@@ -69,6 +72,27 @@ TEST_F(Connecting, AnInstantHasAllItsValuesOrHasNotTakenPlace) {
     EXPECT_EQ(fault, "server " + connection.name() + c.fault) << c.name;
     EXPECT_TRUE(simulation->state() == before) << c.name;
   }
+}
+
+TEST_F(Connecting, AnInstantWithTextBehindItHasNotTakenPlace) {
+  load(x_by_t1(5), "5: %1(0);\n");
+  FakeServer server([](const std::string&) { return "4"; });
+  Connection connection("127.0.0.1", server.port(), milliseconds(5000));
+  connection.open();
+  ServerSteps steps(&connection);
+  auto& ask = Session::current().part<EvaluationService>().ask;
+  ask = [&, asked = ask](const std::string& request) {
+    const std::string reply = asked(request);
+    server.say("2");
+    pollfd more{connection.handle()->fd, POLLIN, 0};
+    poll(&more, 1, 5000);
+    return reply;
+  };
+  EXPECT_EQ(step(steps), "") << "nothing is asked";
+  simulation->choose_input(0, SignalState::one);
+  const SimulationState before = simulation->state();
+  EXPECT_THAT(step(steps), HasSubstr("text that belongs to no request"));
+  EXPECT_TRUE(simulation->state() == before);
 }
 
 TEST_F(Connecting, ThePastAsksNobodyAndABranchAsksAgain) {
