@@ -87,10 +87,14 @@ TEST_F(Files, AFullStandardOutputIsAnError) {
 }
 
 TEST_F(Files, AStandardInputThatCannotBeReadIsAnError) {
-  const std::string command = "'" KIVA_PROGRAMS "/kiva-console' " + module + " <" + folder +
-                              " >/dev/null 2>'" + dir.file("err") + "'";
-  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
-  EXPECT_EQ(read_text(dir.file("err")), "standard input:1: error: cannot be read to its end\n");
+  for (const auto& [command, place] : {std::pair{"kiva-console' " + module, "standard input:1"},
+                                       {std::string("tarn' --fmt -"), "<stdin>"}}) {
+    const std::string call = "'" KIVA_PROGRAMS "/" + command + " <" + folder + " >'" +
+                             dir.file("out") + "' 2>'" + dir.file("err") + "'";
+    EXPECT_EQ(WEXITSTATUS(std::system(call.c_str())), 1);
+    EXPECT_EQ(read_text(dir.file("err")),
+              std::string(place) + ": error: cannot be read to its end\n");
+  }
 }
 
 TEST_F(Files, AnInterruptLeavesTheOlderFileAlone) {
