@@ -7,8 +7,8 @@
 #include <map>
 #include <random>
 
-#include "engine/expectations.h"
 #include "engine/session_file.h"
+#include "engine/stimuli.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/random_module.h"
 #include "tests/support/temp_dir.h"
@@ -157,10 +157,8 @@ TEST(Recordings, HoldManyInstantsAndStopWhereTold) {
     simulation.step(nullptr);
     const SimulationState& state = simulation.state();
     ASSERT_EQ(state, shown[static_cast<size_t>(state.instant)]) << state.instant;
-    ASSERT_TRUE(unmet(stimulus->expectations, state, simulation).empty()) << state.instant;
   }
   EXPECT_EQ(simulation.state().instant, 1000);
-  EXPECT_FALSE(text.str().starts_with("!set"));
 }
 
 }  // namespace

@@ -167,75 +167,31 @@ TEST_F(Stimuli, ConditionsAskWhatAnInstantShows) {
   }
 }
 
-TEST_F(Stimuli, RunsAreTracedAsJsonAndAsText) {
-  std::ostringstream json, text;
-  JsonTrace json_trace(*simulation);
-  TextTrace text_trace(*simulation);
-  std::istringstream in("A\nA:top\n");
-  StimuliReader reader(in, *simulation);
-  while (const auto stimulus = reader.next()) {
-    apply(*stimulus, *simulation);
-    simulation->step(nullptr);
-    json_trace.write(json, simulation->state());
-    text_trace.write(text, simulation->state());
-  }
-  EXPECT_EQ(json.str(),
+TEST_F(Stimuli, RunsAreTraced) {
+  const auto traced = [&](TraceWriter&& writer, const std::string& stimuli) {
+    std::ostringstream out;
+    std::istringstream in(stimuli);
+    StimuliReader reader(in, *simulation);
+    simulation->load();
+    writer.begin(out);
+    while (const auto stimulus = reader.next()) {
+      apply(*stimulus, *simulation);
+      simulation->step(nullptr);
+      writer.write(out, simulation->state());
+    }
+    return out.str();
+  };
+  EXPECT_EQ(traced(JsonTrace(*simulation), "A\nA:top\n"),
             "{\"instant\":1,\"outputs\":{\"O\":[\"one\",\"--\"],\"P\":[\"unknown\",\"--\"]},"
             "\"locals\":{\"L\":\"unknown\"},\"registers\":{}}\n"
             "{\"instant\":2,\"outputs\":{\"O\":[\"top\",\"--\"],\"P\":[\"unknown\",\"--\"]},"
             "\"locals\":{\"L\":\"unknown\"},\"registers\":{}}\n");
-  EXPECT_EQ(text.str(),
-            "     1  O | unknown: P | locals: unknown: L\n"
-            "     2  - | top: O unknown: P | locals: unknown: L\n");
-}
-
-TEST_F(Stimuli, DumpsHoldWhatChanges) {
-  std::ostringstream out;
-  VcdTrace dump(*simulation);
-  dump.begin(out);
-  std::istringstream in("A B=\"\"\nA B=\"\\\\ b\"\nA B=\"\\\\ b\"\n\n");
-  StimuliReader reader(in, *simulation);
-  while (const auto stimulus = reader.next()) {
-    apply(*stimulus, *simulation);
-    simulation->step(nullptr);
-    dump.write(out, simulation->state());
-  }
-  EXPECT_EQ(out.str(), R"($timescale 1 ns $end
-$scope module m $end
-$scope module inputs $end
-$var wire 1 ! A $end
-$var wire 1 " B $end
-$var string 1 # B.value $end
-$upscope $end
-$scope module outputs $end
-$var wire 1 $ O $end
-$var wire 1 % P $end
-$upscope $end
-$scope module registers $end
-$upscope $end
-$scope module locals $end
-$var wire 1 & L $end
-$upscope $end
-$upscope $end
-$enddefinitions $end
-#1
-$dumpvars
-1!
-1"
-s #
-1$
-x%
-x&
-$end
-#2
-s\134\040b #
-#3
-#4
-0!
-0"
-s-- #
-0$
-)");
+  EXPECT_TRUE(traced(TextTrace(*simulation), "A\nA:top\n")
+                  .ends_with("\n     1  O | unknown: P | locals: unknown: L\n"
+                             "     2  - | top: O unknown: P | locals: unknown: L\n"));
+  EXPECT_TRUE(traced(VcdTrace(*simulation), "A B=\"\"\nA B=\"\\\\ b\"\nA B=\"\\\\ b\"\n\n")
+                  .ends_with("$enddefinitions $end\n#1\n$dumpvars\n1!\n1\"\ns #\n1$\nx%\nx&\n$end\n"
+                             "#2\ns\\134\\040b #\n#3\n#4\n0!\n0\"\ns-- #\n0$\n"));
 }
 
 }  // namespace

@@ -93,6 +93,8 @@ TEST_F(Connecting, AnInstantWithTextBehindItHasNotTakenPlace) {
   const SimulationState before = simulation->state();
   EXPECT_THAT(step(steps), HasSubstr("text that belongs to no request"));
   EXPECT_TRUE(simulation->state() == before);
+  EXPECT_EQ(connection.state(), Connection::State::lost);
+  EXPECT_THROW(connection.ask("b"), ConnectionFault) << "until it is opened again";
 }
 
 TEST_F(Connecting, ThePastAsksNobodyAndABranchAsksAgain) {
@@ -139,17 +141,6 @@ TEST_F(Connecting, ThePastAsksNobodyAndABranchAsksAgain) {
   EXPECT_EQ(x_text(), "4");
   EXPECT_TRUE(recording.back() && recording.forward());
   EXPECT_EQ(simulation->state(), last);
-}
-
-TEST_F(Connecting, WhatNobodyAskedForEndsTheConnection) {
-  FakeServer server([](const std::string&) { return "true"; });
-  Connection connection("127.0.0.1", server.port(), milliseconds(5000));
-  connection.open();
-  EXPECT_EQ(connection.ask("a"), "true");
-  server.say("more");
-  EXPECT_THROW(connection.check_silent(milliseconds(5000)), ConnectionFault);
-  EXPECT_EQ(connection.state(), Connection::State::lost);
-  EXPECT_THROW(connection.ask("b"), ConnectionFault) << "until it is opened again";
 }
 
 }  // namespace

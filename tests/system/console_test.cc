@@ -204,7 +204,7 @@ TEST_F(ConsoleInput, MergesTheCoverageOfSourceTexts) {
 TEST_F(ConsoleInput, WrongUsageEndsWithTwo) {
   for (const char* arguments :
        {"", "a b c", "--format xml m.zuc", "--server localhost m.zuc", "--server h 0 m.zuc",
-        "--server h 65536 m.zuc", "--server h port m.zuc", "--nonsense"}) {
+        "--server h 65536 m.zuc", "--server h port m.zuc", "--server h '' m.zuc", "--nonsense"}) {
     const ProgramRun run = run_program("kiva-console", arguments);
     EXPECT_EQ(run.status, 2) << arguments;
     EXPECT_NE(run.err, "") << arguments;
