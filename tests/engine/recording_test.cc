@@ -155,8 +155,7 @@ TEST(Recordings, HoldManyInstantsAndStopWhereTold) {
   while (const auto stimulus = reader.next()) {
     apply(*stimulus, simulation);
     simulation.step(nullptr);
-    const SimulationState& state = simulation.state();
-    ASSERT_EQ(state, shown[static_cast<size_t>(state.instant)]) << state.instant;
+    ASSERT_EQ(simulation.state(), shown[static_cast<size_t>(simulation.state().instant)]);
   }
   EXPECT_EQ(simulation.state().instant, 1000);
 }
