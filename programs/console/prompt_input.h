@@ -7,7 +7,8 @@
 namespace kiva {
 
 /// The standard input, read as far as it has come. Before it is waited for, `before` is called:
-/// whoever gives lines one by one has the answers to all of them by then.
+/// whoever gives lines one by one has the answers to all of them by then. Throws
+/// std::ios_base::failure where it cannot be read.
 class PromptInput : public std::streambuf {
  public:
   explicit PromptInput(std::function<void()> before) : before_(std::move(before)) {}

@@ -1,6 +1,7 @@
 #include "programs/tarn/lay_out_files.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -31,14 +32,18 @@ bool write(const std::string& file, const std::string& text) {
   return (whole.opened() && whole.finish()) || fail({file, 0, 0, 0, 0}, "cannot be written");
 }
 
-/// Whether the file could be read; else that has been told.
+/// Whether the file could be read to its end; else that has been told.
 bool read(const std::string& file, std::string& text) {
-  if (file == "-") return text = read_all(std::cin), true;
+  const char* const torn = "cannot be read to its end";
+  if (file == "-") {
+    text = read_all(std::cin);
+    return std::ferror(stdin) == 0 || fail({"<stdin>", 0, 0, 0, 0}, torn);
+  }
   std::ifstream in(file, std::ios::binary);
   if (!in.is_open() || std::filesystem::is_directory(file))
     return fail({file, 0, 0, 0, 0}, "cannot be opened");
   text = read_all(in);
-  return true;
+  return !in.bad() || fail({file, 0, 0, 0, 0}, torn);
 }
 
 /// The exit status of one file.

@@ -8,6 +8,7 @@
 #include <random>
 
 #include "engine/session_file.h"
+#include "engine/stimuli.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/random_module.h"
 #include "tests/support/temp_dir.h"
@@ -119,8 +120,10 @@ TEST(Recordings, HoldManyInstantsAndStopWhereTold) {
   Simulation simulation(read_zuc_file(dir.write("m.zuc", random_module(random)), "", "").module);
   Recording recording(&simulation);
   const auto choose = [&] {
+    const long instant = simulation.state().instant;
     for (size_t row = 0; row < simulation.input_rows().size(); ++row)
-      simulation.choose_input(row, static_cast<SignalState>(random() % 2));
+      simulation.choose_input(row, static_cast<SignalState>(instant < 400 ? random() % 2 : 0));
+    simulation.raise_set(instant == 0 || random() % 8 == 0);
   };
   std::vector<SimulationState> shown{simulation.state()};
   const auto keep = [&](const SimulationState& state) {
@@ -137,12 +140,24 @@ TEST(Recordings, HoldManyInstantsAndStopWhereTold) {
     while (from > 0 && at(from - 1) == at(instant)) --from;
     EXPECT_EQ(recording.since(input, {0, instant}, 2000), from) << instant;
   }
+  EXPECT_EQ(recording.since(input, {0, 1000}, 300), -1);
   EXPECT_FALSE(recording.to({0, 1001}));
   EXPECT_FALSE(recording.to({0, -1}));
   EXPECT_FALSE(recording.forward());
   const std::atomic<bool> stop = true;
   EXPECT_EQ(recording.run(5, nullptr, choose, nullptr, &stop), Recording::Stopped::asked);
   EXPECT_EQ(recording.position().instant, 1000);
+
+  // Its stimuli are a run of their own.
+  std::istringstream text(stimuli_text(recording));
+  StimuliReader reader(text, simulation);
+  simulation.load();
+  while (const auto stimulus = reader.next()) {
+    apply(*stimulus, simulation);
+    simulation.step(nullptr);
+    ASSERT_EQ(simulation.state(), shown[static_cast<size_t>(simulation.state().instant)]);
+  }
+  EXPECT_EQ(simulation.state().instant, 1000);
 }
 
 }  // namespace

@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <sstream>
 
 #include "base/lines.h"
 #include "engine/condition.h"
 #include "engine/expectations.h"
 #include "engine/trace.h"
+#include "engine/vcd_trace.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/temp_dir.h"
 
@@ -17,15 +19,19 @@ namespace {
 class Stimuli : public testing::Test {
  protected:
   Stimuli() {
-    // A, B in; JOIN takes both rails from A; no other equations.
-    file = dir.write("m.zuc",
-                     "module: m 0 0 input: A B:int ; output: O P ; connexion: S R T; equation_def: "
-                     "3 0: -1:-3:-3,1 1: 0:0:0,-1 2: 1:0:0,-1 expressions: 1 0 4:1,1,(0) "
-                     "1 0 5:2,1,(1) end:\n");
+    // A, B in; O takes both rails from A; no other equations.
+    file = dir.write(
+        "m.zuc",
+        "module: m 0 0 input: A B:int ; output: O P ; local: L ; connexion: S R T; equation_def: "
+        "3 0: -1:-3:-3,1 1: 0:0:0,-1 2: 1:0:0,-1 expressions: 1 0 4:1,1,(0) "
+        "1 0 5:2,1,(1) end:\n");
     simulation = std::make_unique<Simulation>(read_zuc_file(file, "", "").module);
   }
   std::string refused(const std::string& text) {
     std::istringstream in(text);
+    return refused(std::move(in));
+  }
+  std::string refused(std::istream&& in) {
     StimuliReader reader(in, *simulation);
     try {
       while (reader.next()) {
@@ -77,6 +83,7 @@ TEST_F(Stimuli, AreRefusedWithTheirLine) {
   EXPECT_EQ(refused("A\n" + std::string(longest_line + 1, ' ')),
             "2: the line is longer than 16 MiB");
   EXPECT_EQ(refused("=5"), "1: the module has no input \"\"");
+  EXPECT_EQ(refused(std::ifstream(dir.path())), "1: cannot be read to its end");
 }
 
 TEST_F(Stimuli, HoldWhatIsAwaited) {
@@ -140,6 +147,7 @@ TEST_F(Stimuli, ConditionsAskWhatAnInstantShows) {
       {"B = 5 and B == 5", "yes"},
       {"(B=\"5\") xor instant > 0", "no"},
       {"B=55 or instant != 1", "no"},
+      {"instant >= 1 and instant <= 1 and not (instant < 1 or instant > 1)", "yes"},
       {"Q", "1: \"Q\" is no signal of the module"},
       {"A and", "6: the expression ends too early"},
       {"A ) B", "3: \")\" cannot stand here"},
@@ -159,24 +167,31 @@ TEST_F(Stimuli, ConditionsAskWhatAnInstantShows) {
   }
 }
 
-TEST_F(Stimuli, RunsAreTracedAsJsonAndAsText) {
-  std::ostringstream json, text;
-  JsonTrace json_trace(*simulation);
-  TextTrace text_trace(*simulation);
-  std::istringstream in("A\nA:top\n");
-  StimuliReader reader(in, *simulation);
-  while (const auto stimulus = reader.next()) {
-    apply(*stimulus, *simulation);
-    simulation->step(nullptr);
-    json_trace.write(json, simulation->state());
-    text_trace.write(text, simulation->state());
-  }
-  EXPECT_EQ(json.str(),
+TEST_F(Stimuli, RunsAreTraced) {
+  const auto traced = [&](TraceWriter&& writer, const std::string& stimuli) {
+    std::ostringstream out;
+    std::istringstream in(stimuli);
+    StimuliReader reader(in, *simulation);
+    simulation->load();
+    writer.begin(out);
+    while (const auto stimulus = reader.next()) {
+      apply(*stimulus, *simulation);
+      simulation->step(nullptr);
+      writer.write(out, simulation->state());
+    }
+    return out.str();
+  };
+  EXPECT_EQ(traced(JsonTrace(*simulation), "A\nA:top\n"),
             "{\"instant\":1,\"outputs\":{\"O\":[\"one\",\"--\"],\"P\":[\"unknown\",\"--\"]},"
-            "\"locals\":{},\"registers\":{}}\n"
+            "\"locals\":{\"L\":\"unknown\"},\"registers\":{}}\n"
             "{\"instant\":2,\"outputs\":{\"O\":[\"top\",\"--\"],\"P\":[\"unknown\",\"--\"]},"
-            "\"locals\":{},\"registers\":{}}\n");
-  EXPECT_EQ(text.str(), "     1  O | unknown: P\n     2  - | top: O unknown: P\n");
+            "\"locals\":{\"L\":\"unknown\"},\"registers\":{}}\n");
+  EXPECT_TRUE(traced(TextTrace(*simulation), "A\nA:top\n")
+                  .ends_with("\n     1  O | unknown: P | locals: unknown: L\n"
+                             "     2  - | top: O unknown: P | locals: unknown: L\n"));
+  EXPECT_TRUE(traced(VcdTrace(*simulation), "A B=\"\"\nA B=\"\\\\ b\"\nA B=\"\\\\ b\"\n\n")
+                  .ends_with("$enddefinitions $end\n#1\n$dumpvars\n1!\n1\"\ns #\n1$\nx%\nx&\n$end\n"
+                             "#2\ns\\134\\040b #\n#3\n#4\n0!\n0\"\ns-- #\n0$\n"));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <random>
 
+#include "tarn/readers/readers.h"
 #include "tarn/zuc/zuc_reader.h"
 #include "tests/support/random_module.h"
 #include "tests/support/temp_dir.h"
@@ -90,6 +91,29 @@ TEST_F(Why, NothingElseMattersAndNothingCanBeSpared) {
       }
   }
   EXPECT_GT(asked, 300);
+}
+
+TEST_F(Why, OfAFunctionTooLargeToSearch) {
+  // a0 b0 + a1 b1 + ..., in the order in which its diagram doubles with each a.
+  constexpr size_t pairs = 15;
+  std::string a, b, rows;
+  for (size_t k = 0; k < pairs; ++k) {
+    a += " a" + std::to_string(k);
+    b += " b" + std::to_string(k);
+    rows += std::string(2 * pairs, '-') + " 1\n";
+    rows[rows.size() - 4 - k] = rows[rows.size() - 4 - pairs - k] = '1';
+  }
+  module = read_netlist(dir.write("wide.blif", ".model wide\n.inputs" + a + b + "\n.outputs o\n" +
+                                                   ".names" + a + b + " o\n" + rows + ".end\n"));
+  simulation = std::make_unique<Simulation>(module);
+  before = simulation->state();
+  for (size_t row = 0; row < 2 * pairs; ++row) simulation->choose_input(row, SignalState::one);
+  choices = choices_of(simulation->state());
+  simulation->step(nullptr);
+  const std::vector<Cause> causes =
+      Reasons(*simulation).causes({SignalPlace::output, 0}, {before, choices, simulation->state()});
+  ASSERT_EQ(causes.size(), 2u);
+  EXPECT_EQ(causes[0].name.substr(1), causes[1].name.substr(1));
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 // Servers that are late, leave, or say what nobody asked for: the instant has not taken place.
 
+#include <poll.h>
+
 #include <thread>
 
 #include "base/connection.h"
 #include "engine/recording.h"
 #include "engine/server_steps.h"
+#include "tarn/model/evaluation_service.h"
 #include "tests/server/valued_module.h"
 
 namespace kiva::test {
@@ -71,6 +74,28 @@ TEST_F(Connecting, AnInstantHasAllItsValuesOrHasNotTakenPlace) {
   }
 }
 
+TEST_F(Connecting, AnInstantWithTextBehindItHasNotTakenPlace) {
+  load(x_by_t1(5), "5: %1(0);\n");
+  FakeServer server([](const std::string&) { return "4"; });
+  Connection connection("127.0.0.1", server.port(), milliseconds(5000));
+  connection.open();
+  ServerSteps steps(&connection);
+  auto& ask = Session::current().part<EvaluationService>().ask;
+  ask = [&, asked = ask](const std::string& request) {
+    const std::string reply = asked(request);
+    server.say("2");
+    pollfd more{connection.handle()->fd, POLLIN, 0};
+    poll(&more, 1, 5000);
+    return reply;
+  };
+  EXPECT_EQ(step(steps), "") << "nothing is asked";
+  simulation->choose_input(0, SignalState::one);
+  const SimulationState before = simulation->state();
+  EXPECT_THAT(step(steps), HasSubstr("text that belongs to no request"));
+  EXPECT_TRUE(simulation->state() == before);
+  EXPECT_THROW(connection.ask("b"), ConnectionFault) << "until it is opened again";
+}
+
 TEST_F(Connecting, ThePastAsksNobodyAndABranchAsksAgain) {
   load(x_by_t1(5), "5: %1(0);\n");
   int number = 0;
@@ -115,17 +140,6 @@ TEST_F(Connecting, ThePastAsksNobodyAndABranchAsksAgain) {
   EXPECT_EQ(x_text(), "4");
   EXPECT_TRUE(recording.back() && recording.forward());
   EXPECT_EQ(simulation->state(), last);
-}
-
-TEST_F(Connecting, WhatNobodyAskedForEndsTheConnection) {
-  FakeServer server([](const std::string&) { return "true"; });
-  Connection connection("127.0.0.1", server.port(), milliseconds(5000));
-  connection.open();
-  EXPECT_EQ(connection.ask("a"), "true");
-  server.say("more");
-  EXPECT_THROW(connection.check_silent(milliseconds(5000)), ConnectionFault);
-  EXPECT_EQ(connection.state(), Connection::State::lost);
-  EXPECT_THROW(connection.ask("b"), ConnectionFault) << "until it is opened again";
 }
 
 }  // namespace

@@ -1,14 +1,10 @@
-// Servers that are not there, die, talk nonsense or are slow: each is an ordinary instant, and the
-// next one runs.
-
-#include <chrono>
+// Servers that are not there, die or talk nonsense: each is an ordinary instant, and the next one
+// runs.
 
 #include "tests/server/valued_module.h"
 
 namespace kiva::test {
 namespace {
-
-using testing::HasSubstr;
 
 class Faults : public ValuedModule {
  protected:
@@ -48,17 +44,6 @@ TEST_F(Faults, ServerThatTalksNonsense) {
   instant(server.client(), "3");
   EXPECT_EQ(test_state(), SignalState::bottom);
   EXPECT_EQ(x_text(), nonsense);
-  expect_register_follows(server.client());
-}
-
-TEST_F(Faults, ServerThatIsSlow) {
-  FakeServer server([](const std::string&) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    return "true";
-  });
-  instant(server.client(), "3");
-  EXPECT_EQ(test_state(), SignalState::one);
-  EXPECT_EQ(x_text(), "true");
   expect_register_follows(server.client());
 }
 

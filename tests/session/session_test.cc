@@ -15,6 +15,7 @@
 #include "tarn/model/module.h"
 #include "tarn/model/rules.h"
 #include "tarn/model/sexception.h"
+#include "tarn/zuc/zuc_reader.h"
 #include "tests/support/process_end.h"
 #include "tests/support/setting.h"
 #include "tests/support/temp_dir.h"
@@ -194,9 +195,13 @@ TEST(Diagnostics, EndTheWorkByOneExceptionWhereThereIsASink) {
              "\"o\" depends on itself in one instant: o -> p -> o"},
         Case{"module m: Output: o;\nautomaton state: s; state: e final; transition: initial-> s; s "
              "[o] e; e [o] s; end",
-             ":2:", "no transition can leave the final state \"e\""}}) {
+             ":2:", "no transition can leave the final state \"e\""},
+        Case{"module: m 0 1 connexion: S R T; equation_def: 0 expressions: end:\n"
+             "binding: (7, 8): value: 0; end:\nevaltable: 0: $0; end:",
+             ":3", "unknown data signal:7"}}) {
     const std::string file = dir.write("m.zu", c.source);
-    const auto work = [&file] {
+    const auto work = [&] {
+      if (std::string(c.source).starts_with("module:")) (void)read_zuc_file(file, "", "");
       Compilation::zu_parse(file.c_str());
       Compilation::ModTable()->get("m")->compile();
     };

@@ -156,6 +156,8 @@ TEST_F(ConsoleInput, RunsUntilAndAtRandomAndTellsWhy) {
   EXPECT_EQ(again.out, drawn.out);
   EXPECT_NE(again.err.find("coverage of toggle in 80 instants\n"), std::string::npos) << again.err;
   EXPECT_EQ(run_program("kiva-console", "--bias X=1 " + random).status, 1);
+  EXPECT_EQ(run_program("kiva-console", "--random 3 --bias T=1 " + module).out,
+            run_program("kiva-console", module, "T\nT\nT\n").out);
   EXPECT_EQ(run_program("kiva-console", "--format none " + random).out, "");
   const auto digest = [&](const std::string& runs) {
     return run_program("kiva-console", "--format digest " + module + " " + runs).out;
@@ -192,12 +194,17 @@ TEST_F(ConsoleInput, MergesTheCoverageOfSourceTexts) {
   const std::string file = "--coverage-file " + dir.file("merged") + " ";
   EXPECT_EQ(never(file, one), first);
   EXPECT_EQ(never(file, other), neither);
+
+  const std::string steps = dir.file("steps");
+  for (const char* stimuli : {"T\n", "\n"})
+    run_program("kiva-console", "--coverage-file " + steps + " " + module, stimuli);
+  EXPECT_EQ(nlohmann::json::parse(read_text(steps))["steps"].dump(), R"([["0","0"],["0","1"]])");
 }
 
 TEST_F(ConsoleInput, WrongUsageEndsWithTwo) {
   for (const char* arguments :
        {"", "a b c", "--format xml m.zuc", "--server localhost m.zuc", "--server h 0 m.zuc",
-        "--server h 65536 m.zuc", "--server h port m.zuc", "--nonsense"}) {
+        "--server h 65536 m.zuc", "--server h port m.zuc", "--server h '' m.zuc", "--nonsense"}) {
     const ProgramRun run = run_program("kiva-console", arguments);
     EXPECT_EQ(run.status, 2) << arguments;
     EXPECT_NE(run.err, "") << arguments;

@@ -86,6 +86,17 @@ TEST_F(Files, AFullStandardOutputIsAnError) {
           << command << output;
 }
 
+TEST_F(Files, AStandardInputThatCannotBeReadIsAnError) {
+  for (const auto& [command, place] : {std::pair{"kiva-console' " + module, "standard input:1"},
+                                       {std::string("tarn' --fmt -"), "<stdin>"}}) {
+    const std::string call = "'" KIVA_PROGRAMS "/" + command + " <" + folder + " >'" +
+                             dir.file("out") + "' 2>'" + dir.file("err") + "'";
+    EXPECT_EQ(WEXITSTATUS(std::system(call.c_str())), 1);
+    EXPECT_EQ(read_text(dir.file("err")),
+              std::string(place) + ": error: cannot be read to its end\n");
+  }
+}
+
 TEST_F(Files, AnInterruptLeavesTheOlderFileAlone) {
   const std::string out = dir.write("out", "old");
   int pipe_ends[2];

@@ -288,8 +288,10 @@ TEST(Tarn, RefusesWithOneLineAndAStatus) {
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.err, dir.file("kiva_good.cc") + ": error: cannot be written\n");
 
-  for (const std::string& wrong : {std::string(), "--nonsense " + good, dir.file("m.txt"),
-                                   "--kiva -d " + dir.file("nowhere") + " " + good}) {
+  setenv("DISPLAY", "nowhere", 1);
+  for (const std::string& wrong :
+       {std::string(), "--nonsense " + good, "--windows " + good, dir.file("m.txt"),
+        "--kiva -d " + dir.file("nowhere") + " " + good}) {
     run = run_program("tarn", wrong);
     EXPECT_EQ(run.status, 2) << wrong;
     EXPECT_EQ(run.out, "");

@@ -148,6 +148,8 @@ TEST(ZuFaults, OfNamesAndNumbers) {
        "1:69: error: \"1\" is declared twice\n1:62: note: first declared here\n"
        "2:24: error: the place of module \"n\" is declared twice\n2:16: note: first declared here\n"
        "2:52: error: two states have the name \"s\"\n2:42: note: the other one stands here\n"},
+      {head + "repeat 100000000 { pause } end",
+       "2:1: error: too many copies of one statement: 100000000\n"},
   };
   for (const Case& c : cases) EXPECT_EQ(faults(c.text), c.lines) << c.text;
 }

@@ -109,9 +109,9 @@ struct Valued {
       Compilation::GDataMethodTable() = make_kept<DataMethodTable>();
       Compilation::GDataMethodTable()->addMethod(
           make_kept<MethodDecl>("int", "f", std::list<std::string>{"int", "int"}));
-      k = make_kept<ConstantDecl>("int", "k", nullptr);
+      k = make_kept<ConstantDecl>("int", "k-", nullptr);
       k->setValue(make_kept<DataValue>("3", k));
-      z = make_kept<ConstantDecl>("int", "z", nullptr);
+      z = make_kept<ConstantDecl>("int", "k+", nullptr);
       Compilation::constantTable().addConstant(k);
       Compilation::constantTable().addConstant(z);
     }
@@ -185,8 +185,8 @@ const char* const valued_text =
     "method:\n"
     "int f(int, int);\n"
     "constant:\n"
-    "int k   \"3\";\n"
-    "int z;\n"
+    "int k_   \"3\";\n"
+    "int k__bis;\n"
     "end:\n"
     "\n";
 
