@@ -1527,6 +1527,10 @@
         <translation>l’état « %1 » n’est déclaré nulle part</translation>
     </message>
     <message>
+        <source>state &quot;%1&quot; is declared nowhere; the beginning is written initial-&gt;, without a blank</source>
+        <translation>l’état « %1 » n’est déclaré nulle part ; le début s’écrit initial-&gt;, sans espace</translation>
+    </message>
+    <message>
         <source>this is a state like others; the beginning is written initial-&gt;</source>
         <translation>c’est un état comme les autres ; le début s’écrit initial-&gt;</translation>
     </message>

@@ -66,30 +66,34 @@ class ConsoleRun {
 
   int run() {
     if (!why_) trace_->begin(out_);
-    const bool saves = !options_.save_stimuli.empty() || why_;
-    const bool covers = options_.coverage || !options_.coverage_file.empty() || why_;
-    const bool looks = covers || saves || until_ || trace_->looks();
+    const bool looks = covers() || saves() || until_ || trace_->looks();
     SimulationState before;
     Choices choices;
     while (!ended_ && next_choices()) {
-      if (covers) before = simulation_.state();
-      if (saves) choices = choices_of(simulation_.state());
+      if (covers()) before = simulation_.state();
+      if (saves()) choices = choices_of(simulation_.state());
       steps_->step(simulation_);
       if (!looks && !awaits()) continue;
       const SimulationState& state = simulation_.state();
-      if (!options_.save_stimuli.empty()) save(choices);
-      if (covers) coverage_.note(before, state);
-      check(state);
-      ended_ = until_ && until_->holds(state);
+      note(before, choices, state);
       if (why_ && state.instant == why_->instant)
         return why_->print(out_, {before, choices, state});
-      if (why_) continue;
-      write(state);
+      if (!why_) write(state);
     }
     return end();
   }
 
  private:
+  bool saves() const { return !options_.save_stimuli.empty() || why_; }
+  bool covers() const { return options_.coverage || !options_.coverage_file.empty() || why_; }
+
+  void note(const SimulationState& before, const Choices& choices, const SimulationState& state) {
+    if (!options_.save_stimuli.empty()) save(choices);
+    if (covers()) coverage_.note(before, state);
+    check(state);
+    ended_ = until_ && until_->holds(state);
+  }
+
   void write(const SimulationState& state) {
     trace_->write(out_, state);
     if (server_) out_.flush();  // the next instant may fail
