@@ -126,6 +126,11 @@ class bddpp_manager {
   /// with them and nodes that were taken out of the table stay. A pointer to a node holds nothing:
   /// to be called between phases, where all that goes on has handles. Gives how many have gone.
   long collect_unheld();
+  /// The same where there are twice as many nodes as it left last, and half a million at least:
+  /// looking for them costs as much as there are.
+  void collect_when_doubled();
+  /// Nodes ever made, without those that `collect_unheld` has destroyed.
+  long Bdd_kept_size() const { return Bdd_total_size() - collected_; }
   /// Bytes that stand ready for nodes and for finding them.
   std::size_t table_bytes() const { return internal_unique_table.bytes(); }
 
@@ -402,6 +407,8 @@ class bddpp_manager {
   bdd_node* new_variable(long index, const std::string& name);
   bdd variable_handle(bdd_node* node);
   unique_table internal_unique_table;
+  long collected_ = 0;        ///< nodes, by collect_unheld
+  long left_collecting_ = 0;  ///< by the last of it
   std::unique_ptr<call_memory> internal_call_memory;
   bdd_node* internal_bdd_node_one = nullptr;
 

@@ -1,5 +1,6 @@
 // The manager's nodes: making, numbering, marking, checking, freeing.
 
+#include <algorithm>
 #include <iostream>
 
 #include "base/process_end.h"
@@ -142,7 +143,15 @@ long bddpp_manager::collect_unheld() {
     const bool taken_out = node->internal_in_table == 0 && node->internal_var_id >= 0;
     if (node->held_by_handle() || taken_out) hold(node);
   });
-  return internal_unique_table.sweep(held.stamp());
+  const long gone = internal_unique_table.sweep(held.stamp());
+  collected_ += gone;
+  left_collecting_ = Bdd_kept_size();
+  return gone;
+}
+
+void bddpp_manager::collect_when_doubled() {
+  constexpr long least = 500'000;
+  if (Bdd_kept_size() >= std::max(least, 2 * left_collecting_)) collect_unheld();
 }
 
 void bddpp_manager::Bdd_free(const bdd&) {

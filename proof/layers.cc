@@ -12,7 +12,6 @@ namespace kiva::proof {
 
 namespace {
 constexpr long most_nodes = 100'000'000;
-constexpr long least_given_back = 500'000;
 struct Paused {};
 }  // namespace
 
@@ -117,14 +116,7 @@ void Layers::go_on() {
   layers_.push_back(layer_);
   reached_ = reached;
   layer_ = next;
-  give_back();
-}
-
-/// What images were made of is needed no more. Looking for it costs as much as there are nodes.
-void Layers::give_back() {
-  if (nodes() < std::max(least_given_back, 2 * kept_)) return;
-  given_back_ += manager().collect_unheld();
-  kept_ = nodes();
+  manager().collect_when_doubled();  // what images were made of is needed no more
 }
 
 Run Layers::run_to(bdd found, size_t number) {

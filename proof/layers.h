@@ -48,8 +48,7 @@ class Layers {
   Run run_to(bdd found, size_t number);
 
  private:
-  long nodes() const { return system_.manager.Bdd_total_size() - given_back_; }
-  void give_back();
+  long nodes() const { return system_.manager.Bdd_kept_size(); }
   void order_variables();
   bdd function(Literal a) const;
   long new_variable();
@@ -65,8 +64,6 @@ class Layers {
   bdd reached_, layer_;
   std::vector<bdd> layers_;
   bool too_large_ = false;
-  long given_back_ = 0;  ///< nodes
-  long kept_ = 0;        ///< nodes, when some were given back last
 };
 
 }  // namespace kiva::proof

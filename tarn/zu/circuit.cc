@@ -112,6 +112,8 @@ void compile_branches(const std::vector<Statement*>& branches, Module* module,
     own->begin_branch(module);
     compile_branch(branch, module, own);
     table->unify_later(own, module);
+    // Most nodes were made on the way to functions that have grown since.
+    table->getBddexpressionWood()->my_bdd_manager()->collect_when_doubled();
   };
   if (branches.size() < 2) return compile_branch(branches[0], module, table);
   const BranchTable before(table->branch(module), module);
