@@ -234,7 +234,8 @@ TEST(RunOfFiles, GoesByTheListThenTheDeclarationThenTheSource) {
   Module::CompilationFileList() = &files;
   EXPECT_EQ(trace(main + "run edge end", "e", ". i"), "_1") << "without a declaration";
   EXPECT_EQ(trace(main + "loop { run edge } end", "e", ". i"), "_1");
-  files = {dir.write("lib.zu", std::string("module first: end ;; module edge:\n") + edge)};
+  files = {dir.write("lib.zu", std::string("module first: end ;; module edge:\n") + edge),
+           dir.write("later.zu", "module edge: Input: i; Output: e; emit e end")};
   EXPECT_EQ(trace(main + "loop { run edge } end", "e", ". i"), "_1") << "from source text";
   Module::CompilationFileList() = nullptr;
 }
