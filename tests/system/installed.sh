@@ -41,12 +41,16 @@ desktop-file-validate "$tree/share/applications/org.kiva.kiva.desktop" || fail "
 appstreamcli validate --no-net "$tree/share/metainfo/org.kiva.kiva.metainfo.xml" >"$work/appstream" ||
   fail "the metainfo: $(cat "$work/appstream")"
 update-mime-database "$tree/share/mime" >/dev/null 2>&1
-for kind in zu:text/x-zu zuc:application/x-zuc; do
-  grep -q "^[0-9]*:${kind#*:}:\*\.${kind%:*}$" "$tree/share/mime/globs2" || fail "the type of .${kind%:*}"
+# A compiled module is known without its ending, too.
+cp "$source/examples/lift/lift.zu" "$source/examples/counter/counter.zuc" "$work/mine"
+cp "$work/mine/counter.zuc" "$work/mine/nameless"
+for kind in lift.zu:text/x-zu counter.zuc:application/x-zuc nameless:application/x-zuc; do
+  found=$(XDG_CURRENT_DESKTOP=XFCE XDG_DATA_DIRS="$tree/share:/usr/share" xdg-mime query filetype "$work/mine/${kind%:*}")
+  [ "$found" = "${kind#*:}" ] || fail "${kind%:*} has the type $found"
 done
+rm "$work/mine/nameless"
 
 # Completion of modules, by bash's own means.
-cp "$source/examples/counter/counter.zuc" "$work/mine"
 cd "$work/mine"
 found=$(bash -c '. "$1"; COMP_WORDS=(tarn counter.zuc --eval ca); COMP_CWORD=3; compopt() { :; }; _tarn; echo "${COMPREPLY[@]}"' \
   - "$tree/share/bash-completion/completions/tarn")
