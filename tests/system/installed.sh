@@ -58,6 +58,13 @@ found=$(bash -c '. "$1"; COMP_WORDS=(tarn counter.zuc --eval ca); COMP_CWORD=3; 
 found=$(HOME=$work/fish fish -c "source $tree/share/fish/vendor_completions.d/kiva-console.fish; complete -C 'kiva-console --format vc'" | cut -f1)
 [ "$found" = vcd ] || fail "fish completes vc to \"$found\""
 
+# A log of remarks, of a file with a blank in its name, as its standard has it.
+printf 'module a: Input: i; Output: o;\npresent o emit o\nend\n' >'two words.zu'
+tarn -q --sarif remarks 'two words.zu' 2>/dev/null && fail "a circle is taken"
+/usr/bin/python3 -c 'import json, jsonschema, sys; jsonschema.validate(*(json.load(open(f)) for f in sys.argv[1:]))' \
+  remarks "$source/tests/system/sarif.schema.json" 2>schema || fail "the log of remarks: $(cat schema)"
+rm remarks schema 'two words.zu'
+
 # The program of the page, by CMake and by pkg-config.
 # fenced LANGUAGE: the first block of the page in it.
 fenced() {
