@@ -115,7 +115,7 @@ if(NOT kiva_no_site)
   add_custom_target(kiva_site ALL DEPENDS ${PROJECT_BINARY_DIR}/site/index.html)
   install(DIRECTORY ${PROJECT_BINARY_DIR}/site/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/html COMPONENT doc)
 endif()
-install(DIRECTORY editors DESTINATION ${CMAKE_INSTALL_DATADIR}/kiva COMPONENT doc)
+install(DIRECTORY editors DESTINATION ${CMAKE_INSTALL_DATADIR}/kiva COMPONENT doc USE_SOURCE_PERMISSIONS)
 
 if(PROJECT_IS_TOP_LEVEL)
   include(cmake/packages.cmake)

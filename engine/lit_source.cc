@@ -7,6 +7,7 @@
 #include "engine/lit_source.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
 
@@ -15,7 +16,10 @@
 
 namespace kiva {
 
-LitSource::LitSource(const std::string& map_text, const Simulation& simulation) {
+LitSource::LitSource(const std::string& map_text, const Simulation& simulation,
+                     const std::string& module_file)
+    : folder_(module_file.empty() ? ""
+                                  : std::filesystem::weakly_canonical(module_file).parent_path()) {
   const MapRows rows(simulation);
   try {
     const nlohmann::json json = nlohmann::json::parse(map_text);
@@ -23,7 +27,8 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
       problem_ = "the map is of another module, " + json.at("module").dump();
       return;
     }
-    for (const auto& [file, hash] : json.at("sources").items()) hashes_.emplace_back(file, hash);
+    for (const auto& [file, hash] : json.at("sources").items())
+      hashes_.emplace_back(file_at(file), hash);
     for (size_t row : rows.of_all(json.at("locals")))
       if (row != MapRows::none) declared_.push_back(row);
     for (const nlohmann::json& of : json.at("instances")) read_instance(of, rows);
@@ -31,6 +36,16 @@ LitSource::LitSource(const std::string& map_text, const Simulation& simulation) 
     problem_ = "is no map of a source text";
     instances_.clear();
   }
+}
+
+std::string LitSource::file_at(const std::string& file) const {
+  return folder_.empty() || file.empty() ? file : (folder_ / file).lexically_normal().string();
+}
+
+SourcePlace LitSource::place(const nlohmann::json& span) const {
+  SourcePlace place = map_place(span);
+  place.file = file_at(place.file);
+  return place;
 }
 
 void LitSource::read_instance(const nlohmann::json& of, const MapRows& rows) {
@@ -48,15 +63,15 @@ void LitSource::read_instance(const nlohmann::json& of, const MapRows& rows) {
   read_states(of, circuits);
   for (const nlohmann::json& part : of.at("statements")) {
     if (part.at("span").is_null()) continue;
-    if (instance.file.empty()) instance.file = part["span"].at(0);
-    circuits.parts.push_back({map_place(part["span"]), part.at("leaf"), rows.of(part.at("set")),
+    if (instance.file.empty()) instance.file = file_at(part["span"].at(0));
+    circuits.parts.push_back({place(part["span"]), part.at("leaf"), rows.of(part.at("set")),
                               rows.of(part.at("reset")), rows.of(part.at("end")),
                               rows.of_all(part.at("active")), rows.of_all(part.at("next")),
                               rows.of_all(part.value("stops", nlohmann::json::array()))});
   }
   for (const nlohmann::json& condition : of.value("conditions", nlohmann::json::array()))
     if (!condition.at("span").is_null())
-      circuits.conditions.push_back({map_place(condition["span"]), rows.of(condition.at("value")),
+      circuits.conditions.push_back({place(condition["span"]), rows.of(condition.at("value")),
                                      rows.of_all(condition.at("looked")),
                                      rows.of_all(condition.at("stops"))});
 }
@@ -64,7 +79,7 @@ void LitSource::read_instance(const nlohmann::json& of, const MapRows& rows) {
 /// Before the parts are: an automaton is the first of its module.
 void LitSource::read_states(const nlohmann::json& of, Circuits& into) {
   for (const nlohmann::json& state : of.value("states", nlohmann::json::array()))
-    into.states.push_back({map_place(state.at("span")), state.at("name"), state.at("code"),
+    into.states.push_back({place(state.at("span")), state.at("name"), state.at("code"),
                            state.at("final"), into.parts.size()});
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
@@ -49,8 +50,10 @@ class LitSource {
     Light light;
   };
 
-  /// Reads the map; `problem` says why it cannot be used.
-  LitSource(const std::string& map_text, const Simulation& simulation);
+  /// Reads the map; `problem` says why it cannot be used. Where `module_file` is told, sources have
+  /// their whole paths, by the map beside it; else the names of the map.
+  LitSource(const std::string& map_text, const Simulation& simulation,
+            const std::string& module_file = "");
   const std::string& problem() const { return problem_; }
   const std::vector<Instance>& instances() const { return instances_; }
   /// Rows of the locals that the user declared.
@@ -110,6 +113,10 @@ class LitSource {
   void read_instance(const nlohmann::json& of, const MapRows& rows);
   void read_states(const nlohmann::json& of, Circuits& into);
 
+  std::string file_at(const std::string& file) const;
+  SourcePlace place(const nlohmann::json& span) const;
+
+  std::filesystem::path folder_;  ///< from which the map names files
   std::string problem_;
   std::vector<Instance> instances_;
   std::vector<size_t> declared_;

@@ -115,6 +115,8 @@ FstTrace::~FstTrace() {
 }
 
 void FstTrace::begin(std::ostream&) {
+  // Else the program writes the day into what it makes.
+  file_ << "$date none $end\n";
   dump_.begin(file_);
 }
 

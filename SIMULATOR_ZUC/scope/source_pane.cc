@@ -56,7 +56,8 @@ void SourcePane::load(const QString& module_file) {
     return;
   }
   auto source =
-      std::make_unique<LitSource>(file.readAll().toStdString(), time_->recording().simulation());
+      std::make_unique<LitSource>(file.readAll().toStdString(), time_->recording().simulation(),
+                                  QFile::encodeName(module_file).toStdString());
   if (!source->problem().empty() || source->instances().empty()) {
     note_->setText(QString::fromStdString(source->problem()));
     return;

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <memory>
@@ -36,7 +37,7 @@ class Debuggee {
       : simulation_(module), recording_(&simulation_), names_(simulation_), none_(nullptr) {
     std::ifstream map(file + ".map");
     if (!map) return;
-    source_.emplace(read_all(map), simulation_);
+    source_.emplace(read_all(map), simulation_, file);
     if (!source_->problem().empty()) source_.reset();
   }
 
@@ -220,7 +221,9 @@ class Adapter {
   };
 
   json set_breakpoints(const json& arguments) {
-    const std::string file = arguments.at("source").at("path");
+    // By the path without links, as the map's files have it.
+    const std::string file =
+        std::filesystem::weakly_canonical(arguments.at("source").at("path").get<std::string>());
     std::vector<Stop>& stops = stops_[file];
     stops.clear();
     json told = json::array();

@@ -9,7 +9,7 @@
 namespace kiva::tarn_program {
 
 std::string map_of(Module* module, const std::string& file) {
-  if (is_source(file)) return source_map_text(source_map(module), module->getName());
+  if (is_source(file)) return source_map_text(source_map(module), module->getName(), "");
   std::ifstream in(file + ".map");
   return {std::istreambuf_iterator<char>(in), {}};
 }

@@ -29,7 +29,7 @@ std::vector<Lights> lights_along(const std::string& file, Options options, Messa
   std::vector<Lights> lights;
   if (modules.empty()) return lights;
   Simulation simulation(modules.front());
-  const LitSource source(map_of(modules.front(), file), simulation);
+  const LitSource source(map_of(modules.front(), file), simulation, file);
   simulation.load();
   for (const std::vector<bool>& inputs : run) {
     proof::run_instant(simulation, inputs);

@@ -241,7 +241,7 @@ bool Translation::bench(Module* module) {
 
 bool Translation::write_map(Module* module, const std::string& path) {
   WholeFile file(path);
-  if (file.opened()) file.out() << source_map_text(source_map(module), module->getName());
+  if (file.opened()) file.out() << source_map_text(source_map(module), module->getName(), path);
   if (!file.opened() || !file.finish()) return fail({path, 0, 0, 0, 0}, "cannot be written");
   return true;
 }

@@ -1,6 +1,7 @@
 // A map as JSON. It is written without a tree of values: a map may be long.
 
 #include <filesystem>
+#include <map>
 #include <set>
 
 #include "base/json_text.h"
@@ -10,18 +11,32 @@ namespace kiva {
 
 namespace {
 
-std::string place_of_file(const std::string& file) {
-  return std::filesystem::absolute(file).lexically_normal();
-}
+/// How files are named in a map that goes into `folder`.
+class FileNames {
+ public:
+  explicit FileNames(const std::string& map_file) {
+    if (!map_file.empty()) folder_ = std::filesystem::absolute(map_file).parent_path();
+  }
+  const std::string& of(const std::string& file) {
+    std::string& name = names_[file];
+    if (name.empty())
+      name = folder_.empty() ? std::filesystem::absolute(file).lexically_normal()
+                             : std::filesystem::proximate(file, folder_);
+    return name;
+  }
+
+ private:
+  std::map<std::string, std::string> names_;
+  std::filesystem::path folder_;
+};
 
 /// The files that spans of the map name, in the order of their first.
-std::vector<std::string> source_files(const SourceMap& map) {
+std::vector<std::string> source_files(const SourceMap& map, FileNames& names) {
   std::vector<std::string> files;
   std::set<std::string> met;
   const auto enter = [&](const SourceSpan& at) {
     if (!at.known()) return;
-    const std::string file = place_of_file(*at.file);
-    if (met.insert(file).second) files.push_back(file);
+    if (met.insert(names.of(*at.file)).second) files.push_back(*at.file);
   };
   for (const SourceMap::Instance& instance : map.instances) {
     for (const SourceMap::Part& part : instance.parts) enter(part.span);
@@ -35,7 +50,7 @@ std::vector<std::string> source_files(const SourceMap& map) {
 /// The instances of a map as text.
 class InstancesText {
  public:
-  explicit InstancesText(JsonText& json) : json_(json) {}
+  InstancesText(JsonText& json, FileNames& names) : json_(json), names_(names) {}
 
   void put(const SourceMap::Instance& instance, size_t number) {
     json_.open_object();
@@ -115,27 +130,31 @@ class InstancesText {
   void put(const SourceSpan& at) {
     if (!at.known()) return json_.put_null("span");
     json_.open_array("span");
-    json_.add(place_of_file(*at.file));
+    json_.add(names_.of(*at.file));
     for (const int number : {at.first_line, at.first_column, at.last_line, at.last_column})
       json_.add(number);
     json_.close();
   }
 
   JsonText& json_;
+  FileNames& names_;
 };
 
 }  // namespace
 
-std::string source_map_text(const SourceMap& map, const std::string& module) {
+std::string source_map_text(const SourceMap& map, const std::string& module,
+                            const std::string& file) {
+  FileNames names(file);
   JsonText json;
   json.open_object();
   json.put("module", module);
   json.open_object("sources");
-  for (const std::string& file : source_files(map)) json.put(file, file_hash(file));
+  for (const std::string& source : source_files(map, names))
+    json.put(names.of(source), file_hash(source));
   json.close();
   json.put("locals", map.locals);
   json.open_array("instances");
-  InstancesText text(json);
+  InstancesText text(json, names);
   for (size_t i = 0; i < map.instances.size(); ++i) text.put(map.instances[i], i);
   json.close();
   json.close();

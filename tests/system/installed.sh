@@ -41,18 +41,29 @@ desktop-file-validate "$tree/share/applications/org.kiva.kiva.desktop" || fail "
 appstreamcli validate --no-net "$tree/share/metainfo/org.kiva.kiva.metainfo.xml" >"$work/appstream" ||
   fail "the metainfo: $(cat "$work/appstream")"
 update-mime-database "$tree/share/mime" >/dev/null 2>&1
-for kind in zu:text/x-zu zuc:application/x-zuc; do
-  grep -q "^[0-9]*:${kind#*:}:\*\.${kind%:*}$" "$tree/share/mime/globs2" || fail "the type of .${kind%:*}"
+# A compiled module is known without its ending, too.
+cp "$source/examples/lift/lift.zu" "$source/examples/counter/counter.zuc" "$work/mine"
+cp "$work/mine/counter.zuc" "$work/mine/nameless"
+for kind in lift.zu:text/x-zu counter.zuc:application/x-zuc nameless:application/x-zuc; do
+  found=$(XDG_CURRENT_DESKTOP=XFCE XDG_DATA_DIRS="$tree/share:/usr/share" xdg-mime query filetype "$work/mine/${kind%:*}")
+  [ "$found" = "${kind#*:}" ] || fail "${kind%:*} has the type $found"
 done
+rm "$work/mine/nameless"
 
 # Completion of modules, by bash's own means.
-cp "$source/examples/counter/counter.zuc" "$work/mine"
 cd "$work/mine"
 found=$(bash -c '. "$1"; COMP_WORDS=(tarn counter.zuc --eval ca); COMP_CWORD=3; compopt() { :; }; _tarn; echo "${COMPREPLY[@]}"' \
   - "$tree/share/bash-completion/completions/tarn")
 [ "$found" = carry ] || fail "bash completes ca to \"$found\""
 found=$(HOME=$work/fish fish -c "source $tree/share/fish/vendor_completions.d/kiva-console.fish; complete -C 'kiva-console --format vc'" | cut -f1)
 [ "$found" = vcd ] || fail "fish completes vc to \"$found\""
+
+# A log of remarks, of a file with a blank in its name, as its standard has it.
+printf 'module a: Input: i; Output: o;\npresent o emit o\nend\n' >'two words.zu'
+tarn -q --sarif remarks 'two words.zu' 2>/dev/null && fail "a circle is taken"
+/usr/bin/python3 -c 'import json, jsonschema, sys; jsonschema.validate(*(json.load(open(f)) for f in sys.argv[1:]))' \
+  remarks "$source/tests/system/sarif.schema.json" 2>schema || fail "the log of remarks: $(cat schema)"
+rm remarks schema 'two words.zu'
 
 # The program of the page, by CMake and by pkg-config.
 # fenced LANGUAGE: the first block of the page in it.

@@ -71,7 +71,7 @@ class Lit {
     compiled_.module()->finalize(0);
     simulation_ = std::make_unique<Simulation>(compiled_.module());
     const std::string map =
-        source_map_text(source_map(compiled_.module()), compiled_.module()->getName());
+        source_map_text(source_map(compiled_.module()), compiled_.module()->getName(), "");
     source_ = std::make_unique<LitSource>(map, *simulation_);
     EXPECT_EQ(source_->problem(), "");
     drawn_ = automata_of_map(map);
