@@ -1,4 +1,5 @@
-// Nodes come in their order, each into a register that is kept until others need it. A register may
+// Nodes come depth first, so that most are read while they are still in the register that they were
+// made in; a register is kept until others need it. A register may
 // hold a node's complement: where both operands come complemented, the node is the complement of
 // the or of what is held, and no instruction is spent on it. What is read again after its register
 // was taken has a byte in memory: one that is stored anyway, or one of its own.
@@ -14,6 +15,7 @@
 #include <asmjit/x86.h>
 
 #include "base/check.h"
+#include "base/graph_walk.h"
 
 namespace kiva::code {
 
@@ -50,7 +52,7 @@ class Writer {
       first_[node] = static_cast<std::uint32_t>(next_.size() - 1);
     }
     stores_ = &stores;
-    cone_ = aig.cone(roots);
+    put_in_order(roots);
     for (std::uint32_t node : cone_) {
       if (aig.is_and(node)) {
         ++places_[node_of(aig.left(node))].uses;
@@ -77,6 +79,22 @@ class Writer {
   std::uint32_t slots_used() const { return free_slot_; }
 
  private:
+  /// What the roots need, each behind what it needs itself.
+  void put_in_order(const std::vector<Literal>& roots) {
+    std::vector<bool> placed(aig_.size(), false);
+    const auto is_placed = [&](std::uint32_t node) { return placed[node]; };
+    const auto needs = [&](std::uint32_t node, auto ask) {
+      if (!aig_.is_and(node)) return;
+      ask(node_of(aig_.left(node)));
+      ask(node_of(aig_.right(node)));
+    };
+    for (const Literal root : roots)
+      walk_from_below<std::uint32_t>(node_of(root), is_placed, needs, [&](std::uint32_t node) {
+        placed[node] = true;
+        cone_.push_back(node);
+      });
+  }
+
   static constexpr std::uint32_t none = ~std::uint32_t{0};
   static constexpr int no_register = -1;
   static constexpr int registers = 13;
