@@ -42,11 +42,4 @@ bool Condition::holds(const SimulationState& state) const {
   return read.manager().Bdd_eval_for_literal(read.function(), form_->context.data()) == 1;
 }
 
-std::vector<SignalPlace> Condition::signals() const {
-  std::vector<SignalPlace> places;
-  for (const ConditionAtom& atom : form_->read.atoms())
-    if (atom.kind != ConditionAtom::instant) places.push_back(atom.place);
-  return places;
-}
-
 }  // namespace kiva

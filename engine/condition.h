@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "engine/condition_text.h"
 #include "engine/simulation.h"
@@ -22,8 +21,6 @@ class Condition {
 
   [[nodiscard]] bool holds(const SimulationState& state) const;
   const std::string& text() const { return text_; }
-  /// The signals that it names, in the order of the text.
-  std::vector<SignalPlace> signals() const;
 
  private:
   struct Form;
