@@ -286,6 +286,7 @@ TEST(Finalisation, TakesOutARegisterThatNeverChanges) {
     EXPECT_THAT(outcome.err, HasSubstr("detecting useless register held\n"));
     EXPECT_THAT(outcome.err, HasSubstr("Warning: reaffectation _s_held.next with SREG"));
     EXPECT_EQ(module->getRegisterList().size(), 2u) << "that of the pause, and the start";
+    EXPECT_EQ(module->getLocalSignalList().size(), 9u) << "of 21 those that something still reads";
     EXPECT_EQ(wood->exp_by_index(o->getInitialBddStatusId(module, wood))->my_bdd_exp(),
               initial != 0 ? x : wood->Bdd_zero());
     for (long id : wood->Set_of_exp())
