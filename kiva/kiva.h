@@ -92,8 +92,8 @@ class Run {
   /// One instant.
   void step();
   /// How a signal stood in the last instant, a register how it stands after it; unknown before the
-  /// first. Throws for an unknown name. In a long run asking for outputs alone is faster by far than
-  /// for any other signal.
+  /// first. Throws for an unknown name. In a long run asking for outputs alone is faster by far
+  /// than for any other signal.
   State state(const std::string& signal) const;
   /// Instants since the start.
   long instant() const;
