@@ -3,7 +3,6 @@
 
 #include "engine/map_notes.h"
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -19,7 +18,8 @@ constexpr size_t most_words = 48;
 
 class NotesOfMap {
  public:
-  explicit NotesOfMap(SourceNotes& notes) : notes_(notes) {}
+  NotesOfMap(const std::filesystem::path& folder, SourceNotes& notes)
+      : folder_(folder), notes_(notes) {}
 
   void read(const json& map) {
     size_t number = 0;
@@ -65,10 +65,10 @@ class NotesOfMap {
   }
 
   std::string place(const json& span) {
-    const std::string file = span[0];
+    const std::filesystem::path file = folder_ / span[0].get<std::string>();
     const int line = span[1], column = span[2], last_line = span[3], last_column = span[4];
-    const std::vector<std::string>& lines = lines_.of(file);
-    std::string text = std::filesystem::path(file).filename().string() + ':' + std::to_string(line);
+    const std::vector<std::string>& lines = lines_.of(file.string());
+    std::string text = file.filename().string() + ':' + std::to_string(line);
     if (line < 1 || static_cast<size_t>(line) > lines.size()) return plain(text);
     std::string words = lines[static_cast<size_t>(line) - 1];
     if (line == last_line) words.resize(std::min<size_t>(words.size(), last_column));
@@ -88,6 +88,7 @@ class NotesOfMap {
     return text;
   }
 
+  std::filesystem::path folder_;
   SourceNotes& notes_;
   std::string prefix_;
   SourceLines lines_;
@@ -95,14 +96,15 @@ class NotesOfMap {
 
 }  // namespace
 
-void read_map_notes(const std::string& map_text, SourceNotes& notes) {
-  NotesOfMap(notes).read(json::parse(map_text));
+void read_map_notes(const std::string& map_text, const std::filesystem::path& folder,
+                    SourceNotes& notes) {
+  NotesOfMap(folder, notes).read(json::parse(map_text));
 }
 
 SourceNotes::Names register_names(Module* module, const std::string& map_text) {
   SourceNotes notes;
   try {
-    if (!map_text.empty()) read_map_notes(map_text, notes);
+    if (!map_text.empty()) read_map_notes(map_text, "", notes);
   } catch (const json::exception&) {  // whoever wants the map says that it is none
     return {};
   }

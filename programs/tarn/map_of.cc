@@ -14,4 +14,8 @@ std::string map_of(Module* module, const std::string& file) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
+std::filesystem::path map_folder(const std::string& file) {
+  return is_source(file) ? "" : std::filesystem::path(file).parent_path();
+}
+
 }  // namespace kiva::tarn_program

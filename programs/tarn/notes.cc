@@ -17,7 +17,8 @@ SourceNotes source_notes(Module* module, const std::string& file, const Options&
   notes.made = "tarn " + programs::version() + options.words;
   notes.from = std::filesystem::path(file).filename().string() + ", FNV-1a " + file_hash(file);
   if (!options.classic) try {
-      if (const std::string map = map_of(module, file); !map.empty()) read_map_notes(map, notes);
+      if (const std::string map = map_of(module, file); !map.empty())
+        read_map_notes(map, map_folder(file), notes);
     } catch (const nlohmann::json::exception&) {  // whoever wants the map will say that it is none
       notes.of.clear();
     }

@@ -46,3 +46,9 @@ TZ=UTC written '2026-03-01 12:00:00' "$work/here"
 TZ=Asia/Tokyo LC_ALL=C written '2031-11-30 23:59:50' "$work/some where/else"
 diff -r "$work/here/out" "$work/some where/else/out" >"$work/differs" || fail "$(head -n 20 "$work/differs")"
 [ "$(find "$work/here/out" -type f | wc -l)" -gt 100 ] || fail "hardly anything was written"
+# Lines of the source are found from wherever the program is called.
+words='zu:[0-9]* [a-z]'
+(cd / && tarn -q --c -d "$work" "$work/here/out/bus_arbiter.zuc")
+grep -q "$words" "$work/bus_arbiter.c" || fail "no words of the source beside its lines"
+[ "$(grep -c "$words" "$work/bus_arbiter.c")" = "$(grep -c "$words" "$work/here/out/bus_arbiter.c")" ] ||
+  fail "fewer words from another folder"
