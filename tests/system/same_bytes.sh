@@ -35,6 +35,7 @@ written() {
       kiva-campaign --runs 200 -o out/$module.campaign out/$module.zuc
       tarn -q --cover -d out out/$module.zuc
     done
+    tarn --prove --certificate out/certificate bus_arbiter.zu >out/proofs
     "$1" out/site' sh "$source/scripts/site" "$targets" >"$work/said" 2>&1 || fail "$2: $(cat "$work/said")"
   cd "$work"
 }
