@@ -23,7 +23,7 @@ written() {
   faketime "$1" sh -euc '
     tarn -q --map --comments -d out *.zu
     tarn --fmt - <lift.zu >out/laid_out
-    tarn -q --sarif out/sarif -d out lift.zu 2>out/remarks || :
+    tarn -q --map --sarif out/sarif -d out lift.zu 2>out/remarks || :
     for module in bus_arbiter lift; do
       for option in $2; do tarn -q $option -d out out/$module.zuc || [ $option = --explicit ]; done
       tarn -q --dot --svg -d out out/$module.zuc
