@@ -12,6 +12,7 @@
 #include "base/index_set.h"
 #include "bdd/bddpp.h"
 #include "pert_exp/equation.h"
+#include "pert_exp/sparse_table.h"
 
 namespace kiva {
 
@@ -337,9 +338,9 @@ class Bddexpressionwood {
   mutable bool ens_exp_in_step = true;
   long nb_var_bdd = 0;
   long nb_max_var_bdd = 1;
-  std::vector<Bddexpression*> exp_table;
-  std::vector<index_set> amont_dep_table;
-  std::vector<long> latest_date_table;
+  zeroed_table<Bddexpression*> exp_table;
+  paged_table<index_set> amont_dep_table;
+  paged_table<long> latest_date_table;
   long nb_level = 0;
   bool notes_entries_ = false;
   mutable std::vector<long> entries_in_use_;
