@@ -311,6 +311,12 @@ class Bddexpressionwood {
   /// Dates each equation as up_critical_path(index, 1, 1) and down_critical_path(index, 1, 0) give
   /// them on an acyclic wood, in one walk each. An edge that closes a cycle adds nothing.
   void date_by_weight();
+  /// What an equation reads no more, and what it reads now, ascending.
+  struct Dependence_change {
+    std::vector<long> lost, gained;
+  };
+  /// Replaces the function of an equation; who reads what is the caller's to correct.
+  Dependence_change exchange_function(Bddexpression& e, const bdd& f);
   /// Replaces the function of an equation, and corrects the readers by what it reads now.
   void change_function(Bddexpression& e, long index, const bdd& f);
   template <class Change>
