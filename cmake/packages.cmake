@@ -1,5 +1,4 @@
-# `cpack -G DEB` in a build folder: kiva, libkiva-dev and kiva-doc. Times inside the packages are
-# those of SOURCE_DATE_EPOCH where it is set.
+# `cpack -G DEB` in a build folder: kiva, libkiva-dev and kiva-doc.
 set(CPACK_PACKAGE_NAME kiva)
 set(CPACK_PACKAGE_VENDOR "The makers of KIVA")
 set(CPACK_PACKAGE_CONTACT "The makers of KIVA <kiva@example.org>")
@@ -10,7 +9,7 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
-set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/package_times.cmake)
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/package_again.cmake)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
 
 set(CPACK_DEBIAN_KIVA_PACKAGE_NAME kiva)

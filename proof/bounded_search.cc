@@ -8,7 +8,10 @@ std::string BoundedSearch::so_far() const {
 
 Answer BoundedSearch::search(const Stop& stop, size_t most) {
   while (good_ < most && !stop()) {
-    if (instants_.instants() == good_) bad_ = instants_.add();
+    if (instants_.instants() == good_) {
+      bad_ = instants_.add();
+      stop.count(instants_.steps_to_add());
+    }
     if (bad_ != zero) {
       const int bad = sat_.literal(bad_);
       const std::optional<bool> found = sat_.solve({bad}, stop);

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,20 +12,34 @@
 
 namespace kiva::proof {
 
-/// When work shall pause.
+/// When work shall pause: at a time, when asked, or after so many steps. Steps are counted by what
+/// is done, and take about a nanosecond each: turns that end by them are the same whenever the same
+/// is asked.
 class Stop {
  public:
   using Clock = std::chrono::steady_clock;
-  Stop(Clock::time_point end, const std::atomic<bool>* asked) : end_(end), asked_(asked) {}
-  /// For so many seconds from now on; `asked` may be null.
+  /// `asked` may be null.
+  Stop(Clock::time_point end, const std::atomic<bool>* asked,
+       double steps = std::numeric_limits<double>::infinity())
+      : end_(end), asked_(asked), steps_(steps) {}
+  /// For so many seconds from now on.
   static Stop after(double seconds, const std::atomic<bool>* asked = nullptr);
+  /// For as many steps as take about so many seconds.
+  static Stop about(double seconds, const std::atomic<bool>* asked,
+                    Clock::time_point end = Clock::time_point::max()) {
+    return {end, asked, seconds * 1e9};
+  }
+  /// Whoever works tells how many steps it took.
+  void count(double steps) const { steps_ -= steps; }
   bool operator()() const {
-    return (asked_ != nullptr && asked_->load(std::memory_order_relaxed)) || Clock::now() >= end_;
+    return steps_ <= 0 || (asked_ != nullptr && asked_->load(std::memory_order_relaxed)) ||
+           Clock::now() >= end_;
   }
 
  private:
   Clock::time_point end_;
   const std::atomic<bool>* asked_;
+  mutable double steps_;  ///< left
 };
 
 /// A set of states that holds the start, that no instant leaves, and in which nothing is bad.

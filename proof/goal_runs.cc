@@ -105,6 +105,7 @@ std::vector<GoalRun> Goals::random_runs(const Stop& stop) const {
     RandomBlock block(program, machine_.inputs.size(), random);
     std::vector<Lanes> seen(goals_.size());
     block.make(instants, places, program.place(allowed_), seen);
+    stop.count(steps(instants));
     ++idle;
     for (;;) {
       const size_t lane = best_lane(seen, open);

@@ -21,6 +21,10 @@ class Goals {
 
   /// The run up to the last instant that reaches something new, and what it reaches.
   GoalRun seen(Run run) const;
+  /// What looking at so many instants takes, as a Stop counts it.
+  double steps(size_t instants) const {
+    return 2.0 * static_cast<double>(instants * (machine_.aig.size() + goals_.size()));
+  }
   /// Random runs, 256 side by side, until more of them reach nothing new: those that do, each for
   /// the goals that none before has reached. The same runs each time.
   std::vector<GoalRun> random_runs(const Stop& stop) const;

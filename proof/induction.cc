@@ -36,7 +36,10 @@ class Induction : public Engine {
  private:
   /// Tries the step over k instants, and goes on to k + 1 where it fails.
   bool step(const Stop& stop) {
-    if (instants_.instants() <= k_) bad_ = sat_.literal(instants_.add());
+    if (instants_.instants() <= k_) {
+      bad_ = sat_.literal(instants_.add());
+      stop.count(instants_.steps_to_add());
+    }
     const std::optional<bool> fails = sat_.solve({bad_}, stop);
     if (!fails) return false;
     if (!*fails) return step_holds_ = true;

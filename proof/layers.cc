@@ -12,6 +12,8 @@ namespace kiva::proof {
 
 namespace {
 constexpr long most_nodes = 100'000'000;
+// In steps: for an operator, and between two looks of its guard, with what each node there is adds.
+constexpr double operator_steps = 2000, guard_steps = 300'000, guard_node_steps = 10;
 struct Paused {};
 }  // namespace
 
@@ -24,6 +26,7 @@ bool Layers::until(const Stop& stop, const std::function<void()>& work) {
   try {
     const WorkGuard guard([&] {
       if (nodes() > most_nodes) throw std::bad_alloc();
+      stop.count(guard_steps + guard_node_steps * static_cast<double>(nodes()));
       if (stop()) throw Paused();
     });
     work();
@@ -42,6 +45,7 @@ void Layers::make(const Stop& stop) {
     bdd& f = functions_[node];
     if (f.node() != nullptr) continue;
     if (stop()) throw Paused();
+    stop.count(operator_steps);
     f = manager().Bdd_and(function(machine_.aig.left(node)), function(machine_.aig.right(node)));
   }
   system_.roots.clear();

@@ -29,6 +29,7 @@ class Turns {
 
   static constexpr double first_slice = 0.004, growth = 1.6;
   bool over() const { return Stop(end_, options_.asked)(); }
+  Stop slice_of(double seconds) const { return Stop::about(seconds, options_.asked, end_); }
   /// Until an answer, or slices have grown to more than so many seconds.
   Answer run(double longest) {
     for (; !over() && slice_ <= longest; slice_ *= growth) {
@@ -51,11 +52,6 @@ class Turns {
     std::unique_ptr<Engine> engine;
     double share;  ///< of a slice
   };
-  Stop slice_of(double seconds) const {
-    return {std::min(end_, Stop::Clock::now() + std::chrono::duration_cast<Stop::Clock::duration>(
-                                                    std::chrono::duration<double>(seconds))),
-            options_.asked};
-  }
 
   std::string so_far() const {
     std::string text = bounded_->so_far();
@@ -102,7 +98,7 @@ Answer prove(const Machine& machine, const ProverOptions& options) {
   for (double slice = Turns::first_slice;; slice *= Turns::growth) {
     Answer answer = turns.run(slice);
     if (answer.verdict != Verdict::unknown || turns.over()) return reduction.lifted(answer);
-    if (correspondence.find(Stop::after(slice * correspondence_share, options.asked))) break;
+    if (correspondence.find(turns.slice_of(slice * correspondence_share))) break;
   }
   if (correspondence.count() == 0) return reduction.lifted(turns.run(longest));
   // One node for all that correspond. An invariant of that machine says nothing of the others.

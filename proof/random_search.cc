@@ -29,6 +29,7 @@ class RandomSearch : public Engine {
         for (std::uint64_t& word : words_) word = chance();
         past_.push_back(words_);
         stepper_.look(words_);
+        stop.count(200 + 2.0 * machine_.aig.size() + 20.0 * static_cast<double>(words_.size()));
         instants_ += 64;
         if (const std::uint64_t bad = stepper_.word(machine_.bad)) return failing(bad);
         stepper_.move();

@@ -67,6 +67,7 @@ void RunSuite::join(const Stop& stop) {
       if (first == second) continue;
       Run both = runs_[first].inputs;
       both.insert(both.end(), runs_[second].inputs.begin(), runs_[second].inputs.end());
+      stop.count(goals_.steps(both.size()));
       GoalRun joined = goals_.seen(std::move(both));
       if (!holds_all(joined.reached, needed_of({first, second}))) continue;
       runs_[first] = std::move(joined);
@@ -94,6 +95,7 @@ void RunSuite::shorten(const Stop& stop) {
         const auto begin = without.begin() + static_cast<std::ptrdiff_t>(from);
         without.erase(
             begin, begin + static_cast<std::ptrdiff_t>(std::min(size, run.inputs.size() - from)));
+        stop.count(goals_.steps(run.inputs.size()));
         if (!take(run, std::move(without), needed)) from += size;
       }
     for (size_t instant = 0; instant < run.inputs.size(); ++instant)
@@ -102,6 +104,7 @@ void RunSuite::shorten(const Stop& stop) {
         if (!run.inputs[instant][input] || stop()) continue;
         Run without = run.inputs;
         without[instant][input] = false;
+        stop.count(goals_.steps(run.inputs.size()));
         take(run, std::move(without), needed);
       }
   }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <new>
 #include <tuple>
+#include <utility>
 
 #include "base/graph_walk.h"
 
@@ -11,19 +12,29 @@ namespace kiva::proof {
 
 namespace {
 
+// In steps: a question, without work ahead or with it, and what lies between two calls of the
+// solver, each with what it takes for each variable; to enter a clause.
+constexpr double plain_steps = 4'000, plain_variable_steps = 2, question_steps = 20'000,
+                 variable_steps = 80, call_steps = 10'000, call_variable_steps = 200,
+                 clause_steps = 100;
+
 struct SolverPause : CaDiCaL::Terminator {
-  explicit SolverPause(const Stop& stop) : stop(stop) {}
+  SolverPause(const Stop& stop, double steps) : stop(stop), steps(steps) {}
   bool terminate() override {
-    // The clock is asked now and then: the solver asks after each few steps.
-    return (++calls & 15U) == 0 && stop();
+    // The first one may come at once.
+    if (calls++ > 0) stop.count(steps);
+    // The clock is asked now and then: the solver calls after each few steps of its own.
+    return (calls & 15U) == 0 && stop();
   }
   const Stop& stop;
+  double steps;
   unsigned calls = 0;
 };
 
 }  // namespace
 
-Sat::Sat(const Aig& aig, bool plain) : aig_(aig), solver_(std::make_unique<CaDiCaL::Solver>()) {
+Sat::Sat(const Aig& aig, bool plain)
+    : aig_(aig), plain_(plain), solver_(std::make_unique<CaDiCaL::Solver>()) {
   if (plain) solver_->configure("plain");
   solver_->set("quiet", 1);
   solver_->set("phase", 0);  // a run shall have no more inputs than it needs
@@ -68,6 +79,7 @@ int Sat::literal(Literal a) {
 }
 
 void Sat::clause(const std::vector<int>& literals) {
+  ++entered_;
   guarded([&] {
     for (int literal : literals) solver_->add(literal);
     solver_->add(0);
@@ -76,7 +88,11 @@ void Sat::clause(const std::vector<int>& literals) {
 
 std::optional<bool> Sat::solve(const std::vector<int>& assumptions, const Stop& stop,
                                int conflicts) {
-  SolverPause pause(stop);
+  const double variables = variables_;
+  stop.count(clause_steps * static_cast<double>(std::exchange(entered_, 0)) +
+             (plain_ ? plain_steps + plain_variable_steps * variables
+                     : question_steps + variable_steps * variables));
+  SolverPause pause(stop, call_steps + call_variable_steps * variables);
   const int status = guarded([&] {
     for (int literal : assumptions) solver_->assume(literal);
     if (conflicts >= 0) solver_->limit("conflicts", conflicts);

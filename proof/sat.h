@@ -44,9 +44,11 @@ class Sat {
   auto guarded(const Work& work);
 
   const Aig& aig_;
+  bool plain_;
   std::unique_ptr<CaDiCaL::Solver> solver_;
   std::vector<int> variable_of_;  ///< by node; 0 for one that has not come in
   int variables_ = 0;
+  long entered_ = 0;  ///< clauses, since the last question
   bool out_of_memory_ = false;
 };
 

@@ -10,6 +10,8 @@ namespace kiva::proof {
 
 namespace {
 
+constexpr double layer_steps = 20'000;  // beside what grows
+
 class StateWalk : public Engine {
  public:
   explicit StateWalk(const Machine& machine) : machine_(machine), layers_(machine, {machine.bad}) {}
@@ -41,6 +43,7 @@ class StateWalk : public Engine {
         return;
       }
       if (stop()) return;
+      stop.count(layer_steps);
       layers_.go_on();
     }
     answer = holding();

@@ -14,6 +14,8 @@ class Unrolling {
 
   /// Adds an instant; gives what `bad` is in it.
   Literal add();
+  /// How many that takes, as a Stop counts them.
+  double steps_to_add() const { return 30.0 * static_cast<double>(cone_.size()); }
   size_t instants() const { return states_.size(); }
   const Aig& aig() const { return aig_; }
   /// The latches as the instant, from 0, finds them.

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "tarn/zu/map_file.h"
+
 namespace kiva {
 
 namespace {
@@ -44,10 +46,9 @@ DiagramPane::DiagramPane(TimeControl* time, const QString& module_file, QWidget*
 }
 
 void DiagramPane::load(const QString& module_file) {
-  QFile file(module_file + ".map");
   std::string map;
-  if (!module_file.isEmpty() && file.open(QIODevice::ReadOnly)) try {
-      map = file.readAll().toStdString();
+  if (!module_file.isEmpty()) map = map_beside(QFile::encodeName(module_file).toStdString()).text;
+  if (!map.empty()) try {
       diagrams_ = automata_of_map(map);
     } catch (const nlohmann::json::exception&) {
       // The source pane says that it is no map.

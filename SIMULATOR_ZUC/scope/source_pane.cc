@@ -7,6 +7,7 @@
 
 #include "SIMULATOR_ZUC/row_state.h"
 #include "SIMULATOR_ZUC/scope/scope_look.h"
+#include "tarn/zu/map_file.h"
 
 namespace kiva {
 
@@ -48,16 +49,21 @@ SourcePane::SourcePane(TimeControl* time, const QString& module_file, QWidget* p
 }
 
 void SourcePane::load(const QString& module_file) {
-  QFile file(module_file + ".map");
-  if (module_file.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+  const std::string module = QFile::encodeName(module_file).toStdString();
+  const MapFile map = module.empty() ? MapFile() : map_beside(module);
+  if (!map.problem.empty()) {
+    note_->setText(
+        tr("The map beside the module belongs to another text of it. Compile the source\n"
+           "with tarn --map FILE.zu, and it stands here, lit by what it does."));
+    return;
+  }
+  if (map.text.empty()) {
     note_->setText(
         tr("The module has no map of its source beside it. Compile it with\n"
            "tarn --map FILE.zu, and its text stands here, lit by what it does."));
     return;
   }
-  auto source =
-      std::make_unique<LitSource>(file.readAll().toStdString(), time_->recording().simulation(),
-                                  QFile::encodeName(module_file).toStdString());
+  auto source = std::make_unique<LitSource>(map.text, time_->recording().simulation(), module);
   if (!source->problem().empty() || source->instances().empty()) {
     note_->setText(QString::fromStdString(source->problem()));
     return;

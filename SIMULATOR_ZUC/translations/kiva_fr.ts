@@ -929,6 +929,12 @@ tarn --map FICHIER.zu, et son texte apparaît ici, éclairé par ce qu’il fait
         <source> or </source>
         <translation> ou </translation>
     </message>
+    <message>
+        <source>The map beside the module belongs to another text of it. Compile the source
+with tarn --map FILE.zu, and it stands here, lit by what it does.</source>
+        <translation>La carte à côté du module appartient à un autre texte de celui-ci. Compilez la source
+avec tarn --map FICHIER.zu, et elle apparaît ici, éclairée par ce qu’elle fait.</translation>
+    </message>
 </context>
 <context>
     <name>kiva::SourceText</name>

@@ -407,6 +407,10 @@
         <translation>le module « %1 » a %2 registres : trop pour un dessin</translation>
     </message>
     <message>
+        <source>belongs to another text of the module, and is not used (tarn --map writes it anew)</source>
+        <translation>appartient à un autre texte du module, et n’est pas utilisée (tarn --map la récrit)</translation>
+    </message>
+    <message>
         <source>is no map of a source text</source>
         <translation>n’est pas la carte d’un texte source</translation>
     </message>

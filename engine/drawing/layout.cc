@@ -118,7 +118,8 @@ DiagramLayout::Arc told_arc(const DiagramLayout::Node& from, const DiagramLayout
 }
 
 constexpr size_t many_arcs = 150;
-/// More arcs are straight lines: ways for so many curves can take a minute to find.
+/// Ways between the nodes for more arcs can take a minute to find: each is straight, or one curve
+/// through the place of its label.
 constexpr size_t most_curves = 300;
 
 class Placed {
@@ -126,11 +127,12 @@ class Placed {
   Placed(const Diagram& diagram, bool down)
       : diagram_(diagram),
         fixed_(places_are_told(diagram)),
+        straight_(diagram.arcs.size() > most_curves),
         graph_(agopen(name("diagram"), Agdirected, nullptr), &agclose) {
     set(graph_.get(), "rankdir", down ? "TB" : "LR");
     set(graph_.get(), "nodesep", "0.35");
     set(graph_.get(), "ranksep", "0.5");
-    set(graph_.get(), "splines", diagram.arcs.size() > most_curves ? "line" : "true");
+    set(graph_.get(), "splines", straight_ ? "line" : "true");
     // The best places of many are not worth minutes.
     if (diagram.arcs.size() > many_arcs)
       for (const char* effort : {"nslimit", "nslimit1", "mclimit"})
@@ -169,6 +171,8 @@ class Placed {
                                     point(ND_coord(rooms_.at(n)).x, ND_coord(rooms_.at(n)).y)));
       else
         all.arcs.push_back(arc(arcs_[n], point));
+      if (straight_ && !of.label.empty() && of.from != Diagram::nowhere && of.from != of.to)
+        all.arcs.back() = told_arc(all.nodes[of.from], all.nodes[of.to], all.arcs.back().label);
       all.arcs.back().lines = broken_lines(of.label);
     }
     return all;
@@ -255,7 +259,7 @@ class Placed {
   }
 
   const Diagram& diagram_;
-  bool fixed_;
+  bool fixed_, straight_;
   std::unique_ptr<Agraph_t, int (*)(Agraph_t*)> graph_;
   std::vector<Agnode_t*> nodes_;
   std::vector<Agedge_t*> arcs_;

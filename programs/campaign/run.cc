@@ -19,6 +19,7 @@
 #include "programs/campaign/stimuli_folder.h"
 #include "programs/report.h"
 #include "programs/reporter.h"
+#include "programs/told_map.h"
 #include "programs/told_text.h"
 #include "proof/campaign/random_runs.h"
 #include "tarn/model/compilation.h"
@@ -133,13 +134,13 @@ class ModuleCampaign {
   }
 
   void cover(proof::CampaignMachine& question, const Simulation& simulation) {
-    const std::string map = options_.module + ".map";
+    const std::string map = programs::told_map(options_.module);
     std::vector<size_t> locals;
-    if (std::filesystem::exists(map)) {
-      const CoverageGoals goals(read_file(map), simulation);
-      if (!goals.problem.empty()) throw Refused{map, 0, goals.problem};
+    if (!map.empty()) {
+      const CoverageGoals goals(map, simulation);
+      if (!goals.problem.empty()) throw Refused{options_.module + ".map", 0, goals.problem};
       result_.has_map = true;
-      result_.asked["map"] = file_hash(map);
+      result_.asked["map"] = text_hash(map);
       locals = goals.declared;
       question.cover_signals(locals, false);
       question.cover(goals.goals);

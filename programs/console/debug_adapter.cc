@@ -9,7 +9,6 @@
 #include <memory>
 #include <optional>
 
-#include "base/read_all.h"
 #include "base/translation.h"
 #include "engine/condition.h"
 #include "engine/lit_source.h"
@@ -17,6 +16,7 @@
 #include "engine/server_steps.h"
 #include "engine/stimuli.h"
 #include "language/channel.h"
+#include "programs/told_map.h"
 #include "tarn/zuc/zuc_reader.h"
 
 namespace kiva::console {
@@ -35,9 +35,9 @@ class Debuggee {
  public:
   Debuggee(Module* module, const std::string& file)
       : simulation_(module), recording_(&simulation_), names_(simulation_), none_(nullptr) {
-    std::ifstream map(file + ".map");
-    if (!map) return;
-    source_.emplace(read_all(map), simulation_, file);
+    const std::string map = programs::told_map(file);
+    if (map.empty()) return;
+    source_.emplace(map, simulation_, file);
     if (!source_->problem().empty()) source_.reset();
   }
 

@@ -23,6 +23,7 @@
 #include "programs/console/prompt_input.h"
 #include "programs/console/why_text.h"
 #include "programs/report.h"
+#include "programs/told_map.h"
 #include "programs/told_text.h"
 #include "tarn/model/compilation.h"
 #include "tarn/zuc/zuc_reader.h"
@@ -123,7 +124,8 @@ class ConsoleRun {
                     "--until: character " + std::to_string(error.character) + ": " + error.reason};
     }
     if (!options_.why.empty())
-      why_.emplace(options_.why, options_.verbose, simulation_, map_text());
+      why_.emplace(options_.why, options_.verbose, simulation_,
+                   programs::told_map(options_.module));
     if (!options_.expect.empty()) {
       expected_file_ = opened(options_.expect, "is a folder, not a trace");
       expected_.emplace(expected_file_, simulation_);
@@ -142,15 +144,9 @@ class ConsoleRun {
     stimuli_.emplace(options_.stimuli == "-" ? prompted_ : stimuli_file_, simulation_);
   }
 
-  /// Empty where none stands beside the module.
-  std::string map_text() const {
-    std::ifstream in(options_.module + ".map");
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
-
   /// Statements are counted where the map of the source stands beside the module.
   void read_map() {
-    const std::string map = map_text();
+    const std::string map = programs::told_map(options_.module);
     if (map.empty()) return;
     const std::string problem = coverage_.map(map);
     if (!problem.empty()) throw Refused{options_.module + ".map", 0, problem};

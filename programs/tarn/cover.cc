@@ -57,7 +57,7 @@ class Cover {
   }
 
  private:
-  // Seconds
+  // Seconds, about
   static constexpr double most_random = 10, most_reduction = 10, most_going_on = 0.05;
 
   static int unusable_map(const std::string& file, const std::string& reason) {

@@ -43,7 +43,7 @@ proof::ProverOptions ProofWatch::options(const Options& asked_for) const {
 }
 
 proof::Stop ProofWatch::stop(double seconds) {
-  return proof::Stop::after(seconds, &asked);
+  return proof::Stop::about(seconds, &asked);
 }
 
 bool ProofWatch::interrupted() {

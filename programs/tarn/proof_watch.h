@@ -19,7 +19,7 @@ class ProofWatch {
 
   /// For a proof as the command line wants it.
   proof::ProverOptions options(const Options& options) const;
-  /// For work of so many seconds, ended by an interrupt, too.
+  /// For work that takes about so many seconds, ended by an interrupt, too.
   static proof::Stop stop(double seconds);
   static bool interrupted();
   /// Takes the progress from the terminal.

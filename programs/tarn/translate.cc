@@ -45,7 +45,7 @@ class Translation {
   bool write(Module* module);
   bool write_targets(Module* module);
   bool bench(Module* module);
-  bool write_map(Module* module, const std::string& path);
+  bool write_map(Module* module, const std::string& module_file);
   bool write_target(Module* module, const Target& target);
   template <class Print>
   bool print(Print print);
@@ -181,7 +181,7 @@ bool Translation::write_compiled(Module* module) {
   std::string name = options_.output.empty() ? module->getName() : options_.output;
   if (name.find(".zuc") == std::string::npos) name += ".zuc";
   const std::string path = options_.folder + '/' + name;
-  if (options_.map && is_source(file_) && !write_map(module, path + ".map")) return false;
+  if (options_.map && is_source(file_) && !write_map(module, path)) return false;
   if (!options_.quiet) std::cout << path << '\n';
   const programs::ProgramSession session(&messages_);
   SessionFiles::current().trace = nullptr;
@@ -239,9 +239,12 @@ bool Translation::bench(Module* module) {
   return (written || write_target(module, *options_.bench)) && write_bench(module, options_);
 }
 
-bool Translation::write_map(Module* module, const std::string& path) {
+/// Beside the compiled module, which has been written.
+bool Translation::write_map(Module* module, const std::string& module_file) {
+  const std::string path = module_file + ".map";
   WholeFile file(path);
-  if (file.opened()) file.out() << source_map_text(source_map(module), module->getName(), path);
+  if (file.opened())
+    file.out() << source_map_text(source_map(module), module->getName(), module_file);
   if (!file.opened() || !file.finish()) return fail({path, 0, 0, 0, 0}, "cannot be written");
   return true;
 }

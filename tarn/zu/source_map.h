@@ -69,10 +69,11 @@ struct SourceMap {
 /// Of a module that has been compiled here, under the option that keeps wires.
 SourceMap source_map(Module* module);
 
-/// The map as JSON, with a hash of each source file as it is now. Files are named as they lie from
-/// the folder of `file`, into which the map goes; by their whole paths where that is empty.
+/// The map as JSON, with a hash of each source file as it is now. Where it goes beside a compiled
+/// module, `module_file`, it has the hash of that, too, and names files as they lie from its
+/// folder; by their whole paths where that is empty.
 std::string source_map_text(const SourceMap& map, const std::string& module,
-                            const std::string& file);
+                            const std::string& module_file);
 
 /// 64 bits of the file's content (FNV-1a), as sixteen hexadecimal digits; empty where it cannot be
 /// read.

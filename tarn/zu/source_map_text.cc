@@ -11,11 +11,11 @@ namespace kiva {
 
 namespace {
 
-/// How files are named in a map that goes into `folder`.
+/// How files are named in a map beside a module.
 class FileNames {
  public:
-  explicit FileNames(const std::string& map_file) {
-    if (!map_file.empty()) folder_ = std::filesystem::absolute(map_file).parent_path();
+  explicit FileNames(const std::string& module_file) {
+    if (!module_file.empty()) folder_ = std::filesystem::absolute(module_file).parent_path();
   }
   const std::string& of(const std::string& file) {
     std::string& name = names_[file];
@@ -143,11 +143,12 @@ class InstancesText {
 }  // namespace
 
 std::string source_map_text(const SourceMap& map, const std::string& module,
-                            const std::string& file) {
-  FileNames names(file);
+                            const std::string& module_file) {
+  FileNames names(module_file);
   JsonText json;
   json.open_object();
   json.put("module", module);
+  if (!module_file.empty()) json.put("zuc", file_hash(module_file));
   json.open_object("sources");
   for (const std::string& source : source_files(map, names))
     json.put(names.of(source), file_hash(source));

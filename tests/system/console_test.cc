@@ -194,6 +194,14 @@ TEST_F(ConsoleInput, MergesTheCoverageOfSourceTexts) {
   const std::string file = "--coverage-file " + dir.file("merged") + " ";
   EXPECT_EQ(never(file, one), first);
   EXPECT_EQ(never(file, other), neither);
+  std::ofstream(dir.file("washing_machine.zuc"), std::ios::app) << '\n';
+  EXPECT_EQ(never("", one), std::set<std::string>()) << "the map is that of another text";
+  for (const auto& [program, words] : {std::pair("tarn", "--cover "),
+                                       {"kiva-campaign", "--runs 1 -o /dev/null "},
+                                       {"kiva-console", "--coverage "}}) {
+    const ProgramRun run = run_program(program, words + dir.file("washing_machine.zuc"), one);
+    EXPECT_NE(run.err.find(".map: note: belongs to another text"), std::string::npos) << run.err;
+  }
 
   const std::string steps = dir.file("steps");
   for (const char* stimuli : {"T\n", "\n"})

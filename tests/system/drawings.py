@@ -65,6 +65,22 @@ def check(tarn, examples, folder):
     assert (round(qx - px), round(qy - py), round(pr), round(qr)) == (200, 0, 30, 40), places
     assert round(float(label[1]) - px) == 100 and 30 < py - float(label[2]) < 50, label[0]
 
+    # Of many arrows, too, each goes through its label.
+    states, arrows = range(40), range(320)
+    (folder / "many.zu").write_text(
+        "module many: Input: a; Output: o; automaton\n" + "".join(f"state: S{n} / o;\n" for n in states) +
+        "transition:\ninitial-> S0;\n" +
+        "".join(f"S{n % 40} {n // 40 + 1} [a] -> S{(n + 1 + n // 80) % 40};\n" for n in arrows) + "end\n")
+    subprocess.run([tarn, "-q", "--svg", "-d", str(folder), str(folder / "many.zu")], check=True)
+    svg = (folder / "many.svg").read_text()
+    curves = [re.findall(r"[^ MC,]+", d) for d in re.findall(r' d="([^"]*)"', svg)]
+    labels = re.findall(r'<text x="([^"]*)" y="([^"]*)"[^>]*>\d \[a\]', svg)
+    assert len(labels) == len(arrows) == len(curves) - 1, (len(labels), len(curves))
+    for curve, label in zip(curves[1:], labels):
+        for axis in (0, 1):
+            half_way = sum(float(curve[axis + 2 * k]) * part / 8 for k, part in enumerate((1, 3, 3, 1)))
+            assert abs(half_way - float(label[axis])) < 6, (curve, label)
+
 
 with tempfile.TemporaryDirectory() as made:
     check(*sys.argv[1:], pathlib.Path(made))

@@ -23,7 +23,7 @@ written() {
   faketime "$1" sh -euc '
     tarn -q --map --comments -d out *.zu
     tarn --fmt - <lift.zu >out/laid_out
-    tarn -q --sarif out/sarif -d out lift.zu 2>out/remarks || :
+    tarn -q --map --sarif out/sarif -d out lift.zu 2>out/remarks || :
     for module in bus_arbiter lift; do
       for option in $2; do tarn -q $option -d out out/$module.zuc || [ $option = --explicit ]; done
       tarn -q --dot --svg -d out out/$module.zuc
@@ -35,6 +35,7 @@ written() {
       kiva-campaign --runs 200 -o out/$module.campaign out/$module.zuc
       tarn -q --cover -d out out/$module.zuc
     done
+    tarn --prove --certificate out/certificate bus_arbiter.zu >out/proofs
     "$1" out/site' sh "$source/scripts/site" "$targets" >"$work/said" 2>&1 || fail "$2: $(cat "$work/said")"
   cd "$work"
 }
