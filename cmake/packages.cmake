@@ -25,7 +25,7 @@ Verilog, SystemC, Lustre and other texts.")
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libkiva-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "nlohmann-json3-dev, libcadical-dev")
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "nlohmann-json3-dev, libcadical-dev, libasmjit-dev")
 set(CPACK_DEBIAN_DEV_DESCRIPTION
     "library of the compiler and simulator KIVA
 Headers, libraries, a CMake package and a pkg-config file for programs that
