@@ -41,7 +41,9 @@ void choose_style(std::ostream& errors) {
   static bool told = false;
   if (!told) errors << "The style plastique is not installed; the window uses Fusion.\n";
   told = true;
-  QApplication::setStyle(new ScaledStyle("Fusion"));
+  auto* fusion = new ScaledStyle("Fusion");
+  fusion->setObjectName("fusion");
+  QApplication::setStyle(fusion);
 }
 
 }  // namespace

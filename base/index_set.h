@@ -48,6 +48,10 @@ class index_set {
     members_.erase(at);
     return true;
   }
+  template <class Goes>
+  void erase_if(Goes goes) {
+    std::erase_if(members_, goes);
+  }
   bool contains(long member) const {
     return std::binary_search(members_.begin(), members_.end(), member);
   }

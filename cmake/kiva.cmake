@@ -29,8 +29,19 @@ function(kiva_floor name)
   string(REGEX REPLACE "^kiva_" "" short ${name})
   add_library(kiva::${short} ALIAS ${name})
   set_target_properties(${name} PROPERTIES EXPORT_NAME ${short} VERSION ${PROJECT_VERSION}
-                        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
-                        POSITION_INDEPENDENT_CODE ${BUILD_SHARED_LIBS})
+                        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+endfunction()
+
+# kiva_archive(NAME LIBRARY): a library of others that no header of the floor shows. A shared floor takes an
+# archive in whole and keeps its names; who links a static one finds the library by its name.
+function(kiva_archive name library)
+  get_filename_component(short ${library} NAME_WE)
+  string(REGEX REPLACE "^lib" "" short ${short})
+  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:${library}> $<INSTALL_INTERFACE:${short}>)
+  if(BUILD_SHARED_LIBS AND library MATCHES "\\.a$")
+    get_filename_component(file ${library} NAME)
+    target_link_options(${name} PRIVATE LINKER:--exclude-libs,${file})
+  endif()
 endfunction()
 
 # kiva_tests(NAME [USES TARGET...]): one test program of all *_test.cc in tests/NAME. Suites whose

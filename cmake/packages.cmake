@@ -25,10 +25,7 @@ Verilog, SystemC, Lustre and other texts.")
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libkiva-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "nlohmann-json3-dev, libcadical-dev")
-if(ASMJIT_LIBRARY IN_LIST kiva_engine_links)
-  string(APPEND CPACK_DEBIAN_DEV_PACKAGE_DEPENDS ", libasmjit-dev")
-endif()
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "nlohmann-json3-dev, libcadical-dev, libasmjit-dev")
 set(CPACK_DEBIAN_DEV_DESCRIPTION
     "library of the compiler and simulator KIVA
 Headers, libraries, a CMake package and a pkg-config file for programs that

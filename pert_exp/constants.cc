@@ -16,7 +16,7 @@
 namespace kiva {
 
 void Bddexpressionwood::internal_global_build_dependances() {
-  for (index_set& readers : amont_dep_table) readers.clear();
+  for (long index = 0; index < nb_var_bdd; ++index) amont_dep_table[index].clear();
   for (long index = 0; index < nb_var_bdd; ++index) {
     Bddexpression* e = exp_table[index];
     if (e == nullptr) continue;

@@ -217,7 +217,7 @@ class Bddexpressionwood::Dating {
   /// A late date of 0 counts as none, whatever is pushed: with negative dates about, pushes may
   /// lower dates too.
   struct Late : Dependences {
-    std::vector<long>& table;
+    paged_table<long>& table;
     bool no_negative_date;
 
     long get(long v) const { return table[v]; }

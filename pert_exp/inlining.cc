@@ -5,21 +5,34 @@
 // every variable are those that the functions tell, so that the next step sees the wood as it is.
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "base/list.h"
 #include "pert_exp/wood.h"
 
 namespace kiva {
 
-void Bddexpressionwood::change_function(Bddexpression& e, long index, const bdd& f) {
+Bddexpressionwood::Dependence_change Bddexpressionwood::exchange_function(Bddexpression& e,
+                                                                          const bdd& f) {
   e.bdd_exp = f;
-  const index_set before = std::move(e.vars_dependance);
-  e.vars_dependance = man->set_of_index_depend_on(f);
-  for (long old : before) {
-    if (in_tables(old) && !e.vars_dependance.contains(old)) amont_dep_table[old].erase(index);
+  const index_set before = std::exchange(e.vars_dependance, man->set_of_index_depend_on(f));
+  const index_set& after = e.vars_dependance;
+  Dependence_change change;
+  std::set_difference(before.begin(), before.end(), after.begin(), after.end(),
+                      std::back_inserter(change.lost));
+  std::set_difference(after.begin(), after.end(), before.begin(), before.end(),
+                      std::back_inserter(change.gained));
+  return change;
+}
+
+void Bddexpressionwood::change_function(Bddexpression& e, long index, const bdd& f) {
+  const auto [lost, gained] = exchange_function(e, f);
+  for (long old : lost) {
+    if (in_tables(old)) amont_dep_table[old].erase(index);
   }
-  for (long now : e.vars_dependance) {
-    if (in_tables(now) && !before.contains(now)) add_reader(now, index);
+  for (long now : gained) {
+    if (in_tables(now)) add_reader(now, index);
   }
 }
 
@@ -80,11 +93,10 @@ void Bddexpressionwood::useless_local(long index) {
 
 void Bddexpressionwood::drop_stale_readers() {
   for (long index = 0; index < nb_var_bdd; ++index) {
-    const index_set readers = amont_dep_table[index];
-    for (long reader : readers) {
+    amont_dep_table[index].erase_if([&](long reader) {
       const Bddexpression* e = slot(reader);
-      if (e == nullptr || !e->vars_dependance.contains(index)) amont_dep_table[index].erase(reader);
-    }
+      return e == nullptr || !e->vars_dependance.contains(index);
+    });
   }
 }
 

@@ -77,8 +77,8 @@ void Bddexpressionwood::empty() {
   for (long index : entries_in_use_) {  // whatever their order, and again
     delete exp_table[index];
     exp_table[index] = nullptr;
-    amont_dep_table[index].clear();
-    latest_date_table[index] = 0;
+    amont_dep_table.drop_page_of(index);
+    latest_date_table.drop_page_of(index);
   }
   entries_in_use_.clear();
   sorted_entries_ = 0;
@@ -167,9 +167,9 @@ bdd Bddexpressionwood::New_var_after_by_index(long index, const std::string& nam
 /// grows.
 void Bddexpressionwood::resize_tables(long nb_vars) {
   exp_table.reserve(nb_max_var_bdd);
-  exp_table.resize(nb_vars, nullptr);
+  exp_table.resize(nb_vars);
   amont_dep_table.resize(nb_vars);
-  latest_date_table.resize(nb_vars, 0);
+  latest_date_table.resize(nb_vars);
   nb_var_bdd = nb_vars;
 }
 
@@ -178,9 +178,9 @@ void Bddexpressionwood::update_bdd_vars() {
   const long capacity = doubled_capacity(nb_max_var_bdd, man->Nb_bdd_vars(), "Bddexpressionwood");
   if (capacity != nb_max_var_bdd) {
     nb_max_var_bdd = capacity;
-    for (Bddexpression* e : exp_table) {
-      if (e != nullptr) e->internal_build_dependances();
-    }
+    for_each_entry([this](long index) {
+      if (Bddexpression* e = exp_table[index]) e->internal_build_dependances();
+    });
   }
   resize_tables(man->Nb_bdd_vars());
 }
@@ -196,11 +196,10 @@ void Bddexpressionwood::update_bdd_vars(long new_index) {
   resize_tables(nb_var_bdd + 1);
   notes_entries_ = false;  // they move
   std::rotate(exp_table.begin() + new_index, exp_table.end() - 1, exp_table.end());
-  std::rotate(amont_dep_table.begin() + new_index, amont_dep_table.end() - 1,
-              amont_dep_table.end());
-  std::rotate(latest_date_table.begin() + new_index, latest_date_table.end() - 1,
-              latest_date_table.end());
-  for (index_set& readers : amont_dep_table) readers = shifted(readers, new_index);
+  amont_dep_table.rotate_last_to(new_index);
+  latest_date_table.rotate_last_to(new_index);
+  for (long index = 0; index < nb_var_bdd; ++index)
+    amont_dep_table[index] = shifted(amont_dep_table[index], new_index);
   ens_exp_in_step = false;
   for (Bddexpression* e : exp_table) {
     if (e != nullptr) e->vars_dependance = shifted(e->vars_dependance, new_index);

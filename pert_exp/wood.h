@@ -12,6 +12,7 @@
 #include "base/index_set.h"
 #include "bdd/bddpp.h"
 #include "pert_exp/equation.h"
+#include "pert_exp/sparse_table.h"
 
 namespace kiva {
 
@@ -310,6 +311,12 @@ class Bddexpressionwood {
   /// Dates each equation as up_critical_path(index, 1, 1) and down_critical_path(index, 1, 0) give
   /// them on an acyclic wood, in one walk each. An edge that closes a cycle adds nothing.
   void date_by_weight();
+  /// What an equation reads no more, and what it reads now, ascending.
+  struct Dependence_change {
+    std::vector<long> lost, gained;
+  };
+  /// Replaces the function of an equation; who reads what is the caller's to correct.
+  Dependence_change exchange_function(Bddexpression& e, const bdd& f);
   /// Replaces the function of an equation, and corrects the readers by what it reads now.
   void change_function(Bddexpression& e, long index, const bdd& f);
   template <class Change>
@@ -337,9 +344,9 @@ class Bddexpressionwood {
   mutable bool ens_exp_in_step = true;
   long nb_var_bdd = 0;
   long nb_max_var_bdd = 1;
-  std::vector<Bddexpression*> exp_table;
-  std::vector<index_set> amont_dep_table;
-  std::vector<long> latest_date_table;
+  zeroed_table<Bddexpression*> exp_table;
+  paged_table<index_set> amont_dep_table;
+  paged_table<long> latest_date_table;
   long nb_level = 0;
   bool notes_entries_ = false;
   mutable std::vector<long> entries_in_use_;

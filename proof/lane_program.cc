@@ -6,21 +6,33 @@
 #include "proof/lane_program.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace kiva::proof {
 
-using Wide [[gnu::vector_size(32), gnu::may_alias]] = std::uint64_t;
+using Narrow [[gnu::vector_size(32), gnu::may_alias]] = std::uint64_t;
+using Wide [[gnu::vector_size(64), gnu::may_alias]] = std::uint64_t;
 
-/// The loops. Each is made for the plain machine, and for one with wider registers.
+template <class L>
+struct Register;
+template <>
+struct Register<Lanes> {
+  using Type = Narrow;
+};
+template <>
+struct Register<WideLanes> {
+  using Type = Wide;
+};
+
+/// The loops. Each is made for the plain machine, and for one with registers as wide as the lanes.
 struct LaneLoops {
-  template <LaneProgram::Op op>
+  template <LaneProgram::Op op, class L>
   [[gnu::always_inline]] static inline void run(const LaneProgram::Step* step, size_t count,
-                                                const Lanes* slots, Lanes* out) {
+                                                const L* slots, L* out) {
+    using R = typename Register<L>::Type;
     for (size_t k = 0; k < count; ++k) {
-      const Wide& left = *reinterpret_cast<const Wide*>(slots + step[k].left);
-      const Wide& right = *reinterpret_cast<const Wide*>(slots + step[k].right);
-      Wide& result = *reinterpret_cast<Wide*>(out + k);
+      const R& left = *reinterpret_cast<const R*>(slots + step[k].left);
+      const R& right = *reinterpret_cast<const R*>(slots + step[k].right);
+      R& result = *reinterpret_cast<R*>(out + k);
       if constexpr (op == LaneProgram::both)
         result = left & right;
       else if constexpr (op == LaneProgram::second_only)
@@ -30,11 +42,12 @@ struct LaneLoops {
     }
   }
 
-  [[gnu::always_inline]] static inline void look(const LaneProgram& program, Lanes* slots) {
+  template <class L>
+  [[gnu::always_inline]] static inline void look(const LaneProgram& program, L* slots) {
     for (const LaneProgram::Stretch& stretch : program.stretches_) {
       const LaneProgram::Step* steps = program.steps_.data() + stretch.begin;
       const size_t count = stretch.end - stretch.begin;
-      Lanes* out = slots + program.first_step_slot_ + stretch.begin;
+      L* out = slots + program.first_step_slot_ + stretch.begin;
       switch (stretch.op) {
         case LaneProgram::both:
           run<LaneProgram::both>(steps, count, slots, out);
@@ -49,56 +62,55 @@ struct LaneLoops {
     }
   }
 
+  template <class L>
   [[gnu::always_inline]] static inline void see(const std::vector<LaneProgram::Place>& places,
-                                                const Lanes* slots, const Lanes& among,
-                                                Lanes* seen) {
-    const Wide& mask = *reinterpret_cast<const Wide*>(&among);
+                                                const L* slots, const L& among, L* seen) {
+    using R = typename Register<L>::Type;
+    const R& mask = *reinterpret_cast<const R*>(&among);
     for (size_t k = 0; k < places.size(); ++k) {
-      const Wide& slot = *reinterpret_cast<const Wide*>(slots + places[k].slot);
+      const R& slot = *reinterpret_cast<const R*>(slots + places[k].slot);
       const std::uint64_t flip = places[k].negated ? ~std::uint64_t{0} : 0;
-      *reinterpret_cast<Wide*>(seen + k) |= (slot ^ flip) & mask;
+      *reinterpret_cast<R*>(seen + k) |= (slot ^ flip) & mask;
     }
   }
 
 #if defined(__x86_64__)
-  [[gnu::target("avx2")]] static void look_wide(const LaneProgram& program, Lanes* slots) {
+  [[gnu::target("avx2")]] static void look_fast(const LaneProgram& program, Lanes* slots) {
     look(program, slots);
   }
-  [[gnu::target("avx2")]] static void see_wide(const std::vector<LaneProgram::Place>& places,
+  [[gnu::target("avx512f")]] static void look_fast(const LaneProgram& program, WideLanes* slots) {
+    look(program, slots);
+  }
+  [[gnu::target("avx2")]] static void see_fast(const std::vector<LaneProgram::Place>& places,
                                                const Lanes* slots, const Lanes& among,
                                                Lanes* seen) {
     see(places, slots, among, seen);
   }
-  static bool wide() {
-    static const bool has = __builtin_cpu_supports("avx2") != 0;
+  [[gnu::target("avx512f")]] static void see_fast(const std::vector<LaneProgram::Place>& places,
+                                                  const WideLanes* slots, const WideLanes& among,
+                                                  WideLanes* seen) {
+    see(places, slots, among, seen);
+  }
+  template <class L>
+  static bool has_fast() {
+    static const bool has = L::words == Lanes::words ? __builtin_cpu_supports("avx2") != 0
+                                                     : __builtin_cpu_supports("avx512f") != 0;
     return has;
   }
 #else
-  static bool wide() {
+  template <class L>
+  static bool has_fast() {
     return false;
   }
-  static void look_wide(const LaneProgram&, Lanes*) {}
-  static void see_wide(const std::vector<LaneProgram::Place>&, const Lanes*, const Lanes&, Lanes*) {
-  }
+  template <class L>
+  static void look_fast(const LaneProgram&, L*) {}
+  template <class L>
+  static void see_fast(const std::vector<LaneProgram::Place>&, const L*, const L&, L*) {}
 #endif
 };
 
-std::uint64_t Lanes::count() const {
-  std::uint64_t sum = 0;
-  for (std::uint64_t w : word) sum += static_cast<std::uint64_t>(std::popcount(w));
-  return sum;
-}
-
-Lanes Lanes::and_with(const Lanes& other) const {
-  Lanes lanes = *this;
-  for (size_t k = 0; k < words; ++k) lanes.word[k] &= other.word[k];
-  return lanes;
-}
-
-Lanes Lanes::and_not(const Lanes& other) const {
-  Lanes lanes = *this;
-  for (size_t k = 0; k < words; ++k) lanes.word[k] &= ~other.word[k];
-  return lanes;
+bool LaneProgram::has_wide_registers() {
+  return LaneLoops::has_fast<WideLanes>();
 }
 
 LaneProgram::LaneProgram(const Machine& machine) : place_of_node_(machine.aig.size(), {0, false}) {
@@ -154,41 +166,49 @@ void LaneProgram::lay_steps(const Aig& aig) {
   }
 }
 
-LaneProgram::Slots LaneProgram::start() const {
-  Slots slots(slot_count_ + latch_moves_);  // behind them, room for what moves
+template <class L>
+LaneProgram::SlotsOf<L> LaneProgram::start() const {
+  SlotsOf<L> slots(slot_count_ + latch_moves_);  // behind them, room for what moves
   for (const auto& [slot, initial] : initial_)
-    if (initial) slots[slot] = Lanes::all();
+    if (initial) slots[slot] = L::all();
   return slots;
 }
 
-void LaneProgram::look(Slots& slots) const {
-  if (LaneLoops::wide())
-    LaneLoops::look_wide(*this, slots.data());
+template <class L>
+void LaneProgram::look(SlotsOf<L>& slots) const {
+  if (LaneLoops::has_fast<L>())
+    LaneLoops::look_fast(*this, slots.data());
   else
     LaneLoops::look(*this, slots.data());
 }
 
-void LaneProgram::see(const std::vector<Place>& places, const Slots& slots, const Lanes& among,
-                      std::vector<Lanes>& seen) {
-  if (LaneLoops::wide())
-    LaneLoops::see_wide(places, slots.data(), among, seen.data());
+template <class L>
+void LaneProgram::see(const std::vector<Place>& places, const SlotsOf<L>& slots, const L& among,
+                      std::vector<L>& seen) {
+  if (LaneLoops::has_fast<L>())
+    LaneLoops::see_fast(places, slots.data(), among, seen.data());
   else
     LaneLoops::see(places, slots.data(), among, seen.data());
 }
 
-Lanes LaneProgram::read(const Slots& slots, Place place) {
-  Lanes lanes = slots[place.slot];
-  if (place.negated)
-    for (std::uint64_t& word : lanes.word) word = ~word;
-  return lanes;
-}
-
-void LaneProgram::move(Slots& slots) const {
-  Lanes* held = slots.data() + slot_count_;
+template <class L>
+void LaneProgram::move(SlotsOf<L>& slots) const {
+  L* held = slots.data() + slot_count_;
   for (size_t k = 0; k < latch_moves_; ++k) held[k] = read(slots, moves_[k].from);
   for (size_t k = latch_moves_; k < moves_.size(); ++k)
     slots[moves_[k].to] = read(slots, moves_[k].from);
   for (size_t k = 0; k < latch_moves_; ++k) slots[moves_[k].to] = held[k];
 }
+
+template LaneProgram::SlotsOf<Lanes> LaneProgram::start<Lanes>() const;
+template LaneProgram::SlotsOf<WideLanes> LaneProgram::start<WideLanes>() const;
+template void LaneProgram::look(SlotsOf<Lanes>&) const;
+template void LaneProgram::look(SlotsOf<WideLanes>&) const;
+template void LaneProgram::move(SlotsOf<Lanes>&) const;
+template void LaneProgram::move(SlotsOf<WideLanes>&) const;
+template void LaneProgram::see(const std::vector<Place>&, const SlotsOf<Lanes>&, const Lanes&,
+                               std::vector<Lanes>&);
+template void LaneProgram::see(const std::vector<Place>&, const SlotsOf<WideLanes>&,
+                               const WideLanes&, std::vector<WideLanes>&);
 
 }  // namespace kiva::proof

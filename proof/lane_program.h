@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -8,28 +9,52 @@
 
 namespace kiva::proof {
 
-/// A bit each of 256 runs; word k holds runs 64 k to 64 k + 63.
-struct alignas(32) Lanes {
-  static constexpr size_t words = 4, runs = 64 * words;
+/// A bit each of 64 `Words` runs; word k holds runs 64 k to 64 k + 63.
+template <size_t Words>
+struct alignas(8 * Words) LanesOf {
+  static constexpr size_t words = Words, runs = 64 * words;
   std::uint64_t word[words]{};
 
-  static Lanes all() {
-    return {{~std::uint64_t{0}, ~std::uint64_t{0}, ~std::uint64_t{0}, ~std::uint64_t{0}}};
+  static LanesOf all() {
+    LanesOf lanes;
+    for (std::uint64_t& w : lanes.word) w = ~std::uint64_t{0};
+    return lanes;
   }
-  bool any() const { return (word[0] | word[1] | word[2] | word[3]) != 0; }
+  bool any() const {
+    std::uint64_t some = 0;
+    for (std::uint64_t w : word) some |= w;
+    return some != 0;
+  }
   bool has(size_t run) const { return (word[run / 64] >> (run % 64) & 1) != 0; }
   void set(size_t run) { word[run / 64] |= std::uint64_t{1} << (run % 64); }
-  std::uint64_t count() const;
-  Lanes and_with(const Lanes& other) const;
-  Lanes and_not(const Lanes& other) const;
-  friend bool operator==(const Lanes&, const Lanes&) = default;
+  std::uint64_t count() const {
+    std::uint64_t sum = 0;
+    for (std::uint64_t w : word) sum += static_cast<std::uint64_t>(std::popcount(w));
+    return sum;
+  }
+  LanesOf and_with(const LanesOf& other) const {
+    LanesOf lanes = *this;
+    for (size_t k = 0; k < words; ++k) lanes.word[k] &= other.word[k];
+    return lanes;
+  }
+  LanesOf and_not(const LanesOf& other) const {
+    LanesOf lanes = *this;
+    for (size_t k = 0; k < words; ++k) lanes.word[k] &= ~other.word[k];
+    return lanes;
+  }
+  friend bool operator==(const LanesOf&, const LanesOf&) = default;
 };
+using Lanes = LanesOf<4>;
+/// For machines with registers of 512 bits; others are faster with `Lanes`.
+using WideLanes = LanesOf<8>;
 
-/// A machine laid out straight, to be run for 256 runs at a time. What it gives is that of
+/// A machine laid out straight, to be run for 256 runs at a time, or 512. What it gives is that of
 /// `Stepper`. Many threads may run one program, each over slots of its own.
 class LaneProgram {
  public:
-  using Slots = std::vector<Lanes>;
+  template <class L>
+  using SlotsOf = std::vector<L>;
+  using Slots = SlotsOf<Lanes>;
   /// Where a literal stands among the slots.
   struct Place {
     std::uint32_t slot;
@@ -47,16 +72,30 @@ class LaneProgram {
   size_t input_slot(size_t input) const { return 1 + input; }
   size_t size() const { return slot_count_; }
 
+  /// Whether this machine has the registers that `WideLanes` are for.
+  static bool has_wide_registers();
+
+  // For `Lanes` and `WideLanes`.
   /// Latches at their start.
-  Slots start() const;
+  template <class L = Lanes>
+  SlotsOf<L> start() const;
   /// Computes an instant from latches and inputs.
-  void look(Slots& slots) const;
+  template <class L>
+  void look(SlotsOf<L>& slots) const;
   /// The latches move.
-  void move(Slots& slots) const;
+  template <class L>
+  void move(SlotsOf<L>& slots) const;
   /// Adds to `seen`, by place, the runs of `among` in which it is 1.
-  static void see(const std::vector<Place>& places, const Slots& slots, const Lanes& among,
-                  std::vector<Lanes>& seen);
-  static Lanes read(const Slots& slots, Place place);
+  template <class L>
+  static void see(const std::vector<Place>& places, const SlotsOf<L>& slots, const L& among,
+                  std::vector<L>& seen);
+  template <class L>
+  static L read(const SlotsOf<L>& slots, Place place) {
+    L lanes = slots[place.slot];
+    if (place.negated)
+      for (std::uint64_t& word : lanes.word) word = ~word;
+    return lanes;
+  }
 
  private:
   enum Op : std::uint8_t { both, second_only, either };

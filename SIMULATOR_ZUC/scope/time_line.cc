@@ -106,11 +106,11 @@ void TimeLine::paintEvent(QPaintEvent*) {
 void TimeLine::mousePressEvent(QMouseEvent* event) {
   if (time_->busy()) return;
   const Recording& recording = time_->recording();
-  const size_t branch =
-      std::min(recording.branches() - 1,
-               first_branch() + static_cast<size_t>(std::max(0, event->y() - 3)) / bar_height());
+  const size_t branch = std::min(
+      recording.branches() - 1,
+      first_branch() + static_cast<size_t>(std::max(0, event->pos().y() - 3)) / bar_height());
   const double share =
-      static_cast<double>(event->x() - margin()) / std::max(1, width() - 2 * margin());
+      static_cast<double>(event->pos().x() - margin()) / std::max(1, width() - 2 * margin());
   const long instant = std::lround(share * static_cast<double>(last()));
   time_->to(
       {branch, std::clamp(instant, recording.first_instant(), recording.branch(branch).last)});

@@ -1,5 +1,5 @@
-// Blocks of 64 runs are taken four at a time, each a word of the lanes. Which four stand together
-// does not show: a run depends on nothing but its own inputs.
+// Blocks of 64 runs are taken four or eight at a time, each a word of the lanes. Which of them
+// stand together does not show: a run depends on nothing but its own inputs.
 
 #include "proof/campaign/campaign.h"
 
@@ -54,13 +54,14 @@ Campaign::Campaign(const CampaignMachine& question, const RunSource& source)
   assumed_ = places.back();
 }
 
-/// Up to four blocks.
+/// Up to a block for each word of the lanes.
+template <class L>
 class Campaign::Group {
  public:
   Group(const Campaign& campaign, const std::vector<std::uint64_t>& blocks)
       : c_(campaign),
         blocks_(blocks),
-        slots_(campaign.program_.start()),
+        slots_(campaign.program_.template start<L>()),
         words_(campaign.input_slots_.size()),
         seen_(campaign.goals_.size()),
         failed_(campaign.checks_.size() + 1) {
@@ -96,12 +97,12 @@ class Campaign::Group {
       for (size_t input = 0; input < words_.size(); ++input)
         if (c_.input_slots_[input] != 0) slots_[c_.input_slots_[input]].word[word] = words_[input];
     }
-    for (size_t word = walks_.size(); word < Lanes::words; ++word) open_.word[word] = 0;
+    for (size_t word = walks_.size(); word < L::words; ++word) open_.word[word] = 0;
     return open_.any();
   }
 
-  void fail(size_t check, const Lanes& wrong, size_t instant) {
-    const Lanes now = wrong.and_with(open_).and_not(failed_[check]);
+  void fail(size_t check, const L& wrong, size_t instant) {
+    const L now = wrong.and_with(open_).and_not(failed_[check]);
     if (!now.any()) return;
     for (size_t word = 0; word < walks_.size(); ++word) {
       if (now.word[word] == 0) continue;
@@ -114,11 +115,11 @@ class Campaign::Group {
   }
 
   void hold_awaited(size_t instant) {
-    Lanes unmet;
+    L unmet;
     for (size_t word = 0; word < walks_.size(); ++word) {
       if (open_.word[word] == 0) continue;
       for (const RunSource::Awaited& awaited : walks_[word]->awaited()) {
-        const Lanes met = LaneProgram::read(slots_, c_.awaited_[awaited.what]);
+        const L met = LaneProgram::read(slots_, c_.awaited_[awaited.what]);
         if (!met.has(word * 64 + awaited.bit)) unmet.set(word * 64 + awaited.bit);
       }
     }
@@ -129,8 +130,8 @@ class Campaign::Group {
   void drop_full_goals() {
     size_t kept = 0;
     for (size_t at = 0; at < seen_.size(); ++at) {
-      if (seen_[at] == Lanes::all()) {
-        counts_.reached[open_goals_[at]] = Lanes::runs;
+      if (seen_[at] == L::all()) {
+        counts_.reached[open_goals_[at]] = L::runs;
         continue;
       }
       seen_[kept] = seen_[at];
@@ -145,29 +146,38 @@ class Campaign::Group {
   const Campaign& c_;
   const std::vector<std::uint64_t>& blocks_;
   std::vector<std::unique_ptr<RunSource::Block>> walks_;
-  LaneProgram::Slots slots_;
+  LaneProgram::SlotsOf<L> slots_;
   std::vector<std::uint64_t> words_;
-  Lanes open_ = Lanes::all();
-  std::vector<Lanes> seen_;
+  L open_ = L::all();
+  std::vector<L> seen_;
   std::vector<LaneProgram::Place> places_;  ///< of the goals that are looked at
   std::vector<size_t> open_goals_;
-  std::vector<Lanes> failed_;
+  std::vector<L> failed_;
   CampaignCounts counts_;
 };
 
-CampaignCounts Campaign::run(Shard shard, const ForAll& for_all) const {
+CampaignCounts Campaign::run(Shard shard, const ForAll& for_all, Width width) const {
+  const std::uint64_t all = source_.blocks();
+  const std::uint64_t mine = all <= shard.number ? 0 : (all - shard.number - 1) / shard.of + 1;
+  constexpr std::uint64_t enough = 64;  // that all threads have some
+  const bool wide = width == Width::wide || (width == Width::fitting && mine >= enough &&
+                                             LaneProgram::has_wide_registers());
+  return wide ? run_groups<WideLanes>(shard, mine, for_all)
+              : run_groups<Lanes>(shard, mine, for_all);
+}
+
+template <class L>
+CampaignCounts Campaign::run_groups(Shard shard, std::uint64_t blocks,
+                                    const ForAll& for_all) const {
   CampaignCounts sum;
   sum.reached.resize(goals_.size());
   sum.failed.resize(checks_.size() + 1);
-  const std::uint64_t all = source_.blocks();
-  const std::uint64_t mine = all <= shard.number ? 0 : (all - shard.number - 1) / shard.of + 1;
   std::mutex adding;
-  for_all((mine + Lanes::words - 1) / Lanes::words, [&](size_t group) {
-    std::vector<std::uint64_t> blocks;
-    for (std::uint64_t k = group * Lanes::words; k < std::min(mine, (group + 1) * Lanes::words);
-         ++k)
-      blocks.push_back(shard.number + k * shard.of);
-    const CampaignCounts counts = Group(*this, blocks).run();
+  for_all((blocks + L::words - 1) / L::words, [&](size_t group) {
+    std::vector<std::uint64_t> own;
+    for (std::uint64_t k = group * L::words; k < std::min(blocks, (group + 1) * L::words); ++k)
+      own.push_back(shard.number + k * shard.of);
+    const CampaignCounts counts = Group<L>(*this, own).run();
     const std::lock_guard lock(adding);
     sum.add(counts);
   });

@@ -30,7 +30,7 @@ struct CampaignCounts {
   void add(const CampaignCounts& other);
 };
 
-/// Makes runs of a machine, 256 at a time.
+/// Makes runs of a machine, 256 or 512 at a time.
 class Campaign {
  public:
   /// Calls the function for 0 to count - 1, in any order and thread.
@@ -38,11 +38,16 @@ class Campaign {
 
   /// Both must outlive it.
   Campaign(const CampaignMachine& question, const RunSource& source);
-  /// The runs of a shard.
-  CampaignCounts run(Shard shard, const ForAll& for_all) const;
+  enum class Width { fitting, narrow, wide };
+  /// The runs of a shard. How many are made at a time does not show; `fitting` the machine and
+  /// their number is fastest.
+  CampaignCounts run(Shard shard, const ForAll& for_all, Width width = Width::fitting) const;
 
  private:
+  template <class L>
   class Group;
+  template <class L>
+  CampaignCounts run_groups(Shard shard, std::uint64_t blocks, const ForAll& for_all) const;
   std::vector<Literal> roots() const;
 
   const CampaignMachine& question_;

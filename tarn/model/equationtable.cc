@@ -84,18 +84,25 @@ void EquationTable::createEquation(Signal* signal, Expression* e, Module* module
 
 void EquationTable::createUnifyEquation(Signal* signal, Expression* e, Module* module,
                                         bool initial) {
+  join_rails_later(signal, e, module, initial);
+  settle(signal->getBddStatusId(module, bdd_expression_wood));
+  settle(signal->getBddValueId(module, bdd_expression_wood));
+}
+
+void EquationTable::join_rails_later(Signal* signal, Expression* e, Module* module, bool initial) {
   Bddexpressionwood* wood = bdd_expression_wood;
   const long status_index = signal->getBddStatusId(module, wood);
   const long value_index = signal->getBddValueId(module, wood);
   const bdd status = initial ? e->getInitialBddStatus(module, wood) : e->getBddStatus(module, wood);
   const bdd value = initial ? e->getInitialBddValue(module, wood) : e->getBddValue(module, wood);
-  if (Bddexpression* equation = equation_at(status_index)) {
-    or_function(*equation, status);
+  wood->update_bdd_vars();
+  if (wood->exp_by_index(status_index) != nullptr) {
+    join_later(status_index, false, status);
   } else {
     std::cerr << "internal error 1 in createUnifyEquation()! about sid=" << status_index << '\n';
   }
-  if (Bddexpression* equation = equation_at(value_index)) {
-    or_function(*equation, value);
+  if (wood->exp_by_index(value_index) != nullptr) {
+    join_later(value_index, false, value);
   } else {
     std::cerr << "internal error 2 in createUnifyEquation()! about vid=" << value_index << '\n';
   }

@@ -86,8 +86,10 @@ class EquationTable {
   /// Starts a new occurrence of each output and plain local that this table knows. What a run has
   /// brought in keeps the one that it has: nothing else writes it.
   void pre(Module* module);
-  // The same, but what equations get is gathered: it is put in place when the table is asked for
-  // them, dated or copied.
+  // What equations get is gathered: it is put in place when the table is asked for them, dated or
+  // copied.
+  /// As createUnifyEquation.
+  void join_rails_later(Signal* signal, Expression* e, Module* module, bool initial);
   void unify_later(EquationTable* other, Module* module);
   void pre_later(Module* module);
   /// A table over a copy of the wood, with the same manager and occurrences.
@@ -158,6 +160,7 @@ class EquationTable {
     std::vector<bdd> terms;
   };
   void lose_wood();
+  void take_terms(EquationTable* other);
   void settle(long index);
   /// Has f or-ed, or and-ed, onto the equation of the variable, which has one.
   void join_later(long index, bool conjunction, const bdd& f);
@@ -172,12 +175,16 @@ class EquationTable {
   std::unique_ptr<Bddexpressionwood> wood_for_branch();
   template <class TakeOver>
   EquationTable* branch_with(Module* module, TakeOver take_over);
-  void carry(Signal* signal, Bddexpressionwood* wood, Module* module);
+  void carry(Signal* signal, EquationTable& from, Module* module);
+  void carry_equation(const Bddexpression& equation);
+  /// An equation that an or, or an and, is still to be joined onto.
+  void carry_nothing(const Bddexpression& equation, bool conjunction);
   template <class See>
   void for_each_known_signal(Module* module, See see);
   void learn_occurrence(Signal* signal, int occurrence);
   void move_equation(long index, Bddexpressionwood* from, Module* module);
-  void unify_equation(Bddexpression* theirs, long their_index, Bddexpressionwood* from,
+  bool joins_by_and(long index, const EquationTable& other, Module* module) const;
+  void unify_equation(Bddexpression* theirs, long their_index, EquationTable& other,
                       Module* module);
   void start_occurrence(Signal* signal, Module* module);
   /// The report of a cycle, at the first of its statements.
@@ -194,6 +201,7 @@ class EquationTable {
   /// of the module's lists when it began.
   std::vector<Signal*> carried_;
   size_t only_read_ = 0;
+  bool additions_ = false;  ///< of what was taken over, only what is added to it
   std::array<size_t, 4> lists_at_begin_{};
   std::unordered_map<long, PendingTerms> pending_;  ///< by variable index
 };

@@ -10,8 +10,12 @@
 //  4. After a merge a signal's current occurrence here is the latest of the two tables.
 //  5. A branch knows no signals but those that it took over and those that came since it began, so
 //     that with these a wood is forgotten by all.
-//  6. Nothing waits to be put in place in a table whose wood is copied or goes, but in a
-//     branch that an exception has left.
+//  6. Nothing waits to be put in place where an equation is copied, nor in a table whose wood goes,
+//     but in a branch that an exception has left.
+//
+// By rules under which statements only ever or their part onto an occurrence, and and a new one
+// onto the whole value, a branch need not know what stood there before: it begins with nothing, and
+// what it adds is handed on as it is, so that nesting costs no more than the terms.
 
 #include <algorithm>
 #include <limits>
@@ -64,6 +68,11 @@ void for_each_signal(Module* module, See see) {
     for (const Signal* signal : *list)
       if (signal->hasOccurrence(wood)) return true;
   return false;
+}
+
+/// What an or, or an and, leaves as it is.
+bdd neutral(Bddexpressionwood* wood, bool conjunction) {
+  return conjunction ? wood->Bdd_one() : wood->Bdd_zero();
 }
 
 /// The current occurrence in the wood; -1 when the wood does not know the signal.
@@ -129,19 +138,19 @@ void EquationTable::unify(EquationTable* other, Module* module) {
 }
 
 void EquationTable::unify_later(EquationTable* other, Module* module) {
-  other->settle();
-  KIVA_CHECK(6, other->pending_.empty());
   Bddexpressionwood* wood = bdd_expression_wood;
   Bddexpressionwood* from = other->bdd_expression_wood;
+  if (wood->my_bdd_manager() != from->my_bdd_manager()) other->settle();
   wood->update_bdd_vars();
   from->update_bdd_vars();
   SignalManager* manager = module->getSignalManager();
   const index_set equations = from->Set_of_exp();
   for (long index : equations) {
-    unify_equation(from->exp_by_index(index), index, from, module);
+    unify_equation(from->exp_by_index(index), index, *other, module);
     KIVA_CHECK(
         3, wood->exp_by_index(wood->Index_var_by_name(from->Name_var_by_index(index))) != nullptr);
   }
+  take_terms(other);
   // Signals without an equation there are known all the same.
   for (SignalRef* ref : manager->definedIn(from)) {
     if (ref->isDefinedWood(wood)) continue;
@@ -180,9 +189,22 @@ void EquationTable::move_equation(long index, Bddexpressionwood* from, Module* m
                                                 ref, wood);
 }
 
-void EquationTable::unify_equation(Bddexpression* theirs, long their_index, Bddexpressionwood* from,
+/// Is the variable the value of a signal of which one of the tables has further occurrences?
+bool EquationTable::joins_by_and(long index, const EquationTable& other, Module* module) const {
+  if (!Compilation::rules().values) return false;
+  const SignalRef* ref = module->getSignalManager()->getSignalRefById(index, bdd_expression_wood);
+  if (ref == nullptr || ref->getCurrentOccurrence() != 0 ||
+      index != ref->getBddValueId(bdd_expression_wood))
+    return false;
+  const Signal* signal = module->getSignalFromInternalName(ref->getInternalName());
+  return signal != nullptr && std::max(occurrence_in(signal, bdd_expression_wood),
+                                       occurrence_in(signal, other.bdd_expression_wood)) > 0;
+}
+
+void EquationTable::unify_equation(Bddexpression* theirs, long their_index, EquationTable& other,
                                    Module* module) {
   Bddexpressionwood* wood = bdd_expression_wood;
+  Bddexpressionwood* from = other.bdd_expression_wood;
   const bool shared = wood->my_bdd_manager() == from->my_bdd_manager();
   const long index =
       shared ? their_index : wood->Index_var_by_name(from->Name_var_by_index(their_index));
@@ -195,15 +217,28 @@ void EquationTable::unify_equation(Bddexpression* theirs, long their_index, Bdde
     add(theirs, module);
     return;
   }
+  const bool conjunction = joins_by_and(index, other, module);
+  const auto waiting = other.pending_.find(their_index);
+  if (waiting != other.pending_.end() && waiting->second.conjunction != conjunction)
+    other.settle(their_index);
   const bdd function = carried(wood, from, theirs->my_bdd_exp());
-  if (function == ours->my_bdd_exp()) return;
-  const SignalRef* ref = module->getSignalManager()->getSignalRefById(index, wood);
-  const Signal* signal =
-      ref == nullptr ? nullptr : module->getSignalFromInternalName(ref->getInternalName());
-  const bool whole_value = Compilation::rules().values && signal != nullptr &&
-                           ref->getCurrentOccurrence() == 0 && index == ref->getBddValueId(wood) &&
-                           std::max(occurrence_in(signal, wood), occurrence_in(signal, from)) > 0;
-  join_later(index, whole_value, function);
+  if (function == ours->my_bdd_exp() || function == neutral(wood, conjunction)) return;
+  join_later(index, conjunction, function);
+}
+
+/// What still waits in a table over the same manager waits here from now on.
+void EquationTable::take_terms(EquationTable* other) {
+  for (auto& [index, theirs] : other->pending_) {
+    const auto [at, first] = pending_.try_emplace(index, std::move(theirs));
+    if (first) continue;
+    if (at->second.conjunction != theirs.conjunction) {
+      settle(index);
+      pending_.emplace(index, std::move(theirs));
+    } else {
+      std::move(theirs.terms.begin(), theirs.terms.end(), std::back_inserter(at->second.terms));
+    }
+  }
+  other->pending_.clear();
 }
 
 void EquationTable::pre(Module* module) {
@@ -291,9 +326,10 @@ std::unique_ptr<Bddexpressionwood> EquationTable::wood_for_branch() {
   return made;
 }
 
-/// Takes the signal over from the table that is over `wood`, with its equations unless it is only
+/// Takes the signal over from the other table, with its equations, or empty ones, unless it is only
 /// read.
-void EquationTable::carry(Signal* signal, Bddexpressionwood* wood, Module* module) {
+void EquationTable::carry(Signal* signal, EquationTable& from, Module* module) {
+  Bddexpressionwood* wood = from.bdd_expression_wood;
   if (!signal->hasOccurrence(wood)) return;
   Bddexpressionwood* copy = bdd_expression_wood;
   SignalManager* manager = module->getSignalManager();
@@ -311,16 +347,34 @@ void EquationTable::carry(Signal* signal, Bddexpressionwood* wood, Module* modul
     const long value_index = ref->getBddValueId(wood);
     manager->extendSignalRef(status_index, value_index, ref, copy);
     if (carried_.size() <= only_read_) continue;
-    for (long index : {status_index, value_index})
-      if (const Bddexpression* equation = wood->exp_by_index(index)) {
-        auto* copied = new Bddexpression(copy, *equation);
-        if (equation->getAbstraction() != 0) {
-          copy->learn_abstract_expression(copied, nullptr);
-        } else {
-          copy->learn_expression(copied);
-        }
+    for (long index : {status_index, value_index}) {
+      if (wood->exp_by_index(index) == nullptr) continue;
+      // Statements write occurrence 0 itself as long as there is no other.
+      if (additions_ && current > 0) {
+        carry_nothing(*wood->exp_by_index(index), occurrence == 0 && index == value_index);
+      } else {
+        from.settle(index);
+        carry_equation(*wood->exp_by_index(index));
       }
+    }
   }
+}
+
+void EquationTable::carry_equation(const Bddexpression& equation) {
+  Bddexpressionwood* copy = bdd_expression_wood;
+  auto* copied = new Bddexpression(copy, equation);
+  if (equation.getAbstraction() != 0) {
+    copy->learn_abstract_expression(copied, nullptr);
+  } else {
+    copy->learn_expression(copied);
+  }
+}
+
+void EquationTable::carry_nothing(const Bddexpression& equation, bool conjunction) {
+  if (equation.getAbstraction() != 0) return carry_equation(equation);
+  Bddexpressionwood* copy = bdd_expression_wood;
+  new Bddexpression(equation.my_name(), copy, equation.my_bdd_var(), neutral(copy, conjunction), 0,
+                    0, equation.getUserType());
 }
 
 /// A table over such a wood, into which `take_over` carries signals.
@@ -338,23 +392,24 @@ EquationTable* EquationTable::branch_with(Module* module, TakeOver take_over) {
 }
 
 EquationTable* EquationTable::branch(Module* module) {
-  settle();
   return branch_with(module, [&](EquationTable& table) {
-    Bddexpressionwood* wood = bdd_expression_wood;
+    const Rules& rules = Compilation::rules();
+    table.additions_ = rules.values && rules.abort_mask && rules.run_join && rules.causality;
     table.only_read_ = std::numeric_limits<size_t>::max();
-    for (Signal* input : module->getInputSignalList()) table.carry(input, wood, module);
-    for (Signal* data : module->getDataSignalList()) table.carry(data, wood, module);
+    for (Signal* input : module->getInputSignalList()) table.carry(input, *this, module);
+    for (Signal* data : module->getDataSignalList()) table.carry(data, *this, module);
     table.only_read_ = table.carried_.size();
-    for (Signal* output : module->getOutputSignalList()) table.carry(output, wood, module);
+    for (Signal* output : module->getOutputSignalList()) table.carry(output, *this, module);
     for (Signal* local : module->getLocalSignalList().plain())
-      if (!local->isWire() && !local->isInstance()) table.carry(local, wood, module);
+      if (!local->isWire() && !local->isInstance()) table.carry(local, *this, module);
   });
 }
 
 EquationTable* EquationTable::fellow(Module* module) {
   return branch_with(module, [&](EquationTable& table) {
     table.only_read_ = only_read_;
-    for (Signal* signal : carried_) table.carry(signal, bdd_expression_wood, module);
+    table.additions_ = additions_;
+    for (Signal* signal : carried_) table.carry(signal, *this, module);
   });
 }
 

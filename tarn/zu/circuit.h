@@ -79,7 +79,7 @@ class Circuit {
 
   void assign(Signal* x, Expression* e) { table_->createEquation(x, e, module_); }
   void assign_whole(Signal* x, Expression* e) { table_->createEquation(x, e, module_, true); }
-  void join(Signal* x, Expression* e) { table_->createUnifyEquation(x, e, module_, true); }
+  void join(Signal* x, Expression* e) { table_->join_rails_later(x, e, module_, true); }
 
   /// Starts a child with this statement, and passes a reset on.
   void start_and_reset(const Statement& child);

@@ -77,8 +77,17 @@ if ! { cmake -S . -B built -DCMAKE_PREFIX_PATH="$tree" && cmake --build built; }
 fi
 PKG_CONFIG_PATH=$(dirname "$(find "$tree" -name kiva.pc)")
 export PKG_CONFIG_PATH
+libdir=$(pkg-config --variable=libdir kiva)
 # shellcheck disable=SC2046  # words
-c++ -std=c++20 mine.cc -o by_pkg $(pkg-config --cflags --libs kiva)
+c++ -std=c++20 mine.cc -o by_pkg $(pkg-config --cflags --libs kiva) -Wl,-rpath,"$libdir"
+# A shared floor has its version in its name, and nothing that another one has.
+for library in "$libdir"/libkiva*.so; do
+  [ -e "$library" ] || continue
+  objdump -p "$library" | grep -q "SONAME  *$(basename "$library")\\.[0-9]" || fail "the name of $library"
+  nm -D --defined-only "$library" | awk '$2 ~ /[TDBR]/ { print $3 }'
+done >"$work/names"
+sort "$work/names" | uniq -d >"$work/twice"
+[ ! -s "$work/twice" ] || fail "in two libraries: $(head "$work/twice")"
 printf 'module lamp:\nInput: button;\nOutput: light;\nloop { pause >> wait button >> emit light }\nend\n' >lamp.zu
 printf 'module a:\nOutput: o;\nemit p\nend\n' >wrong.zu
 for program in built/mine ./by_pkg; do

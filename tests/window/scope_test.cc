@@ -40,10 +40,7 @@ class Scope : public WindowTest {
     ASSERT_NE(scope, nullptr);
   }
   void press(const char* keys) {
-    const QKeySequence sequence(keys);
-    const int key = sequence[0];
-    QTest::keyClick(scope, static_cast<Qt::Key>(key & ~Qt::KeyboardModifierMask),
-                    Qt::KeyboardModifiers(key & Qt::KeyboardModifierMask));
+    QTest::keySequence(scope, QKeySequence(keys));
     settle();
   }
   void answer(const QString& text) {

@@ -40,8 +40,8 @@ class TitleBarTest : public ::testing::Test {
   /// True when the bar accepted the event.
   bool send(QEvent::Type type, QPoint at) {
     const bool held = type != QEvent::MouseButtonRelease;
-    QMouseEvent event(type, at, Qt::LeftButton, held ? Qt::LeftButton : Qt::NoButton,
-                      Qt::NoModifier);
+    QMouseEvent event(type, at, bar->mapToGlobal(at), Qt::LeftButton,
+                      held ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
     event.accept();
     // Straight to the bar, so that what it ignores does not start a drag.
     static_cast<QObject*>(bar)->event(&event);

@@ -220,7 +220,7 @@ void Run::connect_output(const std::string& formal, Signal* copy, Module* module
   if (!joins) {
     table->replaceEquation(actual, copy, module);
   } else if (!never_emitted(called_->getOutputSignal(formal), called_)) {
-    table->createUnifyEquation(actual, copy, module, true);
+    table->join_rails_later(actual, copy, module, true);
   }
   if (!actual->isValued(module, wood)) return;
   const auto bindings = module->getDataBindingByClock(copy);
