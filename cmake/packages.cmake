@@ -26,6 +26,13 @@ Verilog, SystemC, Lustre and other texts.")
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libkiva-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "nlohmann-json3-dev, libcadical-dev, libasmjit-dev")
+if(BUILD_SHARED_LIBS)
+  # The libraries go with the programs, and hold what they are made with.
+  set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "kiva (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}), nlohmann-json3-dev")
+  set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+  file(WRITE ${PROJECT_BINARY_DIR}/triggers "activate-noawait ldconfig\n")
+  set(CPACK_DEBIAN_KIVA_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/triggers)
+endif()
 set(CPACK_DEBIAN_DEV_DESCRIPTION
     "library of the compiler and simulator KIVA
 Headers, libraries, a CMake package and a pkg-config file for programs that
